@@ -1,0 +1,29 @@
+# What every target of this project shares.
+
+# vorn_glob_sources(<variable> <directory>...): every .cpp below the directories, followed as files come and go.
+function(vorn_glob_sources variable)
+  set(found)
+  foreach(directory IN LISTS ARGN)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${directory}/*.cpp")
+    list(APPEND found ${sources})
+  endforeach()
+  set(${variable} "${found}" PARENT_SCOPE)
+endfunction()
+
+# vorn_configure_target(<target>): C++20 without extensions, and warnings that stay private to the target.
+function(vorn_configure_target target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  if(MSVC)
+    target_compile_options(${target} PUBLIC /source-charset:utf-8 PRIVATE /W4 /permissive-)
+    if(VORN_WERROR)
+      target_compile_options(${target} PRIVATE /WX)
+    endif()
+  else()
+    # clang counts changes of sign among its conversions and g++ does not; ask both the same question.
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion)
+    if(VORN_WERROR)
+      target_compile_options(${target} PRIVATE -Werror)
+    endif()
+  endif()
+endfunction()

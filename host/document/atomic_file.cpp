@@ -1,0 +1,121 @@
+#include "host/document/atomic_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+#include "host/document/document_error.h"
+
+namespace vorn_host {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+[[noreturn]] void Fail(const fs::path& path, const std::string& what, int error) {
+  const std::string reason = error != 0 ? std::generic_category().message(error) : std::string("unknown reason");
+  throw DocumentError(path.string() + ": " + what + ": " + reason);
+}
+
+File Open(const fs::path& path, const char* mode, const std::string& what) {
+  errno = 0;
+  File file(std::fopen(path.string().c_str(), mode));
+  if (!file) Fail(path, what, errno);
+  return file;
+}
+
+bool FlushToDisk(std::FILE* file) {
+#ifdef _WIN32
+  return _commit(_fileno(file)) == 0;
+#else
+  return fsync(fileno(file)) == 0 || errno == EINVAL || errno == ENOTSUP;  // a pipe has no disk
+#endif
+}
+
+/// Writes, flushes and closes; `path` is what messages name.
+void WriteAll(File file, std::string_view content, const fs::path& path) {
+  errno = 0;
+  const bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
+                       std::fflush(file.get()) == 0 && FlushToDisk(file.get());
+  if (!written) Fail(path, "cannot be written", errno);
+  if (std::fclose(file.release()) != 0) Fail(path, "cannot be written", errno);
+}
+
+fs::path TemporaryBeside(const fs::path& path) {
+  std::random_device random;
+  return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(random()) + ".tmp");
+}
+
+/// Removes the temporary file unless it was renamed into place.
+struct TemporaryFile {
+  explicit TemporaryFile(fs::path where) : path(std::move(where)) {}
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    std::error_code ignored;
+    if (!path.empty()) fs::remove(path, ignored);
+  }
+
+  fs::path path;
+};
+
+}  // namespace
+
+std::string ReadFile(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (!fs::exists(status)) throw DocumentError(path.string() + ": there is no such file");
+  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+
+  const File file = Open(path, "rb", "cannot be opened");
+  std::string content;
+  if (fs::is_regular_file(status)) content.reserve(static_cast<std::size_t>(fs::file_size(path, error)) + 1);
+  constexpr std::size_t kStep = std::size_t{1} << 20;
+  while (true) {
+    const std::size_t former = content.size();
+    content.resize(former + kStep);
+    errno = 0;
+    const std::size_t count = std::fread(content.data() + former, 1, kStep, file.get());
+    content.resize(former + count);
+    if (count == kStep) continue;
+    if (std::ferror(file.get()) != 0) Fail(path, "cannot be read", errno);
+    break;
+  }
+  if (content.empty()) throw DocumentError(path.string() + ": the file is empty");
+  return content;
+}
+
+void WriteFileAtomically(const fs::path& path, std::string_view content) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    WriteAll(Open(path, "wb", "cannot be opened for writing"), content, path);
+    return;
+  }
+
+  const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::absolute(path, error);
+  if (error) Fail(path, "cannot be written", error.value());
+  TemporaryFile temporary(TemporaryBeside(target));
+  WriteAll(Open(temporary.path, "wb", "cannot be written in its directory"), content, path);
+  if (fs::exists(status)) fs::permissions(temporary.path, status.permissions(), error);  // keep the file's own
+  fs::rename(temporary.path, target, error);
+  if (error) Fail(path, "cannot be put in place", error.value());
+  temporary.path.clear();
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace vorn_host {
+
+/// The whole content of a file. Throws `DocumentError` with a plain sentence when it is missing, a directory, not
+/// readable or empty.
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+
+/// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
+/// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
+void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
+
+}  // namespace vorn_host

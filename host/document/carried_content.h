@@ -1,0 +1,71 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "vorn/model/x_sections.h"
+
+namespace pugi {
+class xml_document;
+class xml_node;
+}  // namespace pugi
+
+namespace vorn_host {
+
+/// What a document holds and the library does not model: unknown elements, attributes, comments and processing
+/// instructions, each with the place where it stood. It is put back there when the document is written again.
+class CarriedContent {
+ public:
+  /// One row of a report: what is carried over, and how often.
+  struct Row {
+    std::string name;  ///< "rgm:RoadGm", "comment", "attribute version of tsf:BuildForm"
+    int count = 0;
+  };
+
+  CarriedContent();
+  ~CarriedContent();
+  CarriedContent(CarriedContent&&) noexcept;
+  CarriedContent& operator=(CarriedContent&&) noexcept;
+
+  /// Takes everything out of a source document that the library leaves alone when reading it.
+  /// @param sets the sets read from it: their cross sections may stand in another order than in the document
+  /// @param edition20 whether it was read as edition 2.0, where control targets hold text and no points
+  void Collect(const pugi::xml_document& source, const Vorn_XSectionsArray& sets, bool edition20);
+  /// Puts everything back into a document that was just written from the model.
+  /// @returns what had no place in it any more
+  std::vector<Row> Restore(pugi::xml_document& target, const Vorn_XSectionsArray& sets) const;
+
+  /// Tag of the document's root; empty for a new document.
+  [[nodiscard]] const std::string& RootTag() const;
+  /// All attributes of the root as they stood, in order.
+  [[nodiscard]] const std::vector<std::pair<std::string, std::string>>& RootAttributes() const;
+  /// The modelled elements below the root by first appearance.
+  [[nodiscard]] const std::vector<std::string_view>& RootOrder() const;
+
+  /// For every cross section of a set, in the order of the document, its index in the model; empty for a set that was
+  /// not read from a document.
+  [[nodiscard]] const std::vector<int>& SectionOrder(int set) const;
+
+  [[nodiscard]] bool IsEmpty() const { return Rows().empty(); }
+  /// What is carried over, in the order of the document.
+  [[nodiscard]] std::vector<Row> Rows() const;
+  /// Whether road geometry ("rgm:" elements) is among it.
+  [[nodiscard]] bool HasRoadGeometry() const;
+
+  /// Drops what hangs on control targets: they move when a document changes between 2.0 and a later edition.
+  /// @returns what was dropped
+  std::vector<Row> DropBelowControlTargets();
+
+  struct Impl;
+
+ private:
+  std::unique_ptr<Impl> m_impl;
+};
+
+/// "rgm:RoadGm, comment (3)".
+[[nodiscard]] std::string Describe(const std::vector<CarriedContent::Row>& rows);
+
+}  // namespace vorn_host

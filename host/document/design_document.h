@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/document/carried_content.h"
+#include "host/document/edition.h"
+#include "host/document/text_encoding.h"
+#include "vorn/model/file_info.h"
+#include "vorn/model/x_sections.h"
+#include "vorn/types/structure_type.h"
+
+namespace vorn_host {
+
+/// A design document: the model that the library reads from it, and what the library does not model, so that the
+/// document can be rewritten without a loss.
+///
+///     DesignDocument document = DesignDocument::Read("design.xml");
+///     document.sets[0].GetXSectionArray()[0].SetName("No.1");
+///     document.Write("design.xml");
+class DesignDocument {
+ public:
+  struct ReadOptions {
+    /// Edition of a document that is not recognised; without one, such a document is refused.
+    std::optional<Edition> assume;
+    /// Replace characters that code page 932 cannot hold with 〓 instead of refusing the document.
+    bool lossy = false;
+  };
+  struct WriteOptions {
+    TextEncoding encoding = TextEncoding::Utf8;
+    /// As for reading; only Shift_JIS output can lack a character then.
+    bool lossy = false;
+  };
+
+  struct WriteReport {
+    /// How many characters were replaced (0 unless lossy).
+    std::size_t replacedCharacters = 0;
+    /// What was carried over and had no place any more, because the element that held it is not written.
+    std::vector<CarriedContent::Row> unplaced;
+  };
+
+  /// Reads a file. Throws `DocumentError` when it cannot be read, is malformed or of an unknown edition, or holds
+  /// text that code page 932 does not.
+  [[nodiscard]] static DesignDocument Read(const std::filesystem::path& path, const ReadOptions& options);
+  [[nodiscard]] static DesignDocument Read(const std::filesystem::path& path) { return Read(path, ReadOptions()); }
+  /// Reads the bytes of a document; name stands for the file in messages.
+  [[nodiscard]] static DesignDocument FromBytes(std::string bytes, const std::string& name, const ReadOptions& options);
+
+  /// Writes the document in its edition, whole or not at all: an existing file stays as it is when anything fails.
+  /// Throws `DocumentError`. Writing lasts in the model where the library says so (`VornBuildForm::toXML`).
+  WriteReport Write(const std::filesystem::path& path, const WriteOptions& options);
+  WriteReport Write(const std::filesystem::path& path) { return Write(path, WriteOptions()); }
+  /// The bytes that `Write` writes; name stands for the file in messages.
+  [[nodiscard]] std::string ToBytes(const std::string& name, const WriteOptions& options, WriteReport& report);
+
+  Edition edition = Edition::V41;
+  /// Whether `edition` was not recognised but assumed.
+  bool assumed = false;
+  /// What the document calls its encoding, "UTF-8" in a new one.
+  std::string encodingName = "UTF-8";
+  /// How many characters were replaced while reading.
+  std::size_t replacedCharacters = 0;
+
+  VornFileInfoArray fileInfos;
+  VornStructureType structureType;
+  /// Whether the document has (is to have) a structure type.
+  bool hasStructureType = false;
+  Vorn_XSectionsArray sets;
+
+  /// What is carried over unchanged.
+  CarriedContent carried;
+};
+
+}  // namespace vorn_host

@@ -1,0 +1,341 @@
+#include "host/document/document_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <utility>
+
+#include "host/document/design_path.h"
+#include "host/document/section_index.h"
+#include "host/document/text_encoding.h"
+
+namespace vorn_host {
+
+namespace {
+
+using ControlItem = VornFormCtrlTarget::ControlItem;
+using TargetPntType = VornFormCtrlTarget::TargetPntType;
+using WorkType = VornFormCtrlTarget::WorkType;
+
+/// Stations this close, in metres, are one.
+constexpr double kSameStation = 1e-6;
+
+/// Reasons, put together to one text.
+class Reasons {
+ public:
+  void AddIf(bool wrong, std::string_view reason) {
+    if (!wrong) return;
+    if (!m_text.empty()) m_text += "; ";
+    m_text += reason;
+  }
+
+  [[nodiscard]] bool IsEmpty() const { return m_text.empty(); }
+  [[nodiscard]] const std::string& Text() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+template <typename Enum>
+bool IsOutside(Enum value, Enum first, Enum last) {
+  return value < first || value > last;
+}
+
+class Checker {
+ public:
+  explicit Checker(const DesignDocument& document) : m_document(document), m_edition20(IsEdition20(document.edition)) {}
+
+  std::vector<Finding> Check() {
+    if (m_document.edition != Edition::RoadGm) {
+      CheckFileInfos();
+      CheckStructureType();
+      if (m_document.sets.IsEmpty()) AddNotEnabled("tsf:XSections", "document", "there is no cross-section set");
+    }
+    for (int i = 0; i < m_document.sets.GetSize(); ++i) CheckSet(m_document.sets[i], i);
+    NoteTargetsOfLaterEditions();
+    return std::move(m_findings);
+  }
+
+ private:
+  void Add(Severity severity, std::string kind, std::string path, std::string reason) {
+    m_findings.push_back({severity, std::move(kind), std::move(path), std::move(reason)});
+  }
+  void AddNotEnabled(const std::string& tag, std::string path, std::string reason) {
+    Add(Severity::Error, tag + " not enabled", std::move(path), std::move(reason));
+  }
+
+  // --- the document's head ---------------------------------------------------------------------------------------
+
+  void CheckFileInfos() {
+    if (m_edition20) return;
+    if (m_document.fileInfos.IsEmpty()) {
+      AddNotEnabled("tsf:FileInfo", "document", "there is no file information; one or more are needed");
+    }
+    for (int i = 0; i < m_document.fileInfos.GetSize(); ++i) {
+      const VornFileInfo& info = m_document.fileInfos[i];
+      if (info.IsEnable()) continue;
+      const bool missing = info.GetCreateDate().GetStatus() == COleDateTime::null;
+      AddNotEnabled("tsf:FileInfo", "file information " + std::to_string(i + 1),
+                    missing ? "createDate is missing" : "createDate is no date");
+    }
+  }
+
+  void CheckStructureType() {
+    if (m_edition20) return;
+    if (!m_document.hasStructureType) {
+      Add(Severity::Note, "no tsf:StructureType", "document", "the work type of the document is not told");
+      return;
+    }
+    const VornStructureType& type = m_document.structureType;
+    if (type.IsEnable()) return;
+    VornStructureType withStationType = type;
+    withStationType.SetStationType("NO");
+    const bool badType = !withStationType.IsEnable();
+    VornStructureType withType = type;
+    withType.SetType(VornStructureType::Type::RoadEarthwork);
+    const bool badStationType = !withType.IsEnable();
+    Reasons reasons;
+    reasons.AddIf(badType, "type \"" + ToUtf8(type.GetTypeStr().View()) + "\" is none of the nine work types");
+    reasons.AddIf(badStationType,
+                  "stationType \"" + ToUtf8(type.GetStationType().View()) + "\" is none of NO, SP, STA and 距離標");
+    AddNotEnabled("tsf:StructureType", "structure type", reasons.Text());
+  }
+
+  // --- sets and sections -----------------------------------------------------------------------------------------
+
+  void CheckSet(const VornXSections& set, int index) {
+    const std::string path = SetPath(set, index);
+    Reasons reasons;
+    reasons.AddIf(set.GetRefAlign().IsEmpty(), "refAlign is missing");
+    reasons.AddIf(set.GetRefVertical().IsEmpty(), "refVertical is missing");
+    reasons.AddIf(set.GetXSectionArray().IsEmpty(), "there is no cross section; one or more are needed");
+    if (!reasons.IsEmpty()) AddNotEnabled("tsf:XSections", path, reasons.Text());
+
+    CheckStationOrder(set, index, path);
+    const SectionIndex sections(set);
+    for (int i = 0; i < set.GetXSectionArray().GetSize(); ++i) {
+      const VornXSection& section = set.GetXSectionArray()[i];
+      const std::string sectionPath = SectionPath(path, section);
+      CheckDoubledStation(set.GetXSectionArray(), i, sectionPath);
+      CheckSection(section, sectionPath, set, sections);
+    }
+    CheckTargets(set.GetFormCtrlTargetArray(), path, nullptr, set, sections);
+  }
+
+  /// Reading orders the sections, so their order in the document is looked up.
+  void CheckStationOrder(const VornXSections& set, int index, const std::string& path) {
+    const NurReal* former = nullptr;
+    for (const int place : m_document.carried.SectionOrder(index)) {
+      if (!set.GetXSectionArray().IsRange(place)) continue;
+      const VornXSection& section = set.GetXSectionArray()[place];
+      const NurReal& station = section.GetCumulativeDist();
+      if (!station.IsSet()) continue;
+      if (former != nullptr && station.Value() < former->Value() - kSameStation) {
+        Add(Severity::Error, "station out of order", SectionPath(path, section),
+            "it stands behind station " + StationText(*former) + " in the document");
+      }
+      former = &station;
+    }
+  }
+
+  void CheckDoubledStation(const Vorn_XSectionArray& sections, int index, const std::string& path) {
+    const VornXSection& section = sections[index];
+    if (!section.GetCumulativeDist().IsSet()) return;
+    for (int i = index - 1; i >= 0; --i) {
+      const VornXSection& former = sections[i];
+      if (std::abs(former.GetCumulativeDist().Value() - section.GetCumulativeDist().Value()) >= kSameStation) return;
+      if (former.GetXSectChg() != section.GetXSectChg()) continue;
+      Add(Severity::Error, "station doubled", path,
+          "another cross section has the same station and change-of-shape flag");
+      return;
+    }
+  }
+
+  void CheckSection(const VornXSection& section, const std::string& path, const VornXSections& set,
+                    const SectionIndex& sections) {
+    Reasons reasons;
+    reasons.AddIf(!section.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
+    reasons.AddIf(section.GetBuildFormArray().IsEmpty(), "there is no build form; one or more are needed");
+    if (!reasons.IsEmpty()) AddNotEnabled("tsf:XSection", path, reasons.Text());
+
+    for (const VornBuildForm& form : section.GetBuildFormArray()) {
+      const std::string formPath = FormPath(path, form.GetName());
+      CheckForm(form, formPath);
+      CheckTargets(form.GetFormCtrlTargetArray(), formPath, &form, set, sections);
+    }
+    if (!m_edition20) {
+      for (const VornExistingBuildForm& form : section.GetExistingBuildFormArray()) CheckExistingForm(form, path);
+    }
+  }
+
+  // --- forms and points --------------------------------------------------------------------------------------------
+
+  void CheckForm(const VornBuildForm& form, const std::string& path) {
+    const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    Reasons reasons;
+    reasons.AddIf(form.GetName().IsEmpty(), "name is missing");
+    reasons.AddIf(!points.IsCountAllowed(points.GetSize()), "there are fewer than two points");
+    if (!reasons.IsEmpty()) AddNotEnabled("tsf:BuildForm", path, reasons.Text());
+
+    std::set<std::string_view> codes;
+    std::set<std::string_view> reported;
+    for (int i = 0; i < points.GetSize(); ++i) {
+      const VornComposedPnt& point = points[i];
+      if (!point.IsEnable()) CheckPoint(point, PointPath(path, point.GetCode(), i));
+      const std::string_view code = point.GetCode().View();
+      if (!code.empty() && !codes.insert(code).second && reported.insert(code).second) {
+        Add(Severity::Error, "code used twice", PointPath(path, point.GetCode(), i),
+            "another point of the form has the code " + ToUtf8(code));
+      }
+    }
+  }
+
+  void CheckPoint(const VornComposedPnt& point, std::string path) {
+    Reasons reasons;
+    reasons.AddIf(point.GetCode().IsEmpty(), "code is missing");
+    reasons.AddIf(IsOutside(point.GetExistence(), VORN_Existence::Empty, VORN_Existence::True),
+                  "existence is missing or neither \"true\" nor \"false\"");
+    AddNotEnabled("tsf:ComposedPnt", std::move(path), reasons.Text());
+  }
+
+  void CheckExistingForm(const VornExistingBuildForm& form, const std::string& sectionPath) {
+    if (form.IsEnable()) return;
+    const std::string name = form.GetName().IsEmpty() ? "without a name" : ToUtf8(form.GetName().View());
+    const std::string path = sectionPath + " > existing ground " + name;
+    const VornExistingComposedPntArray& points = form.GetComposedPntArray();
+    Reasons reasons;
+    reasons.AddIf(form.GetName().IsEmpty(), "name is missing");
+    reasons.AddIf(!points.IsCountAllowed(points.GetSize()), "there are fewer than two points");
+    if (!reasons.IsEmpty()) AddNotEnabled("tsf:ExistingBuildForm", path, reasons.Text());
+    for (int i = 0; i < points.GetSize(); ++i) {
+      Reasons pointReasons;
+      pointReasons.AddIf(!points[i].GetCLDist().IsSet(), "the distance from the centre line is missing");
+      pointReasons.AddIf(!points[i].GetGh().IsSet(), "the height is missing");
+      if (pointReasons.IsEmpty()) continue;
+      AddNotEnabled("tsf:ExistingComposedPnt", PointPath(path, points[i].GetName(), i), pointReasons.Text());
+    }
+  }
+
+  // --- control targets ---------------------------------------------------------------------------------------------
+
+  /// @param owner the form that holds the targets; null for those of the set
+  void CheckTargets(const Vorn_FormCtrlTargetArray& targets, const std::string& ownerPath, const VornBuildForm* owner,
+                    const VornXSections& set, const SectionIndex& sections) {
+    for (int i = 0; i < targets.GetSize(); ++i) {
+      const VornFormCtrlTarget& target = targets[i];
+      const auto path = [&] { return TargetPath(ownerPath, target, i); };
+      const Reasons reasons = WhyNotEnabled(target);
+      if (!reasons.IsEmpty()) AddNotEnabled("tsf:FormCtrlTarget", path(), reasons.Text());
+      NoteDeliberateLimits(target, path);
+      if (m_edition20) {
+        CheckCodesOf20(target, owner, path);
+      } else {
+        for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray())
+          CheckTargetPnt(point, set, sections, path);
+      }
+      ++m_targetCount;
+    }
+  }
+
+  /// What makes a target invalid, apart from what later editions do not carry and from the limits that are meant.
+  [[nodiscard]] Reasons WhyNotEnabled(const VornFormCtrlTarget& target) const {
+    const VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+    const bool onePointHeight = points.GetSize() == 1 && target.GetControlItem() == ControlItem::Height;
+    Reasons reasons;
+    reasons.AddIf(m_edition20 && target.GetCodeName().IsEmpty(), "the codes (the element's text) are missing");
+    reasons.AddIf(m_edition20 && IsOutside(target.GetWorkType(), WorkType::CutWork, WorkType::FillWork),
+                  "workType is missing or neither RE_CutWork nor RE_FillWork");
+    reasons.AddIf(IsOutside(target.GetControlItem(), ControlItem::SlopeLength, ControlItem::Area),
+                  "controlItem is missing or unknown");
+    reasons.AddIf(target.GetTargetScope().IsEmpty(), "targetScope is missing");
+    reasons.AddIf(target.GetTargetRegio().IsEmpty(), "targetRegio is missing");
+    reasons.AddIf(IsOutside(target.GetTargetPntType(), TargetPntType::ShoulderToe, TargetPntType::TargetPnt) &&
+                      !IsRegulatedType(target),
+                  "targetPntType is missing, unknown or not one of the first five");
+    reasons.AddIf(!m_edition20 && points.IsEmpty(), "there are no target points");
+    reasons.AddIf(!points.IsEmpty() && !points.IsCountAllowed(points.GetSize()) && !onePointHeight,
+                  "there are fewer than two target points");
+    return reasons;
+  }
+
+  /// "Lower Upper" of a thickness and "Upper Lower" of a depth, as regulation itself sets them.
+  [[nodiscard]] static bool IsRegulatedType(const VornFormCtrlTarget& target) {
+    return (target.GetControlItem() == ControlItem::Thickness &&
+            target.GetTargetPntType() == TargetPntType::LowerUpper) ||
+           (target.GetControlItem() == ControlItem::Depth && target.GetTargetPntType() == TargetPntType::UpperLower);
+  }
+
+  template <typename Path>
+  void NoteDeliberateLimits(const VornFormCtrlTarget& target, const Path& path) {
+    const auto note = [&](const char* reason) {
+      Add(Severity::Note, "tsf:FormCtrlTarget not enabled", path(), reason);
+    };
+    if (IsRegulatedType(target)) note("targetPntType is as regulation sets it, but never counts as valid");
+    if (target.GetTargetPntArray().GetSize() == 1 && target.GetControlItem() == ControlItem::Height) {
+      note("a height has one target point, but two or more count as valid");
+    }
+  }
+
+  void NoteTargetsOfLaterEditions() {
+    if (m_edition20 || m_targetCount == 0) return;
+    Add(Severity::Note, "tsf:FormCtrlTarget not enabled", "all " + std::to_string(m_targetCount) + " control targets",
+        "their work type and code text are not part of edition " + std::string(EditionName(m_document.edition)) +
+            ", without which they never count as enabled");
+  }
+
+  template <typename Path>
+  void CheckTargetPnt(const VornFormCtrlTargetPnt& point, const VornXSections& set, const SectionIndex& sections,
+                      const Path& path) {
+    Reasons reasons;
+    reasons.AddIf(!point.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
+    reasons.AddIf(point.GetBuildFormName().IsEmpty(), "buildFormName is missing");
+    reasons.AddIf(point.GetCode().IsEmpty(), "code is missing");
+    if (!reasons.IsEmpty()) {
+      AddNotEnabled("tsf:FormCtrlTargetPnt", path(), reasons.Text());
+      return;
+    }
+    const auto missing = [&](const std::string& what) {
+      Add(Severity::Error, "control target names what does not exist", path(), what);
+    };
+    const std::string station = "station " + StationText(point.GetCumulativeDist()) +
+                                (point.GetXSectChg() ? " behind the change of shape" : "");
+    const std::string form = "form " + ToUtf8(point.GetBuildFormName().View());
+    const int index = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+    if (index < 0) return missing("there is no cross section at " + station);
+    const VornXSection& section = set.GetXSectionArray()[index];
+    if (section.Find(point.GetBuildFormName(), nullptr) < 0) return missing("there is no " + form + " at " + station);
+    if (section.Find(point.GetBuildFormName(), &point.GetCode()) < 0) {
+      return missing(form + " at " + station + " has no code " + ToUtf8(point.GetCode().View()));
+    }
+  }
+
+  template <typename Path>
+  void CheckCodesOf20(const VornFormCtrlTarget& target, const VornBuildForm* owner, const Path& path) {
+    if (owner == nullptr) {
+      Add(Severity::Error, "control target outside a build form", path(),
+          "edition 2.0 keeps control targets in their form");
+      return;
+    }
+    CStringArray codes;
+    Vorn_Base::DivideString(target.GetCode().View(), codes);
+    for (const CString& code : codes) {
+      if (code.IsEmpty() || owner->GetComposedPntArray().Find(code) >= 0) continue;
+      Add(Severity::Error, "control target names what does not exist", path(),
+          "form " + ToUtf8(owner->GetName().View()) + " has no code " + ToUtf8(code.View()));
+    }
+  }
+
+  const DesignDocument& m_document;
+  bool m_edition20;
+  int m_targetCount = 0;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace
+
+std::vector<Finding> CheckDocument(const DesignDocument& document) {
+  const EditionScope scope(document.edition);
+  return Checker(document).Check();
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,170 @@
+#include "host/document/point_conversion.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "vorn/platform/nur_mrm.h"
+#include "vorn/platform/tam_world2.h"
+
+namespace vorn_host {
+
+namespace {
+
+using DataType = VornComposedPnt::DataType;
+using SlopeType = VornComposedPnt::SlopeType;
+
+// The decimal places of edition 2.0.
+constexpr KelMrmFigure kPlacesOfX = 4;
+constexpr KelMrmFigure kPlacesOfPercent = 3;
+constexpr KelMrmFigure kPlacesOfRate = 1;
+
+/// A point that keeps its own reading stays as it was designed when that puts it this near (metres).
+constexpr double kNearEnough = 1e-4;
+
+double Rounded(double value, KelMrmFigure places) { return NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value); }
+
+double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
+
+/// One way to write a point in edition 2.0.
+struct Reading {
+  SlopeType type = SlopeType::Percent;
+  double x = 0.0;
+  double y = 0.0;
+};
+
+/// Where a reading puts a point that follows `from` on its side.
+TamWorld2 Place(const Reading& reading, VornLocation side, const TamWorld2& from) {
+  VornComposedPnt previous;
+  previous.SetCLDist(from.x);
+  previous.SetGh(from.y);
+  VornComposedPnt point;
+  point.SetLocation(side);
+  point.SetX(reading.x);
+  point.SetY(reading.y);
+  if (reading.type == SlopeType::Rate) {
+    point.RegulateSlope(previous);
+  } else {
+    point.RegulateRoad(previous);
+  }
+  return point.Pos();
+}
+
+double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+  return side == VornLocation::Left ? from.x - to.x : to.x - from.x;
+}
+
+Reading AsPercent(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+  const double width = Rounded(OutwardWidth(side, from, to), kPlacesOfX);
+  const double grade = width == 0.0 ? 0.0 : 100.0 * (to.y - from.y) / std::abs(width);
+  return {SlopeType::Percent, width, Rounded(grade, kPlacesOfPercent)};
+}
+
+Reading AsRate(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+  const double rise = Rounded(to.y - from.y, kPlacesOfX);
+  const double ratio = rise == 0.0 ? 0.0 : OutwardWidth(side, from, to) / std::abs(rise);
+  return {SlopeType::Rate, rise, Rounded(ratio, kPlacesOfRate)};
+}
+
+/// The point's own percent or ratio, in the decimals of the edition.
+Reading AsItStands(const VornComposedPnt& point) {
+  const bool rate = point.GetDataType() == DataType::Rate;
+  return {rate ? SlopeType::Rate : SlopeType::Percent, Rounded(point.GetX().Value(), kPlacesOfX),
+          Rounded(point.GetY().Value(), rate ? kPlacesOfRate : kPlacesOfPercent)};
+}
+
+Reading BestReading(const VornComposedPnt& point, const TamWorld2& from, const TamWorld2& to) {
+  const VornLocation side = point.GetLocation();
+  const auto error = [&](const Reading& reading) { return Distance(Place(reading, side, from), to); };
+  if (point.GetDataType() == DataType::Percent || point.GetDataType() == DataType::Rate) {
+    const Reading own = AsItStands(point);
+    if (error(own) <= kNearEnough) return own;
+  }
+  const Reading percent = AsPercent(side, from, to);
+  const Reading rate = AsRate(side, from, to);
+  return error(percent) <= error(rate) ? percent : rate;
+}
+
+bool HasValues(const VornComposedPnt& point) { return point.GetX().IsSet() || point.GetY().IsSet(); }
+
+/// The positions of all points by their later-edition reading. A start point that is no centre point is placed from
+/// the origin: only what lies between the points counts.
+std::vector<TamWorld2> PositionsBefore(Vorn_ComposedPntArray& points) {
+  std::vector<TamWorld2> positions;
+  positions.reserve(static_cast<std::size_t>(points.GetSize()));
+  VornComposedPnt origin;
+  origin.SetCLDist(0.0);
+  origin.SetGh(0.0);
+  int previous = 0;
+  for (int i = 0; i < points.GetSize(); ++i) {
+    VornComposedPnt point = points[i];
+    if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
+    if (i == 0 && point.IsCenter()) {
+      point.RegulateCenter(NurReal(0.0));
+    } else {
+      VornComposedPnt from = origin;
+      if (i > 0) {
+        from.SetCLDist(positions[static_cast<std::size_t>(previous)].x);
+        from.SetGh(positions[static_cast<std::size_t>(previous)].y);
+      }
+      point.Regulate(from);
+    }
+    positions.push_back(point.Pos());
+    previous = i;
+  }
+  return positions;
+}
+
+}  // namespace
+
+PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
+  Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+  const std::vector<TamWorld2> wanted = PositionsBefore(points);
+  std::vector<TamWorld2> reached = wanted;
+  PointDisplacement displacement;
+  std::size_t previous = 0;
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    VornComposedPnt& point = points[static_cast<int>(i)];
+    if (i > 0 && points[static_cast<int>(i) - 1].GetLocation() != point.GetLocation()) previous = 0;
+    const TamWorld2 from = i == 0 ? TamWorld2{0.0, 0.0} : reached[previous];
+    previous = i;
+    if (point.IsCenter()) {
+      // Its values stay as they are; written with the decimals of the edition, they place what follows.
+      if (i == 0) {
+        reached[i] = {Rounded(point.GetX().Value(), kPlacesOfX), Rounded(point.GetY().Value(), kPlacesOfPercent)};
+      }
+      continue;
+    }
+    if (!HasValues(point)) {
+      point.SetSlopeType(SlopeType::Percent);
+      continue;
+    }
+    const Reading reading = BestReading(point, from, wanted[i]);
+    const bool asBefore = point.GetX() == NurReal(reading.x) && point.GetY() == NurReal(reading.y) &&
+                          point.GetDataType() == (reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent);
+    if (!asBefore) ++displacement.convertedPoints;
+    point.SetX(reading.x);
+    point.SetY(reading.y);
+    point.SetSlopeType(reading.type);
+    point.SetDataType(reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent);
+    reached[i] = Place(reading, point.GetLocation(), from);
+    const double moved = Distance(reached[i], wanted[i]);
+    if (moved > displacement.largest) {
+      displacement.largest = moved;
+      displacement.largestAt = static_cast<int>(i);
+    }
+  }
+  return displacement;
+}
+
+void ConvertPointsFrom20(VornBuildForm& form) {
+  for (VornComposedPnt& point : form.GetComposedPntArray()) {
+    if (point.IsCenter()) {
+      point.SetDataType(DataType::WidthHeight);
+    } else {
+      point.SetDataType(point.IsSlope() ? DataType::Rate : DataType::Percent);
+    }
+  }
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,34 @@
+#include "host/document/section_index.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vorn_host {
+
+namespace {
+
+constexpr double kSameStation = 1e-6;
+
+}  // namespace
+
+SectionIndex::SectionIndex(const VornXSections& set) : m_sections(set.GetXSectionArray()) {
+  m_byStation.reserve(static_cast<std::size_t>(m_sections.GetSize()));
+  for (int i = 0; i < m_sections.GetSize(); ++i) {
+    m_byStation.emplace_back(m_sections[i].GetCumulativeDist().Value(), i);
+  }
+  std::sort(m_byStation.begin(), m_byStation.end());
+}
+
+int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
+  const double wanted = station.Value();
+  int found = -1;
+  auto entry = std::lower_bound(m_byStation.begin(), m_byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
+  for (; entry != m_byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
+    const bool hit =
+        std::abs(entry->first - wanted) < kSameStation && m_sections[entry->second].GetXSectChg() == xSectChg;
+    if (hit && (found < 0 || entry->second < found)) found = entry->second;
+  }
+  return found;
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,217 @@
+#include "host/document/xml_cursor.h"
+
+#include <algorithm>
+
+#include "host/document/element_knowledge.h"
+#include "host/document/text_encoding.h"
+#include "vorn/platform/code_page_932.h"
+
+namespace vorn_host {
+
+namespace {
+
+constexpr std::string_view kGetaMark = "\x81\xAC";          ///< 〓 in code page 932
+constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";  ///< 〓 in UTF-8
+
+bool IsAscii(std::string_view text) {
+  unsigned char bits = 0;
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return bits < 0x80;
+}
+
+bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
+
+bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
+
+/// Removes layout: white space at an end of the text where it reaches a line break or a tab.
+std::string_view WithoutLayout(std::string_view text) {
+  constexpr std::string_view kSpace = " \t\r\n";
+  constexpr std::string_view kBreak = "\t\r\n";
+  const std::size_t first = std::min(text.find_first_not_of(kSpace), text.size());
+  if (text.substr(0, first).find_first_of(kBreak) != std::string_view::npos) text.remove_prefix(first);
+  const std::size_t last = text.find_last_not_of(kSpace) + 1;  // npos + 1 is 0
+  if (text.substr(last).find_first_of(kBreak) != std::string_view::npos) text.remove_suffix(text.size() - last);
+  return text;
+}
+
+std::string_view PrefixOf(std::string_view tag) {
+  const std::size_t colon = tag.find(':');
+  return colon == std::string_view::npos ? std::string_view() : tag.substr(0, colon);
+}
+
+/// The attribute that declares a prefix: "xmlns:tsf", or "xmlns" for no prefix.
+std::string DeclarationName(std::string_view prefix) {
+  return prefix.empty() ? std::string("xmlns") : "xmlns:" + std::string(prefix);
+}
+
+}  // namespace
+
+std::optional<std::string_view> ElementText(pugi::xml_node element, std::string& joined) {
+  std::optional<std::string_view> text;
+  for (const pugi::xml_node child : element.children()) {
+    if (!IsText(child)) continue;
+    if (!text) {
+      text = child.value();
+      continue;
+    }
+    if (joined.empty()) joined = *text;
+    joined += child.value();
+    text = joined;
+  }
+  if (!text) return std::nullopt;
+  const std::string_view content = WithoutLayout(*text);
+  return content.empty() ? std::nullopt : std::optional(content);
+}
+
+XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems) : m_element(element), m_problems(&problems) {
+  RememberDeclarations();
+}
+
+void XmlCursor::RememberDeclarations() {
+  for (const pugi::xml_attribute attribute : m_element.attributes()) {
+    const std::string_view name = attribute.name();
+    if (name == "xmlns") m_declared.emplace_back("", attribute.value());
+    if (name.starts_with("xmlns:")) m_declared.emplace_back(name.substr(6), attribute.value());
+  }
+}
+
+// --- moves ---------------------------------------------------------------------------------------------------------
+
+bool XmlCursor::MoveTo(pugi::xml_node node) {
+  if (!node) return false;
+  m_element = node;
+  return true;
+}
+
+bool XmlCursor::Child() {
+  pugi::xml_node child = m_element.first_child();
+  while (child && !IsElement(child)) child = child.next_sibling();
+  return MoveTo(child);
+}
+
+bool XmlCursor::NextSibling() {
+  pugi::xml_node sibling = m_element.next_sibling();
+  while (sibling && !IsElement(sibling)) sibling = sibling.next_sibling();
+  return MoveTo(sibling);
+}
+
+bool XmlCursor::PrevSibling() {
+  pugi::xml_node sibling = m_element.previous_sibling();
+  while (sibling && !IsElement(sibling)) sibling = sibling.previous_sibling();
+  return MoveTo(sibling);
+}
+
+bool XmlCursor::Parent() {
+  const pugi::xml_node parent = m_element.parent();
+  return IsElement(parent) && MoveTo(parent);
+}
+
+// --- reading -------------------------------------------------------------------------------------------------------
+
+std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
+  if (IsAscii(utf8)) return utf8;
+  m_converted.clear();
+  while (true) {
+    const auto done = code_page_932::AppendFromUtf8(utf8, m_converted);
+    if (done) return m_converted;
+    if (report) m_problems->Add(DescribeCharacter(done.codePoint), m_element.offset_debug());
+    m_converted += kGetaMark;
+    utf8.remove_prefix(done.position + done.length);
+  }
+}
+
+bool XmlCursor::VisitTagName(TextVisitor visit) const {
+  visit(m_element.name());
+  return true;
+}
+
+bool XmlCursor::VisitText(TextVisitor visit) const {
+  std::string joined;
+  const auto text = ElementText(m_element, joined);
+  if (text) visit(ToModel(*text, true));
+  return text.has_value();
+}
+
+bool XmlCursor::VisitAttributes(AttributeVisitor visit) const {
+  for (const pugi::xml_attribute attribute : m_element.attributes()) {
+    const std::string_view name = attribute.name();
+    const std::string_view value = attribute.value();
+    if (IsAscii(value)) {
+      visit(name, value);
+      continue;
+    }
+    // Only what the library takes into the model has to fit into it; the rest is carried over as it is.
+    const KnownElement* known = FindKnownElement(m_element.name());
+    const bool modelled = known != nullptr && std::find(known->attributes.begin(), known->attributes.end(), name) !=
+                                                  known->attributes.end();
+    visit(name, ToModel(value, modelled));
+  }
+  return true;
+}
+
+bool XmlCursor::GetTagName(CString& tag) const {
+  return VisitTagName([&](std::string_view name) { tag = name; });
+}
+
+bool XmlCursor::GetText(CString& text) const {
+  return VisitText([&](std::string_view content) { text = content; });
+}
+
+bool XmlCursor::GetAttributes(CArray<PimAttribute>& attributes) const {
+  attributes.RemoveAll();
+  return VisitAttributes([&](std::string_view name, std::string_view value) {
+    attributes.Add(PimAttribute(CString(name), CString(value)));
+  });
+}
+
+// --- writing -------------------------------------------------------------------------------------------------------
+
+std::string_view XmlCursor::ToTree(std::string_view cp932) const {
+  if (IsAscii(cp932)) return cp932;
+  m_converted.clear();
+  while (true) {
+    const auto done = code_page_932::AppendAsUtf8(cp932, m_converted);
+    if (done) return m_converted;
+    m_problems->Add("bytes that are no character of code page 932", -1);
+    m_converted += kGetaMarkUtf8;
+    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
+  }
+}
+
+bool XmlCursor::InsertChild(const char* tag, const char* namespaceUri) {
+  if (!MoveTo(m_element.append_child(tag))) return false;
+  if (namespaceUri != nullptr) DeclareNamespace(PrefixOf(tag), namespaceUri);
+  return true;
+}
+
+void XmlCursor::DeclareNamespace(std::string_view prefix, std::string_view uri) {
+  for (const auto& [declaredPrefix, declaredUri] : m_declared) {
+    if (declaredPrefix == prefix && declaredUri == uri) return;
+  }
+  const std::string name = DeclarationName(prefix);
+  for (pugi::xml_node node = m_element.parent(); IsElement(node); node = node.parent()) {
+    const pugi::xml_attribute declaration = node.attribute(name.c_str());
+    if (!declaration) continue;
+    if (declaration.value() == uri) return;
+    break;
+  }
+  SetTextAttribute(name.c_str(), uri);
+}
+
+bool XmlCursor::SetText(std::string_view text) {
+  const std::string_view content = ToTree(text);
+  pugi::xml_node data = m_element.first_child();
+  while (data && !IsText(data)) data = data.next_sibling();
+  if (content.empty() && !data) return true;
+  if (!data) data = m_element.append_child(pugi::node_pcdata);
+  return data.set_value(content.data(), content.size());
+}
+
+bool XmlCursor::SetTextAttribute(const char* name, std::string_view value) {
+  pugi::xml_attribute attribute = m_element.attribute(name);
+  if (!attribute) attribute = m_element.append_attribute(name);
+  const std::string_view content = ToTree(value);
+  return attribute && attribute.set_value(content.data(), content.size());
+}
+
+}  // namespace vorn_host

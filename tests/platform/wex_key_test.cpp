@@ -1,0 +1,116 @@
+#include "vorn/platform/wex_key.h"
+
+#include <gtest/gtest.h>
+
+#include "vorn/platform/code_page_932.h"
+
+namespace {
+
+class WexKeyTest : public testing::Test {
+ protected:
+  WexKeyTest() { WexSetApplicationStore(m_store, "Vendor\\Product"); }
+  ~WexKeyTest() override { WexSetApplicationStore(nullptr, ""); }
+
+  std::shared_ptr<WexMemoryStore> m_store = std::make_shared<WexMemoryStore>();
+};
+
+TEST_F(WexKeyTest, StartsClosedAndGivesDefaults) {
+  WexKey key;
+  EXPECT_FALSE(key.IsOpen());
+  EXPECT_EQ(key.GetInt("Size", 7), 7);
+  EXPECT_EQ(key.GetString("Name", "none"), "none");
+  EXPECT_FALSE(key.SetInt("Size", 1));
+  EXPECT_FALSE(key.SetString("Name", "x"));
+}
+
+TEST_F(WexKeyTest, OpensExistingKeysOnly) {
+  WexKey key;
+  EXPECT_FALSE(key.Open(nullptr, "Grid"));
+  EXPECT_FALSE(key.IsOpen());
+  EXPECT_TRUE(key.Create(nullptr, "Grid"));
+  EXPECT_TRUE(key.IsOpen());
+  EXPECT_TRUE(m_store->KeyExists("Vendor\\Product\\Grid"));
+
+  WexKey again;
+  EXPECT_TRUE(again.Open(nullptr, "Grid"));
+  EXPECT_FALSE(again.Open(nullptr, "Other"));
+  EXPECT_FALSE(again.IsOpen());
+}
+
+TEST_F(WexKeyTest, RemembersValues) {
+  WexKey key;
+  ASSERT_TRUE(key.Create(nullptr, "Grid"));
+  EXPECT_TRUE(key.SetInt("Size", -5));
+  EXPECT_TRUE(key.SetString("Name", u8"断面"_cp932.data()));
+  key.Close();
+  EXPECT_FALSE(key.IsOpen());
+
+  WexKey again;
+  ASSERT_TRUE(again.Open(nullptr, "Grid"));
+  EXPECT_EQ(again.GetInt("Size", 0), -5);
+  EXPECT_EQ(again.GetString("Name", ""), u8"断面"_cp932);
+  EXPECT_EQ(again.GetInt("Missing", 3), 3);
+  EXPECT_EQ(again.GetString("Missing", nullptr), "");
+}
+
+TEST_F(WexKeyTest, GivesTheDefaultForAValueOfTheOtherKind) {
+  WexKey key;
+  ASSERT_TRUE(key.Create(nullptr, "Grid"));
+  key.SetInt("Size", 12);
+  key.SetString("Name", "12");
+  EXPECT_EQ(key.GetString("Size", "none"), "none");
+  EXPECT_EQ(key.GetInt("Name", 7), 7);
+}
+
+TEST_F(WexKeyTest, OpensBelowAParent) {
+  WexKey parent;
+  WexKey child;
+  EXPECT_FALSE(child.Create(&parent, "Colour"));
+  ASSERT_TRUE(parent.Create(nullptr, "Grid"));
+  EXPECT_TRUE(child.Create(&parent, "Colour"));
+  EXPECT_TRUE(m_store->KeyExists("Vendor\\Product\\Grid\\Colour"));
+  EXPECT_TRUE(child.Open(&parent, "Colour"));
+  EXPECT_FALSE(child.Open(&parent, "Other"));
+}
+
+TEST_F(WexKeyTest, OpensBelowItself) {
+  WexKey key;
+  ASSERT_TRUE(key.Create(nullptr, "Grid"));
+  ASSERT_TRUE(key.Create(&key, "Colour"));
+  EXPECT_TRUE(key.SetInt("Red", 1));
+  EXPECT_EQ(m_store->ReadInt("Vendor\\Product\\Grid\\Colour", "Red"), 1);
+}
+
+TEST_F(WexKeyTest, TakesAnEmptySubKeyForTheParent) {
+  WexKey key;
+  EXPECT_FALSE(key.Open(nullptr, ""));
+  ASSERT_TRUE(key.Create(nullptr, nullptr));
+  key.SetInt("Size", 1);
+  EXPECT_EQ(m_store->ReadInt("Vendor\\Product", "Size"), 1);
+}
+
+TEST_F(WexKeyTest, ApplicationSubKeyIsCreatedWhenNeeded) {
+  WexKey key;
+  EXPECT_TRUE(WexGetApplicationSubKey(&key, "Grid", nullptr));
+  key.SetInt("Size", 4);
+  WexKey again;
+  EXPECT_TRUE(WexGetApplicationSubKey(&again, "Grid", nullptr));
+  EXPECT_EQ(again.GetInt("Size", 0), 4);
+  WexKey child;
+  EXPECT_TRUE(WexGetApplicationSubKey(&child, "Colour", &again));
+  EXPECT_TRUE(m_store->KeyExists("Vendor\\Product\\Grid\\Colour"));
+  EXPECT_FALSE(WexGetApplicationSubKey(nullptr, "Grid", nullptr));
+}
+
+TEST_F(WexKeyTest, StaysInTheStoreItWasOpenedIn) {
+  WexKey key;
+  ASSERT_TRUE(key.Create(nullptr, "Grid"));
+  WexSetApplicationStore(nullptr, "");
+  EXPECT_TRUE(key.SetInt("Size", 9));
+  EXPECT_EQ(m_store->ReadInt("Vendor\\Product\\Grid", "Size"), 9);
+  WexKey other;
+  EXPECT_FALSE(other.Open(nullptr, "Grid"));
+  EXPECT_TRUE(other.Create(nullptr, "Grid"));
+}
+
+}  // namespace

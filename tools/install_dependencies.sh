@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building and testing need; does nothing when they are all there.
+set -euo pipefail
+
+packages=(
+  g++ cmake ninja-build pkg-config
+  libpugixml-dev libcli11-dev nlohmann-json3-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
+  clang-14 clang-format-14 libclang-rt-14-dev
+  git python3
+)
+
+if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+  echo "This system does not use apt: please see to it that these are installed: ${packages[*]}" >&2
+  exit 0
+fi
+
+installed=$(dpkg-query --show --showformat='${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null || true)
+missing=()
+for package in "${packages[@]}"; do
+  grep -qxF "$package installed" <<<"$installed" || missing+=("$package")
+done
+if [[ ${#missing[@]} -eq 0 ]]; then
+  exit 0
+fi
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+  if ! command -v sudo >/dev/null; then
+    echo "Missing packages: ${missing[*]}. Install them as root, or install sudo, then try again." >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+
+echo "Installing missing packages: ${missing[*]}"
+"${as_root[@]}" apt-get update
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"

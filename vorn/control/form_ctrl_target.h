@@ -1,0 +1,190 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vorn/control/form_ctrl_target_pnt.h"
+#include "vorn/framework/array.h"
+#include "vorn/framework/base.h"
+#include "vorn/types/location.h"
+
+class VornBuildForm;
+
+/// One as-built control item: what is measured, for which work, over which scope and region, and between which points
+/// of the cross section. Element "tsf:FormCtrlTarget". Edition 2.0 carries the codes of the points as the element's
+/// text and the target inside its build form; later editions carry target points, and the target inside the set.
+class VornFormCtrlTarget : public Vorn_Base {
+ public:
+  enum class WorkType : std::int32_t { Unset = -1, CutWork = 0, FillWork = 1 };
+  enum class ControlItem : std::int32_t {
+    Unset = -1,
+    SlopeLength = 0,
+    Width = 1,
+    Height = 2,
+    Thickness = 3,
+    Depth = 4,
+    XSectArea = 5,
+    Length = 6,
+    Area = 7,
+  };
+  /// Which pair of points bounds the measurement.
+  enum class TargetPntType : std::int32_t {
+    Unset = -1,
+    ShoulderToe = 0,
+    ToeShoulder = 1,
+    InnerOuter = 2,
+    LeftRight = 3,
+    TargetPnt = 4,
+    UpperLower = 5,
+    LowerUpper = 6,
+  };
+
+  VornFormCtrlTarget();
+
+  bool toXML(PimIterator* cursor) override;
+  bool fromXML(PimIterator* cursor) override;
+  /// Code, scope and region are not empty, work type and control item are set, the point-pair type is 0 to 4, and the
+  /// points, when there are any, are a valid collection. "Upper Lower" and "Lower Upper" are never valid although
+  /// regulation sets them: the receivers of the data refuse such targets, so the limit stays.
+  [[nodiscard]] bool IsEnable() const override;
+
+  [[nodiscard]] static CString GetWorkTypeString(WorkType type);
+  [[nodiscard]] CString GetWorkTypeString() const { return GetWorkTypeString(m_workType); }
+  [[nodiscard]] static CString GetControlItemString(ControlItem item);
+  [[nodiscard]] CString GetControlItemString() const { return GetControlItemString(m_controlItem); }
+  [[nodiscard]] static CString GetTargetPntTypeString(TargetPntType type);
+  [[nodiscard]] CString GetTargetPntTypeString() const { return GetTargetPntTypeString(m_targetPntType); }
+  // Each resets the member to unset first; false when the text is none of the table (compared exactly).
+  bool SetWorkTypeString(std::string_view text);
+  bool SetControlItemString(std::string_view text);
+  bool SetTargetPntTypeString(std::string_view text);
+
+  /// The codes of the points: in edition 2.0 the code text as it stands, otherwise the points' codes joined by single
+  /// blanks.
+  [[nodiscard]] CString GetCode() const;
+  /// The first and the second code; empty when there is none.
+  [[nodiscard]] CString GetCode1() const { return CodePiece(0); }
+  [[nodiscard]] CString GetCode2() const { return CodePiece(1); }
+  /// The code of target point n; empty in edition 2.0, otherwise an n outside the points throws
+  /// `CInvalidArgException`.
+  [[nodiscard]] CString GetCodeN(int n) const;
+  /// The code text as it stands.
+  [[nodiscard]] CString GetCodeName() const { return m_code; }
+  void SetCode(const CString& code) { m_code = code; }
+
+  /// Whether any target point names the build form (compared exactly); never in edition 2.0.
+  [[nodiscard]] bool IsHitBuildForm(const CString& name) const;
+  /// Whether any target point stands on the composed point with that identifier.
+  [[nodiscard]] bool FindPnt(std::uint32_t id) const;
+
+  [[nodiscard]] const WorkType& GetWorkType() const { return m_workType; }
+  [[nodiscard]] WorkType& GetWorkType() { return m_workType; }
+  void SetWorkType(const WorkType& type) { m_workType = type; }
+  [[nodiscard]] const ControlItem& GetControlItem() const { return m_controlItem; }
+  [[nodiscard]] ControlItem& GetControlItem() { return m_controlItem; }
+  void SetControlItem(const ControlItem& item) { m_controlItem = item; }
+  [[nodiscard]] const CString& GetTargetScope() const { return m_targetScope; }
+  [[nodiscard]] CString& GetTargetScope() { return m_targetScope; }
+  void SetTargetScope(const CString& scope) { m_targetScope = scope; }
+  [[nodiscard]] const CString& GetTargetRegio() const { return m_targetRegio; }
+  [[nodiscard]] CString& GetTargetRegio() { return m_targetRegio; }
+  void SetTargetRegio(const CString& region) { m_targetRegio = region; }
+  [[nodiscard]] const TargetPntType& GetTargetPntType() const { return m_targetPntType; }
+  [[nodiscard]] TargetPntType& GetTargetPntType() { return m_targetPntType; }
+  void SetTargetPntType(const TargetPntType& type) { m_targetPntType = type; }
+  [[nodiscard]] const VornLocation& GetLR() const { return m_lr; }
+  [[nodiscard]] VornLocation& GetLR() { return m_lr; }
+  void SetLR(const VornLocation& side) { m_lr = side; }
+  [[nodiscard]] const VornFormCtrlTargetPntArray& GetTargetPntArray() const { return m_targetPntArray; }
+  [[nodiscard]] VornFormCtrlTargetPntArray& GetTargetPntArray() { return m_targetPntArray; }
+  /// Non-zero: the target is written to documents.
+  [[nodiscard]] const std::int32_t& GetExport() const { return m_export; }
+  [[nodiscard]] std::int32_t& GetExport() { return m_export; }
+  void SetExport(const std::int32_t& exported) { m_export = exported; }
+  /// Running identifier within the collection; 0xFFFFFFFF when unassigned.
+  [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
+  [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
+  void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
+
+  // Regulation (form_ctrl_target_regulation.cpp).
+
+  /// Creates the points of a target that has none: two for a slope length or width, one for a height, all at the
+  /// station dist.
+  void RegulatePnt(const NurReal& dist, VornBuildForm* form);
+  /// Puts the pair of points and the point-pair type into the order that the control item asks for; false when the
+  /// target cannot be put into it.
+  bool Regulate();
+  /// Gives every point the station dist.
+  void RegulateDist(const NurReal& dist);
+  void SwapBuildFormID(const std::uint32_t& sectionID, const std::uint32_t& a, const std::uint32_t& b);
+  void ChangeID(const std::uint32_t& oldSectionID, const std::uint32_t& oldBuildFormID,
+                const std::uint32_t& oldSerialID, const std::uint32_t& newSectionID,
+                const std::uint32_t& newBuildFormID, const std::uint32_t& newSerialID);
+
+ private:
+  [[nodiscard]] CString CodePiece(int index) const;
+  void SwapPair();
+  bool RegulateSlope();
+  bool RegulateWidth();
+  bool RegulateThickness();
+  bool RegulateDepth();
+
+  CString m_code;
+  WorkType m_workType = WorkType::Unset;
+  ControlItem m_controlItem = ControlItem::Unset;
+  CString m_targetScope;
+  CString m_targetRegio;
+  TargetPntType m_targetPntType = TargetPntType::Unset;
+  VornLocation m_lr = VornLocation::Unset;
+  VornFormCtrlTargetPntArray m_targetPntArray;
+  std::int32_t m_export = 1;
+  std::uint32_t m_serialID = 0xFFFFFFFF;
+};
+
+/// The control targets of a build form or of a cross-section set. Hands out their serial identifiers, from 0 on.
+class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
+ public:
+  [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::AnyNumber; }
+  [[nodiscard]] CString tagName() const override { return "tsf:FormCtrlTarget"; }
+
+  // Each copies the target into place and numbers it: one without a serial gets the next one, one that brings its own
+  // raises the next serial above it.
+  int Add(const VornFormCtrlTarget& target);
+  int Add(VornFormCtrlTarget&& target);
+  void InsertAt(int index, const VornFormCtrlTarget& target);
+  void SetAt(int index, const VornFormCtrlTarget& target);
+
+  /// Index of the first target with that serial; -1 when there is none.
+  [[nodiscard]] int Find(std::uint32_t serialID) const;
+  /// Whether any target stands on the composed point with that identifier.
+  [[nodiscard]] bool FindPnt(std::uint32_t id) const;
+  /// Renames the build form in every target point that names it (compared exactly).
+  void ChangeBuildName(const CString& oldName, const CString& newName);
+
+  // Regulation (form_ctrl_target_regulation.cpp).
+
+  /// Removes every target that repeats an earlier one's control item and codes.
+  void Regulate();
+  /// Gives the station dist to the points of every target but those for a length or an area, which keep their own.
+  void RegulateDist(const NurReal& dist);
+  /// `VornFormCtrlTargetPntArray::ChangeDist` on every target but those for a length or an area.
+  void ChangeDist(const double& oldDist, const double& newDist, bool xSectChg);
+  /// `VornFormCtrlTargetPntArray::ChangeDist` on the targets for a length or an area only.
+  void ChangeDistH(const double& oldDist, const double& newDist, bool xSectChg);
+  void SwapBuildFormID(const std::uint32_t& sectionID, const std::uint32_t& a, const std::uint32_t& b);
+  void ChangeID(const std::uint32_t& oldSectionID, const std::uint32_t& oldBuildFormID,
+                const std::uint32_t& oldSerialID, const std::uint32_t& newSectionID,
+                const std::uint32_t& newBuildFormID, const std::uint32_t& newSerialID);
+
+  /// The serial that the next unnumbered target receives.
+  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
+
+ protected:
+  void SetSerialID(int index);
+
+ private:
+  std::uint32_t m_nextSerialID = 0;
+};
+
+/// 1 when a point at the signed offset (metres) lies on the given side: left means below -1e-6, right everything
+/// else; any other side holds for every point. Otherwise 0.
+[[nodiscard]] int VornIsPoint_LR(VornLocation side, double offset);

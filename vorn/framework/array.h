@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "vorn/framework/base.h"
+#include "vorn/platform/kel_array.h"
+
+/// How many elements of one kind the schema asks for.
+enum class VORN_Occurs : std::int32_t { ExactlyOne = 0, ZeroOrOne = 1, AnyNumber = 2, OneOrMore = 3, TwoOrMore = 4 };
+
+/// The collection layer of elements that archive as a counted run.
+template <typename Type, typename ArgType = const Type&>
+class VornArray : public KelArray<Type, ArgType> {};
+
+/// A collection of like elements that tests its own cardinality, writes all its members and reads a run of them.
+/// It owns its elements by value. Derived collections fix the tag and the cardinality.
+template <typename Type, typename ArgType = const Type&>
+class Vorn_Array : public VornArray<Type, ArgType> {
+ public:
+  /// Whether the number of elements satisfies `occurs` and every element is enabled.
+  [[nodiscard]] virtual bool IsEnable() const {
+    if (!IsCountAllowed(this->GetSize())) return false;
+    for (const Type& item : *this) {
+      if (!item.IsEnable()) return false;
+    }
+    return true;
+  }
+
+  /// Writes the members in order; each decides for itself whether to write. False at the first failure.
+  virtual bool toXML(PimIterator* cursor) {
+    for (Type& item : *this) {
+      if (!item.toXML(cursor)) return false;
+    }
+    return true;
+  }
+
+  /// Reads the run of consecutive siblings that share the tag of the cursor's element, appends them, and leaves the
+  /// cursor on the last of them, so that the owner's next step reaches the element behind the run. A member that
+  /// fails to read ends the run with false; those before it stay.
+  virtual bool fromXML(PimIterator* cursor) {
+    CString runTag;
+    if (!Vorn_Base::QueryTagName(cursor, runTag)) return false;
+    do {
+      bool sameTag = false;
+      cursor->VisitTagName([&](std::string_view tag) { sameTag = tag == runTag.View(); });
+      if (!sameTag) return Vorn_Base::GoPrevSibling(cursor);
+      Type item;
+      if (!item.fromXML(cursor)) return false;
+      // Plain appending: a collection that numbers its members leaves those of a document unnumbered.
+      VornArray<Type, ArgType>::Add(std::move(item));
+    } while (Vorn_Base::GoNextSibling(cursor));
+    return true;
+  }
+
+  [[nodiscard]] virtual VORN_Occurs occurs() const { return VORN_Occurs::ExactlyOne; }
+  /// The tag of the collection's elements.
+  [[nodiscard]] virtual CString tagName() const { return CString(); }
+
+  /// Whether an element of that name belongs into this collection.
+  [[nodiscard]] bool IsMatchTagName(std::string_view name) const {
+    return Vorn_Base::IsMatchTagName(name, tagName().View());
+  }
+
+  /// Whether a number of elements satisfies `occurs`.
+  [[nodiscard]] bool IsCountAllowed(int count) const {
+    switch (occurs()) {
+      case VORN_Occurs::ExactlyOne:
+        return count == 1;
+      case VORN_Occurs::ZeroOrOne:
+        return count <= 1;
+      case VORN_Occurs::AnyNumber:
+        return true;
+      case VORN_Occurs::OneOrMore:
+        return count >= 1;
+      case VORN_Occurs::TwoOrMore:
+        return count >= 2;
+    }
+    return false;
+  }
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+/// One row of an enumeration's table: the value and the text that documents carry for it.
+template <typename Enum>
+struct EnumText {
+  Enum value;
+  std::string_view text;
+};
+
+/// The text of a value, or the fallback for a value outside the table.
+template <typename Enum, std::size_t kRows>
+[[nodiscard]] constexpr std::string_view EnumToText(const std::array<EnumText<Enum>, kRows>& table, Enum value,
+                                                    std::string_view fallback = {}) {
+  for (const auto& row : table) {
+    if (row.value == value) return row.text;
+  }
+  return fallback;
+}
+
+/// The value of the first row whose text equals the given one exactly.
+template <typename Enum, std::size_t kRows>
+[[nodiscard]] constexpr std::optional<Enum> TextToEnum(const std::array<EnumText<Enum>, kRows>& table,
+                                                       std::string_view text) {
+  for (const auto& row : table) {
+    if (row.text == text) return row.value;
+  }
+  return std::nullopt;
+}

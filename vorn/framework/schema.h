@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "vorn/platform/cstring.h"
+
+/// Hosts of the namespace URIs, without a trailing slash. A host application may replace them at start-up.
+struct VornNamespaceHosts {
+  CString gis = "http://www.gis.nilim.go.jp";
+  CString main = "http://www.nilim.go.jp";
+  CString ministry = "http://www.maff.go.jp";
+};
+
+/// The process-wide edition of the schema that is being read or written.
+class VornSchema {
+ public:
+  enum Version : std::int32_t { VersionUnknown = -2, Version20 = 0, Version40 = 1, Version41 = 2 };
+  /// The document families: form control, road geometry (root "RoadGmxml"), the ministry's agricultural edition 1.0.
+  static constexpr int KindTsf = 0;
+  static constexpr int KindRoadGm = 1;
+  static constexpr int KindMaff = 2;
+
+  static VornSchema& Instance();
+  // Copies hold an edition for a while: a host saves the instance, selects another edition and puts the copy back.
+  VornSchema(const VornSchema&) = default;
+  VornSchema& operator=(const VornSchema&) = default;
+
+  /// The namespace hosts of every edition.
+  static const VornNamespaceHosts& NamespaceHosts();
+  static void SetNamespaceHosts(const VornNamespaceHosts& hosts);
+
+  [[nodiscard]] Version GetVersion() const { return m_version; }
+  void SetVersion(Version version) { m_version = version; }
+  [[nodiscard]] int Kind() const { return m_kind; }
+  void Kind(int kind) { m_kind = kind; }
+
+  /// Whether the version is one of the three known ones.
+  [[nodiscard]] bool IsValid() const { return static_cast<std::uint32_t>(m_version) < 3; }
+  /// Edition 2.0; an unrecognised version counts as 2.0 too.
+  [[nodiscard]] bool IsVer2() const { return m_version < Version40; }
+  [[nodiscard]] bool IsMaff() const { return m_kind == KindMaff; }
+
+  /// URI of the "tsf" namespace. The agricultural edition has one URI for every version.
+  [[nodiscard]] const CString& Tsf(Version version) const;
+  [[nodiscard]] const CString& Tsf() const { return Tsf(m_version); }
+  /// URI of the "rgm" (road geometry) namespace.
+  [[nodiscard]] const CString& Rgm() const;
+  /// URI of the XML Schema instance namespace.
+  [[nodiscard]] static CString Xsi();
+  /// Value of xsi:schemaLocation: the "tsf" URI, one blank, the schema file's name.
+  [[nodiscard]] CString Location(Version version) const;
+  [[nodiscard]] CString Location() const { return Location(m_version); }
+  /// Name of the schema: with ".xsd" for edition 2.0, without it for all others. Both forms occur inside the
+  /// location, where recognition looks for them.
+  [[nodiscard]] CString Xsd(Version version) const;
+  [[nodiscard]] CString Xsd() const { return Xsd(m_version); }
+  /// Display name, for example "Ver 4.1形式"; empty for an unknown version, "Ver 1.0形式" for the agricultural one.
+  [[nodiscard]] static CString VersionStr(Version version, bool maff);
+
+  /// Recognises a document by its root tag and the value of its xsi:schemaLocation, which must be exactly as
+  /// published. True when recognised: version and kind are then set. Otherwise version is -2.
+  bool AnalyzeVersion(const CString& rootTag, const CString& schemaLocation);
+
+ private:
+  VornSchema() = default;
+
+  Version m_version = Version41;
+  int m_kind = KindTsf;
+};

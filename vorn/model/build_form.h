@@ -1,0 +1,135 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vorn/control/form_ctrl_target.h"
+#include "vorn/framework/base.h"
+#include "vorn/model/composed_pnt_array.h"
+#include "vorn/model/cross_point_info.h"
+
+/// What a build form is for; further values belong to the host.
+enum class TargetPntCategory : std::int32_t { None = 0, Structure = 1 };
+
+/// One design surface of a cross section: a named polyline of composed points, such as the road surface with its
+/// slopes and berms, a pavement layer or a structure, with the as-built control targets measured on it. Element
+/// "tsf:BuildForm".
+class VornBuildForm : public Vorn_Base {
+ public:
+  VornBuildForm();
+
+  /// Writes nothing, and succeeds, for an omitted or unexported form and for one with fewer than two points.
+  bool toXML(PimIterator* cursor) override;
+  bool fromXML(PimIterator* cursor) override;
+  /// The name is not empty, and the points and the control targets are valid collections.
+  [[nodiscard]] bool IsEnable() const override;
+
+  /// Non-zero: the form is not written to documents, in any edition.
+  [[nodiscard]] const std::int32_t& GetOmitFlag() const { return m_omitFlag; }
+  void SetOmitFlag(const std::int32_t& omit) { m_omitFlag = omit; }
+  [[nodiscard]] const CString& GetName() const { return m_name; }
+  [[nodiscard]] const std::int32_t& GetExportForm() const { return m_exportForm; }
+  [[nodiscard]] std::int32_t& GetExportForm() { return m_exportForm; }
+  void SetExportForm(const std::int32_t& exported) { m_exportForm = exported; }
+  /// Running identifier within the cross section: 0 for the design surface, 0xFFFFFFFF when unassigned.
+  [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
+  [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
+  void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
+  /// Whether this is the org surface, which takes over when the design surface is removed.
+  [[nodiscard]] const bool& IsOrgSurface() const { return m_orgSurface; }
+  void SetOrgSurface(const bool& orgSurface) { m_orgSurface = orgSurface; }
+  /// Identifier of the cross-section (work) type.
+  [[nodiscard]] const std::uint32_t& GetXSectTypeID() const { return m_xSectTypeID; }
+  [[nodiscard]] const VornCrossPointInfo& GetCrossLeft() const { return m_crossLeft; }
+  [[nodiscard]] VornCrossPointInfo& GetCrossLeft() { return m_crossLeft; }
+  void SetCrossLeft(const VornCrossPointInfo& info) { m_crossLeft = info; }
+  [[nodiscard]] const VornCrossPointInfo& GetCrossRight() const { return m_crossRight; }
+  [[nodiscard]] VornCrossPointInfo& GetCrossRight() { return m_crossRight; }
+  void SetCrossRight(const VornCrossPointInfo& info) { m_crossRight = info; }
+  /// Serial of the form that this one is derived from; 0xFFFFFFFF for none.
+  [[nodiscard]] const std::uint32_t& GetParentID() const { return m_parentID; }
+  [[nodiscard]] std::uint32_t& GetParentID() { return m_parentID; }
+  void SetParentID(const std::uint32_t& id) { m_parentID = id; }
+  /// Index of the pavement set.
+  [[nodiscard]] const std::uint8_t& GetPaveSetIdx() const { return m_paveSetIdx; }
+  [[nodiscard]] std::uint8_t& GetPaveSetIdx() { return m_paveSetIdx; }
+  void SetPaveSetIdx(const std::uint8_t& index) { m_paveSetIdx = index; }
+  /// Text of the cross-section type (attribute "xSectType", from edition 4.0 on).
+  [[nodiscard]] const CString& GetXSectType() const { return m_xSectType; }
+  [[nodiscard]] const Vorn_ComposedPntArray& GetComposedPntArray() const { return m_composedPntArray; }
+  [[nodiscard]] Vorn_ComposedPntArray& GetComposedPntArray() { return m_composedPntArray; }
+  void SetComposedPntArray(const Vorn_ComposedPntArray& points) { m_composedPntArray = points; }
+  [[nodiscard]] const Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() const { return m_formCtrlTargetArray; }
+  [[nodiscard]] Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() { return m_formCtrlTargetArray; }
+  void SetFormCtrlTargetArray(const Vorn_FormCtrlTargetArray& targets) { m_formCtrlTargetArray = targets; }
+  [[nodiscard]] const TargetPntCategory& GetCategory() const { return m_category; }
+  [[nodiscard]] TargetPntCategory& GetCategory() { return m_category; }
+  void SetCategory(const TargetPntCategory& category) { m_category = category; }
+  /// Non-zero: the form is written to documents.
+  [[nodiscard]] const std::int32_t& GetExport() const { return m_export; }
+  [[nodiscard]] std::int32_t& GetExport() { return m_export; }
+  void SetExport(const std::int32_t& exported) { m_export = exported; }
+
+  /// Whether this is the design surface.
+  [[nodiscard]] bool IsSurface() const { return m_serialID == 0; }
+  [[nodiscard]] bool IsStructure() const { return m_category == TargetPntCategory::Structure; }
+  /// Whether the form crosses another one on either side.
+  [[nodiscard]] bool IsCrossPoint() const { return m_crossLeft.GetDist().IsSet() || m_crossRight.GetDist().IsSet(); }
+  /// Whether a "Left Right" control target names points on two different sides. The first such target with a code
+  /// that is not found decides for false.
+  [[nodiscard]] bool IsRoadWL_R() const;
+
+  /// Side of the first point with that main code, ignoring case. The start point is never matched: it belongs to both
+  /// sides. `Unset` when there is none.
+  [[nodiscard]] VornLocation GetLRFromCode(const CString& code) const;
+  /// Appends the first code of every shoulder, toe or inner-outer target whose point lies on the side. Repeats stay.
+  void GetNoriCodeArray(VornLocation side, CStringArray& codes) const;
+
+  // Naming and typing; the points and the control targets follow.
+
+  /// @param regulate rename the form in its control targets too
+  void SetName(const CString& name, bool regulate);
+  void SetName(const CString& name, std::uint32_t nameID, VornComposedPnt::PntType pntType);
+  void SetNameID(std::uint32_t nameID, VornComposedPnt::PntType pntType);
+  void SetXSectType(const CString& text) { m_xSectType = text; }
+  void SetXSectType(const CString& text, std::uint32_t id);
+  /// The kind of earthwork that a form's name tells, as edition 2.0 has it, which writes no cross-section type:
+  /// "盛土工" for a name with "盛", otherwise "切土工" for one with "切" or "削", otherwise empty.
+  [[nodiscard]] static CString XSectTypeFromName(const CString& name);
+  /// Points whose two roles have one type get the identifier in both, the others in the main role only.
+  void SetXSectTypeID(std::uint32_t id);
+  /// Renames the form in every target point that carries its old name and its serial.
+  void RegulateFormCtrl(const CString& oldName, const CString& newName);
+  /// Creates the missing points of every control target, at the station dist (metres).
+  void ConvertFormCtrl(const NurReal& dist);
+  void ClearConnectInfo(bool clearCode);
+
+  // Geometry (build_form_geometry.cpp).
+
+  /// Recomputes the positions of all points from their input values, as the edition reads them. Each run of points of
+  /// one side chains from the start point; when the sides alternate, each run starts there again.
+  /// @param centerHeight height of the centre line in metres
+  /// @param dist, height receive the start point's input values when the form's type names a plan surface
+  void RegulateComposedPnt(const NurReal& centerHeight, NurReal& dist, NurReal& height);
+  /// Position of the first point with that main code, ignoring case, as (height, distance from the centre line);
+  /// false, and pos untouched, when there is none.
+  [[nodiscard]] bool GetPntFromCode(const CString& code, TamWorld2& pos) const;
+
+ private:
+  void ReadAttribute(std::string_view name, std::string_view value);
+
+  std::int32_t m_omitFlag = 0;
+  CString m_name;
+  std::int32_t m_exportForm = 1;
+  std::uint32_t m_serialID = 0xFFFFFFFF;
+  bool m_orgSurface = false;
+  std::uint32_t m_xSectTypeID = 0;
+  VornCrossPointInfo m_crossLeft;
+  VornCrossPointInfo m_crossRight;
+  std::uint32_t m_parentID = 0xFFFFFFFF;
+  std::uint8_t m_paveSetIdx = 0;
+  CString m_xSectType;
+  Vorn_ComposedPntArray m_composedPntArray;
+  Vorn_FormCtrlTargetArray m_formCtrlTargetArray;
+  TargetPntCategory m_category = TargetPntCategory::None;
+  std::int32_t m_export = 1;
+};

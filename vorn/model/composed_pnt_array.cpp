@@ -1,0 +1,269 @@
+#include "vorn/model/composed_pnt_array.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
+
+using DataType = VornComposedPnt::DataType;
+using PntType = VornComposedPnt::PntType;
+
+bool IsSlopeForm(const VornComposedPnt& point) {
+  return point.GetDataType() == DataType::Percent || point.GetDataType() == DataType::Rate;
+}
+
+/// Whether the recalculations may go on from a point: its type is known and its values are there.
+bool IsComplete(const VornComposedPnt& point) {
+  if (point.GetDataType() == DataType::WidthHeight) return point.GetX().IsSet() && point.GetY().IsSet();
+  if (IsSlopeForm(point)) return point.GetX().IsSet() && (point.GetRatio().IsSet() || point.GetPercent().IsSet());
+  return false;
+}
+
+}  // namespace
+
+// --- numbering -----------------------------------------------------------------------------------------------------
+
+void Vorn_ComposedPntArray::Number(VornComposedPnt& point) {
+  if (point.IsCenter()) {
+    point.SetSerialID(0);
+  } else if (point.GetSerialID() == kUnassigned) {
+    point.SetSerialID(m_nextSerialID++);
+  } else if (m_nextSerialID <= point.GetSerialID()) {
+    m_nextSerialID = point.GetSerialID() + 1;
+  }
+}
+
+int Vorn_ComposedPntArray::Add(const VornComposedPnt& point) { return Add(VornComposedPnt(point)); }
+
+int Vorn_ComposedPntArray::Add(VornComposedPnt&& point) {
+  Number(point);
+  return Vorn_Array::Add(std::move(point));
+}
+
+void Vorn_ComposedPntArray::InsertAt(int index, const VornComposedPnt& point) {
+  Vorn_Array::InsertAt(index, point);
+  Number(GetAt(index));
+}
+
+void Vorn_ComposedPntArray::SetAt(int index, const VornComposedPnt& point) {
+  Vorn_Array::SetAt(index, point);
+  Number(GetAt(index));
+}
+
+void Vorn_ComposedPntArray::Append(const Vorn_ComposedPntArray& other) {
+  // Fresh serials for all, so that two forms that are joined never share one: references by serial are not rewritten.
+  const int count = other.GetSize();
+  Reserve(GetSize() + count);
+  for (int i = 0; i < count; ++i) {
+    VornComposedPnt point = other[i];
+    point.SetSerialID(kUnassigned);
+    Add(std::move(point));
+  }
+}
+
+void Vorn_ComposedPntArray::SetSerialID(int index) { Number(GetAt(index)); }
+
+void Vorn_ComposedPntArray::RegulateSerialID() {
+  for (VornComposedPnt& point : *this) {
+    if (point.GetSerialID() == kUnassigned) point.SetSerialID(m_nextSerialID++);
+  }
+}
+
+// --- searches ------------------------------------------------------------------------------------------------------
+
+template <typename Matches>
+int Vorn_ComposedPntArray::FindFirst(Matches&& matches) const {
+  const auto found = std::find_if(begin(), end(), matches);
+  return found == end() ? -1 : static_cast<int>(found - begin());
+}
+
+int Vorn_ComposedPntArray::Find(const CString& code) const {
+  return FindFirst([&](const VornComposedPnt& point) { return point.GetCode() == code; });
+}
+
+int Vorn_ComposedPntArray::Find(std::uint32_t serialID) const {
+  return FindFirst([=](const VornComposedPnt& point) { return point.GetSerialID() == serialID; });
+}
+
+int Vorn_ComposedPntArray::FindOrg(std::uint32_t id) const {
+  return FindFirst([=](const VornComposedPnt& point) { return point.GetOrgID() == id; });
+}
+
+int Vorn_ComposedPntArray::FindParent(std::uint32_t id) const {
+  return FindFirst([=](const VornComposedPnt& point) { return point.GetParentID() == id; });
+}
+
+int Vorn_ComposedPntArray::FindID(std::uint32_t id) const {
+  return FindFirst([=](const VornComposedPnt& point) { return point.GetID() == id; });
+}
+
+int Vorn_ComposedPntArray::FindDrawID(std::uint32_t drawID) const {
+  if (drawID == 0) return 0;
+  return FindFirst([=](const VornComposedPnt& point) { return point.GetDrawID() == drawID; });
+}
+
+int Vorn_ComposedPntArray::FindPnt(std::uint32_t formID, PntType t) const {
+  return FindFirst([=](const VornComposedPnt& point) {
+    if (t != PntType::Both) return point.FormID(t) == formID;
+    return point.FormID(PntType::Main) == formID || point.FormID(PntType::Sub) == formID;
+  });
+}
+
+// --- sides and order -----------------------------------------------------------------------------------------------
+
+void Vorn_ComposedPntArray::GetLocationAreaIndex(VornLocation location, int& first, int& last) const {
+  first = FindFirst([=](const VornComposedPnt& point) { return point.GetLocation() == location; });
+  last = -1;
+  for (int i = GetUpperBound(); first >= 0 && last < 0; --i) {
+    if (GetAt(i).GetLocation() == location) last = i;
+  }
+}
+
+bool Vorn_ComposedPntArray::QueryIndexArray(VornIndexArray& left, VornIndexArray& right) const {
+  left.RemoveAll();
+  right.RemoveAll();
+  if (IsEmpty()) return false;
+  left.Add(0);
+  right.Add(0);
+  for (int i = 1; i < GetSize(); ++i) {
+    if (GetAt(i).IsLeft()) left.Add(i);
+    if (GetAt(i).IsRight()) right.Add(i);
+  }
+  return true;
+}
+
+bool Vorn_ComposedPntArray::QueryIndexArray(int& center, VornIndexArray& left, VornIndexArray& right) const {
+  center = -1;
+  left.RemoveAll();
+  right.RemoveAll();
+  if (IsEmpty()) return false;
+  for (int i = 0; i < GetSize(); ++i) {
+    switch (GetAt(i).GetLocation()) {
+      case VornLocation::Center:
+        center = i;
+        break;
+      case VornLocation::Left:
+        left.Add(i);
+        break;
+      case VornLocation::Right:
+        right.Add(i);
+        break;
+      default:
+        return false;
+    }
+  }
+  return true;
+}
+
+bool Vorn_ComposedPntArray::QueryIndexArrayLtoR(VornIndexArray& order) const {
+  order.RemoveAll();
+  if (IsEmpty()) return false;
+  order.SetSize(GetSize());
+  int front = 0;
+  int back = GetUpperBound();
+  for (int i = GetUpperBound(); i >= 0; --i) {
+    const VornComposedPnt& point = GetAt(i);
+    if (point.IsCenter() || point.IsLeft()) order[front++] = i;
+    if (point.IsRight()) order[back--] = i;
+  }
+  return true;
+}
+
+bool Vorn_ComposedPntArray::QueryTermIndex(int& first, int& last) const {
+  if (GetSize() < 2) return false;
+  VornIndexArray left;
+  VornIndexArray right;
+  QueryIndexArray(left, right);
+  const bool throughStart = GetAt(0).GetSeriesPnt();
+
+  // An end is the outermost point of its side; a side without points ends at the start point, or, when the polyline
+  // does not go on through that, at the innermost point of the other side.
+  const auto endOf = [&](const VornIndexArray& side, const VornIndexArray& otherSide, int& end) {
+    if (side.GetSize() > 1) {
+      end = side[side.GetUpperBound()];
+    } else if (throughStart) {
+      end = 0;
+    } else if (otherSide.GetSize() >= 3) {
+      end = otherSide[1];
+    } else {
+      return false;
+    }
+    return true;
+  };
+  return endOf(left, right, first) && endOf(right, left, last);
+}
+
+bool Vorn_ComposedPntArray::QueryTermPoint(VornComposedPnt& first, VornComposedPnt& last) const {
+  int firstIndex = 0;
+  int lastIndex = 0;
+  if (!QueryTermIndex(firstIndex, lastIndex)) return false;
+  first = GetAt(firstIndex);
+  last = GetAt(lastIndex);
+  return true;
+}
+
+bool Vorn_ComposedPntArray::QueryTermPoint(TamWorld2& first, TamWorld2& last) const {
+  int firstIndex = 0;
+  int lastIndex = 0;
+  if (!QueryTermIndex(firstIndex, lastIndex)) return false;
+  first = GetAt(firstIndex).Pos();
+  last = GetAt(lastIndex).Pos();
+  return true;
+}
+
+bool Vorn_ComposedPntArray::IsValidPointSubDetail(std::uint32_t serialID) const {
+  const int index = Find(serialID);
+  if (index < 0 || GetAt(index).IsCenter()) return false;
+  VornIndexArray left;
+  VornIndexArray right;
+  QueryIndexArray(left, right);
+  const VornIndexArray& side = GetAt(index).IsLeft() ? left : right;
+  const auto place = std::find(side.begin(), side.end(), index);
+  if (place == side.end() || place + 1 == side.end()) return false;
+  const VornComposedPnt& point = GetAt(index);
+  const VornComposedPnt& neighbour = GetAt(*(place + 1));
+  return neighbour.GetXSectType(PntType::Main) == point.GetXSectType(PntType::Sub) &&
+         neighbour.GetXSectNameID(PntType::Main) == point.GetXSectNameID(PntType::Sub);
+}
+
+// --- recalculation -------------------------------------------------------------------------------------------------
+
+void Vorn_ComposedPntArray::RecalcDistFromCL(bool left, const NurReal& offset) {
+  const VornLocation side = left ? VornLocation::Left : VornLocation::Right;
+  const double outward = left ? -1.0 : 1.0;
+  // The outward distance that the next width starts from. The start distance is signed, so outward it counts
+  // negatively on the left.
+  double running = 0.0;
+  bool started = false;
+  for (VornComposedPnt& point : *this) {
+    if (point.GetLocation() != side) continue;
+    const double start = started ? running : outward * offset.Value();
+    if (point.GetX().IsSet()) point.SetCLDist(outward * (start + point.GetX().Value()));
+    if (IsComplete(point)) running = start + point.GetX().Value();
+    started = true;
+  }
+}
+
+void Vorn_ComposedPntArray::RecalcHeight(bool left, const NurReal& base) {
+  const VornLocation side = left ? VornLocation::Left : VornLocation::Right;
+  double running = base.Value();
+  double probed = running;
+  for (VornComposedPnt& point : *this) {
+    if (point.GetLocation() != side) continue;
+    const bool known = point.GetDataType() == DataType::WidthHeight || IsSlopeForm(point);
+    if (!known) {
+      // Directly behind a complete slope point the value probed last is that point's X, not a height: intended.
+      if (point.GetY().IsSet()) point.SetGh(point.GetY().Value() + probed);
+      probed = running;
+      continue;
+    }
+    const bool complete = IsComplete(point);
+    if (complete || point.GetY().IsSet()) {
+      point.SetGh(running + point.GetY().Value());
+    }
+    if (complete) running = point.GetGh().Value();
+    probed = complete && IsSlopeForm(point) ? point.GetX().Value() : running;
+  }
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vorn/framework/array.h"
+#include "vorn/model/composed_pnt.h"
+
+/// A list of indices into a point array.
+using VornIndexArray = KelArraySerial<int>;
+
+/// The points of one build form, in the order of the document: the first point is the start of the form (on a road
+/// surface the centre point), after it come the points of both sides in any interleaving, each side from the centre
+/// outward.
+///
+/// Every point that comes in through `Add`, `InsertAt` or `SetAt` is numbered: a centre point gets serial 0, a point
+/// without a serial the next one, and one that brings its own raises the next serial above it.
+class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
+ public:
+  [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::TwoOrMore; }
+  [[nodiscard]] CString tagName() const override { return "tsf:ComposedPnt"; }
+
+  /// At least two points, or with single at least one.
+  [[nodiscard]] bool IsValid(bool single) const { return GetSize() >= (single ? 1 : 2); }
+
+  int Add(const VornComposedPnt& point);
+  int Add(VornComposedPnt&& point);
+  void InsertAt(int index, const VornComposedPnt& point);
+  void SetAt(int index, const VornComposedPnt& point);
+  /// Appends copies that all get fresh serials.
+  void Append(const Vorn_ComposedPntArray& other);
+  /// Numbers the point at index.
+  void SetSerialID(int index);
+  /// Numbers every point without a serial, centre points included.
+  void RegulateSerialID();
+  /// The serial that the next point receives; 1 in a new array, and never lowered.
+  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
+
+  // Searches give the index of the first point found, -1 when there is none.
+
+  /// By main code, exactly.
+  [[nodiscard]] int Find(const CString& code) const;
+  [[nodiscard]] int Find(const char* code) const { return Find(CString(code)); }
+  [[nodiscard]] int Find(std::uint32_t serialID) const;
+  [[nodiscard]] int FindOrg(std::uint32_t id) const;
+  [[nodiscard]] int FindParent(std::uint32_t id) const;
+  [[nodiscard]] int FindID(std::uint32_t id) const;
+  /// 0 for a drawing identifier of 0, without a search and even in an empty array: callers take 0 for "the form
+  /// itself", and rely on it.
+  [[nodiscard]] int FindDrawID(std::uint32_t drawID) const;
+  /// By the form identifier of a role; `Both` tries main, then sub, of each point.
+  [[nodiscard]] int FindPnt(std::uint32_t formID, VornComposedPnt::PntType t) const;
+
+  /// First and last index of the points on a side; both -1 when there is none.
+  void GetLocationAreaIndex(VornLocation location, int& first, int& last) const;
+  /// The indices of each side from the start point outward; the start point begins both lists, points without a side
+  /// are left out. False for an empty array.
+  bool QueryIndexArray(VornIndexArray& left, VornIndexArray& right) const;
+  /// The centre point (the last one; -1 without one) and the indices of each side. False for an empty array, and at
+  /// the first point without a side, where the lists hold what was found so far.
+  bool QueryIndexArray(int& center, VornIndexArray& left, VornIndexArray& right) const;
+  /// The indices from the leftmost point to the rightmost. Points without a side leave zeros in the middle. False for
+  /// an empty array.
+  bool QueryIndexArrayLtoR(VornIndexArray& order) const;
+  /// The two end points of the polyline; false when it has fewer than two points, or when it does not go on through
+  /// the start point and its one side is too short.
+  bool QueryTermPoint(VornComposedPnt& first, VornComposedPnt& last) const;
+  /// As above, as (distance from the centre line, height).
+  bool QueryTermPoint(TamWorld2& first, TamWorld2& last) const;
+  /// Whether a separation point's sub record agrees with the main record of its outward neighbour.
+  [[nodiscard]] bool IsValidPointSubDetail(std::uint32_t serialID) const;
+
+  /// Recomputes the distances from the centre line of one side from the widths X, outward from offset (metres,
+  /// signed). X counts as a width and Y as a height difference whatever the data type: intended.
+  void RecalcDistFromCL(bool left, const NurReal& offset);
+  /// Recomputes the heights of one side from the height differences Y, from base (metres) on, reading X and Y alike.
+  void RecalcHeight(bool left, const NurReal& base);
+
+ private:
+  void Number(VornComposedPnt& point);
+  [[nodiscard]] bool QueryTermIndex(int& first, int& last) const;
+  template <typename Matches>
+  [[nodiscard]] int FindFirst(Matches&& matches) const;
+
+  std::uint32_t m_nextSerialID = 1;
+};

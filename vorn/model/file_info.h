@@ -1,0 +1,38 @@
+#pragma once
+
+#include "vorn/framework/array.h"
+#include "vorn/framework/base.h"
+
+/// When a document was created and last changed, with a free note: element "tsf:FileInfo", from edition 4.0 on.
+class VornFileInfo : public Vorn_Base {
+ public:
+  VornFileInfo();
+
+  /// The note rides on the change date: without one it is not written. Documents have been written so from the start.
+  bool toXML(PimIterator* cursor) override;
+  bool fromXML(PimIterator* cursor) override;
+  /// The creation date is valid.
+  [[nodiscard]] bool IsEnable() const override { return m_createDate.GetStatus() == COleDateTime::valid; }
+
+  [[nodiscard]] const COleDateTime& GetCreateDate() const { return m_createDate; }
+  [[nodiscard]] COleDateTime& GetCreateDate() { return m_createDate; }
+  void SetCreateDate(const COleDateTime& date) { m_createDate = date; }
+  [[nodiscard]] const COleDateTime& GetChangeDate() const { return m_changeDate; }
+  [[nodiscard]] COleDateTime& GetChangeDate() { return m_changeDate; }
+  void SetChangeDate(const COleDateTime& date) { m_changeDate = date; }
+  [[nodiscard]] const CString& GetNote() const { return m_note; }
+  [[nodiscard]] CString& GetNote() { return m_note; }
+  void SetNote(const CString& note) { m_note = note; }
+
+ private:
+  COleDateTime m_createDate;
+  COleDateTime m_changeDate;
+  CString m_note;
+};
+
+/// The file information of a document.
+class VornFileInfoArray : public Vorn_Array<VornFileInfo> {
+ public:
+  [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::OneOrMore; }
+  [[nodiscard]] CString tagName() const override { return "tsf:FileInfo"; }
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "vorn/framework/array.h"
+#include "vorn/framework/base.h"
+
+/// A presentation point of old project archives: distance from the centre line and height of the existing ground. It
+/// has no form in documents.
+class VornPresPoint : public Vorn_Base {
+ public:
+  [[nodiscard]] const NurReal& GetFirst() const { return m_first; }
+  [[nodiscard]] NurReal& GetFirst() { return m_first; }
+  [[nodiscard]] const NurReal& GetSecond() const { return m_second; }
+  [[nodiscard]] NurReal& GetSecond() { return m_second; }
+
+ private:
+  NurReal m_first;
+  NurReal m_second;
+};

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vorn/framework/array.h"
+#include "vorn/framework/base.h"
+#include "vorn/model/build_form_array.h"
+#include "vorn/model/existing_build_form.h"
+
+/// One design cross section at one station of the centre line: its build forms and, from edition 4.0 on, the existing
+/// ground measured there. Element "tsf:XSection".
+class VornXSection : public Vorn_Base {
+ public:
+  VornXSection();
+
+  bool toXML(PimIterator* cursor) override;
+  bool fromXML(PimIterator* cursor) override;
+  /// The station is set, and there is at least one build form, each enabled.
+  [[nodiscard]] bool IsEnable() const override;
+
+  /// Non-zero: the existing ground is written to documents. Reading sets it.
+  [[nodiscard]] const std::int32_t& GetExistingFlag() const { return m_existingFlag; }
+  void SetExistingFlag(const std::int32_t& flag) { m_existingFlag = flag; }
+  /// Section identifier of the project archive; 0xFFFFFFFF when unassigned.
+  [[nodiscard]] const std::uint32_t& GetSectionID() const { return m_sectionID; }
+  void SetSectionID(const std::uint32_t& id) { m_sectionID = id; }
+  [[nodiscard]] const CString& GetName() const { return m_name; }
+  [[nodiscard]] CString& GetName() { return m_name; }
+  void SetName(const CString& name) { m_name = name; }
+  /// Whether this is an as-built control section.
+  [[nodiscard]] const bool& GetControlSect() const { return m_controlSect; }
+  [[nodiscard]] bool& GetControlSect() { return m_controlSect; }
+  void SetControlSect(const bool& controlSect) { m_controlSect = controlSect; }
+  /// Whether the shape of the section changes here: the section behind the change carries the flag.
+  [[nodiscard]] const bool& GetXSectChg() const { return m_xSectChg; }
+  [[nodiscard]] bool& GetXSectChg() { return m_xSectChg; }
+  void SetXSectChg(const bool& xSectChg) { m_xSectChg = xSectChg; }
+  /// Height of the centre line in metres.
+  [[nodiscard]] const NurReal& GetHeight() const { return m_height; }
+  /// The mutable getter keeps the spelling that hosts call.
+  [[nodiscard]] NurReal& GetHeigt() { return m_height; }
+  void SetHeight(const NurReal& height) { m_height = height; }
+  /// The station: cumulative distance along the centre line in metres.
+  [[nodiscard]] const NurReal& GetCumulativeDist() const { return m_cumulativeDist; }
+  [[nodiscard]] NurReal& GetCumulativeDist() { return m_cumulativeDist; }
+  void SetCumulativeDist(const NurReal& dist) { m_cumulativeDist = dist; }
+  [[nodiscard]] const Vorn_BuildFormArray& GetBuildFormArray() const { return m_buildFormArray; }
+  [[nodiscard]] Vorn_BuildFormArray& GetBuildFormArray() { return m_buildFormArray; }
+  void SetBuildFormArray(const Vorn_BuildFormArray& forms) { m_buildFormArray = forms; }
+  /// Shift of the section in metres, upward and sideways.
+  [[nodiscard]] const NurReal& GetShiftGH() const { return m_shiftGH; }
+  [[nodiscard]] NurReal& GetShiftGH() { return m_shiftGH; }
+  void SetShiftGH(const NurReal& shift) { m_shiftGH = shift; }
+  [[nodiscard]] const NurReal& GetShiftDist() const { return m_shiftDist; }
+  [[nodiscard]] NurReal& GetShiftDist() { return m_shiftDist; }
+  void SetShiftDist(const NurReal& shift) { m_shiftDist = shift; }
+  [[nodiscard]] const VornExistingBuildFormArray& GetExistingBuildFormArray() const { return m_existingBuildFormArray; }
+  [[nodiscard]] VornExistingBuildFormArray& GetExistingBuildFormArray() { return m_existingBuildFormArray; }
+  void SetExistingBuildFormArray(const VornExistingBuildFormArray& forms) { m_existingBuildFormArray = forms; }
+  /// Kept as the document writes it, not converted.
+  [[nodiscard]] const CString& GetDirectionAngle() const { return m_directionAngle; }
+  [[nodiscard]] CString& GetDirectionAngle() { return m_directionAngle; }
+  void SetDirectionAngle(const CString& angle) { m_directionAngle = angle; }
+  [[nodiscard]] const CString& GetTargetPntID() const { return m_targetPntID; }
+  [[nodiscard]] CString& GetTargetPntID() { return m_targetPntID; }
+  void SetTargetPntID(const CString& id) { m_targetPntID = id; }
+
+  /// Index of the first build form of that name (exactly) that, when pointName is given, has a point of that code;
+  /// -1 when there is none.
+  [[nodiscard]] int Find(const CString& formName, const CString* pointName) const;
+  /// The form that `Find` finds. Without one and without a pointName, the first form when any of its points carries
+  /// formName as cross-section name in either role. Otherwise null.
+  [[nodiscard]] VornBuildForm* GetBuildForm(const CString& formName, const CString* pointName);
+  /// Main code of the first form's point with that serial; empty when there is none. Only the first form is searched.
+  [[nodiscard]] CString FindNameFromID(std::uint32_t serialID) const;
+  /// Whether a form has that cross-section type and that name.
+  [[nodiscard]] bool IsUsedBuildName(const CString& xsectType, const CString& formName) const;
+  /// Renames every form of that type and name, with its control targets.
+  void RenameBuildForm(const CString& xsectType, const CString& oldName, const CString& newName);
+
+ private:
+  void ReadAttribute(std::string_view name, std::string_view value);
+
+  std::int32_t m_existingFlag = 0;
+  std::uint32_t m_sectionID = 0xFFFFFFFF;
+  CString m_name;
+  bool m_controlSect = false;
+  bool m_xSectChg = false;
+  NurReal m_height;
+  NurReal m_cumulativeDist;
+  Vorn_BuildFormArray m_buildFormArray;
+  NurReal m_shiftGH = 0.0;
+  NurReal m_shiftDist = 0.0;
+  VornExistingBuildFormArray m_existingBuildFormArray;
+  CString m_directionAngle;
+  CString m_targetPntID;
+};
+
+/// The cross sections of a set, ordered by station.
+class Vorn_XSectionArray : public Vorn_Array<VornXSection> {
+ public:
+  [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::OneOrMore; }
+  [[nodiscard]] CString tagName() const override { return "tsf:XSection"; }
+
+  /// Index of the first section less than 1e-6 m from the station; -1 when there is none.
+  [[nodiscard]] int Find(const double& station) const;
+  /// Inserts a copy in the order of stations, behind a section at the same station (within 1e-6 m). Always true.
+  bool Insert(const VornXSection& section);
+  /// The sections on either side of a station. False when the station lies on a section (both outputs null), before
+  /// the first (before keeps what the caller passed: pass null) or behind the last section (after is untouched).
+  bool QueryNearSection(const double& station, VornXSection*& before, VornXSection*& after);
+  /// Whether any section has a form of that cross-section type and name.
+  [[nodiscard]] bool IsUsedBuildName(const CString& xsectType, const CString& formName) const;
+};

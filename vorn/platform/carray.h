@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "vorn/platform/cstring.h"
+#include "vorn/platform/exceptions.h"
+
+/// The framework's dynamic array: elements by value, indices from 0, `int` counts. An index outside the array throws
+/// `CInvalidArgException`. Elements move when the array grows or is rebuilt.
+template <typename Type, typename ArgType = const Type&>
+class CArray {
+ public:
+  CArray() = default;
+  CArray(const CArray&) = default;
+  CArray(CArray&&) noexcept = default;
+  CArray& operator=(const CArray&) = default;
+  CArray& operator=(CArray&&) noexcept = default;
+  virtual ~CArray() = default;
+
+  [[nodiscard]] int GetSize() const { return static_cast<int>(m_items.size()); }
+  [[nodiscard]] int GetCount() const { return GetSize(); }
+  [[nodiscard]] int GetUpperBound() const { return GetSize() - 1; }
+  [[nodiscard]] bool IsEmpty() const { return m_items.empty(); }
+  /// Cuts or fills up with default elements; a negative size throws `CInvalidArgException`.
+  void SetSize(int size) {
+    if (size < 0) throw CInvalidArgException();
+    m_items.resize(static_cast<std::size_t>(size));
+  }
+  /// Makes room for a number of elements without adding any.
+  void Reserve(int size) {
+    if (size > 0) m_items.reserve(static_cast<std::size_t>(size));
+  }
+  void RemoveAll() { m_items.clear(); }
+
+  [[nodiscard]] Type& GetAt(int index) { return m_items[Checked(index)]; }
+  [[nodiscard]] const Type& GetAt(int index) const { return m_items[Checked(index)]; }
+  Type& operator[](int index) { return GetAt(index); }
+  const Type& operator[](int index) const { return GetAt(index); }
+  void SetAt(int index, ArgType item) { GetAt(index) = item; }
+  /// As `SetAt`, and grows the array when index lies behind its end.
+  void SetAtGrow(int index, ArgType item) {
+    if (index >= GetSize()) SetSize(index + 1);
+    SetAt(index, item);
+  }
+
+  /// Appends, and returns the index of the new element.
+  int Add(ArgType item) {
+    m_items.push_back(item);
+    return GetUpperBound();
+  }
+  int Add(Type&& item) requires(!std::is_same_v<ArgType, Type>) {
+    m_items.push_back(std::move(item));
+    return GetUpperBound();
+  }
+  /// Appends all elements of another array, and returns the index of the first of them.
+  int Append(const CArray& other) {
+    const int first = GetSize();
+    if (&other == this) {
+      const CArray copy(other);
+      return Append(copy);
+    }
+    m_items.insert(m_items.end(), other.m_items.begin(), other.m_items.end());
+    return first;
+  }
+  void Copy(const CArray& other) { m_items = other.m_items; }
+
+  /// Inserts before index; an index behind the end first grows the array.
+  void InsertAt(int index, ArgType item, int count = 1) {
+    if (index < 0 || count < 0) throw CInvalidArgException();
+    if (index > GetSize()) SetSize(index);
+    m_items.insert(m_items.begin() + index, static_cast<std::size_t>(count), item);
+  }
+  /// Removes count elements from index on; the later ones move down.
+  void RemoveAt(int index, int count = 1) {
+    if (index < 0 || count < 0 || index > GetSize() - count) throw CInvalidArgException();
+    m_items.erase(m_items.begin() + index, m_items.begin() + index + count);
+  }
+
+  [[nodiscard]] Type* GetData() { return m_items.data(); }
+  [[nodiscard]] const Type* GetData() const { return m_items.data(); }
+
+  [[nodiscard]] auto begin() { return m_items.begin(); }
+  [[nodiscard]] auto end() { return m_items.end(); }
+  [[nodiscard]] auto begin() const { return m_items.begin(); }
+  [[nodiscard]] auto end() const { return m_items.end(); }
+
+  friend bool operator==(const CArray& a, const CArray& b) requires requires(const Type& x) { x == x; }
+  { return a.m_items == b.m_items; }
+
+ private:
+  [[nodiscard]] std::size_t Checked(int index) const {
+    if (index < 0 || index >= GetSize()) throw CInvalidArgException();
+    return static_cast<std::size_t>(index);
+  }
+
+  std::vector<Type> m_items;
+};
+
+/// The framework's array of texts.
+using CStringArray = CArray<CString>;

@@ -1,0 +1,108 @@
+#include "vorn/platform/cstring.h"
+
+#include <algorithm>
+
+#include "vorn/platform/code_page_932.h"
+#include "vorn/platform/exceptions.h"
+
+namespace {
+
+constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+constexpr unsigned char Lower(unsigned char byte) {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
+}
+
+constexpr unsigned char Upper(unsigned char byte) {
+  return byte >= 'a' && byte <= 'z' ? static_cast<unsigned char>(byte - ('a' - 'A')) : byte;
+}
+
+constexpr unsigned char Byte(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
+
+template <typename Fold>
+void FoldSingleBytes(std::string& text, Fold fold) {
+  for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
+    length = code_page_932::CharacterLength(text, at);
+    if (length == 1) text[at] = static_cast<char>(fold(Byte(text, at)));
+  }
+}
+
+/// A position or count of the interface as an index that is no further than the end.
+std::size_t Cut(int position, std::size_t size) {
+  return position <= 0 ? 0 : std::min(static_cast<std::size_t>(position), size);
+}
+
+std::size_t CheckedIndex(int index, std::size_t size) {
+  if (index < 0 || static_cast<std::size_t>(index) >= size) throw CInvalidArgException();
+  return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+char CString::GetAt(int index) const { return m_text[CheckedIndex(index, m_text.size())]; }
+
+void CString::SetAt(int index, char byte) { m_text[CheckedIndex(index, m_text.size())] = byte; }
+
+int CString::Compare(std::string_view other) const { return View().compare(other); }
+
+int CString::CompareNoCase(std::string_view other) const {
+  const std::string_view text = View();
+  const std::size_t common = std::min(text.size(), other.size());
+  for (std::size_t at = 0; at < common; ++at) {
+    const bool single = code_page_932::CharacterLength(text, at) == 1 && code_page_932::CharacterLength(other, at) == 1;
+    const int difference = single ? Lower(Byte(text, at)) - Lower(Byte(other, at)) : Byte(text, at) - Byte(other, at);
+    if (difference != 0) return difference;
+    if (single || ++at == common) continue;
+    if (const int trail = Byte(text, at) - Byte(other, at); trail != 0) return trail;
+  }
+  return text.size() == other.size() ? 0 : text.size() < other.size() ? -1 : 1;
+}
+
+int CString::Find(std::string_view part, int start) const {
+  if (start < 0 || static_cast<std::size_t>(start) > m_text.size()) return -1;
+  std::size_t at = m_text.find(part, static_cast<std::size_t>(start));
+  while (at != std::string::npos && !code_page_932::IsCharacterStart(m_text, at)) at = m_text.find(part, at + 1);
+  return at == std::string::npos ? -1 : static_cast<int>(at);
+}
+
+int CString::ReverseFind(char byte) const {
+  const auto isSingleByte = [this](std::size_t at) {
+    return code_page_932::IsCharacterStart(m_text, at) && code_page_932::CharacterLength(m_text, at) == 1;
+  };
+  std::size_t at = m_text.rfind(byte);
+  while (at != std::string::npos && !isSingleByte(at)) at = at == 0 ? std::string::npos : m_text.rfind(byte, at - 1);
+  return at == std::string::npos ? -1 : static_cast<int>(at);
+}
+
+CString CString::Left(int count) const { return View().substr(0, Cut(count, m_text.size())); }
+
+CString CString::Right(int count) const { return View().substr(m_text.size() - Cut(count, m_text.size())); }
+
+CString CString::Mid(int first) const { return View().substr(Cut(first, m_text.size())); }
+
+CString CString::Mid(int first, int count) const {
+  return View().substr(Cut(first, m_text.size()), Cut(count, m_text.size()));
+}
+
+CString& CString::Trim() { return TrimRight().TrimLeft(); }
+
+CString& CString::TrimLeft() {
+  m_text.erase(0, std::min(m_text.find_first_not_of(kWhiteSpace), m_text.size()));
+  return *this;
+}
+
+CString& CString::TrimRight() {
+  // White space is no trail byte, so looking at bytes is enough.
+  m_text.erase(m_text.find_last_not_of(kWhiteSpace) + 1);
+  return *this;
+}
+
+CString& CString::MakeUpper() {
+  FoldSingleBytes(m_text, Upper);
+  return *this;
+}
+
+CString& CString::MakeLower() {
+  FoldSingleBytes(m_text, Lower);
+  return *this;
+}

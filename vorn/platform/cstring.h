@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// Text in code page 932, one byte or two bytes a character: the text type of the whole model and its archive.
+///
+/// A source-compatible subset of the framework's 8-bit string. Positions and lengths count bytes, as there.
+/// Comparison is byte-exact; searching and case folding respect double-byte characters: a match never begins
+/// inside a character and the second byte of a character is never folded. Conversion to and from UTF-8 is the
+/// host's business (`vorn/platform/code_page_932.h`).
+class CString {
+ public:
+  CString() = default;
+  CString(const char* text) : m_text(text != nullptr ? text : "") {}  // NOLINT(google-explicit-constructor)
+  CString(std::string_view text) : m_text(text) {}                    // NOLINT(google-explicit-constructor)
+  explicit CString(std::string&& text) noexcept : m_text(std::move(text)) {}
+  CString(const char* text, int length) : m_text(text, static_cast<std::size_t>(length)) {}
+
+  CString& operator=(const char* text) {
+    m_text.assign(text != nullptr ? text : "");
+    return *this;
+  }
+  CString& operator=(std::string_view text) {
+    m_text.assign(text);
+    return *this;
+  }
+
+  [[nodiscard]] int GetLength() const { return static_cast<int>(m_text.size()); }
+  [[nodiscard]] bool IsEmpty() const { return m_text.empty(); }
+  void Empty() { m_text.clear(); }
+
+  /// The byte at a position; a position outside the text throws `CInvalidArgException`.
+  [[nodiscard]] char GetAt(int index) const;
+  char operator[](int index) const { return GetAt(index); }
+  void SetAt(int index, char byte);
+
+  [[nodiscard]] const char* GetString() const { return m_text.c_str(); }
+  operator const char*() const { return m_text.c_str(); }  // NOLINT(google-explicit-constructor)
+  /// The bytes without a copy, valid until the text changes.
+  [[nodiscard]] std::string_view View() const { return m_text; }
+
+  CString& operator+=(const CString& text) {
+    m_text += text.m_text;
+    return *this;
+  }
+  CString& operator+=(const char* text) {
+    if (text != nullptr) m_text += text;
+    return *this;
+  }
+  CString& operator+=(std::string_view text) {
+    m_text += text;
+    return *this;
+  }
+  CString& operator+=(char byte) {
+    m_text += byte;
+    return *this;
+  }
+
+  /// Negative, zero or positive, by unsigned bytes.
+  [[nodiscard]] int Compare(std::string_view other) const;
+  /// As `Compare`, with the letters A to Z (single-byte) folded.
+  [[nodiscard]] int CompareNoCase(std::string_view other) const;
+
+  /// Position of the first occurrence at or after start that begins on a character; -1 when there is none.
+  [[nodiscard]] int Find(std::string_view part, int start = 0) const;
+  /// Position of the last occurrence of a single-byte character; -1 when there is none.
+  [[nodiscard]] int ReverseFind(char byte) const;
+
+  /// Parts by bytes; a count or position past the end is cut to the end, a negative one counts as 0.
+  [[nodiscard]] CString Left(int count) const;
+  [[nodiscard]] CString Right(int count) const;
+  [[nodiscard]] CString Mid(int first) const;
+  [[nodiscard]] CString Mid(int first, int count) const;
+
+  /// Removes leading and trailing ASCII white space.
+  CString& Trim();
+  CString& TrimLeft();
+  CString& TrimRight();
+  CString& MakeUpper();
+  CString& MakeLower();
+
+  friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
+  friend bool operator==(const CString& a, const char* b) { return a.m_text == b; }
+  friend bool operator==(const CString& a, std::string_view b) { return a.m_text == b; }
+  friend bool operator<(const CString& a, const CString& b) { return a.Compare(b.View()) < 0; }
+  friend CString operator+(const CString& a, const CString& b) { return CString(a.m_text + b.m_text); }
+  friend CString operator+(const CString& a, const char* b) { return CString(a.m_text + b); }
+  friend CString operator+(const char* a, const CString& b) { return CString(a + b.m_text); }
+
+ private:
+  std::string m_text;
+};

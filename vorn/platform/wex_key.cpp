@@ -1,0 +1,97 @@
+#include "vorn/platform/wex_key.h"
+
+#include <mutex>
+#include <utility>
+
+namespace {
+
+struct ApplicationRoot {
+  std::shared_ptr<WexStore> store = std::make_shared<WexMemoryStore>();
+  CString path;
+};
+
+/// The process's root, guarded because a host may read settings from a working thread.
+class ApplicationRootHolder {
+ public:
+  static ApplicationRootHolder& Instance() {
+    static ApplicationRootHolder holder;
+    return holder;
+  }
+
+  [[nodiscard]] ApplicationRoot Get() const {
+    const std::scoped_lock lock(m_mutex);
+    return m_root;
+  }
+
+  void Set(ApplicationRoot root) {
+    const std::scoped_lock lock(m_mutex);
+    m_root = std::move(root);
+  }
+
+ private:
+  mutable std::mutex m_mutex;
+  ApplicationRoot m_root;
+};
+
+std::string_view ViewOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+
+CString Join(const CString& parent, std::string_view subKey) {
+  if (parent.IsEmpty()) return subKey;
+  CString path = parent;
+  if (!subKey.empty()) (path += WexStore::kSeparator) += subKey;
+  return path;
+}
+
+}  // namespace
+
+bool WexKey::Locate(const WexKey* parent, const char* subKey) {
+  // Built aside, because a key may be opened below itself.
+  ApplicationRoot origin =
+      parent == nullptr ? ApplicationRootHolder::Instance().Get() : ApplicationRoot{parent->m_store, parent->m_path};
+  m_path = Join(origin.path, ViewOf(subKey));
+  m_store = std::move(origin.store);
+  return IsOpen();
+}
+
+bool WexKey::Open(const WexKey* parent, const char* subKey) {
+  const bool opened = Locate(parent, subKey) && m_store->KeyExists(m_path.View());
+  if (!opened) Close();
+  return opened;
+}
+
+bool WexKey::Create(const WexKey* parent, const char* subKey) {
+  const bool created = Locate(parent, subKey) && m_store->CreateKey(m_path.View());
+  if (!created) Close();
+  return created;
+}
+
+void WexKey::Close() {
+  m_store.reset();
+  m_path.Empty();
+}
+
+std::int32_t WexKey::GetInt(const char* name, std::int32_t defaultValue) const {
+  return IsOpen() ? m_store->ReadInt(m_path.View(), ViewOf(name)).value_or(defaultValue) : defaultValue;
+}
+
+CString WexKey::GetString(const char* name, const char* defaultValue) const {
+  return IsOpen() ? m_store->ReadString(m_path.View(), ViewOf(name)).value_or(defaultValue) : CString(defaultValue);
+}
+
+bool WexKey::SetInt(const char* name, std::int32_t value) {
+  return IsOpen() && m_store->WriteInt(m_path.View(), ViewOf(name), value);
+}
+
+bool WexKey::SetString(const char* name, const char* value) {
+  return IsOpen() && m_store->WriteString(m_path.View(), ViewOf(name), ViewOf(value));
+}
+
+void WexSetApplicationStore(std::shared_ptr<WexStore> store, std::string_view rootPath) {
+  ApplicationRoot root{std::move(store), rootPath};
+  if (root.store == nullptr) root.store = std::make_shared<WexMemoryStore>();
+  ApplicationRootHolder::Instance().Set(std::move(root));
+}
+
+bool WexGetApplicationSubKey(WexKey* key, const char* subKey, const WexKey* parent) {
+  return key != nullptr && key->Create(parent, subKey);
+}

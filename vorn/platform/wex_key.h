@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "vorn/platform/cstring.h"
+#include "vorn/platform/wex_store.h"
+
+/// A settings key of the host application: named integers and texts that outlast a session.
+///
+/// A key starts closed. On a closed key reading gives the default and writing gives false, so a caller who is content
+/// with the defaults need not ask whether a key could be opened.
+class WexKey {
+ public:
+  /// Opens a key below the parent, or below the application's own key when there is no parent. False, with this key
+  /// closed, when there is no such key or the parent is closed. The sub-key may be several names deep; an empty one
+  /// is the parent itself.
+  bool Open(const WexKey* parent, const char* subKey);
+  /// As `Open`, but creates the key if it does not exist.
+  bool Create(const WexKey* parent, const char* subKey);
+  void Close();
+  [[nodiscard]] bool IsOpen() const { return m_store != nullptr; }
+
+  /// The value of a name; the default when there is none, or when what is stored is not of this kind.
+  [[nodiscard]] std::int32_t GetInt(const char* name, std::int32_t defaultValue) const;
+  [[nodiscard]] CString GetString(const char* name, const char* defaultValue) const;
+
+  /// Stores a value; false when it could not be stored.
+  bool SetInt(const char* name, std::int32_t value);
+  bool SetString(const char* name, const char* value);
+
+ private:
+  /// Points the key at a path without asking whether it exists; false when the parent is closed.
+  bool Locate(const WexKey* parent, const char* subKey);
+
+  std::shared_ptr<WexStore> m_store;
+  CString m_path;
+};
+
+/// Installs the process's settings store and the path of the application's own key in it. Until then settings are
+/// kept in memory only. Keys that are open stay in the store they were opened in.
+void WexSetApplicationStore(std::shared_ptr<WexStore> store, std::string_view rootPath);
+
+/// Opens a sub-key of the parent, or of the application's own key when there is no parent, and creates it if needed.
+bool WexGetApplicationSubKey(WexKey* key, const char* subKey, const WexKey* parent);
