@@ -78,6 +78,7 @@ struct TemporaryFile {
 std::string ReadFile(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) Fail(path, "cannot be opened", error.value());
   if (!fs::exists(status)) throw DocumentError(path.string() + ": there is no such file");
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
 

@@ -10,10 +10,11 @@
 
 namespace pugi {
 class xml_document;
-class xml_node;
 }  // namespace pugi
 
 namespace vorn_host {
+
+struct CarriedItem;
 
 /// What a document holds and the library does not model: unknown elements, attributes, comments and processing
 /// instructions, each with the place where it stood. It is put back there when the document is written again.
@@ -34,9 +35,8 @@ class CarriedContent {
   /// @param sets the sets read from it: their cross sections may stand in another order than in the document
   /// @param edition20 whether it was read as edition 2.0, where control targets hold text and no points
   void Collect(const pugi::xml_document& source, const Vorn_XSectionsArray& sets, bool edition20);
-  /// Puts everything back into a document that was just written from the model.
-  /// @returns what had no place in it any more
-  std::vector<Row> Restore(pugi::xml_document& target, const Vorn_XSectionsArray& sets) const;
+  /// What is carried over, in the order of the document.
+  [[nodiscard]] const std::vector<CarriedItem>& Items() const;
 
   /// Tag of the document's root; empty for a new document.
   [[nodiscard]] const std::string& RootTag() const;
@@ -50,7 +50,7 @@ class CarriedContent {
   [[nodiscard]] const std::vector<int>& SectionOrder(int set) const;
 
   [[nodiscard]] bool IsEmpty() const { return Rows().empty(); }
-  /// What is carried over, in the order of the document.
+  /// The items by name and number, in the order of the document, attributes of the root included.
   [[nodiscard]] std::vector<Row> Rows() const;
   /// Whether road geometry ("rgm:" elements) is among it.
   [[nodiscard]] bool HasRoadGeometry() const;
@@ -67,5 +67,8 @@ class CarriedContent {
 
 /// "rgm:RoadGm, comment (3)".
 [[nodiscard]] std::string Describe(const std::vector<CarriedContent::Row>& rows);
+
+/// Adds one to the row of that name, or a new row.
+void AddRow(std::vector<CarriedContent::Row>& rows, const std::string& name);
 
 }  // namespace vorn_host

@@ -2,25 +2,30 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstdint>
 #include <pugixml.hpp>
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/carried_places.h"
 #include "host/document/document_error.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/xml_cursor.h"
+#include "host/document/xml_text_writer.h"
 
 namespace vorn_host {
 
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r\n";
 constexpr const char* kDefaultRoot = "tsf:TSFormControlData";
 constexpr const char* kRoadGeometryRoot = "RoadGmxml";
 
 // Comments, instructions and the document type are kept so that they can be carried over. A blank that is all the
-// text of an element is kept too: it says that a value is not set.
+// text of an element is kept too: it says that a value is not set. Text outside the root is kept to be refused.
 constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | pugi::parse_pi | pugi::parse_doctype |
-                                   pugi::parse_declaration | pugi::parse_ws_pcdata_single;
+                                   pugi::parse_declaration | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 
 [[noreturn]] void Malformed(const std::string& name, std::string_view text, std::size_t offset,
                             const std::string& reason) {
@@ -29,13 +34,24 @@ constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | 
                       ": " + reason);
 }
 
+/// Whether a text begins with a number and a semicolon, and the number is that of a character that XML allows.
+bool IsCharacterNumber(std::string_view text, int base) {
+  std::uint32_t c = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, c, base);
+  if (error != std::errc() || end == last || *end != ';') return false;
+  if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
+  return c <= 0xD7FF || (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
 /// Whether the text at an ampersand is one of the references that every XML document may use.
 bool IsKnownReference(std::string_view text) {
-  constexpr std::array<std::string_view, 6> kReferences = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
+  constexpr std::array<std::string_view, 5> kReferences = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
   for (const std::string_view reference : kReferences) {
     if (text.starts_with(reference)) return true;
   }
-  return false;
+  if (text.starts_with("&#x")) return IsCharacterNumber(text.substr(3), 16);
+  return text.starts_with("&#") && IsCharacterNumber(text.substr(2), 10);
 }
 
 /// End of the comment, character-data section, instruction or document type that begins at a position, or npos when
@@ -73,27 +89,40 @@ void RequirePlainReferences(std::string_view text, const std::string& name) {
 
 void RequireXml(std::string_view text, const std::string& name) {
   const std::size_t nul = text.find('\0');
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  const std::size_t first = text.find_first_not_of(kBlanks);
   if (nul != std::string_view::npos || first == std::string_view::npos || text[first] != '<') {
     throw DocumentError(name + ": this is not an XML document");
   }
 }
 
+/// Refuses control characters: XML has no form for them, so that nobody could read the rewritten document.
+void RequireNoControlCharacters(std::string_view text, const std::string& name) {
+  const auto isControl = [](char c) { return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r'; };
+  const auto found = std::find_if(text.begin(), text.end(), isControl);
+  if (found == text.end()) return;
+  Malformed(name, text, static_cast<std::size_t>(found - text.begin()),
+            "the control character " + DescribeCharacter(static_cast<char32_t>(*found)) + " is not allowed");
+}
+
 void Parse(const std::string& text, const std::string& name, pugi::xml_document& tree) {
   RequireXml(text, name);
+  RequireNoControlCharacters(text, name);
   RequirePlainReferences(text, name);
   const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
   if (!result) {
     const auto offset = static_cast<std::size_t>(result.offset > 0 ? result.offset : 0);
-    std::string reason = result.description();
-    if (result.status == pugi::status_no_document_element) reason = "there is no element";
-    Malformed(name, text, offset, "the document is malformed: " + reason);
+    Malformed(name, text, offset, std::string("the document is malformed: ") + result.description());
   }
   const pugi::xml_node root = tree.document_element();
-  for (pugi::xml_node node = root.next_sibling(); node; node = node.next_sibling()) {
-    if (node.type() == pugi::node_element) {
-      Malformed(name, text, static_cast<std::size_t>(node.offset_debug()),
-                std::string("the document is malformed: a second root element, ") + node.name());
+  if (!root) Malformed(name, text, text.size(), "the document is malformed: there is no element");
+  for (const pugi::xml_node node : tree.children()) {
+    const auto offset = static_cast<std::size_t>(node.offset_debug());
+    if (node.type() == pugi::node_element && node != root) {
+      Malformed(name, text, offset, std::string("the document is malformed: a second root element, ") + node.name());
+    }
+    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+      Malformed(name, text, text.find_first_not_of(kBlanks, offset),
+                "the document is malformed: text outside the root element");
     }
   }
 }
@@ -167,41 +196,47 @@ void RequireNoProblems(const TextProblems& problems, std::string_view text, cons
 
 // --- writing -------------------------------------------------------------------------------------------------------
 
-void SetAttribute(pugi::xml_node element, const char* name, const char* value) {
-  pugi::xml_attribute attribute = element.attribute(name);
-  if (!attribute) attribute = element.append_attribute(name);
-  attribute.set_value(value);
-}
+using RootAttributes = std::vector<std::pair<std::string, std::string>>;
 
-/// The root with its namespaces and schema location for the current edition. Its other attributes stay as they were.
-pugi::xml_node WriteRoot(pugi::xml_document& tree, const DesignDocument& document) {
-  const VornSchema& schema = VornSchema::Instance();
-  const bool roadGeometry = document.edition == Edition::RoadGm;
-  const std::string& carriedTag = document.carried.RootTag();
-  const char* tag = roadGeometry ? kRoadGeometryRoot : kDefaultRoot;
-  if (carriedTag.starts_with("tsf:")) tag = carriedTag.c_str();
-  pugi::xml_node root = tree.append_child(tag);
-
-  std::string location = "xsi:schemaLocation";
-  for (const auto& [name, value] : document.carried.RootAttributes()) {
-    root.append_attribute(name.c_str()).set_value(value.c_str());
-    // The schema-instance namespace may have another prefix in the document.
-    if (name.starts_with("xmlns:") && VornSchema::Xsi() == value.c_str()) location = name.substr(6) + ":schemaLocation";
+void SetAttribute(RootAttributes& attributes, const std::string& name, const char* value) {
+  const auto existing = std::find_if(attributes.begin(), attributes.end(),
+                                     [&](const auto& attribute) { return attribute.first == name; });
+  if (existing == attributes.end()) {
+    attributes.emplace_back(name, value);
+  } else {
+    existing->second = value;
   }
-  if (roadGeometry) return root;
-  SetAttribute(root, "xmlns:tsf", schema.Tsf());
-  SetAttribute(root, "xmlns:rgm", schema.Rgm());
-  if (location == "xsi:schemaLocation") SetAttribute(root, "xmlns:xsi", VornSchema::Xsi());
-  SetAttribute(root, location.c_str(), schema.Location());
-  return root;
 }
 
-bool WriteModel(DesignDocument& document, pugi::xml_node root, TextProblems& problems) {
+/// The root's attributes with the namespaces and the schema location of the current edition. The others stay as they
+/// were in the document, and so does the order.
+RootAttributes MakeRootAttributes(const DesignDocument& document) {
+  RootAttributes attributes = document.carried.RootAttributes();
+  if (document.edition == Edition::RoadGm) return attributes;
+  const VornSchema& schema = VornSchema::Instance();
+  const auto instance = std::find_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
+    return attribute.first.starts_with("xmlns:") && VornSchema::Xsi() == attribute.second.c_str();
+  });
+  // The schema-instance namespace may have another prefix in the document.
+  const std::string prefix = instance == attributes.end() ? "xsi" : instance->first.substr(6);
+  SetAttribute(attributes, "xmlns:tsf", schema.Tsf());
+  SetAttribute(attributes, "xmlns:rgm", schema.Rgm());
+  SetAttribute(attributes, "xmlns:" + prefix, VornSchema::Xsi());
+  SetAttribute(attributes, prefix + ":schemaLocation", schema.Location());
+  return attributes;
+}
+
+std::string RootTag(const DesignDocument& document) {
+  const std::string& carried = document.carried.RootTag();
+  if (document.edition == Edition::RoadGm) return kRoadGeometryRoot;
+  return carried.starts_with("tsf:") ? carried : kDefaultRoot;
+}
+
+bool WriteModel(DesignDocument& document, XmlTextWriter& cursor) {
   std::vector<std::string_view> order = document.carried.RootOrder();
   for (const std::string_view tag : kRootChildren) {
     if (std::find(order.begin(), order.end(), tag) == order.end()) order.push_back(tag);
   }
-  XmlCursor cursor(root, problems);
   for (const std::string_view tag : order) {
     bool written = true;
     if (document.fileInfos.IsMatchTagName(tag)) written = document.fileInfos.toXML(&cursor);
@@ -232,12 +267,6 @@ class GatheredTargets {
  private:
   Vorn_XSectionsArray& m_sets;
   std::vector<int> m_counts;
-};
-
-struct StringWriter : pugi::xml_writer {
-  void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
-
-  std::string text;
 };
 
 }  // namespace
@@ -275,24 +304,19 @@ DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& p
 std::string DesignDocument::ToBytes(const std::string& name, const WriteOptions& options, WriteReport& report) {
   const EditionScope scope(edition);
   const GatheredTargets takeOutAgain(sets);
-  pugi::xml_document tree;
-  pugi::xml_node declaration = tree.append_child(pugi::node_declaration);
-  declaration.append_attribute("version").set_value("1.0");
-  declaration.append_attribute("encoding").set_value(EncodingName(options.encoding).data());
-
+  CarriedPlaces places(carried, sets);
   TextProblems problems;
-  const pugi::xml_node root = WriteRoot(tree, *this);
-  if (!WriteModel(*this, root, problems)) throw DocumentError(name + ": the document cannot be put together");
+  XmlTextWriter writer(places, problems);
+  writer.OpenRoot(EncodingName(options.encoding), RootTag(*this), MakeRootAttributes(*this));
+  if (!WriteModel(*this, writer)) throw DocumentError(name + ": the document cannot be put together");
   if (problems.count > 0 && !options.lossy) {
     throw DocumentError(name + ": the design holds " + problems.first->what);
   }
+  std::string text = writer.Finish();
   report.replacedCharacters = problems.count;
-  report.unplaced = carried.Restore(tree, sets);
-
-  StringWriter writer;
-  tree.save(writer, "  ", pugi::format_indent, pugi::encoding_utf8);
-  if (options.encoding == TextEncoding::Utf8) return std::move(writer.text);
-  return EncodeShiftJis(writer.text, name, options.lossy, report.replacedCharacters);
+  report.unplaced = places.Unplaced();
+  if (options.encoding == TextEncoding::Utf8) return text;
+  return EncodeShiftJis(text, name, options.lossy, report.replacedCharacters);
 }
 
 }  // namespace vorn_host

@@ -143,6 +143,7 @@ class Checker {
     if (!section.GetCumulativeDist().IsSet()) return;
     for (int i = index - 1; i >= 0; --i) {
       const VornXSection& former = sections[i];
+      if (!former.GetCumulativeDist().IsSet()) return;
       if (std::abs(former.GetCumulativeDist().Value() - section.GetCumulativeDist().Value()) >= kSameStation) return;
       if (former.GetXSectChg() != section.GetXSectChg()) continue;
       Add(Severity::Error, "station doubled", path,

@@ -22,6 +22,7 @@ constexpr KelMrmFigure kPlacesOfRate = 1;
 /// A point that keeps its own reading stays as it was designed when that puts it this near (metres).
 constexpr double kNearEnough = 1e-4;
 
+/// An unset value counts as zero.
 double Rounded(double value, KelMrmFigure places) { return NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value); }
 
 double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
@@ -85,6 +86,11 @@ Reading BestReading(const VornComposedPnt& point, const TamWorld2& from, const T
   return error(percent) <= error(rate) ? percent : rate;
 }
 
+/// A value that was not set stays so where it may: it counts as zero.
+NurReal KeepUnset(const NurReal& former, double value) {
+  return !former.IsSet() && value == 0.0 ? former : NurReal(value);
+}
+
 bool HasValues(const VornComposedPnt& point) { return point.GetX().IsSet() || point.GetY().IsSet(); }
 
 /// The positions of all points by their later-edition reading. A start point that is no centre point is placed from
@@ -140,13 +146,14 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
       continue;
     }
     const Reading reading = BestReading(point, from, wanted[i]);
-    const bool asBefore = point.GetX() == NurReal(reading.x) && point.GetY() == NurReal(reading.y) &&
-                          point.GetDataType() == (reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent);
-    if (!asBefore) ++displacement.convertedPoints;
-    point.SetX(reading.x);
-    point.SetY(reading.y);
+    const NurReal x = KeepUnset(point.GetX(), reading.x);
+    const NurReal y = KeepUnset(point.GetY(), reading.y);
+    const DataType dataType = reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent;
+    if (!(point.GetX() == x && point.GetY() == y && point.GetDataType() == dataType)) ++displacement.convertedPoints;
+    point.SetX(x);
+    point.SetY(y);
     point.SetSlopeType(reading.type);
-    point.SetDataType(reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent);
+    point.SetDataType(dataType);
     reached[i] = Place(reading, point.GetLocation(), from);
     const double moved = Distance(reached[i], wanted[i]);
     if (moved > displacement.largest) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 #include "host/document/document_error.h"
@@ -14,7 +15,6 @@ namespace vorn_host {
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kGetaMark = "\x81\xAC";  ///< 〓 in code page 932
 
 /// The names that documents give to code page 932 and its kin, in lower case.
 constexpr std::array<std::string_view, 10> kShiftJisNames = {"shift_jis", "shift-jis",  "sjis",        "x-sjis",
@@ -84,11 +84,12 @@ std::size_t SequenceLength(std::string_view text, std::size_t at) {
   return 0;
 }
 
-void RequireUtf8(std::string_view text, const std::string& name) {
+void RequireUtf8(std::string_view text, const std::string& name, bool declared) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t length = SequenceLength(text, at);
     if (length == 0) {
-      throw DocumentError(name + ": " + At(text, at) + ": the bytes are not UTF-8, which the document declares");
+      throw DocumentError(name + ": " + At(text, at) + ": the bytes are not UTF-8, which the document " +
+                          (declared ? "declares" : "has to be in, as it declares no other encoding"));
     }
     at += length;
   }
@@ -146,7 +147,7 @@ std::optional<TextEncoding> ParseEncoding(std::string_view name) {
 DecodedText DecodeDocument(std::string bytes, const std::string& name) {
   if (bytes.starts_with(kUtf8Mark)) {
     bytes.erase(0, kUtf8Mark.size());
-    RequireUtf8(bytes, name);
+    RequireUtf8(bytes, name, true);
     return {std::move(bytes), "UTF-8"};
   }
   const std::string_view text = bytes;
@@ -157,8 +158,11 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
 
   const std::string declared = DeclaredEncoding(text);
   if (declared.empty()) {
-    RequireUtf8(text, name);
+    RequireUtf8(text, name, false);
     return {std::move(bytes), "UTF-8"};
+  }
+  if (Lower(declared).starts_with("utf-16")) {
+    throw DocumentError(name + ": line 1: the bytes are not " + declared + ", which the document declares");
   }
   const auto encoding = ParseEncoding(declared);
   if (!encoding) {
@@ -166,7 +170,7 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
                         "\" is not supported; UTF-8, UTF-16, Shift_JIS and Windows-31J are");
   }
   if (*encoding == TextEncoding::ShiftJis) return {FromShiftJis(text, name), declared};
-  RequireUtf8(text, name);
+  RequireUtf8(text, name, true);
   return {std::move(bytes), declared};
 }
 
@@ -185,7 +189,7 @@ std::string EncodeShiftJis(std::string_view utf8, const std::string& name, bool 
       throw DocumentError(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
                           character);
     }
-    bytes += kGetaMark;
+    bytes += kGetaMark932;
     ++replaced;
     at += done.length;
   }
@@ -209,6 +213,29 @@ std::string DescribeCharacter(char32_t codePoint) {
     text += ' ';
   }
   return text + "(" + code.data() + ")";
+}
+
+bool IsAscii(std::string_view text) {
+  std::uint64_t bits = 0;
+  for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data(), sizeof eight);
+    bits |= eight;
+  }
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return (bits & 0x8080808080808080U) == 0;
+}
+
+std::string_view ModelTextToUtf8(std::string_view cp932, std::string& buffer, TextProblems& problems) {
+  if (IsAscii(cp932)) return cp932;
+  buffer.clear();
+  while (true) {
+    const auto done = code_page_932::AppendAsUtf8(cp932, buffer);
+    if (done) return buffer;
+    problems.Add("bytes that are no character of code page 932", -1);
+    buffer += kGetaMarkUtf8;
+    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
+  }
 }
 
 std::string ToUtf8(std::string_view cp932) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vorn_host {
 
@@ -41,6 +42,33 @@ struct TextPosition {
 
 /// A character as messages show it: "é (U+00E9)".
 [[nodiscard]] std::string DescribeCharacter(char32_t codePoint);
+
+/// 〓, which stands for a character that cannot be held, in both encodings.
+inline constexpr std::string_view kGetaMark932 = "\x81\xAC";
+inline constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";
+
+/// Whether a text is the same bytes in every encoding here, as nearly all text of a document is.
+[[nodiscard]] bool IsAscii(std::string_view text);
+
+/// Text that did not go through a conversion, as the cursors and writers on one document collect it.
+struct TextProblems {
+  struct Problem {
+    std::string what;           ///< "é (U+00E9)"
+    std::ptrdiff_t offset = 0;  ///< of the element, in the text that was parsed; -1 when there is none
+  };
+
+  std::optional<Problem> first;
+  std::size_t count = 0;
+
+  void Add(std::string what, std::ptrdiff_t offset) {
+    if (!first) first = Problem{std::move(what), offset};
+    ++count;
+  }
+};
+
+/// Text of the model as UTF-8 for a document: the text itself where it is ASCII, otherwise converted into `buffer`.
+/// Bytes that are no text become 〓 and are reported.
+[[nodiscard]] std::string_view ModelTextToUtf8(std::string_view cp932, std::string& buffer, TextProblems& problems);
 
 /// The code-page-932 text of the model as UTF-8, for messages and reports; what is no valid text becomes U+FFFD.
 [[nodiscard]] std::string ToUtf8(std::string_view cp932);

@@ -10,15 +10,6 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::string_view kGetaMark = "\x81\xAC";          ///< 〓 in code page 932
-constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";  ///< 〓 in UTF-8
-
-bool IsAscii(std::string_view text) {
-  unsigned char bits = 0;
-  for (const char c : text) bits |= static_cast<unsigned char>(c);
-  return bits < 0x80;
-}
-
 bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
 
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
@@ -63,17 +54,7 @@ std::optional<std::string_view> ElementText(pugi::xml_node element, std::string&
   return content.empty() ? std::nullopt : std::optional(content);
 }
 
-XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems) : m_element(element), m_problems(&problems) {
-  RememberDeclarations();
-}
-
-void XmlCursor::RememberDeclarations() {
-  for (const pugi::xml_attribute attribute : m_element.attributes()) {
-    const std::string_view name = attribute.name();
-    if (name == "xmlns") m_declared.emplace_back("", attribute.value());
-    if (name.starts_with("xmlns:")) m_declared.emplace_back(name.substr(6), attribute.value());
-  }
-}
+XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems) : m_element(element), m_problems(&problems) {}
 
 // --- moves ---------------------------------------------------------------------------------------------------------
 
@@ -115,7 +96,7 @@ std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
     const auto done = code_page_932::AppendFromUtf8(utf8, m_converted);
     if (done) return m_converted;
     if (report) m_problems->Add(DescribeCharacter(done.codePoint), m_element.offset_debug());
-    m_converted += kGetaMark;
+    m_converted += kGetaMark932;
     utf8.remove_prefix(done.position + done.length);
   }
 }
@@ -167,15 +148,7 @@ bool XmlCursor::GetAttributes(CArray<PimAttribute>& attributes) const {
 // --- writing -------------------------------------------------------------------------------------------------------
 
 std::string_view XmlCursor::ToTree(std::string_view cp932) const {
-  if (IsAscii(cp932)) return cp932;
-  m_converted.clear();
-  while (true) {
-    const auto done = code_page_932::AppendAsUtf8(cp932, m_converted);
-    if (done) return m_converted;
-    m_problems->Add("bytes that are no character of code page 932", -1);
-    m_converted += kGetaMarkUtf8;
-    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
-  }
+  return ModelTextToUtf8(cp932, m_converted, *m_problems);
 }
 
 bool XmlCursor::InsertChild(const char* tag, const char* namespaceUri) {
@@ -185,9 +158,6 @@ bool XmlCursor::InsertChild(const char* tag, const char* namespaceUri) {
 }
 
 void XmlCursor::DeclareNamespace(std::string_view prefix, std::string_view uri) {
-  for (const auto& [declaredPrefix, declaredUri] : m_declared) {
-    if (declaredPrefix == prefix && declaredUri == uri) return;
-  }
   const std::string name = DeclarationName(prefix);
   for (pugi::xml_node node = m_element.parent(); IsElement(node); node = node.parent()) {
     const pugi::xml_attribute declaration = node.attribute(name.c_str());

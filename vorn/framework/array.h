@@ -37,7 +37,7 @@ class Vorn_Array : public VornArray<Type, ArgType> {
 
   /// Reads the run of consecutive siblings that share the tag of the cursor's element, appends them, and leaves the
   /// cursor on the last of them, so that the owner's next step reaches the element behind the run. A member that
-  /// fails to read ends the run with false; those before it stay.
+  /// fails to read ends the run with false; those before it stay. False as well when the first tag cannot be read.
   virtual bool fromXML(PimIterator* cursor) {
     CString runTag;
     if (!Vorn_Base::QueryTagName(cursor, runTag)) return false;

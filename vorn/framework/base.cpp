@@ -35,7 +35,7 @@ bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, std::string_view 
 }
 
 bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, double value, KelMrmFigure places) {
-  return AddAttr(cursor, name, NurMrm(NurMrm::kHalfAwayFromZero, 0, places).Text(value).View());
+  return AddAttr(cursor, name, NurMrm(NurMrm::kHalfAwayFromZero, 0, places).Format(value).View());
 }
 
 bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, NurLong value, bool negativeZero) {

@@ -87,9 +87,10 @@ void VornBuildForm::SetXSectTypeID(std::uint32_t id) {
 }
 
 void VornBuildForm::RegulateFormCtrl(const CString& oldName, const CString& newName) {
+  const CString renamed = oldName;  // oldName may be the name that one of the points holds
   for (VornFormCtrlTarget& target : m_formCtrlTargetArray) {
     for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      if (point.GetBuildFormName() == oldName && point.GetBuildFormID() == m_serialID) point.SetBuildFormName(newName);
+      if (point.GetBuildFormName() == renamed && point.GetBuildFormID() == m_serialID) point.SetBuildFormName(newName);
     }
   }
 }

@@ -365,9 +365,9 @@ std::array<KelMrmFigure, 2> VornComposedPnt::TextPlaces() const {
 
 CString VornComposedPnt::GetTextData() const {
   const auto [placesX, placesY] = TextPlaces();
-  CString text = NurMrm(NurMrm::kHalfAwayFromZero, 0, placesX).Text(m_x.Value());
+  CString text(NurMrm(NurMrm::kHalfAwayFromZero, 0, placesX).Format(m_x.Value()).View());
   text += ' ';
-  text += NurMrm(NurMrm::kHalfAwayFromZero, 0, placesY).Text(m_y.Value());
+  text += NurMrm(NurMrm::kHalfAwayFromZero, 0, placesY).Format(m_y.Value()).View();
   return text;
 }
 

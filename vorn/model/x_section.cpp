@@ -111,8 +111,9 @@ bool VornXSection::IsUsedBuildName(const CString& xsectType, const CString& form
 }
 
 void VornXSection::RenameBuildForm(const CString& xsectType, const CString& oldName, const CString& newName) {
+  const CString renamed = oldName;  // oldName may be the name of one of the forms itself
   for (VornBuildForm& form : m_buildFormArray) {
-    if (form.GetXSectType() == xsectType && form.GetName() == oldName) form.SetName(newName, true);
+    if (form.GetXSectType() == xsectType && form.GetName() == renamed) form.SetName(newName, true);
   }
 }
 

@@ -133,5 +133,6 @@ void VornXSections::ChangeRefAlign(const CString& oldName, const CString& newNam
 }
 
 void Vorn_XSectionsArray::ChangeRefAlign(const CString& oldName, const CString& newName) {
-  for (VornXSections& set : *this) set.ChangeRefAlign(oldName, newName);
+  const CString renamed = oldName;  // oldName may be the name that one of the sets holds
+  for (VornXSections& set : *this) set.ChangeRefAlign(renamed, newName);
 }

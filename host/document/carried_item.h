@@ -1,0 +1,31 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorn_host {
+
+/// One element on the way from the root: the n-th of its tag below its parent, in the order of the model.
+struct ElementStep {
+  std::string_view tag;  ///< of a `KnownElement`
+  int index = 0;
+};
+using ElementPath = std::vector<ElementStep>;
+
+/// One node (or attribute) that is carried over, and where it stood.
+struct CarriedItem {
+  enum class Place { BeforeRoot, AfterRoot, InElement };
+
+  Place place = Place::InElement;
+  ElementPath parent;
+  /// The modelled siblings before it, the last of each tag, the nearest first.
+  std::vector<ElementStep> anchors;
+  pugi::xml_node node;  ///< in the store of the carried content; empty for an attribute
+  std::string attributeName;
+  std::string attributeValue;
+  std::string name;  ///< for reports
+};
+
+}  // namespace vorn_host

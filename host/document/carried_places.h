@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/document/carried_content.h"
+#include "host/document/carried_item.h"
+
+namespace vorn_host {
+
+/// Where carried items belong in the document that is written from a model: a tree of the elements that hold some.
+/// A writer walks it beside the elements that it writes; outside these elements it costs nothing.
+class CarriedPlaces {
+ public:
+  /// An element that holds carried items, itself or further below. Indices count what is written.
+  struct Element {
+    std::vector<const CarriedItem*> attributes;
+    std::vector<const CarriedItem*> nodes;
+    std::map<std::pair<std::string_view, int>, std::unique_ptr<Element>> children;
+    bool isWritten = false;
+
+    /// The child of that tag and index; null when nothing is carried there.
+    [[nodiscard]] Element* Child(std::string_view tag, int index);
+  };
+
+  /// Both have to outlive the places.
+  CarriedPlaces(const CarriedContent& carried, const Vorn_XSectionsArray& sets);
+
+  [[nodiscard]] Element& Root() { return m_root; }
+  [[nodiscard]] const std::vector<const CarriedItem*>& BeforeRoot() const { return m_beforeRoot; }
+  [[nodiscard]] const std::vector<const CarriedItem*>& AfterRoot() const { return m_afterRoot; }
+  /// What could not be put back, once the document is written: the element that held it was not.
+  [[nodiscard]] std::vector<CarriedContent::Row> Unplaced() const;
+
+  /// The last of the written siblings that an item follows: at most the index of its anchor; -1 when none of them was
+  /// written.
+  [[nodiscard]] int WrittenUpTo(const ElementStep& anchor, const ElementPath& parent) const;
+
+ private:
+  [[nodiscard]] Element* Place(const ElementPath& path);
+
+  const Vorn_XSectionsArray& m_sets;
+  Element m_root;
+  std::vector<const CarriedItem*> m_beforeRoot;
+  std::vector<const CarriedItem*> m_afterRoot;
+  std::vector<const CarriedItem*> m_withoutPlace;
+};
+
+}  // namespace vorn_host

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/document/carried_places.h"
+#include "host/document/text_encoding.h"
+#include "vorn/platform/pim_iterator.h"
+
+namespace vorn_host {
+
+/// The library's cursor for writing a document: every operation goes straight into the text, in UTF-8, without a tree
+/// in between. It takes what writing needs, in the order in which elements write themselves: a child, its attributes
+/// (each once), its text or its children, back to the parent. Everything else is refused with false.
+///
+/// Carried items are put in where they belong as their elements are closed.
+class XmlTextWriter : public PimIterator {
+ public:
+  /// Texts of the model that are no text become 〓 and are reported. Both references have to outlive the writer.
+  XmlTextWriter(CarriedPlaces& places, TextProblems& problems);
+
+  /// Writes the XML declaration, what stands before the root, and opens the root. Its texts are UTF-8 already.
+  void OpenRoot(std::string_view encoding, const std::string& tag,
+                const std::vector<std::pair<std::string, std::string>>& attributes);
+  /// Closes the root and writes what stands behind it. The text is complete then.
+  [[nodiscard]] std::string Finish();
+
+  bool InsertChild(const char* tag, const char* namespaceUri) override;
+  bool SetTextAttribute(const char* name, std::string_view value) override;
+  bool SetText(std::string_view text) override;
+  /// Closes the current element.
+  bool Parent() override;
+  bool GetTagName(CString& tag) const override;
+
+  bool Child() override { return false; }
+  bool NextSibling() override { return false; }
+  bool PrevSibling() override { return false; }
+  bool GetText(CString&) const override { return false; }
+  bool GetAttributes(CArray<PimAttribute>&) const override { return false; }
+
+ private:
+  /// What is known of an element only because carried items belong into it.
+  struct CarriedState {
+    CarriedPlaces::Element* element = nullptr;
+    std::size_t bodyStart = 0;
+    /// End of each written child, by tag and index.
+    std::map<std::string, std::vector<std::size_t>, std::less<>> childEnds;
+  };
+  struct OpenElement {
+    std::size_t tagStart = 0;
+    std::size_t tagLength = 0;
+    bool startTagOpen = true;
+    bool hasText = false;
+    std::unique_ptr<CarriedState> carried;
+  };
+
+  void Open(std::string_view tag, CarriedPlaces::Element* carried);
+  void Close();
+  void CloseStartTag();
+  void Indent(std::size_t depth) { m_out.append(2 * depth, ' '); }
+  [[nodiscard]] std::string TagOf(const OpenElement& element) const {
+    return m_out.substr(element.tagStart, element.tagLength);
+  }
+  void DeclareNamespace(std::string_view prefix, std::string_view uri);
+  void PutAttribute(std::string_view name, std::string_view utf8);
+  void PutNode(pugi::xml_node node, std::size_t depth, bool inText);
+  [[nodiscard]] std::size_t PlaceOf(const CarriedItem& item, const CarriedState& state) const;
+  void InsertCarried(const OpenElement& element);
+
+  /// A namespace declaration and the depth of the element that holds it.
+  struct Declaration {
+    std::string prefix;
+    std::string uri;
+    std::size_t depth;
+  };
+
+  CarriedPlaces& m_places;
+  TextProblems& m_problems;
+  std::string m_out;
+  std::vector<OpenElement> m_open;
+  std::vector<Declaration> m_declarations;
+  std::string m_converted;
+};
+
+}  // namespace vorn_host
