@@ -10,6 +10,7 @@
 #include "vorn/framework/enum_table.h"
 #include "vorn/framework/numerical_precision.h"
 #include "vorn/framework/schema.h"
+#include "vorn/framework/tolerance.h"
 #include "vorn/model/build_form.h"
 #include "vorn/model/build_form_array.h"
 #include "vorn/model/composed_pnt.h"

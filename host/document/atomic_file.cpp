@@ -31,9 +31,10 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
   throw DocumentError(path.string() + ": " + what + ": " + reason);
 }
 
-File Open(const fs::path& path, const char* mode, const std::string& what) {
+/// Opens a file; messages name `path`, which is what the user asked for.
+File Open(const fs::path& place, const char* mode, const fs::path& path, const std::string& what) {
   errno = 0;
-  File file(std::fopen(path.string().c_str(), mode));
+  File file(std::fopen(place.string().c_str(), mode));
   if (!file) Fail(path, what, errno);
   return file;
 }
@@ -57,7 +58,17 @@ void WriteAll(File file, std::string_view content, const fs::path& path) {
 
 fs::path TemporaryBeside(const fs::path& path) {
   std::random_device random;
-  return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(random()) + ".tmp");
+  return path.parent_path() / (".vorn-" + std::to_string(random()) + ".tmp");
+}
+
+/// The file that a path names in the end, whether it exists yet or not.
+fs::path ThroughLinks(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
 }
 
 /// Removes the temporary file unless it was renamed into place.
@@ -82,7 +93,7 @@ std::string ReadFile(const fs::path& path) {
   if (!fs::exists(status)) throw DocumentError(path.string() + ": there is no such file");
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
 
-  const File file = Open(path, "rb", "cannot be opened");
+  const File file = Open(path, "rb", path, "cannot be opened");
   std::string content;
   if (fs::is_regular_file(status)) content.reserve(static_cast<std::size_t>(fs::file_size(path, error)) + 1);
   constexpr std::size_t kStep = std::size_t{1} << 20;
@@ -103,16 +114,16 @@ std::string ReadFile(const fs::path& path) {
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) Fail(path, "cannot be written", error.value());
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
-    WriteAll(Open(path, "wb", "cannot be opened for writing"), content, path);
+    WriteAll(Open(path, "wb", path, "cannot be opened for writing"), content, path);
     return;
   }
 
-  const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::absolute(path, error);
-  if (error) Fail(path, "cannot be written", error.value());
+  const fs::path target = ThroughLinks(path);
   TemporaryFile temporary(TemporaryBeside(target));
-  WriteAll(Open(temporary.path, "wb", "cannot be written in its directory"), content, path);
+  WriteAll(Open(temporary.path, "wb", path, "cannot be written in its directory"), content, path);
   if (fs::exists(status)) fs::permissions(temporary.path, status.permissions(), error);  // keep the file's own
   fs::rename(temporary.path, target, error);
   if (error) Fail(path, "cannot be put in place", error.value());

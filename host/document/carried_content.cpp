@@ -6,6 +6,7 @@
 
 #include "host/document/carried_item.h"
 #include "host/document/element_knowledge.h"
+#include "vorn/framework/schema.h"
 
 namespace vorn_host {
 
@@ -59,10 +60,31 @@ std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sectio
   return order;
 }
 
-/// Whether a namespace declaration or the schema location: the host writes these anew.
-bool IsWrittenByHost(std::string_view rootAttribute) {
-  return rootAttribute == "xmlns:tsf" || rootAttribute == "xmlns:rgm" || rootAttribute == "xmlns:xsi" ||
-         rootAttribute == "xsi:schemaLocation";
+/// Whether a namespace declaration or the schema location: the host writes these anew. The schema-instance namespace
+/// may have any prefix.
+bool IsWrittenByHost(const std::string& rootAttribute, const std::string& value) {
+  return rootAttribute == "xmlns:tsf" || rootAttribute == "xmlns:rgm" || rootAttribute.ends_with(":schemaLocation") ||
+         (rootAttribute.starts_with("xmlns:") && VornSchema::Xsi() == value.c_str());
+}
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+/// Text that stands between elements, without the layout around it: each rewriting would add some more.
+void RemoveLayout(pugi::xml_node text) {
+  const std::string_view value = text.value();
+  const std::size_t first = value.find_first_not_of(kBlanks);
+  const std::string content(value.substr(first, value.find_last_not_of(kBlanks) + 1 - first));
+  text.set_value(content.c_str());
+}
+
+/// Replaces the URI of namespace declarations in an element and below it.
+void ReplaceNamespace(pugi::xml_node element, const std::string& from, const std::string& to) {
+  for (pugi::xml_attribute attribute : element.attributes()) {
+    if (std::string_view(attribute.name()).starts_with("xmlns") && from == attribute.value()) {
+      attribute.set_value(to.c_str());
+    }
+  }
+  for (const pugi::xml_node child : element.children()) ReplaceNamespace(child, from, to);
 }
 
 }  // namespace
@@ -117,12 +139,13 @@ class Collector {
     item.anchors.assign(last.rbegin(), last.rend());
     for (ElementStep& anchor : item.anchors) anchor.index = ModelIndex(anchor);
     item.node = m_into.store.append_copy(node);
+    if (node.type() == pugi::node_pcdata) RemoveLayout(item.node);
     item.name = DescribeNode(node);
     m_into.items.push_back(std::move(item));
   }
 
  private:
-  static bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
+  static bool IsBlank(std::string_view text) { return text.find_first_not_of(kBlanks) == std::string_view::npos; }
 
   /// Counts a modelled sibling, and makes it the nearest.
   static int NextIndex(std::vector<ElementStep>& last, std::string_view tag) {
@@ -219,7 +242,7 @@ const std::vector<int>& CarriedContent::SectionOrder(int set) const {
 std::vector<CarriedContent::Row> CarriedContent::Rows() const {
   std::vector<Row> rows;
   for (const auto& [name, value] : m_impl->rootAttributes) {
-    if (!IsWrittenByHost(name)) AddRow(rows, "attribute " + name + " of " + m_impl->rootTag);
+    if (!IsWrittenByHost(name, value)) AddRow(rows, "attribute " + name + " of " + m_impl->rootTag);
   }
   for (const CarriedItem& item : m_impl->items) AddRow(rows, item.name);
   return rows;
@@ -228,6 +251,13 @@ std::vector<CarriedContent::Row> CarriedContent::Rows() const {
 bool CarriedContent::HasRoadGeometry() const {
   return std::any_of(m_impl->items.begin(), m_impl->items.end(),
                      [](const CarriedItem& item) { return std::string_view(item.node.name()).starts_with("rgm:"); });
+}
+
+void CarriedContent::ChangeNamespace(const std::string& from, const std::string& to) {
+  for (CarriedItem& item : m_impl->items) {
+    ReplaceNamespace(item.node, from, to);
+    if (item.attributeName.starts_with("xmlns") && item.attributeValue == from) item.attributeValue = to;
+  }
 }
 
 std::vector<CarriedContent::Row> CarriedContent::DropBelowControlTargets() {

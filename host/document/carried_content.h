@@ -55,6 +55,8 @@ class CarriedContent {
   /// Whether road geometry ("rgm:" elements) is among it.
   [[nodiscard]] bool HasRoadGeometry() const;
 
+  /// Changes the URI of a namespace wherever a carried item declares it itself: elements move with the edition.
+  void ChangeNamespace(const std::string& from, const std::string& to);
   /// Drops what hangs on control targets: they move when a document changes between 2.0 and a later edition.
   /// @returns what was dropped
   std::vector<Row> DropBelowControlTargets();

@@ -22,13 +22,17 @@ std::string StationText(const NurReal& station) {
   return station.IsSet() ? SilString::StrDouble(station.Value(), 4).GetString() : "unset";
 }
 
+std::string StationPath(const NurReal& station, bool xSectChg) {
+  return "station " + StationText(station) + (xSectChg ? " behind the change of shape" : "");
+}
+
 std::string SetPath(const VornXSections& set, int index) {
   return "set " + std::to_string(index + 1) + InParentheses(set.GetRefAlign());
 }
 
 std::string SectionPath(const std::string& setPath, const VornXSection& section) {
-  return setPath + " > station " + StationText(section.GetCumulativeDist()) +
-         (section.GetXSectChg() ? " behind the change of shape" : "") + InParentheses(section.GetName());
+  return setPath + " > " + StationPath(section.GetCumulativeDist(), section.GetXSectChg()) +
+         InParentheses(section.GetName());
 }
 
 std::string FormPath(const std::string& sectionPath, const CString& formName) {

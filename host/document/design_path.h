@@ -16,5 +16,7 @@ namespace vorn_host {
 [[nodiscard]] std::string TargetPath(const std::string& ownerPath, const VornFormCtrlTarget& target, int index);
 /// A station with four decimals, "unset" for an unset one.
 [[nodiscard]] std::string StationText(const NurReal& station);
+/// "station 120.0000", with the change-of-shape flag "station 120.0000 behind the change of shape".
+[[nodiscard]] std::string StationPath(const NurReal& station, bool xSectChg);
 
 }  // namespace vorn_host

@@ -8,6 +8,7 @@
 #include "host/document/design_path.h"
 #include "host/document/section_index.h"
 #include "host/document/text_encoding.h"
+#include "vorn/framework/tolerance.h"
 
 namespace vorn_host {
 
@@ -16,9 +17,6 @@ namespace {
 using ControlItem = VornFormCtrlTarget::ControlItem;
 using TargetPntType = VornFormCtrlTarget::TargetPntType;
 using WorkType = VornFormCtrlTarget::WorkType;
-
-/// Stations this close, in metres, are one.
-constexpr double kSameStation = 1e-6;
 
 /// Reasons, put together to one text.
 class Reasons {
@@ -298,8 +296,7 @@ class Checker {
     const auto missing = [&](const std::string& what) {
       Add(Severity::Error, "control target names what does not exist", path(), what);
     };
-    const std::string station = "station " + StationText(point.GetCumulativeDist()) +
-                                (point.GetXSectChg() ? " behind the change of shape" : "");
+    const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
     const std::string form = "form " + ToUtf8(point.GetBuildFormName().View());
     const int index = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
     if (index < 0) return missing("there is no cross section at " + station);

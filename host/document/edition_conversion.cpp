@@ -9,6 +9,7 @@
 #include "host/document/point_conversion.h"
 #include "host/document/section_index.h"
 #include "host/document/text_encoding.h"
+#include "vorn/framework/tolerance.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace vorn_host {
@@ -161,7 +162,7 @@ void MoveTargetsToSet(VornXSections& set, const std::string& setPath, Conversion
 bool NamesOneForm(const VornFormCtrlTargetPntArray& points) {
   const VornFormCtrlTargetPnt& first = points[0];
   return std::all_of(points.begin(), points.end(), [&](const VornFormCtrlTargetPnt& point) {
-    return std::abs(point.GetCumulativeDist().Value() - first.GetCumulativeDist().Value()) < 1e-6 &&
+    return std::abs(point.GetCumulativeDist().Value() - first.GetCumulativeDist().Value()) < kSameStation &&
            point.GetXSectChg() == first.GetXSectChg() && point.GetBuildFormName() == first.GetBuildFormName();
   });
 }
@@ -197,7 +198,7 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   if (!HasPlainCodes(points)) return {nullptr, nullptr, "one of its codes is empty or holds a blank"};
   const VornFormCtrlTargetPnt& first = points[0];
   const int index = sections.Find(first.GetCumulativeDist(), first.GetXSectChg());
-  const std::string station = "station " + StationText(first.GetCumulativeDist());
+  const std::string station = StationPath(first.GetCumulativeDist(), first.GetXSectChg());
   if (index < 0) return {nullptr, nullptr, "there is no cross section at " + station};
   VornXSection& section = set.GetXSectionArray()[index];
   const int form = section.Find(first.GetBuildFormName(), nullptr);
@@ -290,6 +291,15 @@ void ConvertFrom20(DesignDocument& document, Edition target, ConversionReport& r
   }
 }
 
+/// The declarations of the root follow by themselves; carried elements may have some of their own.
+void ChangeCarriedNamespaces(DesignDocument& document, Edition target) {
+  const std::string tsf = VornSchema::Instance().Tsf().GetString();
+  const std::string rgm = VornSchema::Instance().Rgm().GetString();
+  const EditionScope scope(target);
+  document.carried.ChangeNamespace(tsf, VornSchema::Instance().Tsf().GetString());
+  document.carried.ChangeNamespace(rgm, VornSchema::Instance().Rgm().GetString());
+}
+
 void NoteCarriedContent(DesignDocument& document, Edition target, bool targetsMove, ConversionReport& report) {
   if (targetsMove) {
     for (const CarriedContent::Row& row : document.carried.DropBelowControlTargets()) {
@@ -317,6 +327,7 @@ ConversionReport ConvertEdition(DesignDocument& document, Edition target) {
     const bool to20 = IsEdition20(target);
     if (to20) ConvertTo20(document, report);
     if (from20) ConvertFrom20(document, target, report);
+    ChangeCarriedNamespaces(document, target);
     NoteCarriedContent(document, target, from20 || to20, report);
   }
   document.edition = target;

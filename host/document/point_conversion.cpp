@@ -23,7 +23,9 @@ constexpr KelMrmFigure kPlacesOfRate = 1;
 constexpr double kNearEnough = 1e-4;
 
 /// An unset value counts as zero.
-double Rounded(double value, KelMrmFigure places) { return NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value); }
+double Rounded(double value, KelMrmFigure places) {
+  return KelIsShoki(value) ? 0.0 : NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value);
+}
 
 double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
@@ -55,16 +57,15 @@ double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& t
   return side == VornLocation::Left ? from.x - to.x : to.x - from.x;
 }
 
-Reading AsPercent(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
-  const double width = Rounded(OutwardWidth(side, from, to), kPlacesOfX);
-  const double grade = width == 0.0 ? 0.0 : 100.0 * (to.y - from.y) / std::abs(width);
-  return {SlopeType::Percent, width, Rounded(grade, kPlacesOfPercent)};
-}
-
-Reading AsRate(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+/// A width and its grade; without a width, a height and its ratio.
+Reading FromPositions(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+  const double outward = OutwardWidth(side, from, to);
+  const double width = Rounded(outward, kPlacesOfX);
+  if (width != 0.0) {
+    return {SlopeType::Percent, width, Rounded(100.0 * (to.y - from.y) / std::abs(width), kPlacesOfPercent)};
+  }
   const double rise = Rounded(to.y - from.y, kPlacesOfX);
-  const double ratio = rise == 0.0 ? 0.0 : OutwardWidth(side, from, to) / std::abs(rise);
-  return {SlopeType::Rate, rise, Rounded(ratio, kPlacesOfRate)};
+  return {SlopeType::Rate, rise, rise == 0.0 ? 0.0 : Rounded(outward / std::abs(rise), kPlacesOfRate)};
 }
 
 /// The point's own percent or ratio, in the decimals of the edition.
@@ -74,16 +75,13 @@ Reading AsItStands(const VornComposedPnt& point) {
           Rounded(point.GetY().Value(), rate ? kPlacesOfRate : kPlacesOfPercent)};
 }
 
-Reading BestReading(const VornComposedPnt& point, const TamWorld2& from, const TamWorld2& to) {
+Reading NearestReading(const VornComposedPnt& point, const TamWorld2& from, const TamWorld2& to) {
   const VornLocation side = point.GetLocation();
-  const auto error = [&](const Reading& reading) { return Distance(Place(reading, side, from), to); };
   if (point.GetDataType() == DataType::Percent || point.GetDataType() == DataType::Rate) {
     const Reading own = AsItStands(point);
-    if (error(own) <= kNearEnough) return own;
+    if (Distance(Place(own, side, from), to) <= kNearEnough) return own;
   }
-  const Reading percent = AsPercent(side, from, to);
-  const Reading rate = AsRate(side, from, to);
-  return error(percent) <= error(rate) ? percent : rate;
+  return FromPositions(side, from, to);
 }
 
 /// A value that was not set stays so where it may: it counts as zero.
@@ -145,7 +143,7 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
       point.SetSlopeType(SlopeType::Percent);
       continue;
     }
-    const Reading reading = BestReading(point, from, wanted[i]);
+    const Reading reading = NearestReading(point, from, wanted[i]);
     const NurReal x = KeepUnset(point.GetX(), reading.x);
     const NurReal y = KeepUnset(point.GetY(), reading.y);
     const DataType dataType = reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent;

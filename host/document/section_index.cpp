@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "vorn/framework/tolerance.h"
+
 namespace vorn_host {
-
-namespace {
-
-constexpr double kSameStation = 1e-6;
-
-}  // namespace
 
 SectionIndex::SectionIndex(const VornXSections& set) : m_sections(set.GetXSectionArray()) {
   m_byStation.reserve(static_cast<std::size_t>(m_sections.GetSize()));

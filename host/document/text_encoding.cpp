@@ -85,7 +85,12 @@ std::size_t SequenceLength(std::string_view text, std::size_t at) {
 }
 
 void RequireUtf8(std::string_view text, const std::string& name, bool declared) {
+  constexpr std::size_t kRun = 64;
   for (std::size_t at = 0; at < text.size();) {
+    if (IsAscii(text.substr(at, kRun))) {
+      at += kRun;
+      continue;
+    }
     const std::size_t length = SequenceLength(text, at);
     if (length == 0) {
       throw DocumentError(name + ": " + At(text, at) + ": the bytes are not UTF-8, which the document " +
@@ -155,6 +160,11 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
   if (text.starts_with("\xFE\xFF")) return {FromUtf16(text.substr(2), true, name), "UTF-16"};
   if (text.starts_with(std::string_view("<\0", 2))) return {FromUtf16(text, false, name), "UTF-16"};
   if (text.starts_with(std::string_view("\0<", 2))) return {FromUtf16(text, true, name), "UTF-16"};
+
+  // Bytes that do not even begin like markup are no document in any encoding: a picture, an archive.
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos || text[first] != '<')
+    throw DocumentError(name + ": this is not an XML document");
 
   const std::string declared = DeclaredEncoding(text);
   if (declared.empty()) {

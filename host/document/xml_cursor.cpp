@@ -12,6 +12,12 @@ namespace {
 
 bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
 
+/// The next text of an element from a node on, the node included.
+pugi::xml_node TextFrom(pugi::xml_node node) {
+  while (node && !IsText(node)) node = node.next_sibling();
+  return node;
+}
+
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
 
 /// Removes layout: white space at an end of the text where it reaches a line break or a tab.
@@ -170,10 +176,10 @@ void XmlCursor::DeclareNamespace(std::string_view prefix, std::string_view uri) 
 
 bool XmlCursor::SetText(std::string_view text) {
   const std::string_view content = ToTree(text);
-  pugi::xml_node data = m_element.first_child();
-  while (data && !IsText(data)) data = data.next_sibling();
+  pugi::xml_node data = TextFrom(m_element.first_child());
   if (content.empty() && !data) return true;
   if (!data) data = m_element.append_child(pugi::node_pcdata);
+  while (const pugi::xml_node rest = TextFrom(data.next_sibling())) m_element.remove_child(rest);
   return data.set_value(content.data(), content.size());
 }
 

@@ -51,6 +51,13 @@ void AppendEscaped(std::string_view text, Context context, std::string& out) {
   out.append(text, plain);
 }
 
+bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
+
+bool HoldsText(const CarriedPlaces::Element& element) {
+  return std::any_of(element.nodes.begin(), element.nodes.end(),
+                     [](const CarriedItem* item) { return IsText(item->node); });
+}
+
 struct AppendingWriter : pugi::xml_writer {
   explicit AppendingWriter(std::string& target) : out(target) {}
   void write(const void* data, std::size_t size) override { out.append(static_cast<const char*>(data), size); }
@@ -92,8 +99,7 @@ bool XmlTextWriter::InsertChild(const char* tag, const char* namespaceUri) {
   }
   if (m_open.back().startTagOpen) {
     CloseStartTag();
-    m_out += '\n';
-    if (CarriedState* state = m_open.back().carried.get()) state->bodyStart = m_out.size();
+    BeginBody(m_open.back());
   }
   Open(name, carried);
   if (namespaceUri != nullptr) {
@@ -130,6 +136,11 @@ void XmlTextWriter::CloseStartTag() {
   if (element.carried) element.carried->bodyStart = m_out.size();
 }
 
+void XmlTextWriter::BeginBody(OpenElement& element) {
+  m_out += '\n';
+  if (element.carried) element.carried->bodyStart = m_out.size();
+}
+
 bool XmlTextWriter::Parent() {
   if (m_open.size() < 2) return false;
   Close();
@@ -140,21 +151,20 @@ void XmlTextWriter::Close() {
   const std::size_t depth = m_open.size() - 1;
   OpenElement& element = m_open.back();
   const bool holdsItems = element.carried && !element.carried->element->nodes.empty();
-  const bool startTagOnly = element.startTagOpen;
-  if (startTagOnly && (holdsItems || element.carried)) {
+  const bool empty = element.startTagOpen && !holdsItems;
+  if (element.startTagOpen) {
     CloseStartTag();
-    if (!holdsItems) {
+    if (empty) {
       m_out.pop_back();
       m_out += " />\n";
+    } else if (HoldsText(*element.carried->element)) {
+      element.hasText = true;
     } else {
-      m_out += '\n';
-      element.carried->bodyStart = m_out.size();
+      BeginBody(element);
     }
-  } else if (startTagOnly) {
-    m_out += " />\n";
   }
   if (holdsItems) InsertCarried(element);
-  if (!startTagOnly || holdsItems) {
+  if (!empty) {
     if (!element.hasText) Indent(depth);
     m_out += "</";
     m_out.append(m_out, element.tagStart, element.tagLength).append(">\n");
@@ -213,8 +223,12 @@ bool XmlTextWriter::GetTagName(CString& tag) const {
 
 void XmlTextWriter::PutNode(pugi::xml_node node, std::size_t depth, bool inText) {
   AppendingWriter writer(m_out);
-  const unsigned format = inText ? pugi::format_raw : pugi::format_indent;
+  // Text among elements gets a line of its own: the line breaks around it are layout.
+  const bool ownLine = IsText(node) && !inText;
+  if (ownLine) Indent(depth);
+  const unsigned format = inText || ownLine ? pugi::format_raw : pugi::format_indent;
   node.print(writer, "  ", format, pugi::encoding_utf8, static_cast<unsigned>(depth));
+  if (ownLine) m_out += '\n';
 }
 
 std::size_t XmlTextWriter::PlaceOf(const CarriedItem& item, const CarriedState& state) const {

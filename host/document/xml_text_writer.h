@@ -62,6 +62,8 @@ class XmlTextWriter : public PimIterator {
   void Open(std::string_view tag, CarriedPlaces::Element* carried);
   void Close();
   void CloseStartTag();
+  /// Starts the lines of an element's children.
+  void BeginBody(OpenElement& element);
   void Indent(std::size_t depth) { m_out.append(2 * depth, ' '); }
   [[nodiscard]] std::string TagOf(const OpenElement& element) const {
     return m_out.substr(element.tagStart, element.tagLength);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <limits>
+#include <string>
 
 #include "vorn/platform/code_page_932.h"
 #include "vorn/platform/exceptions.h"
@@ -108,6 +110,85 @@ TEST(CString, FindsTheLastSingleByte) {
   // A lead byte is no character of its own unless it stands alone.
   EXPECT_EQ(CString("\x83\x41").ReverseFind('\x83'), -1);
   EXPECT_EQ(CString("\x83\x41\x83").ReverseFind('\x83'), 2);
+}
+
+TEST(CString, FindsASingleByteFromAPositionOn) {
+  const CString text(u8"a表\\能\\"_cp932);
+  EXPECT_EQ(text.Find('a'), 0);
+  EXPECT_EQ(text.Find('a', 1), -1);
+  EXPECT_EQ(text.Find('\\'), 3);
+  EXPECT_EQ(text.Find('\\', 4), 6);
+  EXPECT_EQ(text.Find('\\', 7), -1);
+  EXPECT_EQ(text.Find('\\', 8), -1);
+  EXPECT_EQ(text.Find('\\', -1), -1);
+}
+
+// A run of bytes that can all begin a character has to be read from its beginning. A long one must not be read anew for
+// every place that could match: at this size that takes minutes.
+class LongLeadByteRun : public testing::Test {
+ protected:
+  static constexpr std::size_t kBytes = std::size_t{1} << 20;
+  static constexpr int kSize = static_cast<int>(kBytes);
+  /// Far more than needed, for builds that check every access on a busy machine.
+  static constexpr std::chrono::seconds kLimit{5};
+
+  ~LongLeadByteRun() override { EXPECT_LT(std::chrono::steady_clock::now() - m_start, kLimit); }
+
+  static std::string Repeated(std::string_view pair) {
+    std::string text;
+    while (text.size() < kBytes) text += pair;
+    return text;
+  }
+
+ private:
+  std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
+
+TEST_F(LongLeadByteRun, IsSearchedForCharacters) {
+  // Both bytes of this character can begin one.
+  constexpr std::string_view kCharacter = u8"削"_cp932;
+  ASSERT_EQ(kCharacter, "\x8D\xED");
+  const std::string run = Repeated(kCharacter);
+  EXPECT_EQ(CString(run).Find(kCharacter), 0);
+  EXPECT_EQ(CString(run).Find(kCharacter, 1), 2);
+  EXPECT_EQ(CString(run).Find(kCharacter, kSize - 3), kSize - 2);
+  EXPECT_EQ(CString(run).Find(kCharacter, kSize - 1), -1);
+  EXPECT_EQ(CString(run).Find("\xED\x8D"), -1);
+  EXPECT_EQ(CString(run).Find("\xED\x8D", 1), -1);
+  EXPECT_EQ(CString(run).Find('\xED'), -1);
+  EXPECT_EQ(CString(run).Find("\xED\x8D", kSize - 3), -1);
+  EXPECT_EQ(CString(run + "\xED\x8D").Find("\xED\x8D"), kSize);
+  EXPECT_EQ(CString(run + "a").Find('a'), kSize);
+  EXPECT_EQ(CString(run + "\x83"
+                          "a")
+                .Find('a'),
+            -1);
+}
+
+TEST_F(LongLeadByteRun, IsSearchedForTheLastSingleByte) {
+  const std::string run = Repeated("\x8D\xED");
+  EXPECT_EQ(CString(run).ReverseFind('\xED'), -1);
+  EXPECT_EQ(CString(run).ReverseFind('\x8D'), -1);
+  // Behind whole characters a lone byte stands alone.
+  EXPECT_EQ(CString(run + "\xED").ReverseFind('\xED'), kSize);
+  EXPECT_EQ(CString("\xED" + run).ReverseFind('\xED'), kSize);
+  EXPECT_EQ(CString("\xED" + run).ReverseFind('\x8D'), -1);
+  EXPECT_EQ(CString("a" + run).ReverseFind('a'), 0);
+  EXPECT_EQ(CString(run + "a").ReverseFind('a'), kSize);
+  EXPECT_EQ(CString(run + "\x83"
+                          "a")
+                .ReverseFind('a'),
+            -1);
+}
+
+TEST_F(LongLeadByteRun, OfOneByteIsSearchedToo) {
+  const std::string run = Repeated("\x83\x83");
+  EXPECT_EQ(CString(run).ReverseFind('\x83'), -1);
+  EXPECT_EQ(CString(run + "\x83").ReverseFind('\x83'), kSize);
+  EXPECT_EQ(CString(run).Find("\x83\x83", 1), 2);
+  EXPECT_EQ(CString(run + "\x83\x41").Find("\x83\x41"), kSize);
+  EXPECT_EQ(CString("\x83" + run + "\x41").Find("\x83\x41"), kSize);
+  EXPECT_EQ(CString(run + "\x41").Find("\x83\x41"), -1);
 }
 
 TEST(CString, CutsPartsToTheText) {

@@ -44,7 +44,7 @@ class VornFormCtrlTarget : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// Code, scope and region are not empty, work type and control item are set, the point-pair type is 0 to 4, and the
   /// points, when there are any, are a valid collection. "Upper Lower" and "Lower Upper" are never valid although
-  /// regulation sets them: the receivers of the data refuse such targets, so the limit stays.
+  /// regulation sets them: the limit is intended, so a regulated thickness or depth is never enabled.
   [[nodiscard]] bool IsEnable() const override;
 
   [[nodiscard]] static CString GetWorkTypeString(WorkType type);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "vorn/control/form_ctrl_target.h"
+#include "vorn/framework/tolerance.h"
 #include "vorn/model/build_form.h"
 
 namespace {
@@ -129,7 +130,8 @@ void VornFormCtrlTarget::ChangeID(const std::uint32_t& oldSectionID, const std::
 void VornFormCtrlTargetPntArray::ChangeDist(const double& oldDist, const double& newDist, bool xSectChg) {
   for (int i = GetUpperBound(); i >= 0; --i) {
     VornFormCtrlTargetPnt& point = GetAt(i);
-    const bool hit = std::abs(point.GetCumulativeDist().Value() - oldDist) < 1e-6 && point.GetXSectChg() == xSectChg;
+    const bool hit =
+        std::abs(point.GetCumulativeDist().Value() - oldDist) < kSameStation && point.GetXSectChg() == xSectChg;
     if (!hit) continue;
     if (KelIsShoki(newDist)) {
       RemoveAt(i);

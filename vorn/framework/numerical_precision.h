@@ -42,7 +42,8 @@ class VornNumericalPrecision {
   [[nodiscard]] KelMrmFigure GetDecimalRate() const { return m_rate; }
 
  private:
-  VornNumericalPrecision() { SetDecimalPlace(); }
+  /// Starts with the places of edition 4.1, whatever edition is selected by then.
+  VornNumericalPrecision() = default;
 
   KelMrmFigure m_xy = 6;
   KelMrmFigure m_pos = 4;

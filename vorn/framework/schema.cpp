@@ -118,7 +118,7 @@ bool VornSchema::AnalyzeVersion(const CString& rootTag, const CString& schemaLoc
     m_version = Version41;
   }
 
-  // The hosts are configurable, so the location found is confirmed by its parts as well.
+  // Confirmed by its parts as well; it cannot fail as long as a location is made of these parts.
   const CString& tsf = Tsf();
   const bool confirmed = schemaLocation.View().starts_with(tsf.View()) &&
                          schemaLocation.View().substr(tsf.View().size()).find(Xsd().View()) != std::string_view::npos;

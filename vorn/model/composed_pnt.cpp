@@ -1,6 +1,7 @@
 #include "vorn/model/composed_pnt.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "vorn/framework/enum_table.h"
 #include "vorn/framework/numerical_precision.h"

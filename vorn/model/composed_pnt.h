@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "vorn/framework/base.h"
 #include "vorn/model/measure_info.h"
@@ -231,8 +232,7 @@ class VornComposedPnt : public Vorn_Base {
 
   /// The first role whose cross-section type and name both equal (exactly); `Both` (-1) when neither does.
   [[nodiscard]] PntType FindPntType(std::uint32_t xsectType, const CString& xsectName) const;
-  /// Resets a record to its defaults, except that it keeps its measurement records: they belong to the place, not to
-  /// the role.
+  /// Resets a record to its defaults, except that it keeps its measurement records: intended.
   void InitDetail(PntType t);
   static void InitDetail(Detail& detail);
   /// Copies both records, measurements and form identifiers included.

@@ -54,8 +54,7 @@ void Vorn_ComposedPntArray::SetAt(int index, const VornComposedPnt& point) {
 
 void Vorn_ComposedPntArray::Append(const Vorn_ComposedPntArray& other) {
   // Fresh serials for all, so that two forms that are joined never share one: references by serial are not rewritten.
-  const int count = other.GetSize();
-  Reserve(GetSize() + count);
+  const int count = other.GetSize();  // other may be this array
   for (int i = 0; i < count; ++i) {
     VornComposedPnt point = other[i];
     point.SetSerialID(kUnassigned);
@@ -199,8 +198,9 @@ bool Vorn_ComposedPntArray::QueryTermPoint(VornComposedPnt& first, VornComposedP
   int firstIndex = 0;
   int lastIndex = 0;
   if (!QueryTermIndex(firstIndex, lastIndex)) return false;
-  first = GetAt(firstIndex);
+  VornComposedPnt firstPoint = GetAt(firstIndex);  // an output may be a point of this array
   last = GetAt(lastIndex);
+  first = std::move(firstPoint);
   return true;
 }
 
@@ -215,7 +215,7 @@ bool Vorn_ComposedPntArray::QueryTermPoint(TamWorld2& first, TamWorld2& last) co
 
 bool Vorn_ComposedPntArray::IsValidPointSubDetail(std::uint32_t serialID) const {
   const int index = Find(serialID);
-  if (index < 0 || GetAt(index).IsCenter()) return false;
+  if (index < 0 || !(GetAt(index).IsLeft() || GetAt(index).IsRight())) return false;
   VornIndexArray left;
   VornIndexArray right;
   QueryIndexArray(left, right);

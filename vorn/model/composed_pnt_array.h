@@ -41,19 +41,20 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   [[nodiscard]] int Find(const CString& code) const;
   [[nodiscard]] int Find(const char* code) const { return Find(CString(code)); }
   [[nodiscard]] int Find(std::uint32_t serialID) const;
+  [[nodiscard]] int Find(int serialID) const { return Find(static_cast<std::uint32_t>(serialID)); }
   [[nodiscard]] int FindOrg(std::uint32_t id) const;
   [[nodiscard]] int FindParent(std::uint32_t id) const;
   [[nodiscard]] int FindID(std::uint32_t id) const;
-  /// 0 for a drawing identifier of 0, without a search and even in an empty array: callers take 0 for "the form
-  /// itself", and rely on it.
+  /// 0 for a drawing identifier of 0, without a search and even in an empty array: intended, so an answer of 0 says
+  /// nothing about the first point then.
   [[nodiscard]] int FindDrawID(std::uint32_t drawID) const;
   /// By the form identifier of a role; `Both` tries main, then sub, of each point.
   [[nodiscard]] int FindPnt(std::uint32_t formID, VornComposedPnt::PntType t) const;
 
   /// First and last index of the points on a side; both -1 when there is none.
   void GetLocationAreaIndex(VornLocation location, int& first, int& last) const;
-  /// The indices of each side from the start point outward; the start point begins both lists, points without a side
-  /// are left out. False for an empty array.
+  /// The indices of each side from the start point outward; the start point begins both lists, other centre points
+  /// and points without a side are left out. False for an empty array.
   bool QueryIndexArray(VornIndexArray& left, VornIndexArray& right) const;
   /// The centre point (the last one; -1 without one) and the indices of each side. False for an empty array, and at
   /// the first point without a side, where the lists hold what was found so far.

@@ -33,8 +33,8 @@ class VornCrossPointInfo {
   [[nodiscard]] std::int32_t IsConnectionAutoLineNext() const { return m_autoLineNext; }
   void SetConnectionAutoLineNext(std::int32_t on) { m_autoLineNext = on; }
 
-  /// Forgets all connections. The automatic lines become 0, not the 1 of a new crossing: a crossing that was cut off
-  /// once is not joined again by itself.
+  /// Forgets all connections. The automatic lines become 0, not the 1 of a new crossing: intended, so a cleared
+  /// crossing is not joined to its neighbours by itself.
   void ClearConnectInfo() {
     m_dekiPairID = 0xFFFFFFFF;
     m_thDPairIDs.RemoveAll();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "vorn/framework/array.h"
 #include "vorn/framework/base.h"
 #include "vorn/platform/tam_world2.h"

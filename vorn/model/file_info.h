@@ -8,7 +8,7 @@ class VornFileInfo : public Vorn_Base {
  public:
   VornFileInfo();
 
-  /// The note rides on the change date: without one it is not written. Documents have been written so from the start.
+  /// The note rides on the change date: without one it is not written. Intended, so set a change date with a note.
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;
   /// The creation date is valid.

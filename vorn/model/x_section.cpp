@@ -5,12 +5,11 @@
 
 #include "vorn/framework/numerical_precision.h"
 #include "vorn/framework/schema.h"
+#include "vorn/framework/tolerance.h"
 
 namespace {
 
-/// Stations closer than this, in metres, are one station.
-constexpr double kSameStation = 1e-6;
-
+/// A section without a station counts as one at station 0: its raw value is compared.
 bool IsAtStation(const VornXSection& section, double station) {
   return std::abs(section.GetCumulativeDist().Value() - station) < kSameStation;
 }

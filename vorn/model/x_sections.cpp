@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "vorn/framework/schema.h"
+#include "vorn/framework/tolerance.h"
 
 namespace {
 
@@ -117,7 +118,8 @@ void VornXSections::CreateFormCtrlTargetPnt(VornFormCtrlTarget& target, NurReal 
 
 int VornXSections::Find(const NurReal& station, bool xSectChg) const {
   const auto found = std::find_if(m_xSectionArray.begin(), m_xSectionArray.end(), [&](const VornXSection& section) {
-    return std::abs(section.GetCumulativeDist().Value() - station.Value()) < 1e-6 && section.GetXSectChg() == xSectChg;
+    return std::abs(section.GetCumulativeDist().Value() - station.Value()) < kSameStation &&
+           section.GetXSectChg() == xSectChg;
   });
   return found == m_xSectionArray.end() ? -1 : static_cast<int>(found - m_xSectionArray.begin());
 }

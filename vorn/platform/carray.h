@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -41,8 +44,11 @@ class CArray {
   void SetAt(int index, ArgType item) { GetAt(index) = item; }
   /// As `SetAt`, and grows the array when index lies behind its end.
   void SetAtGrow(int index, ArgType item) {
-    if (index >= GetSize()) SetSize(index + 1);
-    SetAt(index, item);
+    if (index < GetSize()) return SetAt(index, item);
+    if (index == std::numeric_limits<int>::max()) throw CInvalidArgException();
+    const Type kept = item;  // item may lie in this array, which is about to move
+    SetSize(index + 1);
+    SetAt(index, kept);
   }
 
   /// Appends, and returns the index of the new element.
@@ -68,8 +74,15 @@ class CArray {
 
   /// Inserts before index; an index behind the end first grows the array.
   void InsertAt(int index, ArgType item, int count = 1) {
-    if (index < 0 || count < 0) throw CInvalidArgException();
-    if (index > GetSize()) SetSize(index);
+    if (index < 0 || count < 0 || count > std::numeric_limits<int>::max() - std::max(index, GetSize())) {
+      throw CInvalidArgException();
+    }
+    if (index > GetSize()) {
+      const Type kept = item;  // item may lie in this array, which is about to move
+      SetSize(index);
+      m_items.insert(m_items.end(), static_cast<std::size_t>(count), kept);
+      return;
+    }
     m_items.insert(m_items.begin() + index, static_cast<std::size_t>(count), item);
   }
   /// Removes count elements from index on; the later ones move down.

@@ -60,18 +60,28 @@ int CString::CompareNoCase(std::string_view other) const {
 
 int CString::Find(std::string_view part, int start) const {
   if (start < 0 || static_cast<std::size_t>(start) > m_text.size()) return -1;
-  std::size_t at = m_text.find(part, static_cast<std::size_t>(start));
-  while (at != std::string::npos && !code_page_932::IsCharacterStart(m_text, at)) at = m_text.find(part, at + 1);
-  return at == std::string::npos ? -1 : static_cast<int>(at);
+  // The last place that is known to begin a character goes along with the matches: one pass, whatever the text.
+  std::size_t boundary = 0;
+  bool boundaryKnown = false;
+  for (std::size_t at = m_text.find(part, static_cast<std::size_t>(start)); at != std::string::npos;
+       at = m_text.find(part, at + 1)) {
+    if (!boundaryKnown) {
+      boundary = code_page_932::IsCharacterStart(m_text, at) ? at : at + 1;
+      boundaryKnown = true;
+    }
+    while (boundary < at) boundary += code_page_932::CharacterLength(m_text, boundary);
+    if (boundary == at) return static_cast<int>(at);
+  }
+  return -1;
 }
 
 int CString::ReverseFind(char byte) const {
-  const auto isSingleByte = [this](std::size_t at) {
-    return code_page_932::IsCharacterStart(m_text, at) && code_page_932::CharacterLength(m_text, at) == 1;
-  };
-  std::size_t at = m_text.rfind(byte);
-  while (at != std::string::npos && !isSingleByte(at)) at = at == 0 ? std::string::npos : m_text.rfind(byte, at - 1);
-  return at == std::string::npos ? -1 : static_cast<int>(at);
+  std::size_t found = std::string::npos;
+  for (std::size_t at = 0, length = 0; at < m_text.size(); at += length) {
+    length = code_page_932::CharacterLength(m_text, at);
+    if (length == 1 && m_text[at] == byte) found = at;
+  }
+  return found == std::string::npos ? -1 : static_cast<int>(found);
 }
 
 CString CString::Left(int count) const { return View().substr(0, Cut(count, m_text.size())); }

@@ -39,6 +39,7 @@ class CString {
 
   [[nodiscard]] const char* GetString() const { return m_text.c_str(); }
   operator const char*() const { return m_text.c_str(); }  // NOLINT(google-explicit-constructor)
+  operator std::string_view() const { return m_text; }     // NOLINT(google-explicit-constructor)
   /// The bytes without a copy, valid until the text changes.
   [[nodiscard]] std::string_view View() const { return m_text; }
 
@@ -66,6 +67,7 @@ class CString {
 
   /// Position of the first occurrence at or after start that begins on a character; -1 when there is none.
   [[nodiscard]] int Find(std::string_view part, int start = 0) const;
+  [[nodiscard]] int Find(char byte, int start = 0) const { return Find(std::string_view(&byte, 1), start); }
   /// Position of the last occurrence of a single-byte character; -1 when there is none.
   [[nodiscard]] int ReverseFind(char byte) const;
 

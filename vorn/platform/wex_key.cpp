@@ -1,6 +1,5 @@
 #include "vorn/platform/wex_key.h"
 
-#include <mutex>
 #include <utility>
 
 namespace {
@@ -10,28 +9,11 @@ struct ApplicationRoot {
   CString path;
 };
 
-/// The process's root, guarded because a host may read settings from a working thread.
-class ApplicationRootHolder {
- public:
-  static ApplicationRootHolder& Instance() {
-    static ApplicationRootHolder holder;
-    return holder;
-  }
-
-  [[nodiscard]] ApplicationRoot Get() const {
-    const std::scoped_lock lock(m_mutex);
-    return m_root;
-  }
-
-  void Set(ApplicationRoot root) {
-    const std::scoped_lock lock(m_mutex);
-    m_root = std::move(root);
-  }
-
- private:
-  mutable std::mutex m_mutex;
-  ApplicationRoot m_root;
-};
+/// The process's root.
+ApplicationRoot& Root() {
+  static ApplicationRoot root;
+  return root;
+}
 
 std::string_view ViewOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
 
@@ -46,8 +28,7 @@ CString Join(const CString& parent, std::string_view subKey) {
 
 bool WexKey::Locate(const WexKey* parent, const char* subKey) {
   // Built aside, because a key may be opened below itself.
-  ApplicationRoot origin =
-      parent == nullptr ? ApplicationRootHolder::Instance().Get() : ApplicationRoot{parent->m_store, parent->m_path};
+  ApplicationRoot origin = parent == nullptr ? Root() : ApplicationRoot{parent->m_store, parent->m_path};
   m_path = Join(origin.path, ViewOf(subKey));
   m_store = std::move(origin.store);
   return IsOpen();
@@ -89,7 +70,7 @@ bool WexKey::SetString(const char* name, const char* value) {
 void WexSetApplicationStore(std::shared_ptr<WexStore> store, std::string_view rootPath) {
   ApplicationRoot root{std::move(store), rootPath};
   if (root.store == nullptr) root.store = std::make_shared<WexMemoryStore>();
-  ApplicationRootHolder::Instance().Set(std::move(root));
+  Root() = std::move(root);
 }
 
 bool WexGetApplicationSubKey(WexKey* key, const char* subKey, const WexKey* parent) {

@@ -8,13 +8,9 @@ CString Folded(std::string_view name) { return CString(name).MakeLower(); }
 
 }  // namespace
 
-bool WexMemoryStore::KeyExists(std::string_view path) const {
-  const std::scoped_lock lock(m_mutex);
-  return m_keys.find(Folded(path)) != m_keys.end();
-}
+bool WexMemoryStore::KeyExists(std::string_view path) const { return m_keys.find(Folded(path)) != m_keys.end(); }
 
 bool WexMemoryStore::CreateKey(std::string_view path) {
-  const std::scoped_lock lock(m_mutex);
   const CString key = Folded(path);
   const std::string_view separator(&kSeparator, 1);
   for (int end = key.Find(separator); end >= 0; end = key.Find(separator, end + 1)) m_keys.try_emplace(key.Left(end));
@@ -40,7 +36,6 @@ bool WexMemoryStore::WriteString(std::string_view path, std::string_view name, s
 
 template <typename T>
 std::optional<T> WexMemoryStore::Read(std::string_view path, std::string_view name) const {
-  const std::scoped_lock lock(m_mutex);
   const auto key = m_keys.find(Folded(path));
   if (key == m_keys.end()) return std::nullopt;
   const auto value = key->second.find(Folded(name));
@@ -49,7 +44,6 @@ std::optional<T> WexMemoryStore::Read(std::string_view path, std::string_view na
 }
 
 bool WexMemoryStore::Write(std::string_view path, std::string_view name, Value value) {
-  const std::scoped_lock lock(m_mutex);
   const auto key = m_keys.find(Folded(path));
   if (key == m_keys.end()) return false;
   key->second.insert_or_assign(Folded(name), std::move(value));

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string_view>
 #include <variant>
@@ -36,7 +35,7 @@ class WexStore {
   virtual bool WriteString(std::string_view path, std::string_view name, std::string_view value) = 0;
 };
 
-/// A store that lasts as long as the object. Safe to use from several threads.
+/// A store that lasts as long as the object.
 class WexMemoryStore final : public WexStore {
  public:
   [[nodiscard]] bool KeyExists(std::string_view path) const override;
@@ -54,6 +53,5 @@ class WexMemoryStore final : public WexStore {
   std::optional<T> Read(std::string_view path, std::string_view name) const;
   bool Write(std::string_view path, std::string_view name, Value value);
 
-  mutable std::mutex m_mutex;
   std::map<CString, Values> m_keys{{CString(), Values()}};  ///< by path, both names in lower case
 };

@@ -1,0 +1,42 @@
+#include "host/cli/command_options.h"
+
+#include <string>
+#include <vector>
+
+namespace vorn_cli {
+
+namespace {
+
+void AddEdition(CLI::App& command, const char* name, std::optional<vorn_host::Edition>& edition,
+                const char* description) {
+  std::vector<std::string> names;
+  for (const vorn_host::Edition known : vorn_host::kWritableEditions) names.emplace_back(vorn_host::EditionName(known));
+  command
+      .add_option_function<std::string>(
+          name, [&edition](const std::string& text) { edition = vorn_host::ParseEdition(text); }, description)
+      ->check(CLI::IsMember(names))
+      ->type_name("EDITION");
+}
+
+}  // namespace
+
+void AddEditionOption(CLI::App& command, std::optional<vorn_host::Edition>& edition, const char* description) {
+  AddEdition(command, "--edition", edition, description);
+}
+
+void AddAssumeOption(CLI::App& command, std::optional<vorn_host::Edition>& assume) {
+  AddEdition(command, "--assume", assume, "read a document whose edition is not recognised as one of this edition");
+}
+
+void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding) {
+  const std::vector<std::string> names = {"utf-8", "shift_jis"};
+  command
+      .add_option_function<std::string>(
+          "--encoding",
+          [&encoding](const std::string& text) { encoding = vorn_host::ParseEncoding(text).value_or(encoding); },
+          "encoding of the written document (utf-8 unless told otherwise)")
+      ->check(CLI::IsMember(names, CLI::ignore_case))
+      ->type_name("ENCODING");
+}
+
+}  // namespace vorn_cli

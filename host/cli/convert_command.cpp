@@ -1,0 +1,158 @@
+#include "host/cli/convert_command.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "host/cli/command_options.h"
+#include "host/cli/output.h"
+#include "host/cli/progress.h"
+#include "host/document/edition_conversion.h"
+#include "vorn/platform/fixed_decimal.h"
+
+namespace vorn_cli {
+
+namespace {
+
+using vorn_host::ConversionReport;
+using vorn_host::DesignDocument;
+
+struct ConvertOptions {
+  std::string in;
+  std::string out;
+  std::optional<vorn_host::Edition> edition;
+  std::optional<vorn_host::Edition> assume;
+  vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
+  bool lossy = false;
+  bool json = false;
+};
+
+/// What a conversion did; both the text and the JSON are made from it.
+struct ConvertSummary {
+  std::string in;
+  std::string out;
+  std::string fromEdition;
+  bool assumed = false;
+  std::string toEdition;
+  std::string encoding;
+  int sections = 0;
+  std::size_t replacedInReading = 0;
+  std::size_t replacedInWriting = 0;
+  ConversionReport conversion;
+  std::vector<vorn_host::CarriedContent::Row> carried;
+  std::vector<vorn_host::CarriedContent::Row> unplaced;
+};
+
+ConvertSummary Convert(const ConvertOptions& options) {
+  constexpr int kSteps = 3;
+  Progress progress(Progress::IsLong(options.in));
+  progress.Show("reading", 0, kSteps);
+  DesignDocument document = DesignDocument::Read(options.in, {options.assume, options.lossy});
+
+  ConvertSummary summary;
+  summary.in = options.in;
+  summary.out = options.out;
+  summary.fromEdition = vorn_host::EditionName(document.edition);
+  summary.assumed = document.assumed;
+  summary.encoding = vorn_host::EncodingName(options.encoding);
+  summary.replacedInReading = document.replacedCharacters;
+  for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
+
+  progress.Show("converting", 1, kSteps);
+  summary.conversion = vorn_host::ConvertEdition(document, options.edition.value_or(document.edition));
+  summary.toEdition = vorn_host::EditionName(document.edition);
+  summary.carried = document.carried.Rows();
+
+  progress.Show("writing", 2, kSteps);
+  DesignDocument::WriteReport written = document.Write(options.out, {options.encoding, options.lossy});
+  summary.replacedInWriting = written.replacedCharacters;
+  summary.unplaced = std::move(written.unplaced);
+  return summary;
+}
+
+std::string Millimetres(double metres) { return std::string(FixedDecimal(metres * 1000.0, 3).View()) + " mm"; }
+
+void PrintText(const ConvertSummary& summary) {
+  const ConversionReport& conversion = summary.conversion;
+  TextReport report;
+  std::string editions = summary.toEdition;
+  if (summary.fromEdition != summary.toEdition) editions += " from " + summary.fromEdition;
+  if (summary.assumed) editions += " (assumed)";
+  report.Row("Written", summary.out);
+  report.Row("Edition", editions);
+  report.Row("Encoding", summary.encoding);
+  report.Row("Cross sections", std::to_string(summary.sections));
+  if (conversion.convertedPoints > 0) {
+    std::string moved = std::to_string(conversion.convertedPoints) + " expressed anew, largest displacement " +
+                        Millimetres(conversion.largestDisplacement);
+    if (!conversion.largestDisplacementAt.empty()) moved += " at " + conversion.largestDisplacementAt;
+    report.Row("Points", moved);
+  }
+  if (conversion.movedTargets > 0) {
+    const bool toForms = summary.toEdition == vorn_host::EditionName(vorn_host::Edition::V20);
+    report.Row("Control targets",
+               std::to_string(conversion.movedTargets) + " moved " + (toForms ? "into their forms" : "into the sets"));
+  }
+  if (summary.replacedInReading > 0) {
+    report.Row("Replaced by 〓", Counted(static_cast<int>(summary.replacedInReading), "character") + " in reading");
+  }
+  if (summary.replacedInWriting > 0) {
+    report.Row("Replaced by 〓", Counted(static_cast<int>(summary.replacedInWriting), "character") + " in writing");
+  }
+  if (!conversion.dropped.empty()) report.Line("Dropped, as edition " + summary.toEdition + " cannot hold it:");
+  for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
+  if (!conversion.lostTargets.empty()) report.Line("Lost control targets:");
+  for (const std::string& target : conversion.lostTargets) report.Line(target, 4);
+  if (!summary.unplaced.empty()) report.Line("Lost, with the element that held it: " + Describe(summary.unplaced));
+  for (const std::string& note : conversion.notes) report.Line("Note: " + note);
+  if (!summary.carried.empty()) report.Line("Carried over unchanged: " + Describe(summary.carried));
+  Print(report);
+}
+
+void PrintJson(const ConvertSummary& summary) {
+  const ConversionReport& conversion = summary.conversion;
+  Json json = {{"in", summary.in},
+               {"out", summary.out},
+               {"fromEdition", summary.fromEdition},
+               {"editionAssumed", summary.assumed},
+               {"toEdition", summary.toEdition},
+               {"encoding", summary.encoding},
+               {"crossSections", summary.sections},
+               {"replacedInReading", summary.replacedInReading},
+               {"replacedInWriting", summary.replacedInWriting},
+               {"convertedPoints", conversion.convertedPoints},
+               {"largestDisplacementMm", conversion.largestDisplacement * 1000.0},
+               {"largestDisplacementAt", conversion.largestDisplacementAt},
+               {"movedTargets", conversion.movedTargets},
+               {"dropped", Json::array()},
+               {"lostTargets", conversion.lostTargets},
+               {"notes", conversion.notes},
+               {"carriedOver", RowsToJson(summary.carried)},
+               {"unplaced", RowsToJson(summary.unplaced)}};
+  for (const ConversionReport::Dropped& dropped : conversion.dropped) {
+    json["dropped"].push_back({{"what", dropped.what}, {"count", dropped.count}});
+  }
+  Print(json);
+}
+
+}  // namespace
+
+void AddConvertCommand(CLI::App& app, int& exitCode) {
+  const auto options = std::make_shared<ConvertOptions>();
+  CLI::App* command = app.add_subcommand("convert", "Write a document in another edition or encoding");
+  command->add_option("IN", options->in, "the document")->required()->type_name("");
+  command->add_option("OUT", options->out, "the document to write; it may be IN")->required()->type_name("");
+  AddEditionOption(*command, options->edition, "edition to write (the document's own unless told otherwise)");
+  AddEncodingOption(*command, options->encoding);
+  AddAssumeOption(*command, options->assume);
+  command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
+  command->add_flag("--json", options->json, "JSON for programs");
+  command->callback([options, &exitCode] {
+    const ConvertSummary summary = Convert(*options);
+    options->json ? PrintJson(summary) : PrintText(summary);
+    exitCode = kOk;
+  });
+}
+
+}  // namespace vorn_cli

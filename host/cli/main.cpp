@@ -1,0 +1,44 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "host/cli/check_command.h"
+#include "host/cli/convert_command.h"
+#include "host/cli/info_command.h"
+#include "host/cli/output.h"
+#include "host/cli/sample_command.h"
+
+namespace {
+
+int Run(int argc, char** argv) {
+  int exitCode = vorn_cli::kOk;
+  CLI::App app("Reads, checks and rewrites design documents of roads, rivers and farm works.", "vorn");
+  app.set_version_flag("--version", "vorn " VORN_VERSION);
+  app.require_subcommand(1);
+  vorn_cli::AddInfoCommand(app, exitCode);
+  vorn_cli::AddCheckCommand(app, exitCode);
+  vorn_cli::AddConvertCommand(app, exitCode);
+  vorn_cli::AddSampleCommand(app, exitCode);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+    vorn_cli::PrintError(std::string(error.what()) + " (--help shows how to use the command)");
+    return vorn_cli::kFailed;
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    vorn_cli::PrintError("there is not enough memory for this document");
+  } catch (const std::exception& error) {
+    vorn_cli::PrintError(error.what());
+  }
+  return vorn_cli::kFailed;
+}

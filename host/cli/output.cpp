@@ -1,0 +1,88 @@
+#include "host/cli/output.h"
+
+#include <cstdio>
+
+#include "host/document/document_error.h"
+#include "vorn/platform/fixed_decimal.h"
+
+namespace vorn_cli {
+
+namespace {
+
+constexpr std::size_t kLabelWidth = 18;
+constexpr std::size_t kCountWidth = 8;
+
+/// The text with every control character as a blank.
+std::string Visible(std::string_view text, bool keepNewlines = false) {
+  std::string visible(text);
+  for (char& byte : visible) {
+    const auto code = static_cast<unsigned char>(byte);
+    if ((code < 0x20 || code == 0x7F) && !(keepNewlines && byte == '\n')) byte = ' ';
+  }
+  return visible;
+}
+
+void PadTo(std::string& line, std::size_t width) {
+  if (line.size() < width) line.resize(width, ' ');
+}
+
+void WriteToStandardOutput(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
+    throw vorn_host::DocumentError("the report cannot be written to the standard output");
+  }
+}
+
+}  // namespace
+
+void TextReport::Line(std::string_view text, int indent) {
+  m_text.append(static_cast<std::size_t>(indent), ' ');
+  m_text += Visible(text);
+  m_text += '\n';
+}
+
+void TextReport::Row(std::string_view label, std::string_view text, int indent) {
+  std::string line(static_cast<std::size_t>(indent), ' ');
+  line += label;
+  PadTo(line, kLabelWidth);
+  line += "  ";
+  line += text;
+  Line(line);
+}
+
+void TextReport::CountRow(int count, std::string_view what) {
+  const std::string number = std::to_string(count);
+  std::string line;
+  PadTo(line, kCountWidth > number.size() ? kCountWidth - number.size() : 0);
+  line += number + "  ";
+  line += what;
+  Line(line);
+}
+
+void Print(const TextReport& report) { WriteToStandardOutput(report.Text()); }
+
+void Print(const Json& json) {
+  // Texts are UTF-8 already; whatever is not would be shown replaced rather than end the command.
+  WriteToStandardOutput(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+}
+
+void PrintError(std::string_view sentence) {
+  const std::string line = "vorn: " + Visible(sentence, true) + '\n';
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+std::string Counted(int count, std::string_view noun) {
+  std::string text = std::to_string(count) + ' ';
+  text += noun;
+  if (count != 1) text += 's';
+  return text;
+}
+
+std::string StationText(double station) { return std::string(FixedDecimal(station, 4).View()); }
+
+Json RowsToJson(const std::vector<vorn_host::CarriedContent::Row>& rows) {
+  Json json = Json::array();
+  for (const auto& row : rows) json.push_back({{"name", row.name}, {"count", row.count}});
+  return json;
+}
+
+}  // namespace vorn_cli

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/document/carried_content.h"
+
+namespace vorn_cli {
+
+/// Exit codes of every command.
+enum ExitCode : int {
+  kOk = 0,       ///< everything is in order
+  kInvalid = 1,  ///< the data is not valid
+  kFailed = 2,   ///< the command was misused, or a file could not be read or written
+};
+
+/// Keeps the order in which members are set: what a reader looks for first stands first.
+using Json = nlohmann::ordered_json;
+
+/// What a command tells on a terminal. Text from a document cannot break out of its line or reach the terminal's
+/// control sequences.
+class TextReport {
+ public:
+  void Line(std::string_view text, int indent = 0);
+  /// A label and what it says, in two columns. Continuation rows have an empty label.
+  void Row(std::string_view label, std::string_view text, int indent = 0);
+  /// A number, right-aligned, and what is counted.
+  void CountRow(int count, std::string_view what);
+
+  [[nodiscard]] const std::string& Text() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+/// Writes to the standard output; throws `DocumentError` when that fails (a full disk behind a redirection).
+void Print(const TextReport& report);
+void Print(const Json& json);
+
+/// One sentence to the standard error, behind "vorn: ".
+void PrintError(std::string_view sentence);
+
+/// "1 cross section", "12 cross sections".
+[[nodiscard]] std::string Counted(int count, std::string_view noun);
+/// As a document has it, with four decimals.
+[[nodiscard]] std::string StationText(double station);
+[[nodiscard]] Json RowsToJson(const std::vector<vorn_host::CarriedContent::Row>& rows);
+
+}  // namespace vorn_cli

@@ -1,0 +1,87 @@
+#include "host/cli/sample_command.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "host/cli/command_options.h"
+#include "host/cli/output.h"
+#include "host/cli/progress.h"
+#include "host/document/edition_conversion.h"
+#include "host/sample/sample_design.h"
+
+namespace vorn_cli {
+
+namespace {
+
+using vorn_host::DesignDocument;
+using vorn_host::Edition;
+using vorn_host::SampleKind;
+
+constexpr int kMostSections = 100'000;
+/// From here on, making and writing a sample takes long enough for a progress bar.
+constexpr int kLongDesign = 5'000;
+
+struct SampleCommandOptions {
+  std::string out;
+  vorn_host::SampleOptions sample;
+  std::optional<Edition> edition;
+  vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
+};
+
+const std::map<std::string, SampleKind>& Kinds() {
+  static const std::map<std::string, SampleKind> kinds = {
+      {"road", SampleKind::Road}, {"river", SampleKind::River}, {"farm", SampleKind::Farm}};
+  return kinds;
+}
+
+void WriteSample(const SampleCommandOptions& options) {
+  const Edition edition = options.edition.value_or(Edition::V41);
+  Progress progress(options.sample.sections >= kLongDesign);
+  // Making the design takes about a fifth of the time, writing it the rest.
+  vorn_host::SampleDesign design = vorn_host::MakeSampleDesign(
+      options.sample, [&](int done, int total) { progress.Show("making cross sections", done, total * 5); });
+  DesignDocument document;
+  document.fileInfos = std::move(design.fileInfos);
+  document.structureType = std::move(design.structureType);
+  document.hasStructureType = true;
+  document.sets = std::move(design.sets);
+  // A design is made in terms of the later editions; only towards 2.0 there is something to convert.
+  document.edition = vorn_host::IsEdition20(edition) ? Edition::V41 : edition;
+  vorn_host::ConvertEdition(document, edition);
+  progress.Show("writing", 1, 5);
+  document.Write(options.out, {options.encoding, false});
+}
+
+}  // namespace
+
+void AddSampleCommand(CLI::App& app, int& exitCode) {
+  const auto options = std::make_shared<SampleCommandOptions>();
+  CLI::App* command = app.add_subcommand("sample", "Write a realistic synthetic document, for trying out and tests");
+  command->add_option("OUT", options->out, "the document to write")->required()->type_name("");
+  command->add_option("--sections", options->sample.sections, "number of cross sections")
+      ->check(CLI::Range(1, kMostSections))
+      ->capture_default_str();
+  command
+      ->add_option_function<std::string>(
+          "--kind", [options](const std::string& text) { options->sample.kind = Kinds().at(text); },
+          "kind of work (road unless told otherwise)")
+      ->check(CLI::IsMember(&Kinds()))
+      ->type_name("KIND");
+  AddEditionOption(*command, options->edition, "edition to write (4.1 unless told otherwise)");
+  command->add_option("--seed", options->sample.seed, "another number gives another terrain")->capture_default_str();
+  AddEncodingOption(*command, options->encoding);
+  command->callback([options, &exitCode] {
+    WriteSample(*options);
+    TextReport report;
+    report.Row("Written", options->out);
+    report.Row("Edition", vorn_host::EditionName(options->edition.value_or(Edition::V41)));
+    report.Row("Cross sections", std::to_string(options->sample.sections));
+    Print(report);
+    exitCode = kOk;
+  });
+}
+
+}  // namespace vorn_cli

@@ -1,0 +1,64 @@
+#include "host/document/section_index.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/host/documents.h"
+
+namespace vorn_host {
+namespace {
+
+using host_test::Section;
+
+VornXSections SetOf(const std::vector<VornXSection>& sections) {
+  VornXSections set;
+  for (const VornXSection& section : sections) set.GetXSectionArray().Add(section);
+  return set;
+}
+
+TEST(SectionIndex, FindsNothingInAnEmptySet) {
+  const VornXSections set;
+  EXPECT_EQ(SectionIndex(set).Find(0.0, false), -1);
+}
+
+TEST(SectionIndex, FindsAStationWithinAThousandthOfAMillimetre) {
+  const VornXSections set = SetOf({Section(0.0, {}), Section(20.0, {}), Section(40.0, {})});
+  const SectionIndex index(set);
+  EXPECT_EQ(index.Find(20.0, false), 1);
+  EXPECT_EQ(index.Find(20.0000005, false), 1);
+  EXPECT_EQ(index.Find(19.9999995, false), 1);
+  EXPECT_EQ(index.Find(20.000002, false), -1);
+  EXPECT_EQ(index.Find(60.0, false), -1);
+}
+
+TEST(SectionIndex, TellsTheSectionsOfAChangeOfShapeApart) {
+  const VornXSections set = SetOf({Section(20.0, {}), Section(20.0, {}, true), Section(40.0, {}, true)});
+  const SectionIndex index(set);
+  EXPECT_EQ(index.Find(20.0, false), 0);
+  EXPECT_EQ(index.Find(20.0, true), 1);
+  EXPECT_EQ(index.Find(40.0, false), -1);
+}
+
+TEST(SectionIndex, AnswersAsTheSetDoes) {
+  std::mt19937 random(1);
+  std::uniform_int_distribution<int> step(0, 6);
+  std::vector<VornXSection> sections;
+  for (int i = 0; i < 300; ++i) {
+    // Many stations lie within the tolerance of others, in no order, and some are unset.
+    const NurReal station = step(random) == 0 ? NurReal() : NurReal(step(random) + 4e-7 * step(random));
+    sections.push_back(Section(station, {}, step(random) > 3));
+  }
+  const VornXSections set = SetOf(sections);
+  const SectionIndex index(set);
+  for (int i = 0; i < 2000; ++i) {
+    const NurReal station = step(random) == 0 ? NurReal() : NurReal(step(random) + 3e-7 * (step(random) - 3));
+    const bool flag = step(random) > 3;
+    EXPECT_EQ(index.Find(station, flag), set.Find(station, flag)) << station.Value();
+  }
+}
+
+}  // namespace
+}  // namespace vorn_host
