@@ -94,7 +94,8 @@ void PrintText(const CheckSummary& summary, bool verbose) {
   PrintFindings(report, summary, Severity::Error, "error: ");
   if (verbose) PrintFindings(report, summary, Severity::Note, "note: ");
   PrintRows(report, summary, Severity::Error, "Errors:");
-  PrintRows(report, summary, Severity::Note, "Notes:");
+  if (verbose) PrintRows(report, summary, Severity::Note, "Notes:");
+  if (!verbose && summary.notes > 0) report.Line(Counted(summary.notes, "note") + " (--verbose lists them)");
   const std::string edition = " (edition " + summary.edition + (summary.assumed ? ", assumed" : "") + ")";
   if (summary.errors == 0) {
     report.Line("ok: " + summary.file + edition);

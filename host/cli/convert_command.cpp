@@ -1,9 +1,11 @@
 #include "host/cli/convert_command.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/cli/command_options.h"
 #include "host/cli/output.h"
@@ -39,6 +41,7 @@ struct ConvertSummary {
   int sections = 0;
   std::size_t replacedInReading = 0;
   std::size_t replacedInWriting = 0;
+  std::vector<vorn_host::UnreadValue> notUnderstood;
   ConversionReport conversion;
   std::vector<vorn_host::CarriedContent::Row> carried;
   std::vector<vorn_host::CarriedContent::Row> unplaced;
@@ -57,6 +60,7 @@ ConvertSummary Convert(const ConvertOptions& options) {
   summary.assumed = document.assumed;
   summary.encoding = vorn_host::EncodingName(options.encoding);
   summary.replacedInReading = document.replacedCharacters;
+  summary.notUnderstood = document.unreadValues;
   for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
 
   progress.Show("converting", 1, kSteps);
@@ -72,6 +76,16 @@ ConvertSummary Convert(const ConvertOptions& options) {
 }
 
 std::string Millimetres(double metres) { return std::string(FixedDecimal(metres * 1000.0, 3).View()) + " mm"; }
+
+void PrintNotUnderstood(TextReport& report, const std::vector<vorn_host::UnreadValue>& values) {
+  constexpr std::size_t kShown = 20;
+  if (values.empty()) return;
+  report.Line("Not understood, and therefore written otherwise:");
+  for (std::size_t i = 0; i < std::min(values.size(), kShown); ++i) {
+    report.Line(PlaceOf(values[i]) + ": " + Describe(values[i]), 4);
+  }
+  if (values.size() > kShown) report.Line("and " + std::to_string(values.size() - kShown) + " more", 4);
+}
 
 void PrintText(const ConvertSummary& summary) {
   const ConversionReport& conversion = summary.conversion;
@@ -100,8 +114,11 @@ void PrintText(const ConvertSummary& summary) {
   if (summary.replacedInWriting > 0) {
     report.Row("Replaced by 〓", Counted(static_cast<int>(summary.replacedInWriting), "character") + " in writing");
   }
+  PrintNotUnderstood(report, summary.notUnderstood);
   if (!conversion.dropped.empty()) report.Line("Dropped, as edition " + summary.toEdition + " cannot hold it:");
   for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
+  if (!conversion.notWritten.empty()) report.Line("Not written, in any edition:");
+  for (const ConversionReport::Dropped& left : conversion.notWritten) report.CountRow(left.count, left.what);
   if (!conversion.lostTargets.empty()) report.Line("Lost control targets:");
   for (const std::string& target : conversion.lostTargets) report.Line(target, 4);
   if (!summary.unplaced.empty()) report.Line("Lost, with the element that held it: " + Describe(summary.unplaced));
@@ -121,15 +138,24 @@ void PrintJson(const ConvertSummary& summary) {
                {"crossSections", summary.sections},
                {"replacedInReading", summary.replacedInReading},
                {"replacedInWriting", summary.replacedInWriting},
+               {"notUnderstood", Json::array()},
                {"convertedPoints", conversion.convertedPoints},
                {"largestDisplacementMm", conversion.largestDisplacement * 1000.0},
                {"largestDisplacementAt", conversion.largestDisplacementAt},
                {"movedTargets", conversion.movedTargets},
                {"dropped", Json::array()},
+               {"notWritten", Json::array()},
                {"lostTargets", conversion.lostTargets},
                {"notes", conversion.notes},
                {"carriedOver", RowsToJson(summary.carried)},
                {"unplaced", RowsToJson(summary.unplaced)}};
+  for (const ConversionReport::Dropped& left : conversion.notWritten) {
+    json["notWritten"].push_back({{"what", left.what}, {"count", left.count}});
+  }
+  for (const vorn_host::UnreadValue& value : summary.notUnderstood) {
+    json["notUnderstood"].push_back(
+        {{"line", value.line}, {"where", value.where}, {"text", value.text}, {"reason", value.reason}});
+  }
   for (const ConversionReport::Dropped& dropped : conversion.dropped) {
     json["dropped"].push_back({{"what", dropped.what}, {"count", dropped.count}});
   }

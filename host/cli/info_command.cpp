@@ -74,6 +74,7 @@ struct DocumentSummary {
   bool assumed = false;
   std::string encoding;
   std::size_t replacedCharacters = 0;
+  std::size_t notUnderstood = 0;  ///< values that the library read as something else
   std::vector<FileInfo> fileInfos;
   std::optional<Structure> structure;
   std::vector<Set> sets;
@@ -156,6 +157,7 @@ DocumentSummary Summarise(const std::string& file, const DesignDocument& documen
   summary.assumed = document.assumed;
   summary.encoding = document.encodingName;
   summary.replacedCharacters = document.replacedCharacters;
+  summary.notUnderstood = document.unreadValues.size();
   for (const VornFileInfo& info : document.fileInfos) {
     summary.fileInfos.push_back(
         {DateText(info.GetCreateDate()), DateText(info.GetChangeDate()), ToUtf8(info.GetNote().View())});
@@ -221,6 +223,9 @@ void PrintText(const DocumentSummary& summary) {
   std::string encoding = summary.encoding;
   if (summary.replacedCharacters > 0) encoding += ", " + std::to_string(summary.replacedCharacters) + " replaced by 〓";
   report.Row("Encoding", encoding);
+  if (summary.notUnderstood > 0) {
+    report.Row("Not understood", Counted(static_cast<int>(summary.notUnderstood), "value") + "; see vorn check");
+  }
   if (summary.fileInfos.empty()) report.Row("File information", "(none)");
   for (const DocumentSummary::FileInfo& info : summary.fileInfos) {
     report.Row("File information",
@@ -273,6 +278,7 @@ void PrintJson(const DocumentSummary& summary) {
                {"editionAssumed", summary.assumed},
                {"encoding", summary.encoding},
                {"replacedCharacters", summary.replacedCharacters},
+               {"notUnderstood", summary.notUnderstood},
                {"fileInformation", Json::array()},
                {"structureType", nullptr},
                {"sets", Json::array()},

@@ -8,6 +8,7 @@
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
 #include "host/cli/sample_command.h"
+#include "host/document/atomic_file.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  vorn_host::RemoveUnfinishedFilesOnSignals();
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {

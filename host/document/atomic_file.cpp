@@ -1,6 +1,8 @@
 #include "host/document/atomic_file.h"
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -10,6 +12,7 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -71,18 +74,56 @@ fs::path ThroughLinks(fs::path path) {
   return path;
 }
 
+#ifndef _WIN32
+/// Name of the file that is being written, for the signal handler; empty when there is none.
+std::array<char, 4096> unfinishedFile{};
+
+extern "C" void RemoveUnfinishedFile(int signal) {
+  if (unfinishedFile[0] != '\0') unlink(unfinishedFile.data());
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
+
+void RememberUnfinishedFile(const std::string& path) {
+  if (path.size() < unfinishedFile.size()) std::strcpy(unfinishedFile.data(), path.c_str());
+}
+#else
+void RememberUnfinishedFile(const std::string&) {}
+#endif
+
 /// Removes the temporary file unless it was renamed into place.
 struct TemporaryFile {
-  explicit TemporaryFile(fs::path where) : path(std::move(where)) {}
+  explicit TemporaryFile(fs::path where) : path(std::move(where)) { RememberUnfinishedFile(path.string()); }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
     std::error_code ignored;
     if (!path.empty()) fs::remove(path, ignored);
+    RememberUnfinishedFile("");
   }
 
   fs::path path;
 };
+
+/// Whether the file itself may be written: a read-only file is protected, although its directory would let another
+/// one be put in its place.
+bool IsWritable(const fs::path& path) {
+#ifdef _WIN32
+  return _waccess(path.c_str(), 2) == 0;
+#else
+  return access(path.c_str(), W_OK) == 0;
+#endif
+}
+
+/// Gives the temporary file the rights and, where that is allowed, the owner of the file that it replaces.
+void TakeOver(const fs::path& temporary, const fs::path& former, fs::perms permissions) {
+  std::error_code ignored;
+#ifndef _WIN32
+  struct stat owner {};
+  if (stat(former.c_str(), &owner) == 0 && chown(temporary.c_str(), owner.st_uid, owner.st_gid) != 0) errno = 0;
+#endif
+  fs::permissions(temporary, permissions, ignored);
+}
 
 }  // namespace
 
@@ -122,12 +163,21 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
   }
 
   const fs::path target = ThroughLinks(path);
+  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
   TemporaryFile temporary(TemporaryBeside(target));
-  WriteAll(Open(temporary.path, "wb", path, "cannot be written in its directory"), content, path);
-  if (fs::exists(status)) fs::permissions(temporary.path, status.permissions(), error);  // keep the file's own
+  File file = Open(temporary.path, "wb", path, "cannot be written in its directory");
+  if (fs::exists(status)) TakeOver(temporary.path, target, status.permissions());
+  WriteAll(std::move(file), content, path);
   fs::rename(temporary.path, target, error);
   if (error) Fail(path, "cannot be put in place", error.value());
   temporary.path.clear();
+}
+
+void RemoveUnfinishedFilesOnSignals() {
+#ifndef _WIN32
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, RemoveUnfinishedFile);
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 }  // namespace vorn_host

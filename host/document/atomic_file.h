@@ -14,4 +14,8 @@ namespace vorn_host {
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
+/// Makes a program that is stopped by a signal (Ctrl-C, a closed terminal) take its unfinished file away first, and
+/// makes a file that grows too large an error instead of the program's end. For the main function of a tool.
+void RemoveUnfinishedFilesOnSignals();
+
 }  // namespace vorn_host

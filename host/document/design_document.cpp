@@ -176,6 +176,11 @@ std::string ExpectedLocations() {
   return text;
 }
 
+bool HasModelledChild(pugi::xml_node root) {
+  return std::any_of(kRootChildren.begin(), kRootChildren.end(),
+                     [&](std::string_view tag) { return root.child(std::string(tag).c_str()); });
+}
+
 /// The edition of a document; throws when it is not recognised and none is assumed.
 Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std::optional<Edition>& assume,
                          bool& assumed) {
@@ -184,11 +189,17 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
   VornSchema& schema = VornSchema::Instance();
   assumed = !schema.AnalyzeVersion(root.name(), location ? location->c_str() : "");
   if (!assumed) return CurrentEdition();
-  if (assume) return *assume;
+  const bool readable = std::string_view(root.name()).starts_with("tsf:") || HasModelledChild(root);
+  if (assume && readable) return *assume;
+  if (assume) {
+    // Read all the same, it would look like a design without cross sections.
+    throw DocumentError(name + ": the root element " + root.name() +
+                        " holds no elements with the prefix tsf:, so no edition can be assumed for it");
+  }
   throw DocumentError(name + ": the edition of the document is not recognised\n found: root element " + root.name() +
                       ", " + (location ? "xsi:schemaLocation \"" + *location + "\"" : "no xsi:schemaLocation") +
                       "\n expected: a root element tsf:… with one of these xsi:schemaLocation" + ExpectedLocations() +
-                      "\n an edition can be assumed: --assume 4.1");
+                      (readable ? "\n an edition can be assumed: --assume 4.1" : ""));
 }
 
 /// Hands the modelled elements below the root to the library.
@@ -317,6 +328,7 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, decoded.utf8, name);
   document.replacedCharacters = problems.count;
   document.carried.Collect(tree, document.sets, VornSchema::Instance().IsVer2());
+  document.unreadValues = FindUnreadValues(tree, decoded.utf8, VornSchema::Instance().IsVer2());
   return document;
 }
 

@@ -10,6 +10,7 @@
 #include "host/document/carried_content.h"
 #include "host/document/edition.h"
 #include "host/document/text_encoding.h"
+#include "host/document/unread_values.h"
 #include "vorn/model/file_info.h"
 #include "vorn/model/x_sections.h"
 #include "vorn/types/structure_type.h"
@@ -64,6 +65,8 @@ class DesignDocument {
   std::string encodingName = "UTF-8";
   /// How many characters were replaced while reading.
   std::size_t replacedCharacters = 0;
+  /// What was read as something else or not at all; it is not in the model and will not be written.
+  std::vector<UnreadValue> unreadValues;
 
   VornFileInfoArray fileInfos;
   VornStructureType structureType;

@@ -44,6 +44,7 @@ class Checker {
   explicit Checker(const DesignDocument& document) : m_document(document), m_edition20(IsEdition20(document.edition)) {}
 
   std::vector<Finding> Check() {
+    AddUnreadValues();
     if (m_document.edition != Edition::RoadGm) {
       CheckFileInfos();
       CheckStructureType();
@@ -60,6 +61,13 @@ class Checker {
   }
   void AddNotEnabled(const std::string& tag, std::string path, std::string reason) {
     Add(Severity::Error, tag + " not enabled", std::move(path), std::move(reason));
+  }
+
+  /// First of all: what follows is found in the model, which does not hold these values.
+  void AddUnreadValues() {
+    for (const UnreadValue& value : m_document.unreadValues) {
+      Add(Severity::Error, "value not understood", PlaceOf(value), Describe(value));
+    }
   }
 
   // --- the document's head ---------------------------------------------------------------------------------------
@@ -229,8 +237,10 @@ class Checker {
       if (m_edition20) {
         CheckCodesOf20(target, owner, path);
       } else {
-        for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray())
-          CheckTargetPnt(point, set, sections, path);
+        std::string told;
+        for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+          CheckTargetPnt(point, set, sections, path, told);
+        }
       }
       ++m_targetCount;
     }
@@ -284,7 +294,7 @@ class Checker {
 
   template <typename Path>
   void CheckTargetPnt(const VornFormCtrlTargetPnt& point, const VornXSections& set, const SectionIndex& sections,
-                      const Path& path) {
+                      const Path& path, std::string& told) {
     Reasons reasons;
     reasons.AddIf(!point.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
     reasons.AddIf(point.GetBuildFormName().IsEmpty(), "buildFormName is missing");
@@ -293,8 +303,11 @@ class Checker {
       AddNotEnabled("tsf:FormCtrlTargetPnt", path(), reasons.Text());
       return;
     }
+    // The points of a target mostly miss the same thing: it is told once.
     const auto missing = [&](const std::string& what) {
+      if (what == told) return;
       Add(Severity::Error, "control target names what does not exist", path(), what);
+      told = what;
     };
     const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
     const std::string form = "form " + ToUtf8(point.GetBuildFormName().View());

@@ -22,9 +22,9 @@ struct Finding {
   std::string reason;
 };
 
-/// Checks a document in its own edition: every element that is not enabled, stations out of order or doubled, control
-/// targets that name a form or a code that does not exist, and codes used twice in one form. In the order of the
-/// document.
+/// Checks a document in its own edition: every value that was not understood in reading, every element that is not
+/// enabled, stations out of order or doubled, control targets that name a form or a code that does not exist, and codes
+/// used twice in one form. In the order of the document.
 [[nodiscard]] std::vector<Finding> CheckDocument(const DesignDocument& document);
 
 }  // namespace vorn_host

@@ -20,9 +20,11 @@ using WorkType = VornFormCtrlTarget::WorkType;
 
 // --- what the target edition cannot hold ----------------------------------------------------------------------------
 
-void AddDropped(ConversionReport& report, const std::string& what, int count) {
-  if (count > 0) report.dropped.push_back({what, count});
+void AddRow(std::vector<ConversionReport::Dropped>& rows, const std::string& what, int count) {
+  if (count > 0) rows.push_back({what, count});
 }
+
+void AddDropped(ConversionReport& report, const std::string& what, int count) { AddRow(report.dropped, what, count); }
 
 template <typename Array, typename Predicate>
 int Count(const Array& items, Predicate&& predicate) {
@@ -85,17 +87,17 @@ void CountDroppedByLater(const DesignDocument& document, ConversionReport& repor
 
 /// What no edition writes.
 void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
-  AddDropped(report, "build form with fewer than two points",
-             SumOverSections(document.sets, [](const VornXSection& section) {
-               return Count(section.GetBuildFormArray(),
-                            [](const VornBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
-             }));
+  AddRow(report.notWritten, "build form with fewer than two points",
+         SumOverSections(document.sets, [](const VornXSection& section) {
+           return Count(section.GetBuildFormArray(),
+                        [](const VornBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
+         }));
   if (IsEdition20(document.edition)) return;  // counted as a whole there
-  AddDropped(report, "existing ground form with fewer than two points",
-             SumOverSections(document.sets, [](const VornXSection& section) {
-               return Count(section.GetExistingBuildFormArray(),
-                            [](const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
-             }));
+  AddRow(report.notWritten, "existing ground form with fewer than two points",
+         SumOverSections(document.sets, [](const VornXSection& section) {
+           return Count(section.GetExistingBuildFormArray(),
+                        [](const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
+         }));
 }
 
 // --- points ---------------------------------------------------------------------------------------------------------
@@ -103,6 +105,7 @@ void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
 void NoteDisplacement(const PointDisplacement& displacement, const std::string& formPath, const VornBuildForm& form,
                       ConversionReport& report) {
   report.convertedPoints += displacement.convertedPoints;
+  report.farPoints += displacement.farPoints;
   if (displacement.largest <= report.largestDisplacement) return;
   report.largestDisplacement = displacement.largest;
   const VornComposedPnt& point = form.GetComposedPntArray()[displacement.largestAt];
@@ -260,6 +263,10 @@ void ConvertTo20(DesignDocument& document, ConversionReport& report) {
     const std::string path = SetPath(set, i);
     for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPoints(section, path, true, report);
     MoveTargetsToForms(set, path, counts, report);
+  }
+  if (report.farPoints > 0) {
+    report.notes.push_back("Warning: " + std::to_string(report.farPoints) +
+                           " points moved by more than 1 mm, as the decimals of edition 2.0 allow no nearer place.");
   }
   if (counts.derived > 0) {
     report.notes.push_back("The work type (cut or fill) of " + std::to_string(counts.derived) +

@@ -15,6 +15,8 @@ struct ConversionReport {
     int count = 0;
   };
   std::vector<Dropped> dropped;
+  /// What is not written in any edition, with how often.
+  std::vector<Dropped> notWritten;
   /// Control targets that could not be carried, each with its place and the reason.
   std::vector<std::string> lostTargets;
   /// Further remarks for the user, whole sentences.
@@ -25,6 +27,8 @@ struct ConversionReport {
   double largestDisplacement = 0.0;
   /// Place of the point that moved most, empty when none did.
   std::string largestDisplacementAt;
+  /// Points that moved by more than a millimetre.
+  int farPoints = 0;
   /// Control targets that went from the forms to the set or back.
   int movedTargets = 0;
 };

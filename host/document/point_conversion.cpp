@@ -121,6 +121,14 @@ std::vector<TamWorld2> PositionsBefore(Vorn_ComposedPntArray& points) {
 
 }  // namespace
 
+void PointDisplacement::Note(double distance, int index) {
+  constexpr double kFar = 0.001;
+  if (distance > kFar) ++farPoints;
+  if (distance <= largest) return;
+  largest = distance;
+  largestAt = index;
+}
+
 PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
   Vorn_ComposedPntArray& points = form.GetComposedPntArray();
   const std::vector<TamWorld2> wanted = PositionsBefore(points);
@@ -136,6 +144,7 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
       // Its values stay as they are; written with the decimals of the edition, they place what follows.
       if (i == 0) {
         reached[i] = {Rounded(point.GetX().Value(), kPlacesOfX), Rounded(point.GetY().Value(), kPlacesOfPercent)};
+        displacement.Note(Distance(reached[i], wanted[i]), 0);
       }
       continue;
     }
@@ -153,11 +162,7 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
     point.SetSlopeType(reading.type);
     point.SetDataType(dataType);
     reached[i] = Place(reading, point.GetLocation(), from);
-    const double moved = Distance(reached[i], wanted[i]);
-    if (moved > displacement.largest) {
-      displacement.largest = moved;
-      displacement.largestAt = static_cast<int>(i);
-    }
+    displacement.Note(Distance(reached[i], wanted[i]), static_cast<int>(i));
   }
   return displacement;
 }

@@ -9,6 +9,10 @@ struct PointDisplacement {
   int convertedPoints = 0;
   double largest = 0.0;  ///< metres
   int largestAt = -1;    ///< index of the point in its form
+  int farPoints = 0;     ///< points that moved by more than a millimetre
+
+  /// Takes account of a point that moved by a distance (metres).
+  void Note(double distance, int index);
 };
 
 /// Re-expresses a form's points for edition 2.0, which reads Y as a grade or a ratio by the slope type. Every point

@@ -428,7 +428,7 @@ TEST(CarriedContent, IsDescribedInTheOrderOfTheDocument) {
   EXPECT_EQ(Describe(document.carried.Rows()),
             "document type, comment (3), rgm:RoadGm, processing instruction tool, rgm:CtrlPnts");
   EXPECT_TRUE(document.carried.HasRoadGeometry());
-  EXPECT_EQ(Describe({}), "");
+  EXPECT_EQ(Describe(std::vector<CarriedContent::Row>()), "");
 }
 
 TEST(CarriedContent, RemembersTheModelledElementsOfTheRootByFirstAppearance) {

@@ -250,8 +250,8 @@ TEST_F(Cli, CheckFindsNothingWrongInTheSamples) {
 
 TEST_F(Cli, CheckListsNotesOnlyWhenAsked) {
   const std::vector<std::string> arguments = {"check", Sample("road-4.1.xml")};
-  EXPECT_THAT(Output(arguments), AllOf(HasSubstr("Notes:"), Not(HasSubstr("note: "))));
-  EXPECT_THAT(Output({"check", Sample("road-4.1.xml"), "--verbose"}), HasSubstr("note: "));
+  EXPECT_THAT(Output(arguments), AllOf(HasSubstr("1 note (--verbose"), Not(HasSubstr("note: "))));
+  EXPECT_THAT(Output({"check", Sample("road-4.1.xml"), "--verbose"}), AllOf(HasSubstr("note: "), HasSubstr("Notes:")));
 }
 
 /// A damage done by hand: a text in the sample, what it becomes, and what the check has to say about it.
@@ -293,6 +293,63 @@ const std::vector<Damage>& Damages() {
        "does not exist",
        {"control target"},
        "7.0000"},
+      {"cumulativeDist=\"20.0000\">",
+       "cumulativeDist=\"20,5\">",
+       "value not understood",
+       {"line ", "tsf:XSection No.1, attribute cumulativeDist"},
+       "is no number"},
+      {">3.5000 -1.501<",
+       ">3.5m -1.501<",
+       "value not understood",
+       {"tsf:ComposedPnt L1, text"},
+       "\"3.5m\" is no number"},
+      {">3.5000 -1.501<", "><", "value not understood", {"tsf:ComposedPnt L1, text"}, "holds no numbers"},
+      {">3.5000 -1.501<",
+       ">3.5000 -1.501 2.000<",
+       "value not understood",
+       {"tsf:ComposedPnt L1, text"},
+       "instead of two"},
+      {"location=\"Left\"",
+       "location=\"Lefft\"",
+       "value not understood",
+       {"line 9: tsf:ComposedPnt L1, attribute location"},
+       "\"Lefft\" is none of Center, Left, Right"},
+      {"componentType=\"Roadbed(Fill)\"",
+       "componentType=\"Verge\"",
+       "value not understood",
+       {"attribute componentType"},
+       "\"Verge\" is none of"},
+      {"dataType=\"Percent\"",
+       "dataType=\"Per cent\"",
+       "value not understood",
+       {"attribute dataType"},
+       "is none of WidthHeight"},
+      {"dataType=\"Percent\"",
+       "slopeType=\"1:1\" dataType=\"Percent\"",
+       "value not understood",
+       {"attribute slopeType"},
+       "is none of Percent, Rate"},
+      {"existence=\"true\"", "existence=\"yes\"", "value not understood", {"attribute existence"}, "\"yes\""},
+      {"changeDate=\"2024-04-15T17:30:00\"",
+       "changeDate=\"yesterday\"",
+       "value not understood",
+       {"line 3: tsf:FileInfo, attribute changeDate"},
+       "is no date"},
+      {"createDate=\"2024-04-01T09:00:00\"",
+       "createDate=\"2024-13-01T09:00:00\"",
+       "value not understood",
+       {"line 3: tsf:FileInfo, attribute createDate"},
+       "is no date"},
+      {"<tsf:StructureType ",
+       "<tsf:StructureType /><tsf:StructureType ",
+       "value not understood",
+       {"tsf:StructureType"},
+       "is given twice"},
+      {"name=\"No.1\" ",
+       "name=\"No.1\" xSectChg=\"maybe\" ",
+       "value not understood",
+       {"attribute xSectChg"},
+       "\"maybe\""},
   };
   return damages;
 }
@@ -358,6 +415,36 @@ TEST_F(Cli, ConvertTellsWhatTheEditionCannotHold) {
                              HasSubstr("<!-- 見本: 線形と基準点を持つ道路の設計データ -->")));
 }
 
+TEST_F(Cli, ConvertAndInfoTellWhatIsNotUnderstood) {
+  const std::string file = Damaged("road-4.1.xml", "cumulativeDist=\"20.0000\">", "cumulativeDist=\"20,5\">");
+  EXPECT_THAT(Output({"convert", file, Path("out.xml")}),
+              AllOf(HasSubstr("Not understood, and therefore written otherwise:"),
+                    HasSubstr("tsf:XSection No.1, attribute cumulativeDist: \"20,5\" is no number")));
+  const Json values = OutputJson({"convert", file, Path("out.xml"), "--json"})["notUnderstood"];
+  ASSERT_EQ(values.size(), 1u);
+  EXPECT_EQ(values[0]["where"], "tsf:XSection No.1, attribute cumulativeDist");
+  EXPECT_EQ(values[0]["text"], "20,5");
+  EXPECT_EQ(values[0]["reason"], "is no number");
+  EXPECT_GT(values[0]["line"], 1);
+  EXPECT_THAT(Output({"info", file}), HasSubstr("1 value; see vorn check"));
+  EXPECT_EQ(OutputJson({"info", file, "--json"})["notUnderstood"], 1);
+  EXPECT_THAT(Output({"info", Sample("road-4.1.xml")}), Not(HasSubstr("Not understood")));
+}
+
+TEST_F(Cli, ConvertShowsOnlyTheFirstOfManyValuesNotUnderstood) {
+  std::string document = ReadAll(Sample("road-4.1.xml"));
+  int count = 0;
+  constexpr std::string_view kPart = "existence=\"true\"";
+  for (std::size_t at = document.find(kPart); at != std::string::npos; at = document.find(kPart, at)) {
+    document.replace(at, kPart.size(), "existence=\"yes\"");
+    ++count;
+  }
+  ASSERT_GT(count, 20);
+  WriteAll(Path("a.xml"), document);
+  EXPECT_THAT(Output({"convert", Path("a.xml"), Path("out.xml")}),
+              HasSubstr("and " + std::to_string(count - 20) + " more"));
+}
+
 TEST_F(Cli, ConvertWritesTheEncodingAskedFor) {
   const std::string out = Path("out.xml");
   EXPECT_THAT(Output({"convert", Sample("road-4.1.xml"), out, "--encoding", "shift_jis"}), HasSubstr("Shift_JIS"));
@@ -398,7 +485,7 @@ TEST_F(Cli, SaysSoWhenTheDiskIsFull) {
 TEST_F(Cli, LeavesTheFormerFileWhenThereIsNoRoomForTheNewOne) {
   WriteAll(Path("a.xml"), "the former content");
   // Files may not grow beyond 16 blocks here, which is the next best thing to a full disk.
-  const ToolRun run = Shell("ulimit -f 16; trap '' XFSZ; " + Command({"sample", Path("a.xml"), "--sections", "20"}));
+  const ToolRun run = Shell("ulimit -f 16; " + Command({"sample", Path("a.xml"), "--sections", "20"}));
   ExpectFailure(run, HasSubstr("cannot be written"));
   EXPECT_EQ(ReadAll(Path("a.xml")), "the former content");
   EXPECT_EQ(FileCount(), 1u) << "a temporary file stays behind";
@@ -416,9 +503,25 @@ TEST_F(Cli, LeavesNothingInADirectoryItMayNotWriteTo) {
   chmod(Path("").c_str(), 0755);
   EXPECT_EQ(FileCount(), 0u);
 
+  chmod(Path("").c_str(), 0777);
+  WriteAll(Path("approved.xml"), "the former content");
+  chmod(Path("approved.xml").c_str(), 0444);
+  ExpectFailure(Shell(asNobody + Command({"sample", Path("approved.xml")})), HasSubstr("read-only"));
+  EXPECT_EQ(ReadAll(Path("approved.xml")), "the former content");
+
   WriteAll(Path("secret.xml"), ReadAll(Sample("road-4.1.xml")));
   chmod(Path("secret.xml").c_str(), 0);
   ExpectFailure(Shell(asNobody + Command({"info", Path("secret.xml")})), HasSubstr("Permission denied"));
+}
+
+TEST_F(Cli, TakesItsUnfinishedFileAwayWhenItIsStopped) {
+  // Stopped at several moments, among them some while the file is being written.
+  for (const char* seconds : {"0.1", "0.2", "0.3", "0.4", "0.6", "0.8"}) {
+    const ToolRun run = Shell(std::string("timeout -s INT ") + seconds + " " +
+                              Command({"sample", Path("a.xml"), "--sections", "8000"}));
+    std::filesystem::remove(Path("a.xml"));
+    EXPECT_EQ(FileCount(), 0u) << "stopped after " << seconds << " s, exit code " << run.exitCode;
+  }
 }
 
 // --- sample ----------------------------------------------------------------------------------------------------------

@@ -145,6 +145,14 @@ TEST(UnknownEdition, CanBeAssumed) {
   }
 }
 
+TEST(UnknownEdition, IsNotAssumedForElementsOfAnotherPrefix) {
+  const std::string error =
+      ReadError("<x:TSFormControlData><x:XSections/></x:TSFormControlData>", {Edition::V41, false});
+  EXPECT_THAT(error, AllOf(HasSubstr("x:TSFormControlData"), HasSubstr("prefix tsf:")));
+  EXPECT_THAT(ReadError("<x:TSFormControlData><x:XSections/></x:TSFormControlData>"), Not(HasSubstr("--assume")));
+  EXPECT_EQ(ReadText("<document>" + std::string(kSet) + "</document>", {Edition::V41, false}).sets.GetSize(), 1);
+}
+
 TEST(UnknownEdition, IsNotAssumedOverARecognisedOne) {
   const DesignDocument document = ReadText(Xml(Edition::V20, kSet), {Edition::V41, false});
   EXPECT_EQ(document.edition, Edition::V20);

@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -34,11 +36,16 @@ using WorkType = VornFormCtrlTarget::WorkType;
 const CString kFill = u8"盛土工"_cp932;
 const CString kCut = u8"切土工"_cp932;
 
-std::vector<std::pair<std::string, int>> DroppedBy(const ConversionReport& report) {
-  std::vector<std::pair<std::string, int>> pairs;
-  for (const ConversionReport::Dropped& dropped : report.dropped) pairs.emplace_back(dropped.what, dropped.count);
-  return pairs;
+using Rows = std::vector<std::pair<std::string, int>>;
+
+Rows RowsOf(const std::vector<ConversionReport::Dropped>& dropped) {
+  Rows rows;
+  for (const ConversionReport::Dropped& row : dropped) rows.emplace_back(row.what, row.count);
+  return rows;
 }
+
+Rows DroppedBy(const ConversionReport& report) { return RowsOf(report.dropped); }
+Rows NotWrittenBy(const ConversionReport& report) { return RowsOf(report.notWritten); }
 
 VornXSections& SetOf(DesignDocument& document) { return document.sets[0]; }
 VornXSection& SectionOf(DesignDocument& document, int index) { return SetOf(document).GetXSectionArray()[index]; }
@@ -316,26 +323,8 @@ std::vector<std::string> Targets(const DesignDocument& document) {
   return lines;
 }
 
-class SampleRoundTrip : public testing::TestWithParam<SampleKind> {};
-
-INSTANTIATE_TEST_SUITE_P(Kinds, SampleRoundTrip, testing::Values(SampleKind::Road, SampleKind::River, SampleKind::Farm),
-                         [](const auto& info) {
-                           return info.param == SampleKind::Road    ? "Road"
-                                  : info.param == SampleKind::River ? "River"
-                                                                    : "Farm";
-                         });
-
-TEST_P(SampleRoundTrip, Over20KeepsEveryTargetAndMovesNoPoint) {
-  SampleOptions options;
-  options.sections = 25;
-  options.kind = GetParam();
-  SampleDesign design = MakeSampleDesign(options);
-  DesignDocument document;
-  document.fileInfos = design.fileInfos;
-  document.structureType = design.structureType;
-  document.hasStructureType = true;
-  document.sets = design.sets;
-  document = ThroughBytes(std::move(document));
+/// A design of edition 4.1 goes to 2.0 and back, each time through the bytes of a document.
+void ExpectWayTo20AndBack(DesignDocument document) {
   const DesignDocument start = ReadText(WriteText(document));
   ASSERT_FALSE(Targets(start).empty());
 
@@ -368,6 +357,57 @@ TEST_P(SampleRoundTrip, Over20KeepsEveryTargetAndMovesNoPoint) {
       }
     }
   }
+}
+
+DesignDocument Generated(SampleKind kind, std::uint64_t seed) {
+  SampleOptions options;
+  options.sections = 25;
+  options.kind = kind;
+  options.seed = seed;
+  SampleDesign design = MakeSampleDesign(options);
+  DesignDocument document;
+  document.fileInfos = design.fileInfos;
+  document.structureType = design.structureType;
+  document.hasStructureType = true;
+  document.sets = design.sets;
+  return ThroughBytes(std::move(document));
+}
+
+/// Kind and seed.
+class GeneratedDesign : public testing::TestWithParam<std::tuple<SampleKind, std::uint64_t>> {
+ protected:
+  static DesignDocument Document() { return Generated(std::get<0>(GetParam()), std::get<1>(GetParam())); }
+};
+
+INSTANTIATE_TEST_SUITE_P(KindsAndSeeds, GeneratedDesign,
+                         testing::Combine(testing::Values(SampleKind::Road, SampleKind::River, SampleKind::Farm),
+                                          testing::Values<std::uint64_t>(1, 7, 4711)));
+
+TEST_P(GeneratedDesign, Over20KeepsEveryTargetAndMovesNoPoint) { ExpectWayTo20AndBack(Document()); }
+
+TEST_P(GeneratedDesign, ComesBackFromTheOtherLaterEditionsByteForByte) {
+  DesignDocument document = Document();
+  const std::string start = WriteText(document);
+  for (const Edition edition : {Edition::V40, Edition::Maff10}) {
+    ConvertEdition(document, edition);
+    document = ThroughBytes(std::move(document));
+    ConvertEdition(document, Edition::V41);
+    document = ThroughBytes(std::move(document));
+    EXPECT_EQ(WriteText(document), start) << EditionName(edition);
+  }
+}
+
+TEST(SampleDocuments, KeepEveryTargetAndMoveNoPointOver20) {
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(VORN_SAMPLES)) {
+    if (entry.path().extension() != ".xml") continue;
+    SCOPED_TRACE(entry.path().string());
+    DesignDocument document = DesignDocument::Read(entry.path());
+    ConvertEdition(document, Edition::V41);
+    ExpectWayTo20AndBack(ThroughBytes(std::move(document)));
+    ++count;
+  }
+  EXPECT_GE(count, 4);
 }
 
 // --- what an edition cannot hold -----------------------------------------------------------------------------------
@@ -416,12 +456,12 @@ TEST(DroppedByLaterEditions, AreWorkTypesAndNotesWithoutAChangeDate) {
 TEST(DroppedByEveryEdition, AreFormsWithFewerThanTwoPoints) {
   for (const Edition target : kWritableEditions) {
     DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A"), Form("B", {Center()})})});
-    EXPECT_THAT(DroppedBy(ConvertEdition(document, target)),
+    EXPECT_THAT(NotWrittenBy(ConvertEdition(document, target)),
                 Contains(Pair("build form with fewer than two points", 1)));
   }
   DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A")})});
   SectionOf(document, 0).GetExistingBuildFormArray().Add(VornExistingBuildForm());
-  EXPECT_THAT(DroppedBy(ConvertEdition(document, Edition::V41)),
+  EXPECT_THAT(NotWrittenBy(ConvertEdition(document, Edition::V41)),
               ElementsAre(Pair("existing ground form with fewer than two points", 1)));
 }
 

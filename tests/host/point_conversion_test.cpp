@@ -35,12 +35,13 @@ std::vector<TamWorld2> PositionsIn(Edition edition, VornBuildForm form) {
 
 double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-/// The largest distance between equal points of two forms, centre points apart.
+/// The largest distance between equal points of two forms; of centre points only the start point counts.
 double LargestDistance(const VornBuildForm& form, const std::vector<TamWorld2>& a, const std::vector<TamWorld2>& b) {
   EXPECT_EQ(a.size(), b.size());
   double largest = 0.0;
   for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-    if (!form.GetComposedPntArray()[static_cast<int>(i)].IsCenter()) largest = std::max(largest, Distance(a[i], b[i]));
+    const bool counts = i == 0 || !form.GetComposedPntArray()[static_cast<int>(i)].IsCenter();
+    if (counts) largest = std::max(largest, Distance(a[i], b[i]));
   }
   return largest;
 }
@@ -188,6 +189,22 @@ TEST(PointsTo20, ReportTheLargestDisplacementAndItsPoint) {
   EXPECT_GT(displacement.largest, 1e-5);
   EXPECT_NEAR(displacement.largest, Distance(before[2], after[2]), 1e-9);
   EXPECT_NEAR(displacement.largest, LargestDistance(form, before, after), 1e-9);
+}
+
+TEST(PointsTo20, ReportWhatTheDecimalsDoToTheCentrePoint) {
+  VornBuildForm form = Form("A", {Point("CL", VornLocation::Center, DataType::WidthHeight, 0.0, 0.1236),
+                                  Point("R1", kRight, DataType::WidthHeight, 3.0, 0.0)});
+  const PointDisplacement displacement = ConvertPointsTo20(form);
+  EXPECT_EQ(displacement.largestAt, 0);
+  EXPECT_NEAR(displacement.largest, 0.0004, 1e-9);
+  EXPECT_EQ(displacement.farPoints, 0);
+}
+
+TEST(PointsTo20, CountThePointsThatMoveByMoreThanAMillimetre) {
+  VornBuildForm form = Form("A", {Center(), Point("R1", kRight, DataType::WidthHeight, 700.0, 0.0025)});
+  const PointDisplacement displacement = ConvertPointsTo20(form);
+  EXPECT_GT(displacement.largest, 1e-3);
+  EXPECT_EQ(displacement.farPoints, 1);
 }
 
 TEST(PointsTo20, ReportNoDisplacementWhereThereIsNone) {
