@@ -117,12 +117,13 @@ class Collector {
 
   void CollectBelow(pugi::xml_node element, std::span<const std::string_view> children, bool hasText) {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
-    for (const pugi::xml_node child : element.children()) {
-      const bool isText = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+      const pugi::xml_node_type type = child.type();
+      const bool isText = type == pugi::node_pcdata || type == pugi::node_cdata;
       if (isText && (hasText || IsBlank(child.value()))) continue;
-      const KnownElement* known = child.type() == pugi::node_element && Contains(children, child.name())
-                                      ? FindKnownElement(child.name())
-                                      : nullptr;
+      const std::string_view name = child.name();
+      const KnownElement* known =
+          type == pugi::node_element && Contains(children, name) ? FindKnownElement(name) : nullptr;
       if (known == nullptr) {
         Keep(child, CarriedItem::Place::InElement, last);
         continue;
@@ -149,6 +150,7 @@ class Collector {
 
   /// Counts a modelled sibling, and makes it the nearest.
   static int NextIndex(std::vector<ElementStep>& last, std::string_view tag) {
+    if (!last.empty() && last.back().tag == tag) return ++last.back().index;
     const auto former =
         std::find_if(last.begin(), last.end(), [tag](const ElementStep& step) { return step.tag == tag; });
     const int index = former == last.end() ? 0 : former->index + 1;
@@ -175,8 +177,9 @@ class Collector {
   }
 
   void CollectAttributes(pugi::xml_node element, const KnownElement& known) {
-    for (const pugi::xml_attribute attribute : element.attributes()) {
-      if (Contains(known.attributes, attribute.name())) continue;
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
+      const std::string_view name = attribute.name();
+      if (Contains(known.attributes, name)) continue;
       CarriedItem item;
       item.parent = m_path;
       item.attributeName = attribute.name();

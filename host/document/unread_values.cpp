@@ -249,7 +249,7 @@ class Walker {
     CheckAttributes(element, rule);
     if (rule.numbers != NumbersIn::None) CheckNumbers(element, rule);
     if (known.children.empty() || (m_edition20 && known.tag == "tsf:FormCtrlTarget")) return;
-    for (const pugi::xml_node child : element.children()) {
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
       const std::string_view tag = child.name();
       if (tag.empty() || std::find(known.children.begin(), known.children.end(), tag) == known.children.end()) continue;
       if (child.type() == pugi::node_element) WalkElement(child, *FindKnownElement(tag));
@@ -258,7 +258,7 @@ class Walker {
 
   void CheckAttributes(pugi::xml_node element, const ElementRule& rule) {
     if (rule.attributes.empty()) return;
-    for (const pugi::xml_attribute attribute : element.attributes()) {
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
       const std::string_view name = attribute.name();
       for (const AttributeRule& wanted : rule.attributes) {
         if (wanted.name != name) continue;

@@ -45,7 +45,7 @@ std::string DeclarationName(std::string_view prefix) {
 
 std::optional<std::string_view> ElementText(pugi::xml_node element, std::string& joined) {
   std::optional<std::string_view> text;
-  for (const pugi::xml_node child : element.children()) {
+  for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
     if (!IsText(child)) continue;
     if (!text) {
       text = child.value();
@@ -120,7 +120,7 @@ bool XmlCursor::VisitText(TextVisitor visit) const {
 }
 
 bool XmlCursor::VisitAttributes(AttributeVisitor visit) const {
-  for (const pugi::xml_attribute attribute : m_element.attributes()) {
+  for (pugi::xml_attribute attribute = m_element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
     const std::string_view name = attribute.name();
     const std::string_view value = attribute.value();
     if (IsAscii(value)) {
