@@ -29,6 +29,7 @@ struct SampleCommandOptions {
   vorn_host::SampleOptions sample;
   std::optional<Edition> edition;
   vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
+  bool json = false;
 };
 
 const std::map<std::string, SampleKind>& Kinds() {
@@ -73,13 +74,19 @@ void AddSampleCommand(CLI::App& app, int& exitCode) {
   AddEditionOption(*command, options->edition, "edition to write (4.1 unless told otherwise)");
   command->add_option("--seed", options->sample.seed, "another number gives another terrain")->capture_default_str();
   AddEncodingOption(*command, options->encoding);
+  command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
     WriteSample(*options);
-    TextReport report;
-    report.Row("Written", options->out);
-    report.Row("Edition", vorn_host::EditionName(options->edition.value_or(Edition::V41)));
-    report.Row("Cross sections", std::to_string(options->sample.sections));
-    Print(report);
+    const std::string edition(vorn_host::EditionName(options->edition.value_or(Edition::V41)));
+    if (options->json) {
+      Print(Json{{"written", options->out}, {"edition", edition}, {"crossSections", options->sample.sections}});
+    } else {
+      TextReport report;
+      report.Row("Written", options->out);
+      report.Row("Edition", edition);
+      report.Row("Cross sections", std::to_string(options->sample.sections));
+      Print(report);
+    }
     exitCode = kOk;
   });
 }

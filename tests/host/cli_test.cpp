@@ -540,6 +540,13 @@ TEST_F(Cli, SampleMakesValidDocumentsOfEveryKindAndEdition) {
   }
 }
 
+TEST_F(Cli, SampleTellsProgramsWhatItWrote) {
+  const Json json = OutputJson({"sample", Path("a.xml"), "--sections", "3", "--edition", "2.0", "--json"});
+  EXPECT_EQ(json["written"], Path("a.xml"));
+  EXPECT_EQ(json["edition"], "2.0");
+  EXPECT_EQ(json["crossSections"], 3);
+}
+
 TEST_F(Cli, SampleIsTheSameForASeed) {
   const auto make = [&](const std::string& seed) {
     (void)Output({"sample", Path("a.xml"), "--seed", seed});
