@@ -6,6 +6,7 @@
 
 #include "host/document/carried_item.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/xml_cursor.h"
 #include "vorn/framework/schema.h"
 
 namespace vorn_host {
@@ -67,13 +68,9 @@ bool IsWrittenByHost(const std::string& rootAttribute, const std::string& value)
          (rootAttribute.starts_with("xmlns:") && VornSchema::Xsi() == value.c_str());
 }
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
 /// Text that stands between elements, without the layout around it: each rewriting would add some more.
 void RemoveLayout(pugi::xml_node text) {
-  const std::string_view value = text.value();
-  const std::size_t first = value.find_first_not_of(kBlanks);
-  const std::string content(value.substr(first, value.find_last_not_of(kBlanks) + 1 - first));
+  const std::string content(WithoutBlanks(text.value()));
   text.set_value(content.c_str());
 }
 
@@ -119,8 +116,7 @@ class Collector {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
       const pugi::xml_node_type type = child.type();
-      const bool isText = type == pugi::node_pcdata || type == pugi::node_cdata;
-      if (isText && (hasText || IsBlank(child.value()))) continue;
+      if (IsText(child) && (hasText || IsBlank(child.value()))) continue;
       const std::string_view name = child.name();
       const KnownElement* known =
           type == pugi::node_element && Contains(children, name) ? FindKnownElement(name) : nullptr;
@@ -146,7 +142,7 @@ class Collector {
   }
 
  private:
-  static bool IsBlank(std::string_view text) { return text.find_first_not_of(kBlanks) == std::string_view::npos; }
+  static bool IsBlank(std::string_view text) { return text.find_first_not_of(kXmlBlanks) == std::string_view::npos; }
 
   /// Counts a modelled sibling, and makes it the nearest.
   static int NextIndex(std::vector<ElementStep>& last, std::string_view tag) {

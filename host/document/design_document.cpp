@@ -19,7 +19,6 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
 constexpr const char* kDefaultRoot = "tsf:TSFormControlData";
 constexpr const char* kRoadGeometryRoot = "RoadGmxml";
 
@@ -90,7 +89,7 @@ void RequirePlainReferences(std::string_view text, const std::string& name) {
 
 void RequireXml(std::string_view text, const std::string& name) {
   const std::size_t nul = text.find('\0');
-  const std::size_t first = text.find_first_not_of(kBlanks);
+  const std::size_t first = text.find_first_not_of(kXmlBlanks);
   if (nul != std::string_view::npos || first == std::string_view::npos || text[first] != '<') {
     throw DocumentError(name + ": this is not an XML document");
   }
@@ -146,8 +145,8 @@ void Parse(const std::string& text, const std::string& name, pugi::xml_document&
     if (node.type() == pugi::node_element && node != root) {
       Malformed(name, text, offset, std::string("the document is malformed: a second root element, ") + node.name());
     }
-    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
-      Malformed(name, text, text.find_first_not_of(kBlanks, offset),
+    if (IsText(node)) {
+      Malformed(name, text, text.find_first_not_of(kXmlBlanks, offset),
                 "the document is malformed: text outside the root element");
     }
   }

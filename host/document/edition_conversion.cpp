@@ -102,16 +102,6 @@ void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
 
 // --- points ---------------------------------------------------------------------------------------------------------
 
-void NoteDisplacement(const PointDisplacement& displacement, const std::string& formPath, const VornBuildForm& form,
-                      ConversionReport& report) {
-  report.convertedPoints += displacement.convertedPoints;
-  report.farPoints += displacement.farPoints;
-  if (displacement.largest <= report.largestDisplacement) return;
-  report.largestDisplacement = displacement.largest;
-  const VornComposedPnt& point = form.GetComposedPntArray()[displacement.largestAt];
-  report.largestDisplacementAt = PointPath(formPath, point.GetCode(), displacement.largestAt);
-}
-
 void ConvertSectionPoints(VornXSection& section, const std::string& setPath, bool to20, ConversionReport& report) {
   for (VornBuildForm& form : section.GetBuildFormArray()) {
     if (!to20) {
@@ -119,9 +109,13 @@ void ConvertSectionPoints(VornXSection& section, const std::string& setPath, boo
       continue;
     }
     const PointDisplacement displacement = ConvertPointsTo20(form);
-    const bool isLargest = displacement.largest > report.largestDisplacement;
-    const std::string path = isLargest ? FormPath(SectionPath(setPath, section), form.GetName()) : std::string();
-    NoteDisplacement(displacement, path, form, report);
+    report.convertedPoints += displacement.convertedPoints;
+    report.farPoints += displacement.farPoints;
+    if (displacement.largest <= report.largestDisplacement) continue;
+    report.largestDisplacement = displacement.largest;
+    const VornComposedPnt& point = form.GetComposedPntArray()[displacement.largestAt];
+    report.largestDisplacementAt =
+        PointPath(FormPath(SectionPath(setPath, section), form.GetName()), point.GetCode(), displacement.largestAt);
   }
 }
 

@@ -162,7 +162,7 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
   if (text.starts_with(std::string_view("\0<", 2))) return {FromUtf16(text, true, name), "UTF-16"};
 
   // Bytes that do not even begin like markup are no document in any encoding: a picture, an archive.
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  const std::size_t first = text.find_first_not_of(kXmlBlanks);
   if (first == std::string_view::npos || text[first] != '<')
     throw DocumentError(name + ": this is not an XML document");
 
@@ -223,6 +223,12 @@ std::string DescribeCharacter(char32_t codePoint) {
     text += ' ';
   }
   return text + "(" + code.data() + ")";
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kXmlBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kXmlBlanks) + 1 - first);
 }
 
 bool IsAscii(std::string_view text) {

@@ -47,6 +47,11 @@ struct TextPosition {
 inline constexpr std::string_view kGetaMark932 = "\x81\xAC";
 inline constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";
 
+/// What XML takes for white space.
+inline constexpr std::string_view kXmlBlanks = " \t\r\n";
+/// The text without white space at its ends.
+[[nodiscard]] std::string_view WithoutBlanks(std::string_view text);
+
 /// Whether a text is the same bytes in every encoding here, as nearly all text of a document is.
 [[nodiscard]] bool IsAscii(std::string_view text);
 

@@ -16,14 +16,7 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::size_t kLongestText = 80;
-
-std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
 
 // --- numbers ---------------------------------------------------------------------------------------------------------
 

@@ -10,8 +10,6 @@ namespace vorn_host {
 
 namespace {
 
-bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
-
 /// The next text of an element from a node on, the node included.
 pugi::xml_node TextFrom(pugi::xml_node node) {
   while (node && !IsText(node)) node = node.next_sibling();

@@ -44,6 +44,11 @@ class XmlCursor : public PimIterator {
   mutable std::string m_converted;
 };
 
+/// Whether a node is a piece of text, as character data or as a section of it.
+[[nodiscard]] inline bool IsText(pugi::xml_node node) {
+  return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
 /// The text of an element as content: a line break (or tab) at either end is layout. None when there is no text. A
 /// blank stays: it keeps the place of a value that is not set.
 [[nodiscard]] std::optional<std::string_view> ElementText(pugi::xml_node element, std::string& joined);

@@ -4,6 +4,8 @@
 #include <array>
 #include <pugixml.hpp>
 
+#include "host/document/xml_cursor.h"
+
 namespace vorn_host {
 
 namespace {
@@ -50,8 +52,6 @@ void AppendEscaped(std::string_view text, Context context, std::string& out) {
   }
   out.append(text, plain);
 }
-
-bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
 
 bool HoldsText(const CarriedPlaces::Element& element) {
   return std::any_of(element.nodes.begin(), element.nodes.end(),

@@ -38,14 +38,6 @@ constexpr std::array kTargetPntTypes = {
     EnumText<TargetPntType>{TargetPntType::LowerUpper, "Lower Upper"},
 };
 
-/// Resets the member, then takes the value of the text; false without one.
-template <typename Enum, std::size_t kRows>
-bool SetFromText(const std::array<EnumText<Enum>, kRows>& table, std::string_view text, Enum& member) {
-  const auto value = TextToEnum(table, text);
-  member = value.value_or(Enum::Unset);
-  return value.has_value();
-}
-
 template <typename Enum>
 bool IsWithin(Enum value, Enum first, Enum last) {
   return value >= first && value <= last;
@@ -59,12 +51,12 @@ CString VornFormCtrlTarget::GetWorkTypeString(WorkType type) { return EnumToText
 CString VornFormCtrlTarget::GetControlItemString(ControlItem item) { return EnumToText(kControlItems, item); }
 CString VornFormCtrlTarget::GetTargetPntTypeString(TargetPntType type) { return EnumToText(kTargetPntTypes, type); }
 
-bool VornFormCtrlTarget::SetWorkTypeString(std::string_view text) { return SetFromText(kWorkTypes, text, m_workType); }
+bool VornFormCtrlTarget::SetWorkTypeString(std::string_view text) { return ResetAndSet(kWorkTypes, text, m_workType); }
 bool VornFormCtrlTarget::SetControlItemString(std::string_view text) {
-  return SetFromText(kControlItems, text, m_controlItem);
+  return ResetAndSet(kControlItems, text, m_controlItem);
 }
 bool VornFormCtrlTarget::SetTargetPntTypeString(std::string_view text) {
-  return SetFromText(kTargetPntTypes, text, m_targetPntType);
+  return ResetAndSet(kTargetPntTypes, text, m_targetPntType);
 }
 
 CString VornFormCtrlTarget::GetCode() const {

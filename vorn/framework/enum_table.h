@@ -31,3 +31,11 @@ template <typename Enum, std::size_t kRows>
   }
   return std::nullopt;
 }
+
+/// Resets a member to `Unset`, then takes the value of the text; false when the text is none of the table.
+template <typename Enum, std::size_t kRows>
+bool ResetAndSet(const std::array<EnumText<Enum>, kRows>& table, std::string_view text, Enum& member) {
+  const auto value = TextToEnum(table, text);
+  member = value.value_or(Enum::Unset);
+  return value.has_value();
+}

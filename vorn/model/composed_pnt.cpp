@@ -86,14 +86,6 @@ constexpr std::array kElementTypes = {
     EnumText<ElementType>{ElementType::EarthworkSurfaceFill, u8"土工面（盛土）"_cp932},
 };
 
-/// Resets the member, then takes the value of the text; false without one.
-template <typename Enum, std::size_t kRows>
-bool ResetAndSet(const std::array<EnumText<Enum>, kRows>& table, std::string_view text, Enum& member) {
-  const auto value = TextToEnum(table, text);
-  member = value.value_or(Enum::Unset);
-  return value.has_value();
-}
-
 ComponentType ComponentOf(ElementType element, ComponentType current) {
   switch (element) {
     case ElementType::Unset:
