@@ -1,0 +1,236 @@
+#include "vorn/platform/carchive.h"
+
+#include <string>
+#include <utility>
+
+namespace {
+
+/// Counts from here on take the longer form.
+constexpr std::uint32_t kLongCount = 0xFFFF;
+
+constexpr std::uint8_t kMediumText = 0xFF;
+/// Stands where a 16-bit length does and announces characters of two bytes each, which no text here has.
+constexpr std::uint16_t kWideText = 0xFFFE;
+constexpr std::uint16_t kLongText = 0xFFFF;
+
+/// The length of a text is an `int` everywhere else.
+void RequireTextLength(std::uint64_t length) {
+  constexpr std::uint64_t kLongest = std::numeric_limits<std::int32_t>::max();
+  if (length > kLongest) throw CArchiveException(CArchiveException::badIndex);
+}
+
+void WriteTextLength(CArchive& ar, std::uint32_t length) {
+  if (length < kMediumText) {
+    ar << static_cast<std::uint8_t>(length);
+  } else if (length < kWideText) {
+    ar << kMediumText << static_cast<std::uint16_t>(length);
+  } else {
+    ar << kMediumText << kLongText << length;
+  }
+}
+
+template <ArchiveNumber T>
+T Loaded(CArchive& ar) {
+  T value{};
+  ar >> value;
+  return value;
+}
+
+std::uint32_t ReadTextLength(CArchive& ar) {
+  const auto shortLength = Loaded<std::uint8_t>(ar);
+  if (shortLength != kMediumText) return shortLength;
+  const auto mediumLength = Loaded<std::uint16_t>(ar);
+  if (mediumLength == kWideText) throw CArchiveException(CArchiveException::badIndex);
+  if (mediumLength != kLongText) return mediumLength;
+  return Loaded<std::uint32_t>(ar);
+}
+
+}  // namespace
+
+const char* CArchiveException::what() const noexcept {
+  switch (m_cause) {
+    case none:
+      return "no archive error";
+    case readOnly:
+      return "storing into an archive that was opened for loading";
+    case endOfFile:
+      return "the archive ends too early";
+    case writeOnly:
+      return "loading from an archive that was opened for storing";
+    case badIndex:
+      return "the archive's bytes are not in its form";
+    case genericException:
+      break;
+  }
+  return "the archive is closed or has failed";
+}
+
+CArchive::CArchive(CFile* file, std::uint32_t mode, std::uint32_t bufferSize)
+    : m_file(file),
+      m_mode(mode),
+      m_buffer(bufferSize),
+      m_at(m_buffer.data()),
+      m_end(IsLoading() ? m_at : m_at + m_buffer.size()) {}
+
+CArchive::~CArchive() {
+  if ((m_mode & bNoFlushOnDelete) != 0) return;
+  try {
+    Close();
+  } catch (...) {
+    // Whoever wants to know has called Close.
+  }
+}
+
+void CArchive::Flush() {
+  CFile& file = File();
+  if (IsStoring()) return EmptyBuffer();
+  if (m_at == m_end) return;
+  file.Seek(-static_cast<std::int64_t>(InBuffer()), CFile::current);
+  m_at = m_end;
+}
+
+void CArchive::Close() {
+  if (m_file == nullptr && !m_failed) return;
+  Flush();
+  Abort();
+}
+
+void CArchive::Abort() noexcept {
+  m_file = nullptr;
+  m_at = m_end = nullptr;
+}
+
+std::uint64_t CArchive::Remaining() const {
+  if (IsStoring() || m_file == nullptr) return 0;
+  const std::uint64_t length = m_file->GetLength();
+  const std::uint64_t position = m_file->GetPosition();
+  return InBuffer() + (length > position ? length - position : 0);
+}
+
+void CArchive::WriteCount(std::uint32_t count) {
+  if (count < kLongCount) {
+    *this << static_cast<std::uint16_t>(count);
+  } else {
+    *this << static_cast<std::uint16_t>(kLongCount) << count;
+  }
+}
+
+std::uint32_t CArchive::ReadCount() {
+  const auto count = Loaded<std::uint16_t>(*this);
+  return count == kLongCount ? Loaded<std::uint32_t>(*this) : count;
+}
+
+CFile& CArchive::File() const {
+  if (m_file == nullptr) throw CArchiveException(CArchiveException::genericException);
+  return *m_file;
+}
+
+std::uint32_t CArchive::ReadThroughBuffer(void* bytes, std::uint32_t count) {
+  if (IsStoring()) throw CArchiveException(CArchiveException::writeOnly);
+  CFile& file = File();
+  auto* out = static_cast<std::uint8_t*>(bytes);
+  std::uint32_t done = 0;
+  while (done < count) {
+    const std::uint32_t wanted = count - done;
+    std::uint32_t taken = 0;
+    if (m_at == m_end && wanted >= m_buffer.size()) {
+      taken = file.Read(out + done, wanted);
+    } else {
+      if (m_at == m_end) FillBuffer();
+      taken = static_cast<std::uint32_t>(std::min<std::size_t>(wanted, InBuffer()));
+      std::memcpy(out + done, m_at, taken);
+      m_at += taken;
+    }
+    if (taken == 0) break;
+    done += taken;
+  }
+  return done;
+}
+
+void CArchive::WriteThroughBuffer(const void* bytes, std::uint32_t count) {
+  if (IsLoading()) throw CArchiveException(CArchiveException::readOnly);
+  (void)File();
+  if (count == 0) return;
+  EmptyBuffer();
+  if (count >= m_buffer.size()) return WriteToFile(bytes, count);
+  std::memcpy(m_at, bytes, count);
+  m_at += count;
+}
+
+void CArchive::FillBuffer() {
+  m_at = m_end = m_buffer.data();
+  m_end += m_file->Read(m_at, static_cast<std::uint32_t>(m_buffer.size()));
+}
+
+void CArchive::EmptyBuffer() {
+  const auto count = static_cast<std::uint32_t>(m_at - m_buffer.data());
+  m_at = m_buffer.data();
+  if (count > 0) WriteToFile(m_at, count);
+}
+
+void CArchive::WriteToFile(const void* bytes, std::uint32_t count) {
+  try {
+    m_file->Write(bytes, count);
+  } catch (...) {
+    m_failed = true;
+    Abort();
+    throw;
+  }
+}
+
+CArchive& operator>>(CArchive& ar, NurReal& value) {
+  value = Loaded<double>(ar);
+  return ar;
+}
+
+CArchive& operator>>(CArchive& ar, NurLong& value) {
+  value = Loaded<std::int32_t>(ar);
+  return ar;
+}
+
+CArchive& operator<<(CArchive& ar, const CString& text) {
+  const std::string_view bytes = text.View();
+  RequireTextLength(bytes.size());
+  const auto length = static_cast<std::uint32_t>(bytes.size());
+  WriteTextLength(ar, length);
+  ar.Write(bytes.data(), length);
+  return ar;
+}
+
+CArchive& operator>>(CArchive& ar, CString& text) {
+  const std::uint32_t length = ReadTextLength(ar);
+  ar.RequireRemaining(length);
+  RequireTextLength(length);
+  std::string bytes(length, '\0');
+  ar.ReadExactly(bytes.data(), length);
+  text = CString(std::move(bytes));
+  return ar;
+}
+
+CArchive& operator<<(CArchive& ar, const COleDateTime& dateTime) { return ar << dateTime.m_status << dateTime.m_dt; }
+
+CArchive& operator>>(CArchive& ar, COleDateTime& dateTime) {
+  COleDateTime loaded;
+  ar >> loaded.m_status >> loaded.m_dt;
+  dateTime = loaded;
+  return ar;
+}
+
+CArchive& operator<<(CArchive& ar, const CStringArray& texts) {
+  ar.WriteCount(static_cast<std::uint32_t>(texts.GetCount()));
+  for (const CString& text : texts) ar << text;
+  return ar;
+}
+
+CArchive& operator>>(CArchive& ar, CStringArray& texts) {
+  const std::uint32_t count = ar.ReadCount();
+  ar.RequireRemaining(count);  // the shortest text takes a byte
+  CStringArray loaded;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    CString text;
+    ar >> text;
+    loaded.Add(std::move(text));
+  }
+  texts = std::move(loaded);
+  return ar;
+}

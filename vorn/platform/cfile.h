@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "vorn/platform/exceptions.h"
+
+/// A file that could not be read, written or positioned.
+class CFileException : public CException {
+ public:
+  /// The framework's causes, as far as a byte stream knows them.
+  enum Cause : std::int32_t {
+    none = 0,
+    genericException = 1,
+    accessDenied = 5,
+    badSeek = 9,  ///< a position before the beginning, or one that no file has
+    hardIO = 10,
+    diskFull = 13,
+    endOfFile = 14,
+  };
+
+  explicit CFileException(Cause cause = genericException) : m_cause(cause) {}
+  [[nodiscard]] const char* what() const noexcept override;
+
+  Cause m_cause;
+};
+
+/// A stream of bytes with a position: the framework's file, as far as an archive needs it. Errors throw
+/// `CFileException`.
+class CFile {
+ public:
+  enum SeekPosition : std::uint32_t { begin = 0, current = 1, end = 2 };
+
+  CFile() = default;
+  CFile(const CFile&) = delete;
+  CFile& operator=(const CFile&) = delete;
+  virtual ~CFile() = default;
+
+  /// Reads up to count bytes from the position on and gives their number; 0 at the end of the file.
+  virtual std::uint32_t Read(void* bytes, std::uint32_t count) = 0;
+  /// Writes all bytes at the position, or throws; then it is not known how many of them were written.
+  virtual void Write(const void* bytes, std::uint32_t count) = 0;
+  virtual void Flush() = 0;
+  virtual void Close() = 0;
+
+  [[nodiscard]] virtual std::uint64_t GetLength() const = 0;
+  [[nodiscard]] virtual std::uint64_t GetPosition() const = 0;
+  /// Moves to an offset from the given end or the position, and gives the new position. It may lie behind the end.
+  virtual std::uint64_t Seek(std::int64_t offset, SeekPosition from) = 0;
+  void SeekToBegin() { Seek(0, begin); }
+  std::uint64_t SeekToEnd() { return Seek(0, end); }
+};
+
+/// A file in memory that grows as it is written. What is skipped by writing behind the end reads as zeros.
+class CMemFile : public CFile {
+ public:
+  CMemFile() = default;
+  explicit CMemFile(std::vector<std::uint8_t> bytes) { Attach(std::move(bytes)); }
+
+  /// Makes the bytes the content of the file and goes to its beginning.
+  void Attach(std::vector<std::uint8_t> bytes);
+  /// Takes the content out and leaves an empty file.
+  [[nodiscard]] std::vector<std::uint8_t> Detach();
+  [[nodiscard]] const std::vector<std::uint8_t>& Bytes() const { return m_bytes; }
+
+  std::uint32_t Read(void* bytes, std::uint32_t count) override;
+  void Write(const void* bytes, std::uint32_t count) override;
+  void Flush() override {}
+  /// Drops the content.
+  void Close() override { Attach({}); }
+
+  [[nodiscard]] std::uint64_t GetLength() const override { return m_bytes.size(); }
+  [[nodiscard]] std::uint64_t GetPosition() const override { return m_position; }
+  std::uint64_t Seek(std::int64_t offset, SeekPosition from) override;
+
+ private:
+  std::vector<std::uint8_t> m_bytes;
+  std::uint64_t m_position = 0;  ///< never above the largest signed value
+};

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <variant>
+
+#include "vorn/platform/carchive.h"
+#include "vorn/platform/cstring.h"
+
+/// A table of values by integer key: the slot at the head of most archive records, in which later versions can carry
+/// values without breaking the layout.
+class DovDataTable {
+ public:
+  /// The byte in the archive that tells what kind of value follows it.
+  enum class Type : std::uint8_t {
+    Integer = 1,  ///< 4 bytes
+    Real = 2,     ///< 8 bytes
+    Text = 3,     ///< an archive text
+  };
+
+  /// Stores a value in place of whatever has the key.
+  void SetAt(std::int32_t key, std::int32_t value) { m_values.insert_or_assign(key, value); }
+  void SetAt(std::int32_t key, double value) { m_values.insert_or_assign(key, value); }
+  void SetAt(std::int32_t key, const CString& value) { m_values.insert_or_assign(key, value); }
+
+  /// The value of a key; false, and the output untouched, when there is none or it is of another type.
+  bool Lookup(std::int32_t key, std::int32_t& value) const { return LookupAs(key, value); }
+  bool Lookup(std::int32_t key, double& value) const { return LookupAs(key, value); }
+  bool Lookup(std::int32_t key, CString& value) const { return LookupAs(key, value); }
+
+  /// False when there was no such key.
+  bool RemoveKey(std::int32_t key) { return m_values.erase(key) > 0; }
+  void RemoveAll() { m_values.clear(); }
+  [[nodiscard]] int GetCount() const { return static_cast<int>(m_values.size()); }
+  [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
+
+  /// The 32-bit count, then for each value, in ascending order of the keys: the 32-bit key, the type byte, the value.
+  /// An empty table is four zero bytes.
+  ///
+  /// Loading takes the values in any order, the last one of a key, and replaces what the table held. It refuses
+  /// unknown types (`CArchiveException::badIndex`), since their length is not known, and counts that the bytes left
+  /// cannot back (end-of-file); the table then stays as it was.
+  void Serialize(CArchive& ar);
+
+ private:
+  using Value = std::variant<std::int32_t, double, CString>;
+
+  template <typename T>
+  bool LookupAs(std::int32_t key, T& value) const {
+    const auto found = m_values.find(key);
+    const T* held = found == m_values.end() ? nullptr : std::get_if<T>(&found->second);
+    if (held != nullptr) value = *held;
+    return held != nullptr;
+  }
+
+  void Store(CArchive& ar) const;
+  void Load(CArchive& ar);
+
+  std::map<std::int32_t, Value> m_values;
+};

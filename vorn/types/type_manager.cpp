@@ -1,0 +1,88 @@
+#include "vorn/types/type_manager.h"
+
+#include <array>
+
+#include "vorn/framework/schema.h"
+#include "vorn/platform/code_page_932.h"
+#include "vorn/platform/sil_string.h"
+
+namespace {
+
+using WorkType = VornStructureType::Type;
+
+constexpr std::array kRoadForms = {
+    VornFormAttr{u8"路体盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+    VornFormAttr{u8"路床盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+    VornFormAttr{u8"掘削工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+};
+
+constexpr std::array kRiverForms = {
+    VornFormAttr{u8"盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+    VornFormAttr{u8"掘削工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+};
+
+constexpr std::array kOtherForms = {
+    VornFormAttr{u8"その他"_cp932.data(), {}},
+    VornFormAttr{u8"基準面"_cp932.data(), {}},
+};
+
+// Intended: byte 7 is set here where road and river forms set byte 6, so a host can tell the editions' forms apart.
+constexpr std::array kEdition20Forms = {
+    VornFormAttr{u8"盛土工"_cp932.data(), {1, 1, 1, 0, 0, 0, 1, 0}},
+    VornFormAttr{u8"切土工"_cp932.data(), {1, 1, 1, 0, 0, 0, 1, 0}},
+};
+
+constexpr VornFormAttr kReferenceSurface = {u8"基準面"_cp932.data(), {1, 1, 1, 0, 0, 0, 0, 0}};
+constexpr VornFormAttr kUnknown = {u8"不明"_cp932.data(), {}};
+
+template <typename Forms>
+void Append(const Forms& forms, VornTypeManager::List& list) {
+  for (const VornFormAttr& form : forms) list.Add(form);
+}
+
+}  // namespace
+
+void VornTypeManager::Type(WorkType type, List& list, bool includeOther) const {
+  list.RemoveAll();
+  if (VornSchema::Instance().IsVer2()) {
+    if (type == WorkType::RoadEarthwork || type == WorkType::RiverCoastErosionControl) Append(kEdition20Forms, list);
+    return;
+  }
+  if (type == WorkType::RoadEarthwork) Road(list);
+  if (type == WorkType::RiverCoastErosionControl) River(list);
+  if (type == WorkType::Other || includeOther) Other(list);
+}
+
+void VornTypeManager::Road(List& list) const { Append(kRoadForms, list); }
+
+void VornTypeManager::River(List& list) const { Append(kRiverForms, list); }
+
+void VornTypeManager::Other(List& list) const { Append(kOtherForms, list); }
+
+const VornFormAttr* VornTypeManager::FindIn(const List& list, const CString& name) {
+  const CString key = SilString::HanToZen(name);
+  for (const VornFormAttr& form : list) {
+    if (SilString::HanToZen(form.name) == key) return &form;
+  }
+  return nullptr;
+}
+
+bool VornTypeManager::Find(VornFormAttr& attr, WorkType type, const CString& name, bool includeOther,
+                           bool allowBase) const {
+  List list;
+  Type(type, list, includeOther);
+  if (const VornFormAttr* form = FindIn(list, name)) {
+    attr = *form;
+    return true;
+  }
+  // Intended: where the list holds the reference surface, that one is found first, and it has no flags.
+  const bool isBase = allowBase && SilString::HanToZen(name) == kReferenceSurface.name;
+  attr = isBase ? kReferenceSurface : kUnknown;
+  return isBase;
+}
+
+bool VornTypeManager::Find(VornFormAttr& attr, const CString& name) const {
+  return Find(attr, WorkType::RoadEarthwork, name, true, true) ||
+         Find(attr, WorkType::RiverCoastErosionControl, name, true, true) ||
+         Find(attr, WorkType::Other, name, true, true);
+}
