@@ -1,7 +1,9 @@
 #pragma once
 
 #include <initializer_list>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "vorn/model/x_section.h"
 
@@ -30,6 +32,14 @@ inline VornComposedPnt PointWith(VornLocation side, VornComposedPnt::DataType ty
   point.SetDataType(type);
   point.SetX(x);
   point.SetY(y);
+  return point;
+}
+
+/// A point whose position is known: its height and its distance from the centre line, in metres.
+inline VornComposedPnt PointAt(VornLocation side, NurReal height, NurReal dist, std::string_view code = "P") {
+  VornComposedPnt point = PointOn(side, code);
+  point.SetGh(height);
+  point.SetCLDist(dist);
   return point;
 }
 
@@ -70,6 +80,39 @@ inline VornXSection SectionAt(double station, bool xSectChg = false) {
   section.SetCumulativeDist(station);
   section.SetXSectChg(xSectChg);
   return section;
+}
+
+/// An existing ground form with points at (height, distance from the centre line).
+inline VornExistingBuildForm GroundOf(std::initializer_list<TamWorld2> points) {
+  VornExistingBuildForm form;
+  for (const TamWorld2& position : points) {
+    VornExistingComposedPnt point;
+    point.SetGh(position.x);
+    point.SetCLDist(position.y);
+    form.GetComposedPntArray().Add(point);
+  }
+  return form;
+}
+
+/// The main codes of a form's points, which tell tests what became of each point.
+inline std::vector<std::string> CodesOf(const VornBuildForm& form) {
+  std::vector<std::string> codes;
+  for (const VornComposedPnt& point : form.GetComposedPntArray()) codes.emplace_back(point.GetCode().View());
+  return codes;
+}
+
+inline std::vector<std::string> NamesOf(const Vorn_BuildFormArray& forms) {
+  std::vector<std::string> names;
+  for (const VornBuildForm& form : forms) names.emplace_back(form.GetName().View());
+  return names;
+}
+
+/// What a member function tells of each element of an array.
+template <typename Array, typename Item, typename Value>
+std::vector<Value> Each(const Array& array, const Value& (Item::*get)() const) {
+  std::vector<Value> values;
+  for (const Item& item : array) values.push_back((item.*get)());
+  return values;
 }
 
 }  // namespace model_test

@@ -171,17 +171,9 @@ void VornFormCtrlTargetPntArray::ChangeID(const std::uint32_t& oldSectionID, con
 
 void Vorn_FormCtrlTargetArray::Regulate() {
   std::set<std::pair<VornFormCtrlTarget::ControlItem, std::string>> seen;
-  const auto isRepeated = [&seen](const VornFormCtrlTarget& target) {
+  RemoveIf([&seen](const VornFormCtrlTarget& target) {
     return !seen.emplace(target.GetControlItem(), std::string(target.GetCode().View())).second;
-  };
-  // One pass: the first of each set of duplicates stays, the others close up behind it.
-  int kept = 0;
-  for (int i = 0; i < GetSize(); ++i) {
-    if (isRepeated(GetAt(i))) continue;
-    if (kept != i) GetAt(kept) = std::move(GetAt(i));
-    ++kept;
-  }
-  SetSize(kept);
+  });
 }
 
 void Vorn_FormCtrlTargetArray::RegulateDist(const NurReal& dist) {

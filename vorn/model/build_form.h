@@ -110,12 +110,26 @@ class VornBuildForm : public Vorn_Base {
   /// @param centerHeight height of the centre line in metres
   /// @param dist, height receive the start point's input values when the form's type names a plan surface
   void RegulateComposedPnt(const NurReal& centerHeight, NurReal& dist, NurReal& height);
+  /// Recomputes the positions of all points from the centre point outward, reading X as a width and Y as a height
+  /// difference whatever the data type: intended. A point that lacks a value gets no position, and the points behind
+  /// it go on from the last one that has. Without a centre point nothing happens.
+  /// @param centerHeight height of the centre line in metres; unset leaves all heights and all sides without a position
+  void CalcPointGhDist(const NurReal& centerHeight);
   /// Position of the first point with that main code, ignoring case, as (height, distance from the centre line);
   /// false, and pos untouched, when there is none.
   [[nodiscard]] bool GetPntFromCode(const CString& code, TamWorld2& pos) const;
+  /// Main code of the first point at a position, given as (height, distance from the centre line); false, and code
+  /// untouched, when there is none.
+  [[nodiscard]] bool GetCodeFromPnt(const TamWorld2& pos, CString& code) const;
+  /// Height of the leftmost point and distances of the leftmost and the rightmost one; false, and all three unset,
+  /// for a form without points.
+  bool QueryPaveInfo(NurReal& height, NurReal& leftDist, NurReal& rightDist) const;
+  /// Whether the start point lies at a height (metres), both rounded to millimetres; false for a form without points.
+  [[nodiscard]] bool IsSurface(const NurReal& height) const;
 
  private:
   void ReadAttribute(std::string_view name, std::string_view value);
+  void PlaceOutward(const VornIndexArray& side, double sign, NurReal dist, NurReal height);
 
   std::int32_t m_omitFlag = 0;
   CString m_name;

@@ -52,11 +52,11 @@ void Vorn_ComposedPntArray::SetAt(int index, const VornComposedPnt& point) {
   Number(GetAt(index));
 }
 
-void Vorn_ComposedPntArray::Append(const Vorn_ComposedPntArray& other) {
+void Vorn_ComposedPntArray::Append(const Vorn_ComposedPntArray& other) { Append(Vorn_ComposedPntArray(other)); }
+
+void Vorn_ComposedPntArray::Append(Vorn_ComposedPntArray&& other) {
   // Fresh serials for all, so that two forms that are joined never share one: references by serial are not rewritten.
-  const int count = other.GetSize();  // other may be this array
-  for (int i = 0; i < count; ++i) {
-    VornComposedPnt point = other[i];
+  for (VornComposedPnt& point : other) {
     point.SetSerialID(kUnassigned);
     Add(std::move(point));
   }

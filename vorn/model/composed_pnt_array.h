@@ -28,6 +28,7 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   void SetAt(int index, const VornComposedPnt& point);
   /// Appends copies that all get fresh serials.
   void Append(const Vorn_ComposedPntArray& other);
+  void Append(Vorn_ComposedPntArray&& other);
   /// Numbers the point at index.
   void SetSerialID(int index);
   /// Numbers every point without a serial, centre points included.

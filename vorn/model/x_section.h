@@ -6,6 +6,9 @@
 #include "vorn/framework/base.h"
 #include "vorn/model/build_form_array.h"
 #include "vorn/model/existing_build_form.h"
+#include "vorn/platform/kel_point_array.h"
+
+class VornGroundProfile;
 
 /// One design cross section at one station of the centre line: its build forms and, from edition 4.0 on, the existing
 /// ground measured there. Element "tsf:XSection".
@@ -78,8 +81,79 @@ class VornXSection : public Vorn_Base {
   /// Renames every form of that type and name, with its control targets.
   void RenameBuildForm(const CString& xsectType, const CString& oldName, const CString& newName);
 
+  // Editing (cross_section_editing.cpp).
+
+  /// Moves every placed point sideways from the stored shift to the new one (metres), and stores both. Heights stay,
+  /// whatever shiftGH is: intended. A point without a distance keeps none.
+  void SetShiftData(const NurReal& shiftGH, const NurReal& shiftDist);
+  /// (sideways, upward) in metres.
+  [[nodiscard]] TamWorld2 GetShiftData() const { return {m_shiftDist.Value(), m_shiftGH.Value()}; }
+  /// Decides which points of a side exist: those up to and including the first crossing point, and later crossing
+  /// points. A crossing point is one that its form does not go on through (`SeriesPnt` false).
+  static void RegulateComposedPnt(Vorn_ComposedPntArray& points, VornLocation side);
+  /// As above, for both sides of every build form.
+  void RegulateComposedPnt();
+  /// `ChangeDist` of the control targets of every build form.
+  void ChangeDist(const double& oldDist, const double& newDist, bool xSectChg);
+  /// `ChangeDistH` of the control targets of every build form.
+  void ChangeDistH(const double& oldDist, const double& newDist, bool xSectChg);
+  /// Removes every control target for a length or an area.
+  void RemoveFormH();
+  /// Removes the build forms of that name (exactly), org surfaces excepted. When the design surface goes, every org
+  /// surface takes its serial 0 over, or the first form when there is none.
+  /// @param newSurfaceName receives the name of the form that took over (the last of several), otherwise empty
+  void RemoveBuildForm(const CString& name, CString& newSurfaceName);
+  void ClearConnectInfo(bool clearCode);
+  /// Empties both codes of every point.
+  void ClearCode();
+  /// Puts the build forms into the order of a list of names, compared without regard to case. The result has as many
+  /// forms as before: forms that the list does not name are dropped and empty forms fill up the end, a form named
+  /// twice comes twice as far as there is room, and numbering starts over. Intended.
+  void SortBuildForms(const CStringArray& names);
+  /// Mirrors the section, left for right: the build forms and the existing ground. All points but the centre ones get
+  /// fresh serials, and references to them are not rewritten: intended.
+  void SwapLR();
+
+  // Crossings with the existing ground (cross_section_crossings.cpp). Positions are (height, distance from the centre
+  // line), in metres.
+
+  /// Whether the present (existing) ground is in use: the flag is set and the first existing ground form has points.
+  [[nodiscard]] bool IsValidPres() const;
+  /// Whether there is a crossing point on the left and one on the right, in any of the forms.
+  [[nodiscard]] bool IsCrossPoint() const;
+  /// Makes the last point of a side the crossing point, in every build form that has one.
+  void ChangeCrossPoint(VornLocation side);
+  /// Takes back the crossing points of a side: a KE point stays and becomes an ordinary one, with the part of its code
+  /// behind the last "-"; all others are removed.
+  void RemoveCrossPoint(VornLocation side);
+  /// Makes a crossing point at a position: the first point that lies there is marked, or a new one ("XL", "XR") is
+  /// inserted into the first segment of that side that passes there. A start point counts for either side. Only the
+  /// first form that matches changes; without one nothing does.
+  void InsertPoint(const TamWorld2& pos, VornLocation side);
+  /// Appends where the plan-type forms of a side cross the first existing ground form, at most once for each design
+  /// segment: on the earliest ground segment. Returns how many; 0 when the existing ground is not in use.
+  int GetCrossPoint(VornLocation side, KelPointArray& points) const;
+  /// Recomputes the crossing points of both sides: on each, the one farthest from the centre line; then which points
+  /// exist.
+  void CalcCrossPoint();
+
+  // Splitting, joining and retyping (cross_section_typing.cpp). `forms` is the section's build form collection.
+
+  /// Joins the second build form into the first: its points but the start point, with fresh serials, and its control
+  /// targets but those for a height without a side. Fewer than two forms stay as they are.
+  static void MakeOneBuildForm(Vorn_BuildFormArray& forms);
+  /// Splits the first build form: its left stays, its right becomes a second form named type. Both bear one serial
+  /// afterwards: intended. An empty collection throws `CInvalidArgException`.
+  static void DevideBuildForm(Vorn_BuildFormArray& forms, const CString& type);
+  /// Gives the section one work type, or two different ones for its left and its right: with one plan-type form, that
+  /// is split when the types differ; with two, they are joined when the types are equal. Any other number of plan-type
+  /// forms changes nothing.
+  void ChangeXSectType(const CString& type1, const CString& type2);
+
  private:
   void ReadAttribute(std::string_view name, std::string_view value);
+  int AppendCrossings(const VornGroundProfile& ground, VornLocation side, KelPointArray& points) const;
+  void InsertOutermostCrossing(const VornGroundProfile& ground, VornLocation side);
 
   std::int32_t m_existingFlag = 0;
   std::uint32_t m_sectionID = 0xFFFFFFFF;
@@ -111,4 +185,6 @@ class Vorn_XSectionArray : public Vorn_Array<VornXSection> {
   bool QueryNearSection(const double& station, VornXSection*& before, VornXSection*& after);
   /// Whether any section has a form of that cross-section type and name.
   [[nodiscard]] bool IsUsedBuildName(const CString& xsectType, const CString& formName) const;
+  /// Mirrors every section.
+  void SwapLR();
 };

@@ -1,0 +1,154 @@
+// Where the design surface of a cross section meets the existing ground.
+
+#include <algorithm>
+#include <cmath>
+
+#include "vorn/model/ground_profile.h"
+#include "vorn/model/x_section.h"
+#include "vorn/platform/line_geometry.h"
+#include "vorn/types/structure_type.h"
+
+namespace {
+
+/// (height, distance from the centre line): the order in which crossings are held.
+TamWorld2 HeightAndDist(const VornComposedPnt& point) { return {point.GetGh().Value(), point.GetCLDist().Value()}; }
+
+bool IsCrossingOn(const VornComposedPnt& point, VornLocation side) {
+  return point.GetLocation() == side && !point.GetSeriesPnt();
+}
+
+void MarkAsCrossing(VornComposedPnt& point) {
+  point.SetPointType(point.GetPointType() | VornComposedPnt::kKePoint | VornComposedPnt::kCrossPoint);
+  point.SetSeriesPnt(false);
+}
+
+/// A point of its own at a crossing, in the segment that ends at `outer`.
+VornComposedPnt CrossingPoint(const TamWorld2& pos, VornLocation side, const VornComposedPnt& outer) {
+  VornComposedPnt point;
+  point.SetCode(side == VornLocation::Left ? "XL" : "XR");
+  point.SetGh(pos.x);
+  point.SetCLDist(pos.y);
+  point.SetLocation(outer.GetLocation());
+  point.SetComponentType(outer.GetComponentType());  // from a new point's unset type: the old type stays unset
+  point.SetCtrlFlags(outer.GetCtrlFlags());
+  point.SetPointType(VornComposedPnt::kCrossPoint);
+  point.SetSeriesPnt(false);
+  point.SetExistence(VORN_Existence::True);
+  point.SetDataType(VornComposedPnt::DataType::WidthHeight);
+  return point;
+}
+
+bool LiesBetween(const TamWorld2& pos, const TamWorld2& from, const TamWorld2& to) {
+  TamWorld2 nearest;
+  return TamyIntersectDotLine(nearest, pos, {from, {to.x - from.x, to.y - from.y}});
+}
+
+/// Marks or inserts a crossing point in one form; false when the position is not on it.
+bool InsertIntoForm(Vorn_ComposedPntArray& points, const TamWorld2& pos, VornLocation side) {
+  for (int i = 0; i < points.GetSize(); ++i) {
+    VornComposedPnt& point = points[i];
+    if (i > 0 && point.GetLocation() != side) continue;
+    if (TamIsTinyDistance(pos, HeightAndDist(point))) {
+      MarkAsCrossing(point);
+      return true;
+    }
+    if (i > 0 && LiesBetween(pos, HeightAndDist(points[i - 1]), HeightAndDist(point))) {
+      points.InsertAt(i, CrossingPoint(pos, side, point));
+      return true;
+    }
+  }
+  return false;
+}
+
+/// A KE point was a design point before a crossing made it one: its code in the design stands behind the last "-".
+void MakeOrdinary(VornComposedPnt& point) {
+  point.SetPointType(static_cast<std::uint16_t>(point.GetPointType() & ~VornComposedPnt::kCrossPoint));
+  point.SetSeriesPnt(true);
+  const int hyphen = point.GetCode().ReverseFind('-');
+  if (hyphen >= 0) point.SetCode(point.GetCode().Mid(hyphen + 1));
+}
+
+}  // namespace
+
+bool VornXSection::IsCrossPoint() const {
+  bool left = false;
+  bool right = false;
+  for (const VornBuildForm& form : m_buildFormArray) {
+    for (const VornComposedPnt& point : form.GetComposedPntArray()) {
+      left = left || IsCrossingOn(point, VornLocation::Left);
+      right = right || IsCrossingOn(point, VornLocation::Right);
+    }
+  }
+  return left && right;
+}
+
+void VornXSection::ChangeCrossPoint(VornLocation side) {
+  for (VornBuildForm& form : m_buildFormArray) {
+    int first = -1;
+    int last = -1;
+    form.GetComposedPntArray().GetLocationAreaIndex(side, first, last);
+    if (last >= 0) MarkAsCrossing(form.GetComposedPntArray()[last]);
+  }
+}
+
+void VornXSection::RemoveCrossPoint(VornLocation side) {
+  for (VornBuildForm& form : m_buildFormArray) {
+    Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    points.RemoveIf([=](const VornComposedPnt& point) { return IsCrossingOn(point, side) && !point.IsKePoint(); });
+    for (VornComposedPnt& point : points) {
+      if (IsCrossingOn(point, side)) MakeOrdinary(point);
+    }
+  }
+}
+
+void VornXSection::InsertPoint(const TamWorld2& pos, VornLocation side) {
+  for (VornBuildForm& form : m_buildFormArray) {
+    if (InsertIntoForm(form.GetComposedPntArray(), pos, side)) return;
+  }
+}
+
+bool VornXSection::IsValidPres() const {
+  return m_existingFlag != 0 && !m_existingBuildFormArray.IsEmpty() &&
+         !m_existingBuildFormArray[0].GetComposedPntArray().IsEmpty();
+}
+
+int VornXSection::AppendCrossings(const VornGroundProfile& ground, VornLocation side, KelPointArray& points) const {
+  const int before = points.GetSize();
+  for (const VornBuildForm& form : m_buildFormArray) {
+    if (!VornIsPlan(form.GetXSectType())) continue;
+    const Vorn_ComposedPntArray& design = form.GetComposedPntArray();
+    VornIndexArray left;
+    VornIndexArray right;
+    design.QueryIndexArray(left, right);
+    const VornIndexArray& indices = side == VornLocation::Left ? left : right;
+    for (int i = 0; i + 1 < indices.GetSize(); ++i) {
+      TamWorld2 crossing;
+      const TamWorld2 from = HeightAndDist(design[indices[i]]);
+      const TamWorld2 to = HeightAndDist(design[indices[i + 1]]);
+      if (ground.FindCrossing(from, to, crossing)) points.Add(crossing);
+    }
+  }
+  return points.GetSize() - before;
+}
+
+int VornXSection::GetCrossPoint(VornLocation side, KelPointArray& points) const {
+  if (!IsValidPres()) return 0;
+  return AppendCrossings(VornGroundProfile(m_existingBuildFormArray[0].GetComposedPntArray()), side, points);
+}
+
+void VornXSection::CalcCrossPoint() {
+  RemoveCrossPoint(VornLocation::Left);
+  RemoveCrossPoint(VornLocation::Right);
+  if (IsValidPres()) {
+    const VornGroundProfile ground(m_existingBuildFormArray[0].GetComposedPntArray());
+    for (const VornLocation side : {VornLocation::Left, VornLocation::Right}) InsertOutermostCrossing(ground, side);
+  }
+  RegulateComposedPnt();
+}
+
+void VornXSection::InsertOutermostCrossing(const VornGroundProfile& ground, VornLocation side) {
+  KelPointArray crossings;
+  if (AppendCrossings(ground, side, crossings) == 0) return;
+  const auto nearer = [](const TamWorld2& a, const TamWorld2& b) { return std::abs(a.y) < std::abs(b.y); };
+  InsertPoint(*std::max_element(crossings.begin(), crossings.end(), nearer), side);  // the first of equals
+}

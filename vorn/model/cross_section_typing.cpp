@@ -1,0 +1,115 @@
+// Splits, joins and retypes the build forms of a cross section.
+
+#include <algorithm>
+#include <utility>
+
+#include "vorn/model/x_section.h"
+#include "vorn/types/structure_type.h"
+
+namespace {
+
+using ControlItem = VornFormCtrlTarget::ControlItem;
+using TargetPntType = VornFormCtrlTarget::TargetPntType;
+
+/// A target across both sides has no form of its own any more once the form is split. Behind a removed target the next
+/// one is not examined: intended, of two adjacent ones the second stays.
+void RemoveLeftRightTargets(Vorn_FormCtrlTargetArray& targets) {
+  bool skipNext = false;
+  targets.RemoveIf([&](const VornFormCtrlTarget& target) {
+    skipNext = !skipNext && target.GetTargetPntType() == TargetPntType::LeftRight;
+    return skipNext;
+  });
+}
+
+/// Takes all points but the left ones out of a form's points; the start point stays, and a copy of it goes along.
+Vorn_ComposedPntArray TakeRightPoints(Vorn_ComposedPntArray& points) {
+  Vorn_ComposedPntArray taken;
+  if (points.IsEmpty()) return taken;
+  taken.Add(points[0]);
+  for (int i = 1; i < points.GetSize(); ++i) {
+    if (!points[i].IsLeft()) taken.Add(std::move(points[i]));
+  }
+  bool isStart = true;
+  points.RemoveIf([&](const VornComposedPnt& point) { return !std::exchange(isStart, false) && !point.IsLeft(); });
+  return taken;
+}
+
+/// Takes the targets of the right out of a form's targets; those without a side stay, and copies of them go along.
+Vorn_FormCtrlTargetArray TakeRightTargets(Vorn_FormCtrlTargetArray& targets) {
+  const auto goes = [](const VornFormCtrlTarget& target) {
+    return target.GetLR() != VornLocation::Left && target.GetLR() != VornLocation::Unset;
+  };
+  Vorn_FormCtrlTargetArray taken;
+  for (VornFormCtrlTarget& target : targets) {
+    if (goes(target)) {
+      taken.Add(std::move(target));
+    } else if (target.GetLR() == VornLocation::Unset) {
+      taken.Add(target);
+    }
+  }
+  targets.RemoveIf(goes);
+  return taken;
+}
+
+int CountPlanForms(const Vorn_BuildFormArray& forms) {
+  return static_cast<int>(std::count_if(forms.begin(), forms.end(),
+                                        [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); }));
+}
+
+void SetTypeAndName(VornBuildForm& form, const CString& type) {
+  form.SetXSectType(type);
+  form.SetName(type, true);
+}
+
+}  // namespace
+
+void VornXSection::MakeOneBuildForm(Vorn_BuildFormArray& forms) {
+  if (forms.GetSize() < 2) return;
+  VornBuildForm& first = forms[0];
+  VornBuildForm& second = forms[1];
+  first.SetExportForm(second.GetExportForm());
+
+  Vorn_ComposedPntArray& points = second.GetComposedPntArray();
+  if (!points.IsEmpty()) points.RemoveAt(0);
+  first.GetComposedPntArray().Append(std::move(points));
+
+  // A height without a side is measured at the centre, where the first form has it already.
+  for (VornFormCtrlTarget& target : second.GetFormCtrlTargetArray()) {
+    const bool isCenterHeight = target.GetControlItem() == ControlItem::Height && target.GetLR() == VornLocation::Unset;
+    if (!isCenterHeight) first.GetFormCtrlTargetArray().Add(std::move(target));
+  }
+  forms.RemoveAt(1);
+}
+
+void VornXSection::DevideBuildForm(Vorn_BuildFormArray& forms, const CString& type) {
+  VornBuildForm& first = forms[0];
+  const CString rightType = type;  // type may be that of one of the forms
+  if (forms.IsRoadWL_R()) RemoveLeftRightTargets(first.GetFormCtrlTargetArray());
+  Vorn_ComposedPntArray rightPoints = TakeRightPoints(first.GetComposedPntArray());
+  Vorn_FormCtrlTargetArray rightTargets = TakeRightTargets(first.GetFormCtrlTargetArray());
+
+  // A copy with its serial: both halves bear the same one, which is intended. The control targets
+  // come in behind the renaming and keep naming the first form: intended, too.
+  VornBuildForm right = first;
+  SetTypeAndName(right, rightType);
+  right.GetComposedPntArray() = std::move(rightPoints);
+  right.GetFormCtrlTargetArray() = std::move(rightTargets);
+  forms.InsertAt(1, std::move(right));
+}
+
+void VornXSection::ChangeXSectType(const CString& type1, const CString& type2) {
+  const CString left = type1;  // either may be that of one of the forms
+  const CString right = type2;
+  const bool differ = left != right;
+  const int planForms = CountPlanForms(m_buildFormArray);
+  if (planForms != 1 && planForms != 2) return;
+
+  SetTypeAndName(m_buildFormArray[0], left);
+  if (planForms == 1) {
+    if (differ) DevideBuildForm(m_buildFormArray, right);
+  } else if (differ) {
+    SetTypeAndName(m_buildFormArray[1], right);
+  } else {
+    MakeOneBuildForm(m_buildFormArray);
+  }
+}

@@ -1,0 +1,124 @@
+#include "vorn/model/ground_profile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "vorn/platform/line_geometry.h"
+#include "vorn/platform/nur_real.h"
+
+namespace {
+
+/// Length of a run: ground segments in a box of the lowest level, boxes in one of the level above.
+constexpr std::size_t kRun = 8;
+/// Coordinates beyond it, in metres, are no positions.
+constexpr double kLimit = 999999.9999;
+
+bool IsPosition(const TamWorld2& point) {
+  return !KelIsShoki(point.x) && !KelIsShoki(point.y) && std::abs(point.x) <= kLimit && std::abs(point.y) <= kLimit;
+}
+
+}  // namespace
+
+void VornGroundProfile::Box::Include(const TamWorld2& point) {
+  low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+  high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+}
+
+void VornGroundProfile::Box::Include(const Box& box) {
+  low = {std::min(low.x, box.low.x), std::min(low.y, box.low.y)};
+  high = {std::max(high.x, box.high.x), std::max(high.y, box.high.y)};
+}
+
+/// A design segment, and which boxes it cannot cross anything in. A box is left out only for sure: the exact test of
+/// the segments in it must not find a crossing that leaving it out would hide.
+struct VornGroundProfile::DesignSegment {
+  DesignSegment(const TamWorld2& from, const TamWorld2& to)
+      : a(from),
+        b(to),
+        way{to.x - from.x, to.y - from.y},
+        low{std::min(from.x, to.x), std::min(from.y, to.y)},
+        high{std::max(from.x, to.x), std::max(from.y, to.y)},
+        reach(std::sqrt(way.x * way.x + way.y * way.y) * kTamTinyLength) {}
+
+  [[nodiscard]] bool Misses(const Box& box) const { return IsApartFrom(box) || IsBeside(box); }
+
+  /// The extents keep apart: the same comparisons as in the exact test, so the same answer for every segment inside.
+  [[nodiscard]] bool IsApartFrom(const Box& box) const {
+    return high.x + kTamTinyLength < box.low.x || box.high.x + kTamTinyLength < low.x ||
+           high.y + kTamTinyLength < box.low.y || box.high.y + kTamTinyLength < low.y;
+  }
+
+  /// The whole box lies on one side of the line through the segment, farther from it than the exact test lets an end
+  /// reach and than rounding may count for. Everything here is a distance times the segment's length.
+  [[nodiscard]] bool IsBeside(const Box& box) const {
+    constexpr double kRounding = 64.0 * std::numeric_limits<double>::epsilon();
+    const TamWorld2 half = {(box.high.x - box.low.x) / 2.0, (box.high.y - box.low.y) / 2.0};
+    const TamWorld2 middle = {(box.low.x + box.high.x) / 2.0 - a.x, (box.low.y + box.high.y) / 2.0 - a.y};
+    const double distance = std::abs(way.x * middle.y - way.y * middle.x);
+    const double extent = std::abs(way.x) * half.y + std::abs(way.y) * half.x;
+    const double rounding = kRounding * (std::abs(way.x) * (std::abs(middle.y) + half.y + std::abs(a.y)) +
+                                         std::abs(way.y) * (std::abs(middle.x) + half.x + std::abs(a.x)));
+    return distance > extent + 2.0 * reach + rounding;
+  }
+
+  TamWorld2 a;
+  TamWorld2 b;
+  TamWorld2 way;
+  TamWorld2 low;
+  TamWorld2 high;
+  double reach;
+};
+
+VornGroundProfile::VornGroundProfile(const VornExistingComposedPntArray& points) {
+  m_points.reserve(static_cast<std::size_t>(points.GetSize()));
+  for (const VornExistingComposedPnt& point : points)
+    m_points.push_back({point.GetGh().Value(), point.GetCLDist().Value()});
+  if (m_points.size() < 2) return;
+
+  const std::size_t segments = m_points.size() - 1;
+  std::vector<Box>& lowest = m_levels.emplace_back((segments + kRun - 1) / kRun);
+  for (std::size_t i = 0; i < segments; ++i) {
+    // A segment without positions at both ends crosses nothing.
+    if (!IsPosition(m_points[i]) || !IsPosition(m_points[i + 1])) continue;
+    lowest[i / kRun].Include(m_points[i]);
+    lowest[i / kRun].Include(m_points[i + 1]);
+  }
+  while (m_levels.back().size() > 1) {
+    const std::vector<Box>& below = m_levels.back();
+    std::vector<Box> level((below.size() + kRun - 1) / kRun);
+    for (std::size_t i = 0; i < below.size(); ++i) level[i / kRun].Include(below[i]);
+    m_levels.push_back(std::move(level));
+  }
+}
+
+bool VornGroundProfile::FindCrossing(const TamWorld2& a, const TamWorld2& b, TamWorld2& crossing) const {
+  if (m_levels.empty() || !IsPosition(a) || !IsPosition(b)) return false;
+  return FindIn(m_levels.size() - 1, 0, DesignSegment(a, b), crossing);
+}
+
+bool VornGroundProfile::FindIn(std::size_t level, std::size_t index, const DesignSegment& segment,
+                               TamWorld2& crossing) const {
+  if (segment.Misses(m_levels[level][index])) return false;
+  const std::size_t first = index * kRun;
+  if (level == 0) return FindAmongSegments(first, segment, crossing);
+  const std::size_t end = std::min(first + kRun, m_levels[level - 1].size());
+  for (std::size_t i = first; i < end; ++i) {
+    if (FindIn(level - 1, i, segment, crossing)) return true;
+  }
+  return false;
+}
+
+bool VornGroundProfile::FindAmongSegments(std::size_t first, const DesignSegment& segment, TamWorld2& crossing) const {
+  const std::size_t end = std::min(first + kRun, m_points.size() - 1);
+  std::uint16_t flag = 0;
+  for (std::size_t i = first; i < end; ++i) {
+    const TamWorld2& p = m_points[i];
+    const TamWorld2& q = m_points[i + 1];
+    if (NurGetCrossTenFrom2Lin(segment.a.x, segment.a.y, segment.b.x, segment.b.y, p.x, p.y, q.x, q.y, crossing.x,
+                               crossing.y, flag, kLimit) != 0) {
+      return true;
+    }
+  }
+  return false;
+}
