@@ -5,7 +5,6 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "bench/ratio_report.h"
 #include "host/document/design_document.h"
 #include "host/sample/sample_design.h"
 
@@ -97,15 +96,3 @@ BENCHMARK(SaveAlone)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggre
 BENCHMARK(WriteDocument)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly();
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  RatioReporter reporter({
-      {"read a document / parse alone", "ReadDocument", "ParseAlone", 4.0},
-      {"write a document / save alone", "WriteDocument", "SaveAlone", 4.0},
-  });
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  reporter.PrintRatios();
-  return 0;
-}
