@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Takes every sample through the tool's main job: look at it, check it, write it in every edition, check the results.
+# Takes every sample through the tool's main jobs: look at it, check it, write it in every edition, edit it, and check
+# the results.
 # VORN_TOOL names another tool than the release build's; OUT another directory for the results.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -31,6 +32,7 @@ for sample in "${samples[@]}"; do
   printf '\n== %s ==\n' "$sample"
   run info "$sample"
   run check "$sample"
+  run forms "$sample"
   for edition in "${editions[@]}"; do
     result=$out/$name-$edition.xml
     rm -f "$result"
@@ -38,6 +40,11 @@ for sample in "${samples[@]}"; do
     run check "$result"
     written=$((written + 1))
   done
+  result=$out/$name-edited.xml
+  rm -f "$result"
+  run edit "$sample" "$result" --mirror --shift 0.25,0 --regulate
+  run check "$result"
+  written=$((written + 1))
 done
 
 printf '\nDone: %d samples read, %d documents written to %s/ and checked.\n' "${#samples[@]}" "$written" "${out%/}"

@@ -1,5 +1,6 @@
 #include "host/cli/command_options.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,20 @@ void AddEdition(CLI::App& command, const char* name, std::optional<vorn_host::Ed
       ->type_name("EDITION");
 }
 
+void AddEncoding(CLI::App& command, const std::function<void(vorn_host::TextEncoding)>& choose,
+                 const char* description) {
+  const std::vector<std::string> names = {"utf-8", "shift_jis"};
+  command
+      .add_option_function<std::string>(
+          "--encoding",
+          [choose](const std::string& text) {
+            if (const auto encoding = vorn_host::ParseEncoding(text)) choose(*encoding);
+          },
+          description)
+      ->check(CLI::IsMember(names, CLI::ignore_case))
+      ->type_name("ENCODING");
+}
+
 }  // namespace
 
 void AddEditionOption(CLI::App& command, std::optional<vorn_host::Edition>& edition, const char* description) {
@@ -29,14 +44,15 @@ void AddAssumeOption(CLI::App& command, std::optional<vorn_host::Edition>& assum
 }
 
 void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding) {
-  const std::vector<std::string> names = {"utf-8", "shift_jis"};
-  command
-      .add_option_function<std::string>(
-          "--encoding",
-          [&encoding](const std::string& text) { encoding = vorn_host::ParseEncoding(text).value_or(encoding); },
-          "encoding of the written document (utf-8 unless told otherwise)")
-      ->check(CLI::IsMember(names, CLI::ignore_case))
-      ->type_name("ENCODING");
+  AddEncoding(
+      command, [&encoding](vorn_host::TextEncoding chosen) { encoding = chosen; },
+      "encoding of the written document (utf-8 unless told otherwise)");
+}
+
+void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>& encoding) {
+  AddEncoding(
+      command, [&encoding](vorn_host::TextEncoding chosen) { encoding = chosen; },
+      "encoding of the written document (its own unless told otherwise)");
 }
 
 }  // namespace vorn_cli

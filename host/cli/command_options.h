@@ -16,5 +16,7 @@ void AddEditionOption(CLI::App& command, std::optional<vorn_host::Edition>& edit
 void AddAssumeOption(CLI::App& command, std::optional<vorn_host::Edition>& assume);
 /// `--encoding`: the encoding to write.
 void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding);
+/// `--encoding` where the document's own is kept unless told otherwise.
+void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>& encoding);
 
 }  // namespace vorn_cli

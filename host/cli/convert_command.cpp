@@ -1,6 +1,5 @@
 #include "host/cli/convert_command.h"
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -77,16 +76,6 @@ ConvertSummary Convert(const ConvertOptions& options) {
 
 std::string Millimetres(double metres) { return std::string(FixedDecimal(metres * 1000.0, 3).View()) + " mm"; }
 
-void PrintNotUnderstood(TextReport& report, const std::vector<vorn_host::UnreadValue>& values) {
-  constexpr std::size_t kShown = 20;
-  if (values.empty()) return;
-  report.Line("Not understood, and therefore written otherwise:");
-  for (std::size_t i = 0; i < std::min(values.size(), kShown); ++i) {
-    report.Line(PlaceOf(values[i]) + ": " + Describe(values[i]), 4);
-  }
-  if (values.size() > kShown) report.Line("and " + std::to_string(values.size() - kShown) + " more", 4);
-}
-
 void PrintText(const ConvertSummary& summary) {
   const ConversionReport& conversion = summary.conversion;
   TextReport report;
@@ -108,12 +97,7 @@ void PrintText(const ConvertSummary& summary) {
     report.Row("Control targets",
                std::to_string(conversion.movedTargets) + " moved " + (toForms ? "into their forms" : "into the sets"));
   }
-  if (summary.replacedInReading > 0) {
-    report.Row("Replaced by 〓", Counted(static_cast<int>(summary.replacedInReading), "character") + " in reading");
-  }
-  if (summary.replacedInWriting > 0) {
-    report.Row("Replaced by 〓", Counted(static_cast<int>(summary.replacedInWriting), "character") + " in writing");
-  }
+  PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
   PrintNotUnderstood(report, summary.notUnderstood);
   if (!conversion.dropped.empty()) report.Line("Dropped, as edition " + summary.toEdition + " cannot hold it:");
   for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
@@ -138,7 +122,7 @@ void PrintJson(const ConvertSummary& summary) {
                {"crossSections", summary.sections},
                {"replacedInReading", summary.replacedInReading},
                {"replacedInWriting", summary.replacedInWriting},
-               {"notUnderstood", Json::array()},
+               {"notUnderstood", UnreadValuesToJson(summary.notUnderstood)},
                {"convertedPoints", conversion.convertedPoints},
                {"largestDisplacementMm", conversion.largestDisplacement * 1000.0},
                {"largestDisplacementAt", conversion.largestDisplacementAt},
@@ -151,10 +135,6 @@ void PrintJson(const ConvertSummary& summary) {
                {"unplaced", RowsToJson(summary.unplaced)}};
   for (const ConversionReport::Dropped& left : conversion.notWritten) {
     json["notWritten"].push_back({{"what", left.what}, {"count", left.count}});
-  }
-  for (const vorn_host::UnreadValue& value : summary.notUnderstood) {
-    json["notUnderstood"].push_back(
-        {{"line", value.line}, {"where", value.where}, {"text", value.text}, {"reason", value.reason}});
   }
   for (const ConversionReport::Dropped& dropped : conversion.dropped) {
     json["dropped"].push_back({{"what", dropped.what}, {"count", dropped.count}});

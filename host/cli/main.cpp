@@ -5,6 +5,8 @@
 
 #include "host/cli/check_command.h"
 #include "host/cli/convert_command.h"
+#include "host/cli/edit_command.h"
+#include "host/cli/forms_command.h"
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
 #include "host/cli/sample_command.h"
@@ -20,6 +22,8 @@ int Run(int argc, char** argv) {
   vorn_cli::AddInfoCommand(app, exitCode);
   vorn_cli::AddCheckCommand(app, exitCode);
   vorn_cli::AddConvertCommand(app, exitCode);
+  vorn_cli::AddEditCommand(app, exitCode);
+  vorn_cli::AddFormsCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
   try {
     app.parse(argc, argv);

@@ -1,5 +1,6 @@
 #include "host/cli/output.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "host/document/document_error.h"
@@ -78,6 +79,32 @@ std::string Counted(int count, std::string_view noun) {
 }
 
 std::string StationText(double station) { return std::string(FixedDecimal(station, 4).View()); }
+
+void PrintNotUnderstood(TextReport& report, const std::vector<vorn_host::UnreadValue>& values) {
+  constexpr std::size_t kShown = 20;
+  if (values.empty()) return;
+  report.Line("Not understood, and therefore written otherwise:");
+  for (std::size_t i = 0; i < std::min(values.size(), kShown); ++i) {
+    report.Line(PlaceOf(values[i]) + ": " + Describe(values[i]), 4);
+  }
+  if (values.size() > kShown) report.Line("and " + std::to_string(values.size() - kShown) + " more", 4);
+}
+
+void PrintReplaced(TextReport& report, std::size_t inReading, std::size_t inWriting) {
+  const auto row = [&](std::size_t count, const char* when) {
+    if (count > 0) report.Row("Replaced by 〓", Counted(static_cast<int>(count), "character") + when);
+  };
+  row(inReading, " in reading");
+  row(inWriting, " in writing");
+}
+
+Json UnreadValuesToJson(const std::vector<vorn_host::UnreadValue>& values) {
+  Json json = Json::array();
+  for (const vorn_host::UnreadValue& value : values) {
+    json.push_back({{"line", value.line}, {"where", value.where}, {"text", value.text}, {"reason", value.reason}});
+  }
+  return json;
+}
 
 Json RowsToJson(const std::vector<vorn_host::CarriedContent::Row>& rows) {
   Json json = Json::array();

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/document/carried_content.h"
+#include "host/document/unread_values.h"
 
 namespace vorn_cli {
 
@@ -46,6 +48,11 @@ void PrintError(std::string_view sentence);
 [[nodiscard]] std::string Counted(int count, std::string_view noun);
 /// As a document has it, with four decimals.
 [[nodiscard]] std::string StationText(double station);
+/// Values of a document that were read as something else, the first of them.
+void PrintNotUnderstood(TextReport& report, const std::vector<vorn_host::UnreadValue>& values);
+/// How many characters code page 932 could not hold, when there were any.
+void PrintReplaced(TextReport& report, std::size_t inReading, std::size_t inWriting);
+[[nodiscard]] Json UnreadValuesToJson(const std::vector<vorn_host::UnreadValue>& values);
 [[nodiscard]] Json RowsToJson(const std::vector<vorn_host::CarriedContent::Row>& rows);
 
 }  // namespace vorn_cli

@@ -272,6 +272,56 @@ std::vector<CarriedContent::Row> CarriedContent::DropBelowControlTargets() {
   return dropped;
 }
 
+namespace {
+
+/// Finds where the element that holds an item is now: the item goes with the sibling that it follows, and points may
+/// move to another form. False when the element is gone.
+bool FollowParent(const CarriedItem& item, const std::function<bool(ElementPath&)>& follow, ElementPath& parent) {
+  parent = item.parent;
+  if (!item.anchors.empty()) {
+    parent.push_back(item.anchors.front());
+    if (follow(parent)) {
+      parent.pop_back();
+      return true;
+    }
+    parent = item.parent;
+  }
+  return follow(parent);
+}
+
+/// Moves the anchors of an item: a sibling that is gone gives way to the one before it of the same tag.
+void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const std::function<bool(ElementPath&)>& follow) {
+  std::vector<ElementStep> moved;
+  for (ElementStep anchor : item.anchors) {
+    for (; anchor.index >= 0; --anchor.index) {
+      ElementPath path = item.parent;
+      path.push_back(anchor);
+      if (!follow(path) || !std::equal(newParent.begin(), newParent.end(), path.begin(), path.end() - 1)) continue;
+      moved.push_back(path.back());
+      break;
+    }
+  }
+  item.anchors = std::move(moved);
+}
+
+}  // namespace
+
+std::vector<CarriedContent::Row> CarriedContent::MoveElements(const std::function<bool(ElementPath&)>& follow) {
+  std::vector<Row> dropped;
+  std::erase_if(m_impl->items, [&](CarriedItem& item) {
+    if (item.place != CarriedItem::Place::InElement) return false;
+    ElementPath parent;
+    if (!FollowParent(item, follow, parent)) {
+      AddRow(dropped, item.name);
+      return true;
+    }
+    MoveAnchors(item, parent, follow);
+    item.parent = std::move(parent);
+    return false;
+  });
+  return dropped;
+}
+
 std::string Describe(const std::vector<CarriedContent::Row>& rows) {
   std::string text;
   for (const CarriedContent::Row& row : rows) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@ class xml_document;
 namespace vorn_host {
 
 struct CarriedItem;
+struct ElementStep;
 
 /// What a document holds and the library does not model: unknown elements, attributes, comments and processing
 /// instructions, each with the place where it stood. It is put back there when the document is written again.
@@ -60,6 +62,10 @@ class CarriedContent {
   /// Drops what hangs on control targets: they move when a document changes between 2.0 and a later edition.
   /// @returns what was dropped
   std::vector<Row> DropBelowControlTargets();
+  /// Moves items along with their elements when the model changes.
+  /// @param follow turns the path of an element into where it is now; false when it is gone
+  /// @returns what was dropped, as the element that held it is gone
+  std::vector<Row> MoveElements(const std::function<bool(std::vector<ElementStep>&)>& follow);
 
   struct Impl;
 

@@ -11,6 +11,8 @@ namespace vorn_host {
 struct ElementStep {
   std::string_view tag;  ///< of a `KnownElement`
   int index = 0;
+
+  friend bool operator==(const ElementStep&, const ElementStep&) = default;
 };
 using ElementPath = std::vector<ElementStep>;
 

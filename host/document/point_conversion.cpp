@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "vorn/platform/nur_mrm.h"
+#include "host/document/input_values.h"
 #include "vorn/platform/tam_world2.h"
 
 namespace vorn_host {
@@ -22,63 +22,28 @@ constexpr KelMrmFigure kPlacesOfRate = 1;
 /// A point that keeps its own reading stays as it was designed when that puts it this near (metres).
 constexpr double kNearEnough = 1e-4;
 
-/// An unset value counts as zero.
-double Rounded(double value, KelMrmFigure places) {
-  return KelIsShoki(value) ? 0.0 : NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value);
-}
-
-double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
-
-/// One way to write a point in edition 2.0.
-struct Reading {
-  SlopeType type = SlopeType::Percent;
-  double x = 0.0;
-  double y = 0.0;
-};
-
-/// Where a reading puts a point that follows `from` on its side.
-TamWorld2 Place(const Reading& reading, VornLocation side, const TamWorld2& from) {
-  VornComposedPnt previous;
-  previous.SetCLDist(from.x);
-  previous.SetGh(from.y);
-  VornComposedPnt point;
-  point.SetLocation(side);
-  point.SetX(reading.x);
-  point.SetY(reading.y);
-  if (reading.type == SlopeType::Rate) {
-    point.RegulateSlope(previous);
-  } else {
-    point.RegulateRoad(previous);
-  }
-  return point.Pos();
-}
-
-double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
-  return side == VornLocation::Left ? from.x - to.x : to.x - from.x;
-}
-
 /// A width and its grade; without a width, a height and its ratio.
-Reading FromPositions(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+InputValues FromPositions(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
   const double outward = OutwardWidth(side, from, to);
   const double width = Rounded(outward, kPlacesOfX);
   if (width != 0.0) {
-    return {SlopeType::Percent, width, Rounded(100.0 * (to.y - from.y) / std::abs(width), kPlacesOfPercent)};
+    return {Reading::Percent, width, Rounded(100.0 * (to.y - from.y) / std::abs(width), kPlacesOfPercent)};
   }
   const double rise = Rounded(to.y - from.y, kPlacesOfX);
-  return {SlopeType::Rate, rise, rise == 0.0 ? 0.0 : Rounded(outward / std::abs(rise), kPlacesOfRate)};
+  return {Reading::Rate, rise, rise == 0.0 ? 0.0 : Rounded(outward / std::abs(rise), kPlacesOfRate)};
 }
 
 /// The point's own percent or ratio, in the decimals of the edition.
-Reading AsItStands(const VornComposedPnt& point) {
+InputValues AsItStands(const VornComposedPnt& point) {
   const bool rate = point.GetDataType() == DataType::Rate;
-  return {rate ? SlopeType::Rate : SlopeType::Percent, Rounded(point.GetX().Value(), kPlacesOfX),
+  return {rate ? Reading::Rate : Reading::Percent, Rounded(point.GetX().Value(), kPlacesOfX),
           Rounded(point.GetY().Value(), rate ? kPlacesOfRate : kPlacesOfPercent)};
 }
 
-Reading NearestReading(const VornComposedPnt& point, const TamWorld2& from, const TamWorld2& to) {
+InputValues NearestReading(const VornComposedPnt& point, const TamWorld2& from, const TamWorld2& to) {
   const VornLocation side = point.GetLocation();
   if (point.GetDataType() == DataType::Percent || point.GetDataType() == DataType::Rate) {
-    const Reading own = AsItStands(point);
+    const InputValues own = AsItStands(point);
     if (Distance(Place(own, side, from), to) <= kNearEnough) return own;
   }
   return FromPositions(side, from, to);
@@ -152,16 +117,17 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
       point.SetSlopeType(SlopeType::Percent);
       continue;
     }
-    const Reading reading = NearestReading(point, from, wanted[i]);
-    const NurReal x = KeepUnset(point.GetX(), reading.x);
-    const NurReal y = KeepUnset(point.GetY(), reading.y);
-    const DataType dataType = reading.type == SlopeType::Rate ? DataType::Rate : DataType::Percent;
+    const InputValues values = NearestReading(point, from, wanted[i]);
+    const NurReal x = KeepUnset(point.GetX(), values.x);
+    const NurReal y = KeepUnset(point.GetY(), values.y);
+    const bool rate = values.reading == Reading::Rate;
+    const DataType dataType = rate ? DataType::Rate : DataType::Percent;
     if (!(point.GetX() == x && point.GetY() == y && point.GetDataType() == dataType)) ++displacement.convertedPoints;
     point.SetX(x);
     point.SetY(y);
-    point.SetSlopeType(reading.type);
+    point.SetSlopeType(rate ? SlopeType::Rate : SlopeType::Percent);
     point.SetDataType(dataType);
-    reached[i] = Place(reading, point.GetLocation(), from);
+    reached[i] = Place(values, point.GetLocation(), from);
     displacement.Note(Distance(reached[i], wanted[i]), static_cast<int>(i));
   }
   return displacement;

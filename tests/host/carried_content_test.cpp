@@ -42,24 +42,6 @@ std::string Converted(const std::string& text, Edition target) {
   return WriteText(document);
 }
 
-/// Replaces the only occurrence of a text.
-std::string With(std::string text, std::string_view what, std::string_view by) {
-  const std::size_t at = text.find(what);
-  EXPECT_NE(at, std::string::npos) << what;
-  EXPECT_EQ(text.find(what, at + 1), std::string::npos) << what;
-  return text.replace(at, what.size(), by);
-}
-
-/// Expects texts in a text, each behind the one before.
-void ExpectInOrder(const std::string& text, const std::vector<std::string>& parts) {
-  std::size_t at = 0;
-  for (const std::string& part : parts) {
-    at = text.find(part, at);
-    ASSERT_NE(at, std::string::npos) << part << "\n" << text;
-    at += part.size();
-  }
-}
-
 constexpr std::string_view kCenter41 =
     "        <tsf:ComposedPnt code=\"CL\" location=\"Center\" dataType=\"WidthHeight\" existence=\"true\">0.0000 "
     "0.0000</tsf:ComposedPnt>\n";

@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "host/document/design_document.h"
 #include "host/document/document_error.h"
@@ -110,6 +112,25 @@ inline std::string WriteText(DesignDocument& document, const DesignDocument::Wri
 inline std::string Rewritten(const std::string& text) {
   DesignDocument document = ReadText(text);
   return WriteText(document);
+}
+
+/// Replaces the only occurrence of a text.
+inline std::string With(std::string text, std::string_view what, std::string_view by) {
+  const std::size_t at = text.find(what);
+  EXPECT_NE(at, std::string::npos) << what;
+  if (at == std::string::npos) return text;
+  EXPECT_EQ(text.find(what, at + 1), std::string::npos) << what << " stands twice";
+  return text.replace(at, what.size(), by);
+}
+
+/// Expects texts in a text, each behind the one before.
+inline void ExpectInOrder(const std::string& text, const std::vector<std::string>& parts) {
+  std::size_t at = 0;
+  for (const std::string& part : parts) {
+    at = text.find(part, at);
+    ASSERT_NE(at, std::string::npos) << part << "\n" << text;
+    at += part.size();
+  }
 }
 
 // --- models --------------------------------------------------------------------------------------------------------

@@ -1,0 +1,41 @@
+#include "host/document/input_values.h"
+
+#include <cmath>
+
+#include "vorn/platform/nur_mrm.h"
+
+namespace vorn_host {
+
+TamWorld2 Place(const InputValues& values, VornLocation side, const TamWorld2& from) {
+  VornComposedPnt previous;
+  previous.SetCLDist(from.x);
+  previous.SetGh(from.y);
+  VornComposedPnt point;
+  point.SetLocation(side);
+  point.SetX(values.x);
+  point.SetY(values.y);
+  switch (values.reading) {
+    case Reading::WidthHeight:
+      point.RegulateWD(previous);
+      break;
+    case Reading::Percent:
+      point.RegulateRoad(previous);
+      break;
+    case Reading::Rate:
+      point.RegulateSlope(previous);
+      break;
+  }
+  return point.Pos();
+}
+
+double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& to) {
+  return side == VornLocation::Left ? from.x - to.x : to.x - from.x;
+}
+
+double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
+
+double Rounded(double value, KelMrmFigure places) {
+  return KelIsShoki(value) ? 0.0 : NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value);
+}
+
+}  // namespace vorn_host

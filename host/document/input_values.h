@@ -1,0 +1,26 @@
+#pragma once
+
+#include "vorn/model/composed_pnt.h"
+#include "vorn/platform/nur_mrm.h"
+
+namespace vorn_host {
+
+/// How the two input values of a composed point are read.
+enum class Reading { WidthHeight, Percent, Rate };
+
+/// The input values of a composed point: one way to write where it lies.
+struct InputValues {
+  Reading reading = Reading::WidthHeight;
+  double x = 0.0;
+  double y = 0.0;
+};
+
+/// Where input values lead from a place, towards a side. Positions are (distance from the centre line, height).
+[[nodiscard]] TamWorld2 Place(const InputValues& values, VornLocation side, const TamWorld2& from);
+/// The way from one place to another outward on a side, in metres.
+[[nodiscard]] double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& to);
+[[nodiscard]] double Distance(const TamWorld2& a, const TamWorld2& b);
+/// As a document writes it; an unset value counts as zero.
+[[nodiscard]] double Rounded(double value, KelMrmFigure places);
+
+}  // namespace vorn_host

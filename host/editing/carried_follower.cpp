@@ -1,0 +1,147 @@
+#include "host/editing/carried_follower.h"
+
+#include "host/document/carried_item.h"
+
+namespace vorn_host {
+
+namespace {
+
+constexpr std::string_view kSet = "tsf:XSections";
+constexpr std::string_view kSection = "tsf:XSection";
+constexpr std::string_view kForm = "tsf:BuildForm";
+constexpr std::string_view kPoint = "tsf:ComposedPnt";
+constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
+constexpr std::string_view kGround = "tsf:ExistingBuildForm";
+constexpr std::string_view kGroundPoint = "tsf:ExistingComposedPnt";
+
+/// Marks lie where no identifier of a document's own does: a document brings none.
+constexpr std::uint32_t kFirstMark = 0x80000000;
+
+}  // namespace
+
+CarriedFollower::CarriedFollower(DesignDocument& document) : m_document(document) {
+  for (const CarriedItem& item : document.carried.Items()) {
+    const ElementPath& path = item.parent;
+    if (path.size() >= 2 && path[0].tag == kSet && path[1].tag == kSection) {
+      m_carrying.emplace(path[0].index, path[1].index);
+    }
+  }
+}
+
+void CarriedFollower::Mark(int set, int section) {
+  if (m_carrying.contains({set, section})) MarkForms(m_document.sets[set].GetXSectionArray()[section]);
+}
+
+void CarriedFollower::Trace(int set, int section, bool mirrored) {
+  if (!m_carrying.contains({set, section})) return;
+  VornXSection& changed = m_document.sets[set].GetXSectionArray()[section];
+  Moves& moves = m_moves[{set, section}];
+  TraceForms(changed, moves);
+  TraceGround(changed, mirrored, moves);
+}
+
+void CarriedFollower::FollowTargets(int set, const std::vector<TargetFate>& fates) {
+  std::vector<TargetMove>& moves = m_targetMoves[set];
+  int index = 0;
+  for (const TargetFate& fate : fates) moves.push_back({fate.removed ? -1 : index++, fate.swapped});
+}
+
+void CarriedFollower::MarkForms(VornXSection& section) {
+  m_marked = Marked();
+  std::uint32_t formMark = kFirstMark;
+  for (int i = 0; i < section.GetBuildFormArray().GetSize(); ++i) {
+    VornBuildForm& form = section.GetBuildFormArray()[i];
+    m_marked.typeIDs.push_back(form.GetXSectTypeID());
+    form.SetXSectType(form.GetXSectType(), formMark++);
+    Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    for (int j = 0; j < points.GetSize(); ++j) {
+      m_marked.drawIDs.push_back(points[j].GetDrawID());
+      points[j].SetDrawID(kFirstMark + static_cast<std::uint32_t>(m_marked.points.size()));
+      m_marked.points.emplace_back(i, j);
+    }
+    Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
+    for (int t = 0; t < targets.GetSize(); ++t) {
+      m_marked.targetSerials.push_back(targets[t].GetSerialID());
+      targets[t].SetSerialID(kFirstMark + static_cast<std::uint32_t>(m_marked.targets.size()));
+      m_marked.targets.emplace_back(i, t);
+    }
+  }
+}
+
+void CarriedFollower::TraceForms(VornXSection& section, Moves& moves) const {
+  // The first element that bears a mark is the one itself; copies come behind it.
+  for (int i = 0; i < section.GetBuildFormArray().GetSize(); ++i) {
+    VornBuildForm& form = section.GetBuildFormArray()[i];
+    const std::size_t former = form.GetXSectTypeID() - kFirstMark;
+    if (former < m_marked.typeIDs.size()) {
+      moves.try_emplace({kForm, static_cast<int>(former), {}, -1}, i, -1);
+      form.SetXSectType(form.GetXSectType(), m_marked.typeIDs[former]);
+    }
+    Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
+    for (int t = 0; t < targets.GetSize(); ++t) {
+      const std::size_t mark = targets[t].GetSerialID() - kFirstMark;
+      if (mark >= m_marked.targets.size()) continue;
+      const auto& [formerForm, formerIndex] = m_marked.targets[mark];
+      moves.try_emplace({kForm, formerForm, kTarget, formerIndex}, i, t);
+      targets[t].SetSerialID(m_marked.targetSerials[mark]);
+    }
+    Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    for (int j = 0; j < points.GetSize(); ++j) {
+      const std::size_t mark = points[j].GetDrawID() - kFirstMark;
+      if (mark >= m_marked.points.size()) continue;
+      const auto& [formerForm, formerIndex] = m_marked.points[mark];
+      moves.try_emplace({kForm, formerForm, kPoint, formerIndex}, i, j);
+      points[j].SetDrawID(m_marked.drawIDs[mark]);
+    }
+  }
+}
+
+void CarriedFollower::TraceGround(const VornXSection& section, bool mirrored, Moves& moves) {
+  const VornExistingBuildFormArray& grounds = section.GetExistingBuildFormArray();
+  for (int i = 0; i < grounds.GetSize(); ++i) {
+    const int former = mirrored ? grounds.GetUpperBound() - i : i;
+    moves.try_emplace({kGround, former, {}, -1}, i, -1);
+    const int last = grounds[i].GetComposedPntArray().GetUpperBound();
+    for (int j = 0; j <= last; ++j) {
+      moves.try_emplace({kGround, former, kGroundPoint, mirrored ? last - j : j}, i, j);
+    }
+  }
+}
+
+bool CarriedFollower::FollowIntoSection(ElementPath& path) const {
+  const auto moves = m_moves.find({path[0].index, path[1].index});
+  if (moves == m_moves.end()) return true;
+  const bool isForm = path.size() == 3;
+  const Element former(path[2].tag, path[2].index, isForm ? std::string_view() : path[3].tag,
+                       isForm ? -1 : path[3].index);
+  const auto move = moves->second.find(former);
+  if (move == moves->second.end()) return false;
+  path[2].index = move->second.first;
+  if (!isForm) path[3].index = move->second.second;
+  return true;
+}
+
+bool CarriedFollower::FollowTarget(ElementPath& path) const {
+  const auto moves = m_targetMoves.find(path[0].index);
+  if (moves == m_targetMoves.end()) return true;
+  const TargetMove& move = moves->second[static_cast<std::size_t>(path[1].index)];
+  if (move.index < 0) return false;
+  path[1].index = move.index;
+  const bool isOfPair = path.size() > 2 && path[2].index <= 1;
+  if (isOfPair && move.swapped) path[2].index = 1 - path[2].index;
+  return true;
+}
+
+std::vector<CarriedContent::Row> CarriedFollower::Apply() {
+  if (m_moves.empty() && m_targetMoves.empty()) return {};
+  std::vector<CarriedContent::Row> dropped = m_document.carried.MoveElements([this](ElementPath& path) {
+    if (path.size() < 2 || path[0].tag != kSet) return true;
+    if (path[1].tag == kTarget) return FollowTarget(path);
+    return path[1].tag != kSection || path.size() < 3 || FollowIntoSection(path);
+  });
+  m_moves.clear();
+  m_targetMoves.clear();
+  return dropped;
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,217 @@
+#include "host/editing/set_targets.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+#include "host/document/design_path.h"
+#include "host/document/text_encoding.h"
+#include "vorn/framework/base.h"
+
+namespace vorn_host {
+
+namespace {
+
+using ControlItem = VornFormCtrlTarget::ControlItem;
+
+const VornComposedPnt* PointOfCode(const VornBuildForm& form, const CString& code) {
+  const int index = form.GetComposedPntArray().Find(code);
+  return index < 0 ? nullptr : &form.GetComposedPntArray()[index];
+}
+
+/// The composed point that a target point stands on; null when there is none.
+const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXSections& set,
+                                const SectionIndex& sections) {
+  const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+  if (section < 0) return nullptr;
+  const CString& code = point.GetCode();
+  const VornXSection& found = set.GetXSectionArray()[section];
+  const int form = found.Find(point.GetBuildFormName(), &code);
+  return form < 0 ? nullptr : PointOfCode(found.GetBuildFormArray()[form], code);
+}
+
+void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
+                 std::vector<std::string>& lines) {
+  std::string what = target.GetControlItemString().GetString();
+  const CString codes = target.GetCode();
+  if (!codes.IsEmpty()) what += (what.empty() ? "" : " ") + ToUtf8(codes.View());
+  lines.push_back(place + ": control target (" + what + ") names " +
+                  (code.IsEmpty() ? std::string("no code") : ToUtf8(code.View())));
+}
+
+void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std::vector<std::string>& lines) {
+  if (set.GetFormCtrlTargetArray().IsEmpty()) return;
+  const SectionIndex sections(set);
+  for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
+    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+      if (StandsOn(point, set, sections) != nullptr) continue;
+      const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
+      AddDangling(target, FormPath(setPath + " > " + station, point.GetBuildFormName()), point.GetCode(), lines);
+    }
+  }
+}
+
+void AddDanglingOfForms(const VornXSection& section, const std::string& setPath, std::vector<std::string>& lines) {
+  for (const VornBuildForm& form : section.GetBuildFormArray()) {
+    for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+      CStringArray codes;
+      Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+      for (const CString& code : codes) {
+        if (code.IsEmpty() || PointOfCode(form, code) != nullptr) continue;
+        AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
+      }
+    }
+  }
+}
+
+/// Whether every code of a target is that of a point of its form.
+bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target) {
+  CStringArray codes;
+  Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+  return std::all_of(codes.begin(), codes.end(),
+                     [&](const CString& code) { return PointOfCode(form, code) != nullptr; });
+}
+
+/// Gives a target point the place of the composed point under it.
+void TakePlace(const VornComposedPnt& from, VornFormCtrlTargetPnt& point) {
+  point.SetSide(from.GetLocation());
+  point.SetOffset(from.GetCLDist().Value());
+  point.SetElevation(from.GetGh().Value());
+}
+
+/// Regulates one target, whose points know their places when it stands.
+void Regulate(VornFormCtrlTarget& target, bool stands, TargetFate& fate) {
+  const VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+  const auto type = target.GetTargetPntType();
+  const VornFormCtrlTargetPnt first = points.IsEmpty() ? VornFormCtrlTargetPnt() : points[0];
+  fate.irregular = !stands || !target.Regulate();
+  if (fate.irregular) return;
+  const auto isSame = [](const VornFormCtrlTargetPnt& a, const VornFormCtrlTargetPnt& b) {
+    return a.GetCode() == b.GetCode() && a.GetBuildFormName() == b.GetBuildFormName() &&
+           a.GetCumulativeDist() == b.GetCumulativeDist() && a.GetXSectChg() == b.GetXSectChg();
+  };
+  fate.swapped = !points.IsEmpty() && !isSame(first, points[0]);
+  fate.reordered = fate.swapped || type != target.GetTargetPntType();
+}
+
+/// What a target's points stand on, so that only targets at one place are compared with each other.
+std::string PlaceKey(const VornFormCtrlTarget& target) {
+  std::string key;
+  for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+    key += StationPath(point.GetCumulativeDist(), point.GetXSectChg());
+    key += '\n';
+    key += point.GetBuildFormName().View();
+    key += '\n';
+  }
+  return key;
+}
+
+/// Marks the targets that repeat an earlier one, as the collection's own regulation tells.
+void MarkRepeated(const Vorn_FormCtrlTargetArray& targets, const std::vector<int>& group,
+                  std::vector<TargetFate>& fates) {
+  if (group.size() < 2) return;
+  Vorn_FormCtrlTargetArray copies;
+  for (const int index : group) {
+    VornFormCtrlTarget copy = targets[index];
+    copy.SetSerialID(static_cast<std::uint32_t>(index));
+    copies.Add(std::move(copy));
+  }
+  copies.Regulate();
+  for (const int index : group) {
+    if (copies.Find(static_cast<std::uint32_t>(index)) >= 0) continue;
+    fates[static_cast<std::size_t>(index)].removed = true;
+  }
+}
+
+void RemoveMarked(Vorn_FormCtrlTargetArray& targets, const std::vector<TargetFate>& fates) {
+  std::size_t next = 0;
+  targets.RemoveIf([&](const VornFormCtrlTarget&) { return fates[next++].removed; });
+}
+
+}  // namespace
+
+std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formName,
+                                        const std::vector<bool>& sections) {
+  Vorn_FormCtrlTargetArray& targets = set.GetFormCtrlTargetArray();
+  std::vector<TargetFate> fates;
+  const SectionIndex index(set);
+  targets.RemoveIf([&](const VornFormCtrlTarget& target) {
+    const auto& points = target.GetTargetPntArray();
+    const bool stands = std::any_of(points.begin(), points.end(), [&](const VornFormCtrlTargetPnt& point) {
+      if (point.GetBuildFormName() != formName) return false;
+      const int section = index.Find(point.GetCumulativeDist(), point.GetXSectChg());
+      return section >= 0 && sections[static_cast<std::size_t>(section)];
+    });
+    fates.push_back({.removed = stands});
+    return stands;
+  });
+  return fates;
+}
+
+std::vector<std::string> DanglingTargets(const DesignDocument& document) {
+  std::vector<std::string> lines;
+  for (int i = 0; i < document.sets.GetSize(); ++i) {
+    const VornXSections& set = document.sets[i];
+    const std::string path = SetPath(set, i);
+    AddDanglingOfSet(set, path, lines);
+    if (!IsEdition20(document.edition)) continue;
+    for (const VornXSection& section : set.GetXSectionArray()) AddDanglingOfForms(section, path, lines);
+  }
+  return lines;
+}
+
+std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
+                                        const SectionIndex& sections) {
+  std::vector<TargetFate> fates;
+  std::map<std::string, std::vector<int>> groups;
+  for (int i = 0; i < targets.GetSize(); ++i) {
+    VornFormCtrlTarget& target = targets[i];
+    TargetFate& fate = fates.emplace_back();
+    bool stands = true;
+    for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+      const VornComposedPnt* under = StandsOn(point, set, sections);
+      if (under != nullptr) TakePlace(*under, point);
+      stands = stands && under != nullptr;
+      if (fate.section < 0) fate.section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+    }
+    Regulate(target, stands, fate);
+    groups[PlaceKey(target)].push_back(i);
+  }
+  for (const auto& [place, group] : groups) MarkRepeated(targets, group, fates);
+  RemoveMarked(targets, fates);
+  return fates;
+}
+
+std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& station) {
+  Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
+  std::vector<TargetFate> fates;
+  std::vector<int> all;
+  for (int i = 0; i < targets.GetSize(); ++i) {
+    VornFormCtrlTarget& target = targets[i];
+    TargetFate& fate = fates.emplace_back();
+    all.push_back(i);
+    // The codes are the element's text; points stand for them while the pair is put in order.
+    VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+    points.RemoveAll();
+    bool stands = true;
+    if (target.GetControlItem() == ControlItem::Height) {
+      stands = NamesPointsOf(form, target);  // at each of them, in whatever order
+    } else {
+      target.RegulatePnt(station, &form);
+    }
+    for (VornFormCtrlTargetPnt& point : points) {
+      const VornComposedPnt* under = PointOfCode(form, point.GetCode());
+      if (under != nullptr) TakePlace(*under, point);
+      stands = stands && under != nullptr;
+    }
+    Regulate(target, stands, fate);
+    if (fate.swapped) target.SetCode(points[0].GetCode() + " " + points[1].GetCode());
+    points.RemoveAll();
+  }
+  MarkRepeated(targets, all, fates);
+  RemoveMarked(targets, fates);
+  return fates;
+}
+
+}  // namespace vorn_host
