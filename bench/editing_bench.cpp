@@ -167,6 +167,27 @@ Vorn_BuildFormArray ManyLayers(std::int64_t count) {
   return forms;
 }
 
+/// Layers that hang on each other, each with three points.
+void PlaceChainOfLayers(benchmark::State& state) {
+  Vorn_BuildFormArray forms;
+  for (std::int64_t i = 0; i < state.range(0); ++i) {
+    VornBuildForm layer = DesignSurface(2);
+    layer.SetSerialID(static_cast<std::uint32_t>(i));
+    if (i > 0) layer.SetParentID(static_cast<std::uint32_t>(i - 1));
+    for (VornComposedPnt& point : layer.GetComposedPntArray()) point.SetParentID(point.GetSerialID());
+    forms.Add(std::move(layer));
+  }
+  for (auto _ : state) forms.CalcPavePointGhDist();
+}
+
+void AppendForms(benchmark::State& state) {
+  const Vorn_BuildFormArray forms = ManyLayers(state.range(0));
+  for (auto _ : state) {
+    Vorn_BuildFormArray joined;
+    benchmark::DoNotOptimize(joined.Append(forms));
+  }
+}
+
 void NormalizeDerivedForms(benchmark::State& state) {
   const Vorn_BuildFormArray forms = ManyLayers(state.range(0));
   for (auto _ : state) {
@@ -247,6 +268,8 @@ BENCHMARK(CrossingsByDesign)->Apply(Sizes);
 BENCHMARK(RecomputeCrossings)->Apply(Sizes);
 BENCHMARK(PlaceDerivedPoints)->Apply(Sizes);
 BENCHMARK(AddPointToDerivedForms)->Apply(Sizes);
+BENCHMARK(PlaceChainOfLayers)->Apply(Sizes);
+BENCHMARK(AppendForms)->Apply(Sizes);
 BENCHMARK(NormalizeDerivedForms)->Apply(Sizes);
 BENCHMARK(SortFormsByHeight)->Apply(Sizes);
 BENCHMARK(SortFormsByName)->Apply(Sizes);

@@ -29,6 +29,8 @@ int main(int argc, char** argv) {
           {"crossings recomputed, by design points", "RecomputeCrossings", 1'000, 100'000, kLinearBeyondCache},
           {"points of a derived form placed", "PlaceDerivedPoints", 1'000, 100'000, kLinearBeyondCache},
           {"points added in derived forms", "AddPointToDerivedForms", 1'000, 100'000, kLinearBeyondCache},
+          {"points of a chain of derived forms placed", "PlaceChainOfLayers", 1'000, 100'000, kLinearBeyondCache},
+          {"forms appended", "AppendForms", 1'000, 100'000, kLinearBeyondCache},
           {"derived forms normalized, by forms", "NormalizeDerivedForms", 1'000, 100'000, kLinearBeyondCache},
           {"forms sorted by height", "SortFormsByHeight", 1'000, 100'000, kLinearBeyondCache},
           {"forms sorted by name", "SortFormsByName", 1'000, 100'000, kLinearBeyondCache},

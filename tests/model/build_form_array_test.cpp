@@ -632,4 +632,21 @@ TEST(BuildFormArrayPositions, AreRecomputedAtTheCenterHeightThatAPointOfTheirsHa
   EXPECT_THAT(OuterHeights(forms), ElementsAre(101.5, 102.5));
 }
 
+TEST(BuildFormArrayNumbering, GoesOnBehindACopy) {
+  Vorn_BuildFormArray forms;
+  for (int i = 0; i < 3; ++i) forms.Add(VornBuildForm());
+  Vorn_BuildFormArray copy;
+  copy.Copy(forms);
+  EXPECT_EQ(copy[copy.Add(VornBuildForm())].GetSerialID(), 3U);
+}
+
+TEST(BuildFormArrayNumbering, LeavesTheEmptyFormsBeforeOneInsertedBehindTheEnd) {
+  Vorn_BuildFormArray forms;
+  forms.InsertAt(2, VornBuildForm());
+  ASSERT_EQ(forms.GetSize(), 3);
+  EXPECT_EQ(forms[0].GetSerialID(), 0xFFFFFFFF);
+  EXPECT_EQ(forms[1].GetSerialID(), 0xFFFFFFFF);
+  EXPECT_EQ(forms[2].GetSerialID(), 1U);
+}
+
 }  // namespace

@@ -477,4 +477,96 @@ TEST(BuildFormSurface, LiesNowhereWithoutPoints) {
   EXPECT_FALSE(VornBuildForm().IsSurface(NurReal()));
 }
 
+// --- what counts as what ---------------------------------------------------------------------------------------------
+
+class BuildFormPlan : public model_test::InEdition {};
+
+TEST_P(BuildFormPlan, ReportsTheInputOfItsStartPoint) {
+  VornBuildForm form = FormOf("road", {WidthHeight(kCenter, 0.5, 1.5), WidthHeight(kRight, 2.0, 0.5)});
+  form.SetXSectType(kFill);
+  NurReal dist;
+  NurReal height;
+  form.RegulateComposedPnt(100.0, dist, height);
+  EXPECT_EQ(dist, 0.5);
+  EXPECT_EQ(height, 1.5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Editions, BuildFormPlan,
+                         testing::Values(model_test::kEdition20, model_test::kEdition40, model_test::kEdition41,
+                                         model_test::kEditionMaff),
+                         model_test::InEdition::Name);
+
+TEST(BuildFormGeometry, ReportsTheInputAndNotThePositionOfAStartPointOffTheCenter) {
+  const EditionScope edition(VornSchema::Version41);
+  VornBuildForm form = FormOf("road", {WidthHeight(kRight, 0.5, 1.5), WidthHeight(kRight, 2.0, 0.5)});
+  form.SetXSectType(kFill);
+  form.GetComposedPntArray()[0].SetCLDist(10.0);
+  form.GetComposedPntArray()[0].SetGh(50.0);
+  NurReal dist;
+  NurReal height;
+  form.RegulateComposedPnt(100.0, dist, height);
+  EXPECT_EQ(dist, 0.5);
+  EXPECT_EQ(height, 1.5);
+}
+
+TEST(BuildFormGeometry, ReportsInputThatIsUnsetAsUnset) {
+  const EditionScope edition(VornSchema::Version41);
+  VornBuildForm form =
+      FormOf("road", {PointWith(kCenter, DataType::WidthHeight, NurReal(), NurReal()), WidthHeight(kRight, 2.0, 0.5)});
+  form.SetXSectType(kFill);
+  NurReal dist = 7.0;
+  NurReal height = 8.0;
+  form.RegulateComposedPnt(100.0, dist, height);
+  EXPECT_FALSE(dist.IsSet());
+  EXPECT_FALSE(height.IsSet());
+}
+
+TEST(BuildFormGeometry, PlacesAFormOfOnePoint) {
+  const EditionScope edition(VornSchema::Version41);
+  VornBuildForm form = FormOf("road", {WidthHeight(kCenter, 0.5, 1.0)});
+  Regulate(form);
+  ExpectPosition(form, 0, 0.5, 101.0);
+  form.CalcPointGhDist(200.0);
+  ExpectPosition(form, 0, 0.5, 201.0);
+}
+
+TEST(BuildFormGeometry, ChainsARunOfPointsWithoutASide) {
+  const EditionScope edition(VornSchema::Version41);
+  VornBuildForm form = FormOf("road", {WidthHeight(kCenter, 0.0, 0.0), WidthHeight(VornLocation::Unset, 2.0, 1.0),
+                                       WidthHeight(VornLocation::Unset, 3.0, 1.0)});
+  Regulate(form);
+  ExpectPosition(form, 2, 5.0, 102.0);
+}
+
+TEST(BuildFormGeometry, ChainsARunOfCenterPointsBehindASide) {
+  const EditionScope edition(VornSchema::Version41);
+  VornBuildForm form = FormOf("road", {WidthHeight(kCenter, 1.0, 0.0), WidthHeight(kLeft, 2.0, 1.0),
+                                       WidthHeight(kCenter, 3.0, 1.0), WidthHeight(kCenter, 4.0, 1.0)});
+  Regulate(form);
+  ExpectPosition(form, 2, 4.0, 101.0);
+  ExpectPosition(form, 3, 8.0, 102.0);
+}
+
+TEST(BuildFormGeometry, FindsAPointWithoutAPositionAtZero) {
+  const VornBuildForm form = FormOf("road", {PointOn(kRight, "loose"), PointAt(kRight, 0.0, 0.0)});
+  CString code;
+  EXPECT_TRUE(form.GetCodeFromPnt({0.0, 0.0}, code));
+  EXPECT_EQ(code, "loose");
+}
+
+TEST(BuildFormGeometry, FindsThePositionOfAPointWithoutOneAsUnset) {
+  const VornBuildForm form = FormOf("road", {PointOn(kRight, "loose")});
+  TamWorld2 pos{1.0, 2.0};
+  EXPECT_TRUE(form.GetPntFromCode("loose", pos));
+  EXPECT_TRUE(KelIsShoki(pos.x));
+  EXPECT_TRUE(KelIsShoki(pos.y));
+}
+
+TEST(BuildFormSurface, LiesAtZeroWithoutAHeight) {
+  const VornBuildForm loose = FormOf("road", {PointOn(kCenter)});
+  EXPECT_TRUE(loose.IsSurface(0.0));
+  EXPECT_TRUE(loose.IsSurface(NurReal()));
+  EXPECT_FALSE(loose.IsSurface(1.0));
+}
+
 }  // namespace

@@ -705,4 +705,12 @@ TEST(ComposedPntArrayHeight, GoesOnAtTheSameHeightFromACompleteSlopeWithoutY) {
   }
 }
 
+TEST(ComposedPntArrayNumbering, GoesOnBehindACopy) {
+  Vorn_ComposedPntArray points;
+  for (int i = 0; i < 3; ++i) points.Add(model_test::PointOn(VornLocation::Left));
+  Vorn_ComposedPntArray copy;
+  copy.Copy(points);
+  EXPECT_EQ(copy[copy.Add(model_test::PointOn(VornLocation::Left))].GetSerialID(), 4U);
+}
+
 }  // namespace

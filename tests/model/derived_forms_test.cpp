@@ -944,4 +944,37 @@ TEST(PlacedLayers, ArePlacedInTheOrderOfTheArray) {
   EXPECT_EQ(Distances(forms[0]), Distances(HillySurface()));
 }
 
+TEST(PlacedLayer, MeasuresFromTheHeightThatItsFirstPointHadBefore) {
+  Vorn_BuildFormArray forms = FormsOf(
+      {FormOf("surface", {PointAt(kCenter, 100.0, 0.0), PointAt(kLeft, 99.0, -2.0), PointAt(kRight, 98.0, 2.0)}),
+       Layer(0, {Center(0), Left(1), Right(2)})});
+  PointsOf(forms, 1)[0].SetGh(0.5);
+  forms.CalcPavePointGhDist(1);
+  EXPECT_EQ(PointsOf(forms, 1)[0].GetGh(), 99.5);
+  forms.CalcPavePointGhDist(1);
+  EXPECT_EQ(PointsOf(forms, 1)[0].GetGh(), 0.5);
+}
+
+TEST(PlacedLayer, TakesItsStartPointForAnInnerOneWherePointsHaveNoSide) {
+  Vorn_BuildFormArray forms = FormsOf(
+      {FormOf("surface", {PointAt(kCenter, 100.0, 0.0), PointAt(kRight, 101.0, 2.0), PointAt(kRight, 102.0, 4.0)}),
+       Layer(0, {Center(0), Hanging(VornLocation::Unset, 'U', 1), Right(1), Right(2)})});
+  PointsOf(forms, 1)[0].SetGh(0.5);
+  PointsOf(forms, 1)[0].SetCLDist(50.0);
+  forms.CalcPavePointGhDist(1);
+  EXPECT_EQ(PointsOf(forms, 1)[0].GetCLDist(), 0.0);
+  EXPECT_EQ(PointsOf(forms, 1)[0].GetGh(), 99.5);
+  EXPECT_EQ(PointsOf(forms, 1)[2].GetGh(), 100.5);
+  EXPECT_FALSE(PointsOf(forms, 1)[1].GetGh().IsSet());
+}
+
+TEST(AddedPlacedPointIndex, IsNoneWhenTheFirstPairDoesNotFitItsSide) {
+  Vorn_BuildFormArray forms = FormsOf(
+      {FormOf("surface", {PointAt(kCenter, 100.0, 0.0), PointAt(kRight, 100.0, -2.0), PointAt(kRight, 100.0, 2.0),
+                          PointAt(kRight, 100.0, -3.0), PointAt(kRight, 100.0, 3.0), PointAt(kRight, 100.0, 1.0)}),
+       Layer(0, {Left(1), Left(), Right(2), Right(3), Right(4), Right()})});
+  forms.AddedComposedPnt(0, 5);
+  EXPECT_EQ(PointsOf(forms, 1).GetSize(), 6);
+}
+
 }  // namespace

@@ -248,11 +248,11 @@ TEST(TsHosoType, KeepsItsSettingsWhenStored) {
   EXPECT_EQ(StoredRecord(settings), StoredTable(FullTable()));
 }
 
-TEST(TsHosoType, IsLeftWithNothingSetWhenItsTableCannotBeRead) {
+TEST(TsHosoType, KeepsWhatItHoldsWhenItsTableCannotBeRead) {
   VornTsHosoType settings = FullSettings();
   LoadingArchive ar({1, 0, 0, 0, 1, 0, 0, 0, 9, 5, 0, 0, 0});
   EXPECT_EQ(ArchiveRefusal([&] { settings.Serialize(*ar, kTag); }), CArchiveException::badIndex);
-  EXPECT_EQ(StoredRecord(settings), StoredTable(ZeroTable()));
+  EXPECT_EQ(StoredRecord(settings), StoredTable(FullTable()));
 }
 
 TEST(TsHosoType, FindsTheEndOfTheArchiveWhereverItIsCut) {

@@ -152,6 +152,8 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   int Add(VornFormCtrlTarget&& target);
   void InsertAt(int index, const VornFormCtrlTarget& target);
   void SetAt(int index, const VornFormCtrlTarget& target);
+  void SetAtGrow(int index, const VornFormCtrlTarget& target) = delete;  // would not number
+  void Copy(const Vorn_FormCtrlTargetArray& other) { *this = other; }
 
   /// Index of the first target with that serial; -1 when there is none.
   [[nodiscard]] int Find(std::uint32_t serialID) const;

@@ -10,7 +10,7 @@
 /// What a build form is for; further values belong to the host.
 enum class TargetPntCategory : std::int32_t { None = 0, Structure = 1 };
 
-/// One design surface of a cross section: a named polyline of composed points, such as the road surface with its
+/// One form of a cross section: a named polyline of composed points, such as the road surface with its
 /// slopes and berms, a pavement layer or a structure, with the as-built control targets measured on it. Element
 /// "tsf:BuildForm".
 class VornBuildForm : public Vorn_Base {
@@ -27,6 +27,7 @@ class VornBuildForm : public Vorn_Base {
   [[nodiscard]] const std::int32_t& GetOmitFlag() const { return m_omitFlag; }
   void SetOmitFlag(const std::int32_t& omit) { m_omitFlag = omit; }
   [[nodiscard]] const CString& GetName() const { return m_name; }
+  /// A flag of the host; joining two forms takes the second one's over. Documents do not depend on it.
   [[nodiscard]] const std::int32_t& GetExportForm() const { return m_exportForm; }
   [[nodiscard]] std::int32_t& GetExportForm() { return m_exportForm; }
   void SetExportForm(const std::int32_t& exported) { m_exportForm = exported; }
@@ -64,7 +65,7 @@ class VornBuildForm : public Vorn_Base {
   [[nodiscard]] const TargetPntCategory& GetCategory() const { return m_category; }
   [[nodiscard]] TargetPntCategory& GetCategory() { return m_category; }
   void SetCategory(const TargetPntCategory& category) { m_category = category; }
-  /// Non-zero: the form is written to documents.
+  /// Non-zero: the form is written to documents. Edition 2.0 writes every form, and writing it sets this for good.
   [[nodiscard]] const std::int32_t& GetExport() const { return m_export; }
   [[nodiscard]] std::int32_t& GetExport() { return m_export; }
   void SetExport(const std::int32_t& exported) { m_export = exported; }
@@ -88,7 +89,9 @@ class VornBuildForm : public Vorn_Base {
 
   /// @param regulate rename the form in its control targets too
   void SetName(const CString& name, bool regulate);
+  /// Renames the form, in its control targets too, and gives all points its name and identifier in a role.
   void SetName(const CString& name, std::uint32_t nameID, VornComposedPnt::PntType pntType);
+  /// Gives all points the identifier of the form's name in a role.
   void SetNameID(std::uint32_t nameID, VornComposedPnt::PntType pntType);
   void SetXSectType(const CString& text) { m_xSectType = text; }
   void SetXSectType(const CString& text, std::uint32_t id);
@@ -101,30 +104,35 @@ class VornBuildForm : public Vorn_Base {
   void RegulateFormCtrl(const CString& oldName, const CString& newName);
   /// Creates the missing points of every control target, at the station dist (metres).
   void ConvertFormCtrl(const NurReal& dist);
+  /// Forgets the connections of all points and of both crossings, and with clearCode the points' codes too.
   void ClearConnectInfo(bool clearCode);
 
   // Geometry (build_form_geometry.cpp).
 
   /// Recomputes the positions of all points from their input values, as the edition reads them. Each run of points of
-  /// one side chains from the start point; when the sides alternate, each run starts there again.
-  /// @param centerHeight height of the centre line in metres
-  /// @param dist, height receive the start point's input values when the form's type names a plan surface
+  /// one side chains from the start point; when the sides alternate, each run starts there again. A start point that is
+  /// no centre point stays where it is. In an edition that is not recognised, and without points, nothing happens.
+  /// @param centerHeight height of the centre line in metres; unset counts as 0
+  /// @param dist, height receive the start point's input values when the form's type names a plan surface, and stay as
+  /// they are otherwise
   void RegulateComposedPnt(const NurReal& centerHeight, NurReal& dist, NurReal& height);
-  /// Recomputes the positions of all points from the centre point outward, reading X as a width and Y as a height
+  /// Recomputes the positions from the centre point (the last one) outward, reading X as a width and Y as a height
   /// difference whatever the data type: intended. A point that lacks a value gets no position, and the points behind
-  /// it go on from the last one that has. Without a centre point nothing happens.
+  /// it go on from the last one that has. Points from the first one without a side on stay. Without a centre point
+  /// nothing happens.
   /// @param centerHeight height of the centre line in metres; unset leaves all heights and all sides without a position
   void CalcPointGhDist(const NurReal& centerHeight);
   /// Position of the first point with that main code, ignoring case, as (height, distance from the centre line);
-  /// false, and pos untouched, when there is none.
+  /// false, and pos untouched, when there is none. What the point has no value for is unset.
   [[nodiscard]] bool GetPntFromCode(const CString& code, TamWorld2& pos) const;
   /// Main code of the first point at a position, given as (height, distance from the centre line); false, and code
-  /// untouched, when there is none.
+  /// untouched, when there is none. A point without a position counts as lying at (0, 0).
   [[nodiscard]] bool GetCodeFromPnt(const TamWorld2& pos, CString& code) const;
   /// Height of the leftmost point and distances of the leftmost and the rightmost one; false, and all three unset,
   /// for a form without points.
   bool QueryPaveInfo(NurReal& height, NurReal& leftDist, NurReal& rightDist) const;
-  /// Whether the start point lies at a height (metres), both rounded to millimetres; false for a form without points.
+  /// Whether the start point lies at a height (metres), both rounded to millimetres; unset counts as 0. False for a
+  /// form without points.
   [[nodiscard]] bool IsSurface(const NurReal& height) const;
 
  private:

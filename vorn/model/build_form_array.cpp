@@ -26,12 +26,15 @@ void Vorn_BuildFormArray::Number(VornBuildForm& form, bool asSurface) {
 
 int Vorn_BuildFormArray::Add(const VornBuildForm& form) { return Add(VornBuildForm(form)); }
 
-int Vorn_BuildFormArray::Add(VornBuildForm&& form) {
-  const bool hadSurface = HasSurface();
-  Number(form, IsEmpty());
+int Vorn_BuildFormArray::Add(VornBuildForm&& form) { return AddNumbered(std::move(form), HasSurface()); }
+
+int Vorn_BuildFormArray::AddNumbered(VornBuildForm&& form, bool hadSurface) {
+  const bool asSurface = IsEmpty();
+  const int index = Vorn_Array::Add(std::move(form));
+  Number(GetAt(index), asSurface);
   // Also a form that joins an array which has lost its surface, and gets an ordinary serial: intended.
-  if (!hadSurface) form.SetOrgSurface(true);
-  return Vorn_Array::Add(std::move(form));
+  if (!hadSurface) GetAt(index).SetOrgSurface(true);
+  return index;
 }
 
 void Vorn_BuildFormArray::InsertAt(int index, const VornBuildForm& form) { InsertAt(index, VornBuildForm(form)); }
@@ -53,9 +56,10 @@ void Vorn_BuildFormArray::SetAt(int index, const VornBuildForm& form) {
 int Vorn_BuildFormArray::Append(const Vorn_BuildFormArray& other) {
   const int first = GetSize();
   const int count = other.GetSize();  // other may be this array
+  const bool hadSurface = HasSurface();
   for (int i = 0; i < count; ++i) {
-    // Numbered anew behind `Add`, the design surface too: who reads projects relies on the numbers that come out.
-    const int index = Add(VornBuildForm(other[i]));
+    // Numbered anew once it is added, the design surface too: intended, so none of them ever counts as the surface.
+    const int index = AddNumbered(VornBuildForm(other[i]), hadSurface);
     GetAt(index).SetSerialID(m_nextSerialID++);
   }
   return first;
@@ -70,6 +74,8 @@ void Vorn_BuildFormArray::Sort() {
   // their exact heights, which is one of the orders that the tolerance allows.
   std::vector<int> places;
   std::vector<VornBuildForm> forms;
+  places.reserve(static_cast<std::size_t>(GetSize()));
+  forms.reserve(static_cast<std::size_t>(GetSize()));  // before the first form leaves its place
   for (int i = 0; i < GetSize(); ++i) {
     if (GetAt(i).GetComposedPntArray().IsEmpty()) continue;
     places.push_back(i);

@@ -11,7 +11,8 @@
 ///
 /// Every form that comes in through `Add`, `InsertAt` or `SetAt` is numbered: the first form of a section becomes the
 /// design surface, a form without a serial gets the next one, and one that brings its own raises the next serial
-/// above it. Forms of a document stay unnumbered until `SetSerialID`.
+/// above it. Forms of a document stay unnumbered until `SetSerialID`, and so do the empty forms with which `InsertAt`
+/// behind the end fills up.
 class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
  public:
   [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::OneOrMore; }
@@ -21,11 +22,15 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   /// is no design surface is marked as the org surface.
   int Add(const VornBuildForm& form);
   int Add(VornBuildForm&& form);
-  /// At index 0, while there is no design surface, the form becomes that.
+  /// At index 0, while there is no design surface, the form becomes that; unlike `Add` it marks no org surface. A
+  /// negative index throws `CInvalidArgException`.
   void InsertAt(int index, const VornBuildForm& form);
   void InsertAt(int index, VornBuildForm&& form);
-  /// As `InsertAt`, over the form at index; an index outside the array does nothing.
+  /// As `InsertAt`, over the form at index; an index outside the array does nothing. Over the design surface it leaves
+  /// the section without one, unless the form brings serial 0.
   void SetAt(int index, const VornBuildForm& form);
+  void SetAtGrow(int index, const VornBuildForm& form) = delete;  // would not number
+  void Copy(const Vorn_BuildFormArray& other) { *this = other; }
   /// Adds copies, and then numbers each of them anew, even one that `Add` made the design surface: intended, so a
   /// section that was empty has no design surface afterwards. Returns the index of the first.
   int Append(const Vorn_BuildFormArray& other);
@@ -35,7 +40,7 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
 
   /// Orders the forms by the height of their start point, lowest first. Forms without points keep their places, forms
-  /// at one height (within 1e-6 m) may come in either order.
+  /// at one height (within 1e-6 m) may come in either order, and a start point without a height counts as at 0.
   void Sort();
 
   // Searches give the index of the first form found, -1 when there is none. A start of -1 means from the first form on.
@@ -66,21 +71,26 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   /// To be called when a point was inserted into the form at formIndex: gives every form derived from the design
   /// surface, and its chain, a point that hangs on the new one. Only the design surface passes points on. A new point
   /// without a distance goes between the points that hang on its neighbours, one with a distance where it lies.
-  /// An index or a serial that does not exist throws `CInvalidArgException`.
+  /// An index or a serial that does not exist throws `CInvalidArgException`, and so does a form whose order of points
+  /// leaves the new one no place in it; forms before it have their point by then.
   void AddedComposedPnt(int formIndex, std::uint32_t serialID);
   /// To be called when a point was removed from the form at formIndex: removes what hung on it in every form derived
-  /// from that one, and in its chain. Forms that are neither the design surface nor derived pass nothing on.
+  /// from that one, and in its chain. Forms that are neither the design surface nor derived pass nothing on; an index
+  /// that does not exist does nothing.
   void RemovedComposedPnt(int formIndex, std::uint32_t serialID);
   /// Removes the derived forms with fewer than two points that hang on a parent's, with their chains.
   void NormalizePaveBuildForm();
-  /// Places the inner points of a derived form above or below the parent's points that they hang on, and takes over
-  /// their input values: the distance as it is, the height above the start point of the derived form. The outermost
-  /// points stay. A form that is not derived is left alone; a missing parent throws `CInvalidArgException`.
+  /// Gives every inner point of a derived form the distance of the parent's point that it hangs on, as height the
+  /// difference from that point's height to the height that the form's first point had before, and its input values.
+  /// The outermost points stay. Where the first point is an inner one itself, another call gives other heights:
+  /// intended, call it once for each change. A form that is not derived is left alone; a missing parent, and an index
+  /// outside the array, throw `CInvalidArgException`.
   void CalcPavePointGhDist(int formIndex);
   /// As above, for every derived form in order.
   void CalcPavePointGhDist();
 
  private:
+  int AddNumbered(VornBuildForm&& form, bool hadSurface);
   void Number(VornBuildForm& form, bool asSurface);
   [[nodiscard]] bool HasSurface() const { return Find(0U) >= 0; }
   template <typename Matches>

@@ -46,6 +46,7 @@ void VornBuildForm::PlaceOutward(const VornIndexArray& side, double sign, NurRea
     VornComposedPnt& point = m_composedPntArray[index];
     NurReal nextDist;
     NurReal nextHeight;
+    // Told by X itself: with a sign before it, an unset X would pass for a set one on the left.
     if (dist.IsSet() && height.IsSet() && point.GetX().IsSet() && point.GetY().IsSet()) {
       nextDist = dist.Value() + sign * point.GetX().Value();
       nextHeight = height.Value() + point.GetY().Value();

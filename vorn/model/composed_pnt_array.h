@@ -26,6 +26,8 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   int Add(VornComposedPnt&& point);
   void InsertAt(int index, const VornComposedPnt& point);
   void SetAt(int index, const VornComposedPnt& point);
+  void SetAtGrow(int index, const VornComposedPnt& point) = delete;  // would not number
+  void Copy(const Vorn_ComposedPntArray& other) { *this = other; }
   /// Appends copies that all get fresh serials.
   void Append(const Vorn_ComposedPntArray& other);
   void Append(Vorn_ComposedPntArray&& other);

@@ -59,7 +59,8 @@ class PointsBySerial {
   std::unordered_map<std::uint32_t, int> m_index;
 };
 
-/// Indices of a form's points from left to right, the outermost two left out: those do not hang on the parent form.
+/// Indices of a form's points from left to right, the outermost two left out: those do not hang on the parent form. A
+/// point without a side is left out too, and the start point stands in for it: intended.
 std::vector<int> InnerPoints(const Vorn_ComposedPntArray& points) {
   VornIndexArray order;
   points.QueryIndexArrayLtoR(order);
@@ -79,10 +80,27 @@ VornComposedPnt DerivedPoint(const VornComposedPnt& above, const VornComposedPnt
   return point;
 }
 
-/// The form that a derived form hangs on; throws `CInvalidArgException` when there is none.
-const VornBuildForm& ParentOf(const Vorn_BuildFormArray& forms, int form) {
-  return forms[forms.Find(forms[form].GetParentID())];
-}
+/// The points of the forms that others hang on, by serial: looked through once for each.
+class ParentPoints {
+ public:
+  explicit ParentPoints(const Vorn_BuildFormArray& forms) : m_forms(forms) {
+    for (int i = 0; i < forms.GetSize(); ++i) m_bySerial.try_emplace(forms[i].GetSerialID(), i);
+  }
+
+  /// Those of the form that a derived form hangs on; throws `CInvalidArgException` when there is none.
+  [[nodiscard]] const PointsBySerial& Of(int form) {
+    const auto parent = m_bySerial.find(m_forms[form].GetParentID());
+    if (parent == m_bySerial.end()) throw CInvalidArgException();
+    return m_points.try_emplace(parent->second, m_forms[parent->second].GetComposedPntArray()).first->second;
+  }
+  /// To be called when the points of a form have come or gone.
+  void Forget(int form) { m_points.erase(form); }
+
+ private:
+  const Vorn_BuildFormArray& m_forms;
+  std::unordered_map<std::uint32_t, int> m_bySerial;  ///< the first form of each
+  std::unordered_map<int, PointsBySerial> m_points;
+};
 
 // --- a point that has not been placed yet goes between the points that hang on its neighbours ------------------------
 
@@ -145,11 +163,10 @@ std::optional<int> IndexBetween(const Vorn_ComposedPntArray& points, int before,
 
 /// Where a placed point belongs in a derived form, whose own points are taken where `CalcPavePointGhDist` would put
 /// them.
-std::optional<int> IndexWhereItLies(const Vorn_BuildFormArray& forms, int form, const VornComposedPnt& added) {
+std::optional<int> IndexWhereItLies(const Vorn_ComposedPntArray& points, const PointsBySerial& parents,
+                                    const VornComposedPnt& added) {
   constexpr double kInsideBy = 1e-6;  // metres from either neighbour
   const double dist = added.GetCLDist().Value();
-  const Vorn_ComposedPntArray& points = forms[form].GetComposedPntArray();
-  const PointsBySerial parents(ParentOf(forms, form).GetComposedPntArray());
   std::optional<int> before;
   double distBefore = 0.0;
   for (const int index : InnerPoints(points)) {
@@ -165,14 +182,36 @@ std::optional<int> IndexWhereItLies(const Vorn_BuildFormArray& forms, int form, 
   return std::nullopt;
 }
 
-void AddWhereItLies(Vorn_BuildFormArray& forms, const DerivedForms& derived, int form, const VornComposedPnt& added) {
+void AddWhereItLies(Vorn_BuildFormArray& forms, const DerivedForms& derived, ParentPoints& parents, int form,
+                    const VornComposedPnt& added) {
   VornComposedPnt above = added;
   for (int level = form; level >= 0; level = derived.FirstChild(level)) {
-    const std::optional<int> place = IndexWhereItLies(forms, level, added);
-    if (!place) return;
     Vorn_ComposedPntArray& points = forms[level].GetComposedPntArray();
+    const std::optional<int> place = IndexWhereItLies(points, parents.Of(level), added);
+    if (!place) return;
     points.InsertAt(*place, DerivedPoint(above, added));
+    parents.Forget(level);
     above = points[*place];
+  }
+}
+
+// --- placing the points of a derived form ----------------------------------------------------------------------------
+
+void PlaceInnerPoints(Vorn_ComposedPntArray& points, const PointsBySerial& parents) {
+  const NurReal startHeight = points.IsEmpty() ? NurReal() : points[0].GetGh();
+  for (const int index : InnerPoints(points)) {
+    VornComposedPnt& point = points[index];
+    const VornComposedPnt* parent = parents.Find(point.GetParentID());
+    if (parent == nullptr) continue;
+    const NurReal& height = parent->GetGh();
+    point.SetCLDist(parent->GetCLDist());
+    point.SetGh(height.IsSet() ? NurReal(NurCarefulDifference(height.Value(), startHeight.Value())) : NurReal());
+    point.SetX(parent->GetX());
+    point.SetY(parent->GetY());
+    point.SetRatio(parent->GetRatio());
+    point.SetPercent(parent->GetPercent());
+    point.SetDataType(parent->GetDataType());
+    point.SetSlopeType(parent->GetSlopeType());
   }
 }
 
@@ -192,7 +231,8 @@ void Vorn_BuildFormArray::AddedComposedPnt(int formIndex, std::uint32_t serialID
   const VornComposedPnt added = surface.GetComposedPntArray()[index];
   const DerivedForms derived(*this);
   if (added.GetCLDist().IsSet()) {
-    for (const int form : derived.Of(kSurface)) AddWhereItLies(*this, derived, form, added);
+    ParentPoints parents(*this);
+    for (const int form : derived.Of(kSurface)) AddWhereItLies(*this, derived, parents, form, added);
     return;
   }
   const std::optional<Neighbours> neighbours = NeighboursOf(surface.GetComposedPntArray(), index);
@@ -240,27 +280,12 @@ void Vorn_BuildFormArray::NormalizePaveBuildForm() {
 void Vorn_BuildFormArray::CalcPavePointGhDist(int formIndex) {
   VornBuildForm& form = GetAt(formIndex);
   if (form.GetParentID() == kNone) return;
-  const PointsBySerial parents(ParentOf(*this, formIndex).GetComposedPntArray());
-  Vorn_ComposedPntArray& points = form.GetComposedPntArray();
-  const NurReal startHeight = points.IsEmpty() ? NurReal() : points[0].GetGh();
-  for (const int index : InnerPoints(points)) {
-    VornComposedPnt& point = points[index];
-    const VornComposedPnt* parent = parents.Find(point.GetParentID());
-    if (parent == nullptr) continue;
-    const NurReal& height = parent->GetGh();
-    point.SetCLDist(parent->GetCLDist());
-    point.SetGh(height.IsSet() ? NurReal(NurCarefulDifference(height.Value(), startHeight.Value())) : NurReal());
-    point.SetX(parent->GetX());
-    point.SetY(parent->GetY());
-    point.SetRatio(parent->GetRatio());
-    point.SetPercent(parent->GetPercent());
-    point.SetDataType(parent->GetDataType());
-    point.SetSlopeType(parent->GetSlopeType());
-  }
+  PlaceInnerPoints(form.GetComposedPntArray(), ParentPoints(*this).Of(formIndex));
 }
 
 void Vorn_BuildFormArray::CalcPavePointGhDist() {
+  ParentPoints parents(*this);
   for (int i = 0; i < GetSize(); ++i) {
-    if (GetAt(i).GetParentID() != kNone) CalcPavePointGhDist(i);
+    if (GetAt(i).GetParentID() != kNone) PlaceInnerPoints(GetAt(i).GetComposedPntArray(), parents.Of(i));
   }
 }

@@ -37,7 +37,8 @@ class CArchiveException : public CException {
   Cause m_cause;
 };
 
-/// A number that archives as its own bytes. Exactly these types: a `long` would change its width with the machine.
+/// A number that archives as its own bytes. A type whose width differs between machines, such as `long`, is taken only
+/// where it is one of these.
 template <typename T>
 concept ArchiveNumber =
     std::same_as<T, std::uint8_t> || std::same_as<T, std::int16_t> || std::same_as<T, std::uint16_t> ||
@@ -53,7 +54,7 @@ concept ArchiveEnum = std::is_enum_v<T> && sizeof(T) == 4;
 /// All values are little-endian on every machine and follow each other without padding. An error of the archive
 /// throws `CArchiveException`, one of the file passes through; a value whose loading throws keeps what it held.
 /// What an archive promises (the length of a text, a count) is believed only as far as the bytes that are left can
-/// back it, so a damaged file cannot make it allocate more than its own size.
+/// back it, so a damaged file cannot make it allocate more than a small multiple of its own size.
 ///
 /// The file is not owned. It has to outlive the archive or its `Close`.
 class CArchive {

@@ -4,5 +4,5 @@
 ///
 /// Whole parts and fractions are subtracted apart, the fractions cut to ten decimal places first, and of that result
 /// and the plain difference the one of larger magnitude is taken. Values with ten decimals or fewer are meant:
-/// lengths and heights in metres.
+/// lengths and heights in metres. Unset counts as 0.
 [[nodiscard]] double NurCarefulDifference(double minuend, double subtrahend);

@@ -65,6 +65,7 @@ class CMemFile : public CFile {
   [[nodiscard]] const std::vector<std::uint8_t>& Bytes() const { return m_bytes; }
 
   std::uint32_t Read(void* bytes, std::uint32_t count) override;
+  /// The bytes must not be those of the file itself.
   void Write(const void* bytes, std::uint32_t count) override;
   void Flush() override {}
   /// Drops the content.

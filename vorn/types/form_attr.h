@@ -7,7 +7,7 @@
 struct VornFormAttr {
   /// The form's name: constant text in code page 932, ended by a NUL.
   const char* name = "";
-  /// Eight flag bytes, laid out as two 32-bit words. The library hands them to the host as they stand.
+  /// Eight flag bytes, the size of two 32-bit words. The library hands them to the host as they stand.
   std::array<std::uint8_t, 8> flags{};
 };
 

@@ -65,8 +65,11 @@ void VornTsHosoType::VisitSettings(Visit visit) {
 }
 
 void VornTsHosoType::Serialize(CArchive& ar, const CString& tag) {
-  if (ar.IsLoading()) Initiate();
-  VornHosoType::Serialize(ar, tag);
+  if (ar.IsStoring()) return VornHosoType::Serialize(ar, tag);
+  DovDataTable table;
+  table.Serialize(ar);
+  Initiate();  // only now: what cannot be read leaves the settings as they were
+  SetDataTable(table);
 }
 
 void VornTsHosoType::Initiate() {

@@ -40,7 +40,7 @@ class VornTsHosoType : public VornHosoType {
  public:
   static constexpr int kKindCount = 14;
 
-  /// As the base; loading starts from nothing set, so what a table does not hold becomes 0.
+  /// As the base; what a loaded table does not hold becomes 0. A table that cannot be read leaves the settings.
   void Serialize(CArchive& ar, const CString& tag) override;
 
   [[nodiscard]] std::uint32_t GetPaveID() const { return m_paveID; }

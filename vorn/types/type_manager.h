@@ -28,6 +28,6 @@ class VornTypeManager {
   bool Find(VornFormAttr& attr, VornStructureType::Type type, const CString& name, bool includeOther,
             bool allowBase) const;
   /// The form of that name in road earthwork, river earthwork or other work, in this order, with the other forms and
-  /// the reference surface allowed.
+  /// the reference surface allowed. False, and the unknown form, when none of them has it.
   bool Find(VornFormAttr& attr, const CString& name) const;
 };
