@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -58,10 +59,11 @@ class DesignEditor {
     [[nodiscard]] std::string Path() const;
   };
 
-  /// Calls edit(site) for every section. It returns what it changed, in words; an empty text when nothing.
+  /// Edits one section, and returns what changed, in words; an empty text when nothing.
+  using EditSection = std::function<std::string(const Site&)>;
+
   /// @param mirrored whether the step puts the existing ground in reverse order
-  template <typename Edit>
-  void ForEachSection(EditReport& report, Edit&& edit, bool mirrored = false);
+  void ForEachSection(EditReport& report, const EditSection& edit, bool mirrored = false);
   /// A step that moves the sections leaves the alignment that they stand on.
   void NoteRoadGeometry(EditReport& report) const;
   /// Ends a step.

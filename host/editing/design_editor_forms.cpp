@@ -1,0 +1,218 @@
+// The editor's steps on the build forms of a section: retyping, sorting, removing, renaming.
+
+#include <algorithm>
+#include <set>
+
+#include "host/editing/design_editor.h"
+#include "host/editing/edit_pieces.h"
+#include "host/editing/set_targets.h"
+#include "vorn/framework/base.h"
+#include "vorn/types/structure_type.h"
+
+namespace vorn_host {
+
+namespace {
+
+std::string FormNames(const VornXSection& section) {
+  std::string names;
+  for (const VornBuildForm& form : section.GetBuildFormArray()) {
+    names += (names.empty() ? "" : ", ") + Utf8(form.GetName());
+  }
+  return names;
+}
+
+std::string FoldedName(CString name) { return std::string(name.MakeLower().View()); }
+
+bool HasForm(const VornXSection& section, const CString& name) { return section.Find(name, nullptr) >= 0; }
+
+// --- work types ------------------------------------------------------------------------------------------------------
+
+/// What a retyping did to the first two forms of a section.
+struct Retyping {
+  CString first;  ///< their names before; empty for a form that is not there
+  CString second;
+  int formsAdded = 0;  ///< 1 when the first was split, -1 when the second was joined into it
+};
+
+CString NameOf(const Vorn_BuildFormArray& forms, int index) {
+  return index < forms.GetSize() ? forms[index].GetName() : CString();
+}
+
+/// Leads a control target's point to the form that holds its code now. A form behind the halves keeps its name.
+void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, const Vorn_BuildFormArray& forms) {
+  const auto lead = [&](int form) {
+    if (form >= forms.GetSize() || forms[form].GetComposedPntArray().Find(point.GetCode()) < 0) return false;
+    point.SetBuildFormName(forms[form].GetName());
+    return true;
+  };
+  const bool isSplit = retyping.formsAdded > 0;
+  if (point.GetBuildFormName() == retyping.first) {
+    if (!lead(0) && isSplit) lead(1);
+  } else if (!isSplit && !retyping.second.IsEmpty() && point.GetBuildFormName() == retyping.second) {
+    lead(retyping.formsAdded < 0 ? 0 : 1);
+  }
+}
+
+/// Tells the control targets of a form their side, which documents do not: the one that their codes lie on. The start
+/// point belongs to both sides, and so does a target that names points on both.
+void TellSides(VornBuildForm& form) {
+  for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+    CStringArray codes;
+    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+    bool left = false;
+    bool right = false;
+    for (const CString& code : codes) {
+      const VornLocation side = form.GetLRFromCode(code);
+      left = left || side == VornLocation::Left;
+      right = right || side == VornLocation::Right;
+    }
+    target.SetLR(left == right ? VornLocation::Unset : left ? VornLocation::Left : VornLocation::Right);
+  }
+}
+
+/// How many control targets the forms of a section have, and how many of them run across both sides.
+struct TargetCount {
+  explicit TargetCount(const Vorn_BuildFormArray& forms) {
+    for (const VornBuildForm& form : forms) {
+      for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+        ++all;
+        across += target.GetTargetPntType() == VornFormCtrlTarget::TargetPntType::LeftRight ? 1 : 0;
+      }
+    }
+  }
+
+  int all = 0;
+  int across = 0;
+};
+
+}  // namespace
+
+EditReport DesignEditor::Retype(const CString& left, const CString& right) {
+  const EditionScope scope(m_document.edition);
+  EditReport report;
+  std::vector<std::vector<Retyping>> retypings(static_cast<std::size_t>(m_document.sets.GetSize()));
+  ForEachSection(report, [&](const Site& site) -> std::string {
+    Vorn_BuildFormArray& forms = site.section.GetBuildFormArray();
+    const int count = forms.GetSize();
+    Retyping& retyping =
+        retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(Retyping{NameOf(forms, 0), NameOf(forms, 1)});
+    const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
+    const auto planForms = std::count_if(forms.begin(), forms.end(), isPlan);
+    if (planForms != 1 && planForms != 2) {
+      report.remarks.push_back({site.Path(), "there are neither one nor two plan surfaces"});
+      return {};
+    }
+    const CString firstType = forms[0].GetXSectType();
+    const CString secondType = count > 1 ? forms[1].GetXSectType() : CString();
+    if (IsEdition20(m_document.edition)) {
+      for (VornBuildForm& form : forms) TellSides(form);
+    }
+    const TargetCount targets(forms);
+    site.section.ChangeXSectType(left, right);
+    ExpressSection(site.section);
+    retyping.formsAdded = forms.GetSize() - count;
+    if (retyping.formsAdded > 0) {
+      report.Add("control targets across both halves removed", targets.across - TargetCount(forms).across);
+      return "split into " + Utf8(left) + " and " + Utf8(right);
+    }
+    if (retyping.formsAdded < 0) {
+      report.Add("repeated control targets at the centre removed", targets.all - TargetCount(forms).all);
+      return "joined into " + Utf8(left);
+    }
+    const bool same = NameOf(forms, 0) == retyping.first && NameOf(forms, 1) == retyping.second &&
+                      firstType == forms[0].GetXSectType() && (count < 2 || secondType == forms[1].GetXSectType());
+    return same ? std::string() : "typed " + Utf8(left) + (left == right ? "" : " and " + Utf8(right));
+  });
+  for (int i = 0; i < m_document.sets.GetSize(); ++i) {
+    VornXSections& set = m_document.sets[i];
+    ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
+      FollowRetyping(point, retypings[static_cast<std::size_t>(i)][static_cast<std::size_t>(section)],
+                     set.GetXSectionArray()[section].GetBuildFormArray());
+    });
+  }
+  Finish(report);
+  return report;
+}
+
+EditReport DesignEditor::SortForms(const CStringArray& names) {
+  const EditionScope scope(m_document.edition);
+  EditReport report;
+  ForEachSection(report, [&](const Site& site) -> std::string {
+    const std::string before = FormNames(site.section);
+    // Sorting drops what the list does not name, and copies what it names twice: the list is completed first.
+    CStringArray all;
+    std::set<std::string> seen;
+    const auto add = [&](const CString& name) {
+      if (seen.insert(FoldedName(name)).second) all.Add(name);
+    };
+    for (const CString& name : names) add(name);
+    for (const VornBuildForm& form : site.section.GetBuildFormArray()) add(form.GetName());
+    site.section.SortBuildForms(all);
+    const std::string after = FormNames(site.section);
+    return after == before ? std::string() : "order " + after;
+  });
+  Finish(report);
+  return report;
+}
+
+EditReport DesignEditor::RemoveForm(const CString& name) {
+  const EditionScope scope(m_document.edition);
+  EditReport report;
+  std::vector<std::vector<bool>> removed(static_cast<std::size_t>(m_document.sets.GetSize()));
+  ForEachSection(report, [&](const Site& site) -> std::string {
+    VornXSection& section = site.section;
+    const int before = section.GetBuildFormArray().GetSize();
+    CString newSurface;
+    section.RemoveBuildForm(name, newSurface);
+    const int count = before - section.GetBuildFormArray().GetSize();
+    if (count > 0 && section.GetBuildFormArray().IsEmpty()) {
+      throw EditError(site.Path(), "the form " + Utf8(name) + " is the only one, and a cross section needs one");
+    }
+    removed[static_cast<std::size_t>(site.setIndex)].push_back(count > 0);
+    report.Add("forms removed", count);
+    if (count == 0) return {};
+    return Utf8(name) + " removed" +
+           (newSurface.IsEmpty() ? "" : "; " + Utf8(newSurface) + " is the design surface now");
+  });
+  for (int i = 0; i < m_document.sets.GetSize(); ++i) {
+    VornXSections& set = m_document.sets[i];
+    const std::vector<TargetFate> fates = RemoveTargetsOn(set, name, removed[static_cast<std::size_t>(i)]);
+    const auto isRemoved = [](const TargetFate& fate) { return fate.removed; };
+    report.Add("control targets removed with their form",
+               static_cast<int>(std::count_if(fates.begin(), fates.end(), isRemoved)));
+    m_follower.FollowTargets(i, fates);
+  }
+  Finish(report);
+  return report;
+}
+
+EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& oldName, const CString& newName) {
+  const EditionScope scope(m_document.edition);
+  EditReport report;
+  std::vector<std::vector<bool>> renamed(static_cast<std::size_t>(m_document.sets.GetSize()));
+  ForEachSection(report, [&](const Site& site) -> std::string {
+    VornXSection& section = site.section;
+    const bool hit = oldName != newName && section.IsUsedBuildName(xsectType, oldName);
+    if (hit && HasForm(section, newName)) {
+      throw EditError(site.Path(), "there is a form " + Utf8(newName) + " already");
+    }
+    if (hit) section.RenameBuildForm(xsectType, oldName, newName);
+    // While another form keeps the old name, control targets of that name stay with it.
+    renamed[static_cast<std::size_t>(site.setIndex)].push_back(hit && !HasForm(section, oldName));
+    return hit ? Utf8(oldName) + " is " + Utf8(newName) + " now" : std::string();
+  });
+  int points = 0;
+  for (int i = 0; i < m_document.sets.GetSize(); ++i) {
+    ForEachTargetPoint(m_document.sets[i], [&](VornFormCtrlTargetPnt& point, int section) {
+      if (point.GetBuildFormName() != oldName) return;
+      if (!renamed[static_cast<std::size_t>(i)][static_cast<std::size_t>(section)]) return;
+      point.SetBuildFormName(newName);
+      ++points;
+    });
+  }
+  report.Add("points of control targets renamed", points);
+  Finish(report);
+  return report;
+}
+
+}  // namespace vorn_host
