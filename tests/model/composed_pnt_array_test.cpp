@@ -713,4 +713,12 @@ TEST(ComposedPntArrayNumbering, GoesOnBehindACopy) {
   EXPECT_EQ(copy[copy.Add(model_test::PointOn(VornLocation::Left))].GetSerialID(), 4U);
 }
 
+TEST(ComposedPntArrayAppend, TakesItselfMovedAsACopy) {
+  Vorn_ComposedPntArray points;
+  points.Add(model_test::PointOn(VornLocation::Left, "L1"));
+  points.Append(std::move(points));
+  ASSERT_EQ(points.GetSize(), 2);  // NOLINT(bugprone-use-after-move)
+  EXPECT_EQ(points[1].GetCode(), "L1");
+}
+
 }  // namespace

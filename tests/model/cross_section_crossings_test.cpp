@@ -628,4 +628,37 @@ TEST(XSectionCalcCrossPoint, TakesFormerCrossingsBackWithoutAnExistingGroundToo)
   EXPECT_THAT(Existences(section), ElementsAre(kUndecided, kThere, kThere, kThere, kThere));
 }
 
+// --- points without a position -------------------------------------------------------------------------------------
+
+TEST(XSectionInsertPoint, LeavesAStartPointWithoutAPositionAlone) {
+  VornXSection section = SectionOf({FormOf("loose", {PointOn(kCenter), PointOn(kRight)}),
+                                    FormOf("road", {PointAt(kCenter, 0.0, 0.0), PointAt(kRight, -1.0, 5.0)})});
+  section.InsertPoint({0.0, 0.0}, kRight);
+  EXPECT_TRUE(PointsOf(section, 0)[0].GetSeriesPnt());
+  EXPECT_FALSE(PointsOf(section, 1)[0].GetSeriesPnt());
+}
+
+TEST(XSectionInsertPoint, FindsNoSegmentBesideAPointWithoutAPosition) {
+  VornComposedPnt halfPlaced = PointOn(kRight);
+  halfPlaced.SetCLDist(5.0);
+  VornXSection section =
+      SectionOf({FormOf("road", {PointAt(kCenter, 10.0, 0.0), halfPlaced, PointAt(kRight, 10.0, 10.0)})});
+  section.InsertPoint({4.0, 3.0}, kRight);
+  section.InsertPoint({5.0, 7.5}, kRight);
+  EXPECT_EQ(PointsOf(section).GetSize(), 3);
+}
+
+TEST(XSectionCalcCrossPoint, InsertsTheLeftCrossingFirst) {
+  VornXSection section = SectionOf({FormOf("road", {PointAt(kCenter, 10.0, 0.0), PointAt(kRight, 0.0, 10.0),
+                                                    PointAt(kLeft, 10.0, -5.0), PointAt(kLeft, 0.0, -15.0)})});
+  section.GetBuildFormArray()[0].SetXSectType(CString(kFill));
+  section.GetExistingBuildFormArray().Add(GroundOf({{5.0, -20.0}, {5.0, 20.0}}));
+  section.SetExistingFlag(1);
+  section.CalcCrossPoint();
+  const Vorn_ComposedPntArray& points = PointsOf(section);
+  ASSERT_GE(points.Find("XL"), 0);
+  ASSERT_GE(points.Find("XR"), 0);
+  EXPECT_LT(points[points.Find("XL")].GetSerialID(), points[points.Find("XR")].GetSerialID());
+}
+
 }  // namespace

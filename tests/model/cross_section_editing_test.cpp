@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -696,6 +697,26 @@ TEST(XSectionArrayMirror, TakesEverySection) {
   sections.SwapLR();
   EXPECT_EQ(PointsOf(sections[0])[0].GetCLDist(), -3.0);
   EXPECT_EQ(PointsOf(sections[1])[0].GetCLDist(), -4.0);
+}
+
+TEST(XSectionShift, TakesAnUnsetShiftForNone) {
+  VornXSection section;
+  section.GetBuildFormArray().Add(FormOf("road", {PointAt(kCenter, 10.0, 0.0), PointAt(kRight, 9.0, 4.0)}));
+  section.SetShiftData(NurReal(), NurReal());
+  EXPECT_EQ(section.GetBuildFormArray()[0].GetComposedPntArray()[0].GetCLDist(), 0.0);
+  EXPECT_FALSE(section.GetShiftDist().IsSet());
+  section.SetShiftData(0.0, 1.0);
+  EXPECT_EQ(section.GetBuildFormArray()[0].GetComposedPntArray()[0].GetCLDist(), 1.0);
+  EXPECT_EQ(section.GetBuildFormArray()[0].GetComposedPntArray()[1].GetCLDist(), 5.0);
+}
+
+TEST(XSectionSwapLR, GivesAZeroNoSign) {
+  VornXSection section;
+  section.GetBuildFormArray().Add(FormOf("road", {PointAt(kCenter, 10.0, 0.0), PointAt(kRight, 9.0, 4.0)}));
+  section.SwapLR();
+  const VornComposedPnt& center = section.GetBuildFormArray()[0].GetComposedPntArray()[0];
+  EXPECT_FALSE(std::signbit(center.GetCLDist().Value()));
+  EXPECT_FALSE(std::signbit(center.GetX().Value()));
 }
 
 }  // namespace

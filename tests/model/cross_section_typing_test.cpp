@@ -532,4 +532,13 @@ TEST(XSectionChangeXSectType, MayBeToldByTheNamesAndTypesOfItsForms) {
   EXPECT_THAT(NamesOf(forms), ElementsAre(std::string(kFill)));
 }
 
+TEST(XSectionDevide, NumbersTheRightHalfOfAFormWithoutASerial) {
+  Vorn_BuildFormArray forms;
+  forms.SetSize(1);
+  ASSERT_EQ(forms[0].GetSerialID(), 0xFFFFFFFF);
+  VornXSection::DevideBuildForm(forms, "right");
+  EXPECT_EQ(forms[0].GetSerialID(), 0xFFFFFFFF);
+  EXPECT_EQ(forms[1].GetSerialID(), 1U);
+}
+
 }  // namespace

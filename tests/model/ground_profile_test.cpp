@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <ostream>
 #include <random>
@@ -279,7 +280,10 @@ Polyline TinyGround(Random& random, std::size_t size) {
 // What is done to a ground.
 
 void LoseCoordinates(Random& random, Polyline& points) {
-  constexpr std::array<double, 6> kNone = {kNurUnsetReal, kNurUnsetReal, 2e6, -1e6, 1e300, -999999.99991};
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr std::array<double, 9> kNone = {kNurUnsetReal, kNurUnsetReal, 2e6,
+                                           -1e6,          1e300,         -999999.99991,
+                                           kInfinity,     -kInfinity,    std::numeric_limits<double>::quiet_NaN()};
   for (TamWorld2& point : points) {
     if (random.OneIn(8)) (random.OneIn(2) ? point.x : point.y) = random.OneOf(kNone);
   }

@@ -104,8 +104,6 @@ std::optional<TamWorld2> Crossing(const Segment& first, const Segment& second, d
 
 bool Crosses(const Segment& first, const Segment& second) { return Cross(first, second).crosses; }
 
-constexpr std::uint16_t Bits(NurCrossFlag flag) { return static_cast<std::uint16_t>(flag); }
-
 TEST(NurGetCrossTenFrom2Lin, FindsWhereTwoSegmentsCross) {
   EXPECT_EQ(Crossing({{0.0, 0.0}, {4.0, 2.0}}, {{0.0, 2.0}, {4.0, 0.0}}), (TamWorld2{2.0, 1.0}));
   EXPECT_EQ(Crossing({{1.0, -3.0}, {1.0, 5.0}}, {{9.0, 2.0}, {-7.0, 2.0}}), (TamWorld2{1.0, 2.0}));
@@ -138,9 +136,9 @@ TEST(NurGetCrossTenFrom2Lin, TakesSegmentsAndNotTheLinesThroughThem) {
 TEST(NurGetCrossTenFrom2Lin, LeavesTheCrossingUntouchedWhenThereIsNone) {
   const Outcome outcome = Cross({{0.0, 0.0}, {10.0, 10.0}}, {{8.0, 0.0}, {6.0, 2.0}});
   EXPECT_EQ(outcome.at, kUntouched);
-  EXPECT_EQ(outcome.flag, Bits(NurCrossFlag::None));
+  EXPECT_EQ(outcome.flag, 0);
   EXPECT_EQ(Cross({{0.0, 0.0}, {10.0, 10.0}}, {{20.0, 0.0}, {30.0, 1.0}}).at, kUntouched);
-  EXPECT_EQ(Cross({{0.0, 0.0}, {10.0, 10.0}}, {{20.0, 0.0}, {30.0, 1.0}}).flag, Bits(NurCrossFlag::None));
+  EXPECT_EQ(Cross({{0.0, 0.0}, {10.0, 10.0}}, {{20.0, 0.0}, {30.0, 1.0}}).flag, 0);
 }
 
 TEST(NurGetCrossTenFrom2Lin, CountsTouchingEnds) {
@@ -182,9 +180,9 @@ TEST(NurGetCrossTenFrom2Lin, MeasuresHowShortAnEndStopsAlongItsSegment) {
 
 TEST(NurGetCrossTenFrom2Lin, TellsWhichSegmentsEndAtTheCrossing) {
   const Segment level = {{0.0, 0.0}, {0.0, 10.0}};
-  const std::uint16_t first = Bits(NurCrossFlag::AtEndOfFirst);
-  const std::uint16_t second = Bits(NurCrossFlag::AtEndOfSecond);
-  EXPECT_EQ(Cross(level, {{-1.0, 5.0}, {1.0, 5.0}}).flag, Bits(NurCrossFlag::None));
+  const std::uint16_t first = kNurCrossAtEndOfFirst;
+  const std::uint16_t second = kNurCrossAtEndOfSecond;
+  EXPECT_EQ(Cross(level, {{-1.0, 5.0}, {1.0, 5.0}}).flag, 0);
   EXPECT_EQ(Cross(level, {{-1.0, 0.0}, {1.0, 0.0}}).flag, first);
   EXPECT_EQ(Cross(level, {{-1.0, 10.0}, {1.0, 10.0}}).flag, first);
   EXPECT_EQ(Cross(level, {{0.0, 5.0}, {1.0, 5.0}}).flag, second);
@@ -195,12 +193,12 @@ TEST(NurGetCrossTenFrom2Lin, TellsWhichSegmentsEndAtTheCrossing) {
 TEST(NurGetCrossTenFrom2Lin, TakesACrossingWithinAMillionthOfAnEndForTheEnd) {
   const Segment level = {{0.0, 0.0}, {0.0, 10.0}};
   for (const double near : {0.5e-6, 10.0 - 0.5e-6}) {
-    EXPECT_EQ(Cross(level, {{-1.0, near}, {1.0, near}}).flag, Bits(NurCrossFlag::AtEndOfFirst)) << near;
-    EXPECT_EQ(Cross({{-1.0, near}, {1.0, near}}, level).flag, Bits(NurCrossFlag::AtEndOfSecond)) << near;
+    EXPECT_EQ(Cross(level, {{-1.0, near}, {1.0, near}}).flag, kNurCrossAtEndOfFirst) << near;
+    EXPECT_EQ(Cross({{-1.0, near}, {1.0, near}}, level).flag, kNurCrossAtEndOfSecond) << near;
   }
   for (const double near : {1.5e-6, 10.0 - 1.5e-6}) {
-    EXPECT_EQ(Cross(level, {{-1.0, near}, {1.0, near}}).flag, Bits(NurCrossFlag::None)) << near;
-    EXPECT_EQ(Cross({{-1.0, near}, {1.0, near}}, level).flag, Bits(NurCrossFlag::None)) << near;
+    EXPECT_EQ(Cross(level, {{-1.0, near}, {1.0, near}}).flag, 0) << near;
+    EXPECT_EQ(Cross({{-1.0, near}, {1.0, near}}, level).flag, 0) << near;
   }
 }
 
@@ -229,22 +227,43 @@ TEST(NurGetCrossTenFrom2Lin, FindsNoCrossingOfSegmentsThatGoOnInOneLine) {
   EXPECT_FALSE(Crosses({{0.0, 0.0}, {0.0, 10.0}}, {{0.0, 10.0}, {0.0, 20.0}}));
 }
 
-TEST(NurGetCrossTenFrom2Lin, TakesDirectionsThatPartByLessThanANanometreForParallel) {
-  const Segment level = {{0.0, 0.0}, {0.0, 10.0}};
-  EXPECT_FALSE(Crosses(level, {{-0.25e-9, 0.0}, {0.25e-9, 10.0}}));
-  EXPECT_TRUE(Crosses(level, {{-1e-9, 0.0}, {1e-9, 10.0}}));
-  EXPECT_FALSE(Crosses(level, {{0.25e-9, 0.0}, {-0.25e-9, 10.0}}));
-  EXPECT_TRUE(Crosses(level, {{1e-9, 0.0}, {-1e-9, 10.0}}));
+TEST(NurGetCrossTenFrom2Lin, TakesDirectionsThatPartByNoMoreThanRoundingForParallel) {
+  const Segment level = {{100.0, 0.0}, {100.0, 10.0}};
+  const auto tilted = [](double by) { return Segment{{100.0 - by, 0.0}, {100.0 + by, 10.0}}; };
+  EXPECT_FALSE(Crosses(level, tilted(0.25e-12)));
+  EXPECT_FALSE(Crosses(level, tilted(-0.25e-12)));
+  EXPECT_TRUE(Crosses(level, tilted(1e-11)));
+  EXPECT_TRUE(Crosses(level, tilted(-1e-11)));
 }
 
 TEST(NurGetCrossTenFrom2Lin, MeasuresThatPartingOverTheShorterSegment) {
-  const Segment level = {{0.0, 0.0}, {0.0, 100.0}};
-  const Segment nearlyLevel = {{-0.25e-9, 50.0}, {0.25e-9, 50.1}};
-  const Segment hardlyLevel = {{-1e-9, 50.0}, {1e-9, 50.1}};
+  const Segment level = {{100.0, 0.0}, {100.0, 100.0}};
+  const Segment nearlyLevel = {{100.0 - 0.25e-12, 50.0}, {100.0 + 0.25e-12, 50.1}};
+  const Segment hardlyLevel = {{100.0 - 1e-11, 50.0}, {100.0 + 1e-11, 50.1}};
   EXPECT_FALSE(Crosses(level, nearlyLevel));
   EXPECT_FALSE(Crosses(nearlyLevel, level));
   EXPECT_TRUE(Crosses(level, hardlyLevel));
   EXPECT_TRUE(Crosses(hardlyLevel, level));
+}
+
+TEST(NurGetCrossTenFrom2Lin, MeasuresThatPartingByTheSizeOfTheCoordinates) {
+  const auto parting = [](double at) {
+    return Crosses({{at, 0.0}, {at, 10.0}}, {{at - 1e-10, 0.0}, {at + 1e-10, 10.0}});
+  };
+  EXPECT_TRUE(parting(1.0));
+  EXPECT_FALSE(parting(500000.0));
+}
+
+TEST(NurGetCrossTenFrom2Lin, FindsACrossingHoweverFinelyOneLineIsDivided) {
+  // A line that climbs by 20 micrometres over 40 metres crosses level ground of millimetre pieces as it does a whole
+  // one.
+  const Segment design = {{-1e-5, -20.0}, {1e-5, 20.0}};
+  EXPECT_TRUE(Crosses(design, {{0.0, -20.0}, {0.0, 20.0}}));
+  int crossings = 0;
+  for (int i = -20000; i < 20000; ++i) {
+    if (Crosses(design, {{0.0, i / 1000.0}, {0.0, (i + 1) / 1000.0}})) ++crossings;
+  }
+  EXPECT_GE(crossings, 1);
 }
 
 TEST(NurGetCrossTenFrom2Lin, FindsNoCrossingOfSegmentsWithoutALength) {

@@ -55,6 +55,8 @@ void Vorn_ComposedPntArray::SetAt(int index, const VornComposedPnt& point) {
 void Vorn_ComposedPntArray::Append(const Vorn_ComposedPntArray& other) { Append(Vorn_ComposedPntArray(other)); }
 
 void Vorn_ComposedPntArray::Append(Vorn_ComposedPntArray&& other) {
+  if (&other == this) return Append(Vorn_ComposedPntArray(other));
+  Reserve(GetSize() + other.GetSize());  // before the first point leaves its place
   // Fresh serials for all, so that two forms that are joined never share one: references by serial are not rewritten.
   for (VornComposedPnt& point : other) {
     point.SetSerialID(kUnassigned);

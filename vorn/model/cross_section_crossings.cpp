@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "vorn/model/ground_profile.h"
 #include "vorn/model/x_section.h"
@@ -38,21 +39,34 @@ VornComposedPnt CrossingPoint(const TamWorld2& pos, VornLocation side, const Vor
   return point;
 }
 
-bool LiesBetween(const TamWorld2& pos, const TamWorld2& from, const TamWorld2& to) {
+/// A point without a position lies nowhere, and no segment to or from it passes anywhere.
+bool IsPlaced(const VornComposedPnt& point) { return point.GetGh().IsSet() && point.GetCLDist().IsSet(); }
+
+bool LiesAt(const TamWorld2& pos, const VornComposedPnt& point) {
+  return IsPlaced(point) && TamIsTinyDistance(pos, HeightAndDist(point));
+}
+
+bool LiesBetween(const TamWorld2& pos, const VornComposedPnt& inner, const VornComposedPnt& outer) {
+  if (!IsPlaced(inner) || !IsPlaced(outer)) return false;
+  const TamWorld2 from = HeightAndDist(inner);
+  const TamWorld2 to = HeightAndDist(outer);
   TamWorld2 nearest;
   return TamyIntersectDotLine(nearest, pos, {from, {to.x - from.x, to.y - from.y}});
 }
 
-/// Marks or inserts a crossing point in one form; false when the position is not on it.
+/// Marks or inserts a crossing point in one form; false when the position is not on it. A segment begins at the point
+/// before it in the array, also where that is one of the other side: intended. Between the start point and a side that
+/// stands behind the other one no point is inserted; another choice would put crossings elsewhere than in the projects
+/// that hosts have made so far.
 bool InsertIntoForm(Vorn_ComposedPntArray& points, const TamWorld2& pos, VornLocation side) {
   for (int i = 0; i < points.GetSize(); ++i) {
     VornComposedPnt& point = points[i];
     if (i > 0 && point.GetLocation() != side) continue;
-    if (TamIsTinyDistance(pos, HeightAndDist(point))) {
+    if (LiesAt(pos, point)) {
       MarkAsCrossing(point);
       return true;
     }
-    if (i > 0 && LiesBetween(pos, HeightAndDist(points[i - 1]), HeightAndDist(point))) {
+    if (i > 0 && LiesBetween(pos, points[i - 1], point)) {
       points.InsertAt(i, CrossingPoint(pos, side, point));
       return true;
     }
@@ -137,11 +151,14 @@ int VornXSection::GetCrossPoint(VornLocation side, KelPointArray& points) const 
 }
 
 void VornXSection::CalcCrossPoint() {
+  // The ground first: the crossing points go only when everything is there to find them again.
+  std::optional<VornGroundProfile> ground;
+  if (IsValidPres()) ground.emplace(m_existingBuildFormArray[0].GetComposedPntArray());
   RemoveCrossPoint(VornLocation::Left);
   RemoveCrossPoint(VornLocation::Right);
-  if (IsValidPres()) {
-    const VornGroundProfile ground(m_existingBuildFormArray[0].GetComposedPntArray());
-    for (const VornLocation side : {VornLocation::Left, VornLocation::Right}) InsertOutermostCrossing(ground, side);
+  if (ground) {
+    InsertOutermostCrossing(*ground, VornLocation::Left);
+    InsertOutermostCrossing(*ground, VornLocation::Right);
   }
   RegulateComposedPnt();
 }

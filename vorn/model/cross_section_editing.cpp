@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -15,8 +16,11 @@ namespace {
 using ControlItem = VornFormCtrlTarget::ControlItem;
 using PntType = VornComposedPnt::PntType;
 
-/// An unset value has no sign to change.
-NurReal Negated(const NurReal& value) { return value.IsSet() ? NurReal(-value.Value()) : value; }
+/// An unset shift shifts nothing.
+double OrZero(const NurReal& value) { return value.IsSet() ? value.Value() : 0.0; }
+
+/// An unset value has no sign to change, and a zero gets none.
+NurReal Negated(const NurReal& value) { return value.IsSet() ? NurReal(0.0 - value.Value()) : value; }
 
 }  // namespace
 
@@ -25,11 +29,13 @@ NurReal Negated(const NurReal& value) { return value.IsSet() ? NurReal(-value.Va
 void VornXSection::SetShiftData(const NurReal& shiftGH, const NurReal& shiftDist) {
   const NurReal newGH = shiftGH;  // either may be a value of this section
   const NurReal newDist = shiftDist;
+  const double from = OrZero(m_shiftDist);
+  const double to = OrZero(newDist);
   for (VornBuildForm& form : m_buildFormArray) {
     for (VornComposedPnt& point : form.GetComposedPntArray()) {
       const NurReal& dist = point.GetCLDist();
       if (!dist.IsSet()) continue;
-      point.SetCLDist(NurCarefulDifference(dist.Value(), m_shiftDist.Value()) + newDist.Value());
+      point.SetCLDist(NurCarefulDifference(dist.Value(), from) + to);
     }
   }
   m_shiftGH = newGH;
@@ -148,6 +154,8 @@ namespace {
 void MirrorPoints(Vorn_ComposedPntArray& points) {
   Vorn_ComposedPntArray centerAndLeft;
   Vorn_ComposedPntArray right;
+  centerAndLeft.Reserve(points.GetSize());  // before the first point leaves its place
+  right.Reserve(points.GetSize());
   for (VornComposedPnt& point : points) {
     point.SetCLDist(Negated(point.GetCLDist()));
     if (point.IsCenter()) {
@@ -161,7 +169,8 @@ void MirrorPoints(Vorn_ComposedPntArray& points) {
       centerAndLeft.Add(std::move(point));
     }
   }
-  // `Append` numbers anew and leaves parent and org references as they are: intended.
+  // `Append` numbers anew and leaves parent and org references as they are: intended. Old serials would count again for
+  // whoever still holds references from before the mirroring.
   points.RemoveAll();
   points.Append(std::move(centerAndLeft));
   points.Append(std::move(right));
@@ -170,12 +179,12 @@ void MirrorPoints(Vorn_ComposedPntArray& points) {
 /// A ground point is named for its side: "F" at the centre line, "L", "R".
 void RenameForSide(VornExistingComposedPnt& point) {
   constexpr double kAtCenter = 1e-6;
-  CString name = point.GetName();
-  if (name.IsEmpty() || CString("FLR").Find(name[0]) < 0) return;
+  constexpr std::string_view kLetters = "FLR";
+  CString& name = point.GetName();
+  if (name.IsEmpty() || kLetters.find(name[0]) == std::string_view::npos) return;
   const double dist = point.GetCLDist().Value();
-  const char letter = dist > 0.0 ? 'R' : 'L';
-  name.SetAt(0, std::abs(dist) < kAtCenter ? 'F' : letter);
-  point.SetName(name);
+  const char side = dist > 0.0 ? 'R' : 'L';
+  name.SetAt(0, std::abs(dist) < kAtCenter ? 'F' : side);
 }
 
 void MirrorGround(VornExistingComposedPntArray& points) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "vorn/model/x_section.h"
 #include "vorn/types/structure_type.h"
@@ -12,7 +13,7 @@ using ControlItem = VornFormCtrlTarget::ControlItem;
 using TargetPntType = VornFormCtrlTarget::TargetPntType;
 
 /// A target across both sides has no form of its own any more once the form is split. Behind a removed target the next
-/// one is not examined: intended, of two adjacent ones the second stays.
+/// one is not examined: intended, of two adjacent ones the second stays, and a host that counts on it would lose it.
 void RemoveLeftRightTargets(Vorn_FormCtrlTargetArray& targets) {
   bool skipNext = false;
   targets.RemoveIf([&](const VornFormCtrlTarget& target) {
@@ -25,29 +26,32 @@ void RemoveLeftRightTargets(Vorn_FormCtrlTargetArray& targets) {
 Vorn_ComposedPntArray TakeRightPoints(Vorn_ComposedPntArray& points) {
   Vorn_ComposedPntArray taken;
   if (points.IsEmpty()) return taken;
+  taken.Reserve(points.GetSize());  // before the first point leaves its place
   taken.Add(points[0]);
-  for (int i = 1; i < points.GetSize(); ++i) {
-    if (!points[i].IsLeft()) taken.Add(std::move(points[i]));
-  }
-  bool isStart = true;
-  points.RemoveIf([&](const VornComposedPnt& point) { return !std::exchange(isStart, false) && !point.IsLeft(); });
+  const auto tail = std::stable_partition(points.begin() + 1, points.end(),
+                                          [](const VornComposedPnt& point) { return point.IsLeft(); });
+  for (auto point = tail; point != points.end(); ++point) taken.Add(std::move(*point));
+  points.SetSize(static_cast<int>(tail - points.begin()));
   return taken;
 }
 
 /// Takes the targets of the right out of a form's targets; those without a side stay, and copies of them go along.
 Vorn_FormCtrlTargetArray TakeRightTargets(Vorn_FormCtrlTargetArray& targets) {
-  const auto goes = [](const VornFormCtrlTarget& target) {
-    return target.GetLR() != VornLocation::Left && target.GetLR() != VornLocation::Unset;
-  };
+  std::vector<bool> goes;
+  goes.reserve(static_cast<std::size_t>(targets.GetSize()));
   Vorn_FormCtrlTargetArray taken;
+  taken.Reserve(targets.GetSize());
   for (VornFormCtrlTarget& target : targets) {
-    if (goes(target)) {
+    const VornLocation side = target.GetLR();
+    goes.push_back(side != VornLocation::Left && side != VornLocation::Unset);
+    if (goes.back()) {
       taken.Add(std::move(target));
-    } else if (target.GetLR() == VornLocation::Unset) {
+    } else if (side == VornLocation::Unset) {
       taken.Add(target);
     }
   }
-  targets.RemoveIf(goes);
+  std::size_t next = 0;
+  targets.RemoveIf([&](const VornFormCtrlTarget&) { return goes[next++]; });
   return taken;
 }
 
@@ -71,6 +75,8 @@ void VornXSection::MakeOneBuildForm(Vorn_BuildFormArray& forms) {
 
   Vorn_ComposedPntArray& points = second.GetComposedPntArray();
   if (!points.IsEmpty()) points.RemoveAt(0);
+  first.GetFormCtrlTargetArray().Reserve(first.GetFormCtrlTargetArray().GetSize() +
+                                         second.GetFormCtrlTargetArray().GetSize());
   first.GetComposedPntArray().Append(std::move(points));
 
   // A height without a side is measured at the centre, where the first form has it already.
@@ -85,15 +91,13 @@ void VornXSection::DevideBuildForm(Vorn_BuildFormArray& forms, const CString& ty
   VornBuildForm& first = forms[0];
   const CString rightType = type;  // type may be that of one of the forms
   if (forms.IsRoadWL_R()) RemoveLeftRightTargets(first.GetFormCtrlTargetArray());
-  Vorn_ComposedPntArray rightPoints = TakeRightPoints(first.GetComposedPntArray());
-  Vorn_FormCtrlTargetArray rightTargets = TakeRightTargets(first.GetFormCtrlTargetArray());
-
-  // A copy with its serial: both halves bear the same one, which is intended. The control targets
-  // come in behind the renaming and keep naming the first form: intended, too.
+  // A copy with its serial, so that both halves bear the same one. The control targets come in behind the renaming and
+  // keep naming the first form. Both are intended: mending either would change what a
+  // host gets from a split, and finds in its projects.
   VornBuildForm right = first;
   SetTypeAndName(right, rightType);
-  right.GetComposedPntArray() = std::move(rightPoints);
-  right.GetFormCtrlTargetArray() = std::move(rightTargets);
+  right.GetComposedPntArray() = TakeRightPoints(first.GetComposedPntArray());
+  right.GetFormCtrlTargetArray() = TakeRightTargets(first.GetFormCtrlTargetArray());
   forms.InsertAt(1, std::move(right));
 }
 
@@ -104,6 +108,7 @@ void VornXSection::ChangeXSectType(const CString& type1, const CString& type2) {
   const int planForms = CountPlanForms(m_buildFormArray);
   if (planForms != 1 && planForms != 2) return;
 
+  // The first two forms, even where the plan-type ones stand elsewhere: intended, hosts keep the surface in front.
   SetTypeAndName(m_buildFormArray[0], left);
   if (planForms == 1) {
     if (differ) DevideBuildForm(m_buildFormArray, right);

@@ -43,10 +43,12 @@ struct VornGroundProfile::DesignSegment {
 
   [[nodiscard]] bool Misses(const Box& box) const { return IsApartFrom(box) || IsBeside(box); }
 
-  /// The extents keep apart: the same comparisons as in the exact test, so the same answer for every segment inside.
+  /// The extents keep apart, by a wider margin than the exact test's own: also where a processor carries more digits
+  /// in one place than in another.
   [[nodiscard]] bool IsApartFrom(const Box& box) const {
-    return high.x + kTamTinyLength < box.low.x || box.high.x + kTamTinyLength < low.x ||
-           high.y + kTamTinyLength < box.low.y || box.high.y + kTamTinyLength < low.y;
+    constexpr double kMargin = 2.0 * kTamTinyLength;
+    return high.x + kMargin < box.low.x || box.high.x + kMargin < low.x || high.y + kMargin < box.low.y ||
+           box.high.y + kMargin < low.y;
   }
 
   /// The whole box lies on one side of the line through the segment, farther from it than the exact test lets an end
@@ -79,8 +81,8 @@ VornGroundProfile::VornGroundProfile(const VornExistingComposedPntArray& points)
   const std::size_t segments = m_points.size() - 1;
   std::vector<Box>& lowest = m_levels.emplace_back((segments + kRun - 1) / kRun);
   for (std::size_t i = 0; i < segments; ++i) {
-    // A segment without positions at both ends crosses nothing.
-    if (!IsPosition(m_points[i]) || !IsPosition(m_points[i + 1])) continue;
+    // A segment without a length, or without positions at both ends, crosses nothing.
+    if (m_points[i] == m_points[i + 1] || !IsPosition(m_points[i]) || !IsPosition(m_points[i + 1])) continue;
     lowest[i / kRun].Include(m_points[i]);
     lowest[i / kRun].Include(m_points[i + 1]);
   }
@@ -93,7 +95,7 @@ VornGroundProfile::VornGroundProfile(const VornExistingComposedPntArray& points)
 }
 
 bool VornGroundProfile::FindCrossing(const TamWorld2& a, const TamWorld2& b, TamWorld2& crossing) const {
-  if (m_levels.empty() || !IsPosition(a) || !IsPosition(b)) return false;
+  if (m_levels.empty() || a == b || !IsPosition(a) || !IsPosition(b)) return false;
   return FindIn(m_levels.size() - 1, 0, DesignSegment(a, b), crossing);
 }
 

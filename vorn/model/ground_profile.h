@@ -10,8 +10,9 @@
 /// The existing ground of a cross section, prepared for finding where design segments cross it. The ground may hold
 /// thousands of points (laser scans), run vertically or backwards and repeat points.
 ///
-/// Built in a time that is linear in the ground points; finding a crossing looks only at the neighbourhood of the
-/// design segment. Positions are (height, distance from the centre line) in metres.
+/// Built in a time that is linear in the ground points. Finding a crossing looks at the ground near the design segment,
+/// which is all of it only where the two run along each other. Positions are (height, distance from the centre line)
+/// in metres.
 class VornGroundProfile {
  public:
   explicit VornGroundProfile(const VornExistingComposedPntArray& points);

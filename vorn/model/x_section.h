@@ -84,7 +84,8 @@ class VornXSection : public Vorn_Base {
   // Editing (cross_section_editing.cpp).
 
   /// Moves every placed point sideways from the stored shift to the new one (metres), and stores both. Heights stay,
-  /// whatever shiftGH is: intended. A point without a distance keeps none.
+  /// whatever shiftGH is: intended, heights come from the vertical alignment. A point without a distance keeps none,
+  /// and an unset shift counts as 0.
   void SetShiftData(const NurReal& shiftGH, const NurReal& shiftDist);
   /// (sideways, upward) in metres.
   [[nodiscard]] TamWorld2 GetShiftData() const { return {m_shiftDist.Value(), m_shiftGH.Value()}; }
@@ -103,15 +104,17 @@ class VornXSection : public Vorn_Base {
   /// surface takes its serial 0 over, or the first form when there is none.
   /// @param newSurfaceName receives the name of the form that took over (the last of several), otherwise empty
   void RemoveBuildForm(const CString& name, CString& newSurfaceName);
+  /// Forgets the connections of all points and crossings, and with clearCode the codes of the points too.
   void ClearConnectInfo(bool clearCode);
   /// Empties both codes of every point.
   void ClearCode();
   /// Puts the build forms into the order of a list of names, compared without regard to case. The result has as many
   /// forms as before: forms that the list does not name are dropped and empty forms fill up the end, a form named
-  /// twice comes twice as far as there is room, and numbering starts over. Intended.
+  /// twice comes twice as far as there is room, and numbering starts over. Intended: a host passes the list of all
+  /// forms that it wants, so pass every name once.
   void SortBuildForms(const CStringArray& names);
-  /// Mirrors the section, left for right: the build forms and the existing ground. All points but the centre ones get
-  /// fresh serials, and references to them are not rewritten: intended.
+  /// Mirrors the section, left for right: the build forms and the existing ground. Points without a side become left
+  /// ones. All points but the centre ones get fresh serials, and references to them are not rewritten: intended.
   void SwapLR();
 
   // Crossings with the existing ground (cross_section_crossings.cpp). Positions are (height, distance from the centre
@@ -128,10 +131,11 @@ class VornXSection : public Vorn_Base {
   void RemoveCrossPoint(VornLocation side);
   /// Makes a crossing point at a position: the first point that lies there is marked, or a new one ("XL", "XR") is
   /// inserted into the first segment of that side that passes there. A start point counts for either side. Only the
-  /// first form that matches changes; without one nothing does.
+  /// first form that matches changes, of whatever type; without one nothing does. A side that is not left is the right.
   void InsertPoint(const TamWorld2& pos, VornLocation side);
   /// Appends where the plan-type forms of a side cross the first existing ground form, at most once for each design
-  /// segment: on the earliest ground segment. Returns how many; 0 when the existing ground is not in use.
+  /// segment: on the earliest ground segment. Returns how many; 0 when the existing ground is not in use. A side that
+  /// is not left is the right.
   int GetCrossPoint(VornLocation side, KelPointArray& points) const;
   /// Recomputes the crossing points of both sides: on each, the one farthest from the centre line; then which points
   /// exist.
@@ -139,11 +143,14 @@ class VornXSection : public Vorn_Base {
 
   // Splitting, joining and retyping (cross_section_typing.cpp). `forms` is the section's build form collection.
 
-  /// Joins the second build form into the first: its points but the start point, with fresh serials, and its control
-  /// targets but those for a height without a side. Fewer than two forms stay as they are.
+  /// Joins the second build form into the first: its points but the start point, with fresh serials, its control
+  /// targets but those for a height without a side, and its `GetExportForm`. Fewer than two forms stay as they are.
   static void MakeOneBuildForm(Vorn_BuildFormArray& forms);
-  /// Splits the first build form: its left stays, its right becomes a second form named type. Both bear one serial
-  /// afterwards: intended. An empty collection throws `CInvalidArgException`.
+  /// Splits the first build form. The left points stay; the second form, named type, gets a copy of the start point and
+  /// all others. Control targets of the left stay, those without a side are in both forms afterwards, the others go
+  /// over; when the forms have targets across both sides (`IsRoadWL_R`), those of the first form are removed, but of
+  /// two adjacent ones only the first. Both forms bear one serial afterwards: intended (a form without a serial stays
+  /// so, and its right half is numbered). An empty collection throws `CInvalidArgException`.
   static void DevideBuildForm(Vorn_BuildFormArray& forms, const CString& type);
   /// Gives the section one work type, or two different ones for its left and its right: with one plan-type form, that
   /// is split when the types differ; with two, they are joined when the types are equal. Any other number of plan-type

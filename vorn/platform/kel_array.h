@@ -1,6 +1,6 @@
 #pragma once
 
-#include <algorithm>
+#include <utility>
 
 #include "vorn/platform/carray.h"
 
@@ -12,13 +12,19 @@ class KelArray : public CArray<Type, ArgType> {
   [[nodiscard]] bool IsRange(int index) const { return index >= 0 && index < this->GetSize(); }
 
   /// Removes the elements that the predicate holds for, asked once each and in order, in one pass; the others keep
-  /// their order. Returns how many were removed.
+  /// their order. Returns how many were removed. A predicate that throws leaves the elements, some of them moved.
   template <typename Predicate>
   int RemoveIf(Predicate&& predicate) {
-    const auto kept = std::remove_if(this->begin(), this->end(), [&](const Type& item) { return predicate(item); });
-    const int removed = static_cast<int>(this->end() - kept);
-    this->SetSize(this->GetSize() - removed);
-    return removed;
+    int kept = 0;
+    const int size = this->GetSize();
+    for (int i = 0; i < size; ++i) {
+      Type& item = this->GetData()[i];
+      if (predicate(std::as_const(item))) continue;
+      if (kept != i) this->GetData()[kept] = std::move(item);
+      ++kept;
+    }
+    this->SetSize(kept);
+    return size - kept;
   }
 };
 

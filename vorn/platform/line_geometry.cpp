@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "vorn/platform/nur_real.h"
 
 namespace {
 
-/// Segments whose directions part by no more than this over the shorter of them (metres) are parallel: what parts
-/// them is rounding of computed positions, and their crossing would lie anywhere.
-constexpr double kParallel = 1e-9;
+/// How many roundings of the coordinates the directions of two segments have to part by over the shorter of them: what
+/// parts them by less is rounding, and their crossing would lie anywhere.
+constexpr double kParallel = 64.0 * std::numeric_limits<double>::epsilon();
 
 TamWorld2 operator-(const TamWorld2& a, const TamWorld2& b) { return {a.x - b.x, a.y - b.y}; }
 
@@ -50,10 +51,12 @@ bool TamyIntersectDotLine(TamWorld2& result, const TamWorld2& point, const TamyL
 int NurGetCrossTenFrom2Lin(const double& x1, const double& y1, const double& x2, const double& y2, const double& x3,
                            const double& y3, const double& x4, const double& y4, double& x, double& y,
                            std::uint16_t& flag, double limit) {
-  flag = static_cast<std::uint16_t>(NurCrossFlag::None);
+  flag = 0;
   if (AreApart(x1, x2, x3, x4) || AreApart(y1, y2, y3, y4)) return 0;
+  double largest = 0.0;
   for (const double coordinate : {x1, y1, x2, y2, x3, y3, x4, y4}) {
     if (KelIsShoki(coordinate) || !(std::abs(coordinate) <= limit)) return 0;
+    largest = std::max(largest, std::abs(coordinate));
   }
 
   const TamWorld2 end = {x2, y2};
@@ -63,7 +66,7 @@ int NurGetCrossTenFrom2Lin(const double& x1, const double& y1, const double& x2,
   const double parting = Cross(first, second);
   const double firstLength = Length(first);
   const double secondLength = Length(second);
-  if (std::abs(parting) <= kParallel * std::max(firstLength, secondLength)) return 0;
+  if (std::abs(parting) <= kParallel * largest * std::max(firstLength, secondLength)) return 0;
 
   const Place onFirst = PlaceOn(Cross(between, second) / parting, firstLength);
   const Place onSecond = PlaceOn(Cross(between, first) / parting, secondLength);
@@ -71,7 +74,7 @@ int NurGetCrossTenFrom2Lin(const double& x1, const double& y1, const double& x2,
   // The end itself and not a sum that may miss it by a rounding.
   x = onFirst.at == 1.0 ? end.x : x1 + onFirst.at * first.x;
   y = onFirst.at == 1.0 ? end.y : y1 + onFirst.at * first.y;
-  flag = static_cast<std::uint16_t>((onFirst.atEnd ? static_cast<unsigned>(NurCrossFlag::AtEndOfFirst) : 0U) |
-                                    (onSecond.atEnd ? static_cast<unsigned>(NurCrossFlag::AtEndOfSecond) : 0U));
+  if (onFirst.atEnd) flag |= kNurCrossAtEndOfFirst;
+  if (onSecond.atEnd) flag |= kNurCrossAtEndOfSecond;
   return 1;
 }
