@@ -111,18 +111,28 @@ std::vector<std::pair<std::string, int>> CountRemarks(const EditReport& step) {
 
 void PrintStep(TextReport& report, const EditReport& step, bool verbose) {
   report.Line(step.step + ":" + (step.HasChanged() ? "" : " changes nothing"));
-  if (!step.changes.empty()) {
-    report.CountRow(static_cast<int>(step.changes.size()), "cross sections changed");
-  }
-  for (const EditReport::Count& count : step.counts) report.CountRow(count.count, count.what);
-  for (const auto& [reason, count] : CountRemarks(step)) {
-    report.Line("Note: " + reason + " (" + Counted(count, "cross section") + ")", 4);
-  }
+  if (!step.changes.empty()) report.Line("cross sections changed: " + std::to_string(step.changes.size()), 4);
+  for (const EditReport::Count& count : step.counts) report.Line(count.what + ": " + std::to_string(count.count), 4);
+  for (const std::string& note : step.notes) report.Line("Note: " + note, 4);
   if (verbose) {
     for (const EditReport::Change& change : step.changes) report.Line(change.path + ": " + change.what, 4);
     for (const EditReport::Change& remark : step.remarks) report.Line("note: " + remark.path + ": " + remark.what, 4);
+  } else {
+    for (const auto& [reason, count] : CountRemarks(step)) {
+      report.Line("Note: " + reason + " (" + Counted(count, "cross section") + ")", 4);
+    }
   }
-  for (const std::string& note : step.notes) report.Line("Note: " + note, 4);
+}
+
+void PrintLostTargets(TextReport& report, const std::vector<std::string>& targets, bool verbose) {
+  constexpr std::size_t kShown = 20;
+  if (targets.empty()) return;
+  report.Line("Control targets that name something which is not there any more: " + std::to_string(targets.size()));
+  const std::size_t shown = verbose ? targets.size() : std::min(targets.size(), kShown);
+  for (std::size_t i = 0; i < shown; ++i) report.Line(targets[i], 4);
+  if (shown < targets.size()) {
+    report.Line("and " + std::to_string(targets.size() - shown) + " more (--verbose lists them)", 4);
+  }
 }
 
 void PrintText(const EditSummary& summary, bool verbose) {
@@ -134,10 +144,7 @@ void PrintText(const EditSummary& summary, bool verbose) {
   PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
   PrintNotUnderstood(report, summary.notUnderstood);
   for (const EditReport& step : summary.steps) PrintStep(report, step, verbose);
-  if (!summary.lostTargets.empty()) {
-    report.Line("Control targets that name something which is not there any more:");
-    for (const std::string& target : summary.lostTargets) report.Line(target, 4);
-  }
+  PrintLostTargets(report, summary.lostTargets, verbose);
   if (!summary.unplaced.empty()) report.Line("Lost, with the element that held it: " + Describe(summary.unplaced));
   if (!summary.carried.empty()) report.Line("Carried over unchanged: " + Describe(summary.carried));
   Print(report);

@@ -114,7 +114,7 @@ void PrintText(const FormsSummary& summary) {
     report.Line(form.name + (form.xSectType.empty() ? "" : " (" + form.xSectType + ")") + ": " +
                 Counted(form.sections, "form") + ", " + Counted(form.points, "point"));
     report.Row("plan surface", form.isPlan ? "yes" : "no", 4);
-    report.Row("attributes", ToUtf8(form.attr.name) + (form.isKnown ? "  " + FlagsText(form.attr) : ""), 4);
+    report.Row("attributes", form.isKnown ? ToUtf8(form.attr.name) + "  " + FlagsText(form.attr) : "none on record", 4);
     report.Row("pavement", form.paveCategory < 0 ? "none" : "category " + std::to_string(form.paveCategory), 4);
   }
   Print(report);

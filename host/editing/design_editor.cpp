@@ -9,6 +9,7 @@
 #include "host/editing/edit_pieces.h"
 #include "host/editing/point_positions.h"
 #include "host/editing/set_targets.h"
+#include "vorn/framework/base.h"
 
 namespace vorn_host {
 
@@ -35,6 +36,31 @@ std::vector<TamWorld2> PositionsOf(const VornXSection& section) {
     for (const VornComposedPnt& point : form.GetComposedPntArray()) positions.push_back(point.Pos());
   }
   return positions;
+}
+
+int CountMoved(const std::vector<TamWorld2>& before, const std::vector<TamWorld2>& after) {
+  int moved = 0;
+  for (std::size_t i = 0; i < after.size(); ++i) moved += before[i] == after[i] ? 0 : 1;
+  return moved;
+}
+
+/// Inserted crossing points are named for their side: "XL" is "XR" on the other one. All other codes stay.
+CString MirroredCode(const CString& code) { return code == "XL" ? "XR" : code == "XR" ? "XL" : code; }
+
+/// @param withTargets whether the form's control targets name the codes as texts
+void SwapCrossingCodes(VornBuildForm& form, bool withTargets) {
+  for (VornComposedPnt& point : form.GetComposedPntArray()) {
+    if (MirroredCode(point.GetCode()) != point.GetCode()) point.SetCode(MirroredCode(point.GetCode()));
+  }
+  if (!withTargets) return;
+  for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+    if (target.GetCodeName().Find("X") < 0) continue;
+    CStringArray codes;
+    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+    CString mirrored;
+    for (int i = 0; i < codes.GetSize(); ++i) mirrored += (i > 0 ? " " : "") + MirroredCode(codes[i]);
+    target.SetCode(mirrored);
+  }
 }
 
 }  // namespace
@@ -114,11 +140,11 @@ EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
     site.section.GetBuildFormArray().RegulateComposedPnt(height, planDist, planHeight);
     const std::vector<TamWorld2> after = PositionsOf(site.section);
     const bool wasKnown = std::exchange(ElevationsKnown(site), 1) != 0;
-    int moved = 0;
-    for (std::size_t i = 0; i < after.size(); ++i) moved += !wasKnown || !(before[i] == after[i]) ? 1 : 0;
+    const int moved = wasKnown ? CountMoved(before, after) : static_cast<int>(after.size());
     report.Add("points placed", moved);
     return moved > 0 ? std::to_string(moved) + " points placed from height " + Metres(height.Value()) : std::string();
   });
+  report.notes.push_back("Positions serve the steps that follow; a document does not hold them.");
   Finish(report);
   return report;
 }
@@ -131,10 +157,18 @@ EditReport DesignEditor::Mirror() {
       [&](const Site& site) -> std::string {
         if (site.section.GetBuildFormArray().IsEmpty() && site.section.GetExistingBuildFormArray().IsEmpty()) return {};
         site.section.SwapLR();
-        ExpressSection(site.section);
+        for (VornBuildForm& form : site.section.GetBuildFormArray()) {
+          ExpressPositions(form);
+          SwapCrossingCodes(form, IsEdition20(m_document.edition));
+        }
         return "left and right exchanged";
       },
       true);
+  if (!IsEdition20(m_document.edition)) {
+    for (VornXSections& set : m_document.sets) {
+      ForEachTargetPoint(set, [](VornFormCtrlTargetPnt& point, int) { point.SetCode(MirroredCode(point.GetCode())); });
+    }
+  }
   NoteRoadGeometry(report);
   Finish(report);
   return report;
@@ -143,22 +177,29 @@ EditReport DesignEditor::Mirror() {
 EditReport DesignEditor::Shift(double dist, double height) {
   const EditionScope scope(m_document.edition);
   EditReport report;
+  bool hasGround = false;
   ForEachSection(report, [&](const Site& site) -> std::string {
     VornXSection& section = site.section;
-    const TamWorld2 before = section.GetShiftData();
-    if (before == TamWorld2{dist, height}) return {};
-    const std::vector<TamWorld2> positions = PositionsOf(section);
-    if (before.x != dist) {
+    if (section.GetBuildFormArray().IsEmpty() || (dist == 0.0 && height == 0.0)) return {};
+    if (dist != 0.0) {
       for (const VornBuildForm& form : section.GetBuildFormArray()) RequireCentreStart(form, site.Path());
     }
-    section.SetShiftData(height, dist);
+    const TamWorld2 stored = section.GetShiftData();
+    const std::vector<TamWorld2> before = PositionsOf(section);
+    section.SetShiftData(stored.y + height, stored.x + dist);
     ExpressSection(section);
-    report.Add("points shifted", before.x == dist ? 0 : static_cast<int>(positions.size()));
-    return "shifted by " + Metres(dist - before.x) + " sideways; " + Metres(height - before.y) + " upward noted";
+    const int moved = CountMoved(before, PositionsOf(section));
+    report.Add("points shifted", moved);
+    if (moved == 0) return height == 0.0 ? std::string() : Metres(height) + " upward noted";
+    hasGround = hasGround || section.IsValidPres();
+    return "shifted by " + Metres(dist) + " sideways" + (height == 0.0 ? "" : "; " + Metres(height) + " upward noted");
   });
   if (height != 0.0) {
     report.notes.push_back(
         "The shift in height is kept with the cross sections and moves no point; documents do not hold it.");
+  }
+  if (hasGround) {
+    report.notes.push_back("The existing ground stays where it is: the crossings with it have to be recomputed.");
   }
   NoteRoadGeometry(report);
   Finish(report);

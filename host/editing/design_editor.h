@@ -29,8 +29,10 @@ class DesignEditor {
   /// Recomputes the crossings with the existing ground in every section that has some. Their points have to be placed:
   /// heights of the ground are elevations.
   EditReport RecalcCrossings();
+  /// Exchanges left and right. Codes stay with their points, but for inserted crossing points, which are named for
+  /// their side.
   EditReport Mirror();
-  /// Shifts the sections: sideways, and upward (metres). The points move sideways only.
+  /// Shifts the sections, from where they are: sideways, and upward (metres). The points move sideways only.
   EditReport Shift(double dist, double height);
   /// Gives the sections one work type, or different ones for left and right.
   EditReport Retype(const CString& left, const CString& right);
@@ -70,6 +72,8 @@ class DesignEditor {
   void Finish(EditReport& report);
 
   [[nodiscard]] char& ElevationsKnown(const Site& site);
+  /// Tells where control targets stand on points that do not exist (any more).
+  void RemarkOnMissingPoints(EditReport& report) const;
   /// @param crossing the crossing point of a side, empty when there is none
   static void RemarkOnUnmet(const Site& site, const std::string& crossing, VornLocation side, EditReport& report);
   std::string RecalcCrossingsOf(const Site& site, EditReport& report);

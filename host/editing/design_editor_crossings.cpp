@@ -4,8 +4,10 @@
 #include <unordered_map>
 #include <utility>
 
+#include "host/document/design_path.h"
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
+#include "host/editing/set_targets.h"
 #include "vorn/platform/line_geometry.h"
 #include "vorn/types/structure_type.h"
 
@@ -16,8 +18,9 @@ namespace {
 /// Codes of the crossing points that the library inserts; all others are design points.
 bool IsInsertedCrossing(const VornComposedPnt& point) { return point.GetCode() == "XL" || point.GetCode() == "XR"; }
 
-/// A document does not tell which crossing points are points of the design, but their codes do. Without the mark they
-/// would be removed as if a crossing had inserted them, and the design would lose its corners.
+/// A document does not tell which crossing points are points of the design. All but those that bear the codes of
+/// inserted ones are taken for that: without the mark they would be removed as if a crossing had inserted them, and the
+/// design would lose its corners. What another application inserted under other codes stays, too.
 void MarkDesignPoints(VornXSection& section) {
   for (VornBuildForm& form : section.GetBuildFormArray()) {
     for (VornComposedPnt& point : form.GetComposedPntArray()) {
@@ -145,8 +148,21 @@ EditReport DesignEditor::RecalcCrossings() {
     report.remarks.push_back({site.Path(), "there is no existing ground"});
     return {};
   });
+  if (report.HasChanged()) RemarkOnMissingPoints(report);
   Finish(report);
   return report;
+}
+
+void DesignEditor::RemarkOnMissingPoints(EditReport& report) const {
+  for (int i = 0; i < m_document.sets.GetSize(); ++i) {
+    const VornXSections& set = m_document.sets[i];
+    const std::vector<int> counts = CountTargetsOnMissingPoints(set);
+    for (int j = 0; j < set.GetXSectionArray().GetSize(); ++j) {
+      if (counts[static_cast<std::size_t>(j)] == 0) continue;
+      report.remarks.push_back({SectionPath(SetPath(set, i), set.GetXSectionArray()[j]),
+                                "control targets stand on points beyond the crossings, which do not exist"});
+    }
+  }
 }
 
 void DesignEditor::RemarkOnUnmet(const Site& site, const std::string& crossing, VornLocation side, EditReport& report) {
@@ -169,6 +185,8 @@ std::string DesignEditor::RecalcCrossingsOf(const Site& site, EditReport& report
     if (VornIsPlan(form.GetXSectType())) RequireCentreStart(form, site.Path());
   }
   Vorn_BuildFormArray before = section.GetBuildFormArray();
+  const std::string formerLeft = CrossingText(section, VornLocation::Left);
+  const std::string formerRight = CrossingText(section, VornLocation::Right);
   MarkDesignPoints(section);
   const Codes codes = CodesWithHyphen(section);
   section.CalcCrossPoint();
@@ -188,7 +206,10 @@ std::string DesignEditor::RecalcCrossingsOf(const Site& site, EditReport& report
   RemarkOnUnmet(site, left, VornLocation::Left, report);
   RemarkOnUnmet(site, right, VornLocation::Right, report);
   if (!changed) return {};
-  report.Add("crossings with the ground", (left.empty() ? 0 : 1) + (right.empty() ? 0 : 1));
+  for (const auto& [former, now] : {std::pair(formerLeft, left), std::pair(formerRight, right)}) {
+    if (former == now) continue;
+    report.Add(now.empty() ? "crossings taken back" : former.empty() ? "crossings found" : "crossings moved", 1);
+  }
   return "left " + (left.empty() ? "without a crossing" : left) + ", right " +
          (right.empty() ? "without a crossing" : right);
 }

@@ -38,6 +38,37 @@ CString NameOf(const Vorn_BuildFormArray& forms, int index) {
   return index < forms.GetSize() ? forms[index].GetName() : CString();
 }
 
+bool HasSide(const VornBuildForm& form, VornLocation side) {
+  const auto& points = form.GetComposedPntArray();
+  return std::any_of(points.begin(), points.end(),
+                     [=](const VornComposedPnt& point) { return point.GetLocation() == side; });
+}
+
+/// Why a section cannot be given work types; null when it can. The library acts on the first two forms: they have to be
+/// the plan surfaces, or other forms would be split, joined or renamed in their place.
+const char* WhyNotRetyped(const Vorn_BuildFormArray& forms) {
+  const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
+  const auto planForms = std::count_if(forms.begin(), forms.end(), isPlan);
+  if (planForms != 1 && planForms != 2) return "there are neither one nor two plan surfaces";
+  if (!isPlan(forms[0])) return "the plan surface is not the first form";
+  if (planForms == 1) return nullptr;
+  const bool areHalves =
+      isPlan(forms[1]) && !HasSide(forms[0], VornLocation::Right) && !HasSide(forms[1], VornLocation::Left);
+  return areHalves ? nullptr : "its two plan surfaces are not a left and a right half";
+}
+
+/// The forms behind the halves keep their names, and control targets tell forms by their names.
+void RequireFreeNames(const std::string& path, const Vorn_BuildFormArray& forms, const CString& left,
+                      const CString& right) {
+  const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
+  for (int i = 1; i < forms.GetSize(); ++i) {
+    if (i == 1 && isPlan(forms[1])) continue;
+    if (forms[i].GetName() == left || forms[i].GetName() == right) {
+      throw EditError(path, "there is a form " + Utf8(forms[i].GetName()) + " already");
+    }
+  }
+}
+
 /// Leads a control target's point to the form that holds its code now. A form behind the halves keeps its name.
 void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, const Vorn_BuildFormArray& forms) {
   const auto lead = [&](int form) {
@@ -96,12 +127,11 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
     const int count = forms.GetSize();
     Retyping& retyping =
         retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(Retyping{NameOf(forms, 0), NameOf(forms, 1)});
-    const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
-    const auto planForms = std::count_if(forms.begin(), forms.end(), isPlan);
-    if (planForms != 1 && planForms != 2) {
-      report.remarks.push_back({site.Path(), "there are neither one nor two plan surfaces"});
+    if (const char* reason = WhyNotRetyped(forms)) {
+      report.remarks.push_back({site.Path(), reason});
       return {};
     }
+    RequireFreeNames(site.Path(), forms, left, right);
     const CString firstType = forms[0].GetXSectType();
     const CString secondType = count > 1 ? forms[1].GetXSectType() : CString();
     if (IsEdition20(m_document.edition)) {
@@ -123,6 +153,13 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
                       firstType == forms[0].GetXSectType() && (count < 2 || secondType == forms[1].GetXSectType());
     return same ? std::string() : "typed " + Utf8(left) + (left == right ? "" : " and " + Utf8(right));
   });
+  for (const CString& type : {left, right}) {
+    if (report.HasChanged() && !VornIsPlan(type)) {
+      report.notes.push_back(Utf8(type) +
+                             " is not the type of a plan surface: crossings are not sought on it any more.");
+    }
+    if (left == right) break;
+  }
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
     ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
@@ -159,9 +196,11 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
   const EditionScope scope(m_document.edition);
   EditReport report;
   std::vector<std::vector<bool>> removed(static_cast<std::size_t>(m_document.sets.GetSize()));
+  int ownTargets = 0;  // of the forms themselves, as edition 2.0 holds them
   ForEachSection(report, [&](const Site& site) -> std::string {
     VornXSection& section = site.section;
     const int before = section.GetBuildFormArray().GetSize();
+    const int targetsBefore = TargetCount(section.GetBuildFormArray()).all;
     CString newSurface;
     section.RemoveBuildForm(name, newSurface);
     const int count = before - section.GetBuildFormArray().GetSize();
@@ -170,10 +209,12 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
     }
     removed[static_cast<std::size_t>(site.setIndex)].push_back(count > 0);
     report.Add("forms removed", count);
+    ownTargets += targetsBefore - TargetCount(section.GetBuildFormArray()).all;
     if (count == 0) return {};
     return Utf8(name) + " removed" +
            (newSurface.IsEmpty() ? "" : "; " + Utf8(newSurface) + " is the design surface now");
   });
+  report.Add("control targets removed with their form", ownTargets);
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
     const std::vector<TargetFate> fates = RemoveTargetsOn(set, name, removed[static_cast<std::size_t>(i)]);

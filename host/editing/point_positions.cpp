@@ -89,11 +89,16 @@ class EditionReadings {
   KelMrmFigure m_rate = 0;
 };
 
+/// A point that keeps its grade or ratio may come to lie this far off (metres): a designed 1:1.5 stays one, also where
+/// a crossing before it was rounded to the decimals of the document.
+constexpr double kKeptReading = 2e-4;
+
 /// The first of the ways that leads near enough, else the one that leads nearest.
 InputValues BestOf(const std::vector<InputValues>& candidates, VornLocation side, const TamWorld2& from,
                    const TamWorld2& to) {
   InputValues best = candidates.front();
   double least = Distance(Place(best, side, from), to);
+  if (best.reading != Reading::WidthHeight && least <= kKeptReading) return best;
   for (const InputValues& candidate : candidates) {
     if (least <= kChangedPosition) break;
     const double distance = Distance(Place(candidate, side, from), to);
@@ -118,7 +123,8 @@ bool ExpressStart(VornComposedPnt& start) {
 bool IsPlaced(const VornBuildForm& form) {
   const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
   return std::all_of(points.begin(), points.end(), [&](const VornComposedPnt& point) {
-    return &point == points.GetData() || (point.GetCLDist().IsSet() && point.GetGh().IsSet());
+    const bool isLooseStart = &point == points.GetData() && !point.IsCenter();
+    return isLooseStart || (point.GetCLDist().IsSet() && point.GetGh().IsSet());
   });
 }
 
@@ -128,18 +134,21 @@ int ExpressPositions(VornBuildForm& form) {
   const EditionReadings readings;
   int changed = ExpressStart(points[0]) ? 1 : 0;
   const TamWorld2 start = points[0].Pos();
-  TamWorld2 reached = start;
+  TamWorld2 before = start;   // where the point before is meant to lie
+  TamWorld2 reached = start;  // and where its values lead
   for (int i = 1; i < points.GetSize(); ++i) {
     VornComposedPnt& point = points[i];
-    if (points[i - 1].GetLocation() != point.GetLocation()) reached = start;
+    const VornLocation side = point.GetLocation();
+    if (points[i - 1].GetLocation() != side) before = reached = start;
     const TamWorld2 wanted = point.Pos();
     InputValues values = readings.Of(point);
-    if (Distance(Place(values, point.GetLocation(), reached), wanted) > kChangedPosition) {
-      values = BestOf(readings.Candidates(point, reached, wanted), point.GetLocation(), reached, wanted);
+    if (Distance(Place(values, side, before), wanted) > kChangedPosition) {
+      values = BestOf(readings.Candidates(point, reached, wanted), side, reached, wanted);
       readings.Apply(values, point);
       ++changed;
     }
-    reached = Place(values, point.GetLocation(), reached);
+    before = wanted;
+    reached = Place(values, side, reached);
   }
   return changed;
 }

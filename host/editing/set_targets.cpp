@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "host/document/design_path.h"
@@ -15,20 +17,40 @@ namespace {
 
 using ControlItem = VornFormCtrlTarget::ControlItem;
 
-const VornComposedPnt* PointOfCode(const VornBuildForm& form, const CString& code) {
-  const int index = form.GetComposedPntArray().Find(code);
-  return index < 0 ? nullptr : &form.GetComposedPntArray()[index];
-}
+/// Finds the points of forms by code, the first of each. A form with many points is looked through only once.
+class CodeIndex {
+ public:
+  [[nodiscard]] const VornComposedPnt* Find(const VornBuildForm& form, const CString& code) {
+    const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    constexpr int kFew = 64;
+    if (points.GetSize() <= kFew) {
+      const int index = points.Find(code);
+      return index < 0 ? nullptr : &points[index];
+    }
+    const auto [codes, isNew] = m_codes.try_emplace(&points);
+    if (isNew) {
+      for (const VornComposedPnt& point : points) codes->second.try_emplace(point.GetCode().View(), &point);
+    }
+    const auto found = codes->second.find(code.View());
+    return found == codes->second.end() ? nullptr : found->second;
+  }
 
-/// The composed point that a target point stands on; null when there is none.
+ private:
+  std::unordered_map<const Vorn_ComposedPntArray*, std::unordered_map<std::string_view, const VornComposedPnt*>>
+      m_codes;
+};
+
+/// The composed point that a target point stands on: in the first form of its name that has its code. Null when there
+/// is none.
 const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXSections& set,
-                                const SectionIndex& sections) {
+                                const SectionIndex& sections, CodeIndex& codes) {
   const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
   if (section < 0) return nullptr;
-  const CString& code = point.GetCode();
-  const VornXSection& found = set.GetXSectionArray()[section];
-  const int form = found.Find(point.GetBuildFormName(), &code);
-  return form < 0 ? nullptr : PointOfCode(found.GetBuildFormArray()[form], code);
+  for (const VornBuildForm& form : set.GetXSectionArray()[section].GetBuildFormArray()) {
+    if (form.GetName() != point.GetBuildFormName()) continue;
+    if (const VornComposedPnt* under = codes.Find(form, point.GetCode())) return under;
+  }
+  return nullptr;
 }
 
 void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
@@ -43,9 +65,10 @@ void AddDangling(const VornFormCtrlTarget& target, const std::string& place, con
 void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std::vector<std::string>& lines) {
   if (set.GetFormCtrlTargetArray().IsEmpty()) return;
   const SectionIndex sections(set);
+  CodeIndex index;
   for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      if (StandsOn(point, set, sections) != nullptr) continue;
+      if (StandsOn(point, set, sections, index) != nullptr) continue;
       const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
       AddDangling(target, FormPath(setPath + " > " + station, point.GetBuildFormName()), point.GetCode(), lines);
     }
@@ -53,12 +76,13 @@ void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std:
 }
 
 void AddDanglingOfForms(const VornXSection& section, const std::string& setPath, std::vector<std::string>& lines) {
+  CodeIndex index;
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
       CStringArray codes;
       Vorn_Base::DivideString(target.GetCodeName().View(), codes);
       for (const CString& code : codes) {
-        if (code.IsEmpty() || PointOfCode(form, code) != nullptr) continue;
+        if (code.IsEmpty() || index.Find(form, code) != nullptr) continue;
         AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
       }
     }
@@ -66,11 +90,11 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
 }
 
 /// Whether every code of a target is that of a point of its form.
-bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target) {
+bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target, CodeIndex& index) {
   CStringArray codes;
   Vorn_Base::DivideString(target.GetCodeName().View(), codes);
   return std::all_of(codes.begin(), codes.end(),
-                     [&](const CString& code) { return PointOfCode(form, code) != nullptr; });
+                     [&](const CString& code) { return index.Find(form, code) != nullptr; });
 }
 
 /// Gives a target point the place of the composed point under it.
@@ -118,9 +142,12 @@ void MarkRepeated(const Vorn_FormCtrlTargetArray& targets, const std::vector<int
     copies.Add(std::move(copy));
   }
   copies.Regulate();
+  // What is left keeps its order, so the two lists can be walked side by side.
+  int left = 0;
   for (const int index : group) {
-    if (copies.Find(static_cast<std::uint32_t>(index)) >= 0) continue;
-    fates[static_cast<std::size_t>(index)].removed = true;
+    const bool stays = left < copies.GetSize() && copies[left].GetSerialID() == static_cast<std::uint32_t>(index);
+    if (stays) ++left;
+    fates[static_cast<std::size_t>(index)].removed = !stays;
   }
 }
 
@@ -161,16 +188,33 @@ std::vector<std::string> DanglingTargets(const DesignDocument& document) {
   return lines;
 }
 
+std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set) {
+  std::vector<int> counts(static_cast<std::size_t>(set.GetXSectionArray().GetSize()), 0);
+  if (set.GetFormCtrlTargetArray().IsEmpty()) return counts;
+  const SectionIndex sections(set);
+  CodeIndex index;
+  for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
+    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+      const VornComposedPnt* under = StandsOn(point, set, sections, index);
+      if (under == nullptr || under->GetExistence() != VORN_Existence::False) continue;
+      ++counts[static_cast<std::size_t>(sections.Find(point.GetCumulativeDist(), point.GetXSectChg()))];
+      break;
+    }
+  }
+  return counts;
+}
+
 std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
                                         const SectionIndex& sections) {
   std::vector<TargetFate> fates;
   std::map<std::string, std::vector<int>> groups;
+  CodeIndex index;
   for (int i = 0; i < targets.GetSize(); ++i) {
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();
     bool stands = true;
     for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      const VornComposedPnt* under = StandsOn(point, set, sections);
+      const VornComposedPnt* under = StandsOn(point, set, sections, index);
       if (under != nullptr) TakePlace(*under, point);
       stands = stands && under != nullptr;
       if (fate.section < 0) fate.section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
@@ -187,6 +231,7 @@ std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& st
   Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   std::vector<int> all;
+  CodeIndex index;
   for (int i = 0; i < targets.GetSize(); ++i) {
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();
@@ -196,12 +241,12 @@ std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& st
     points.RemoveAll();
     bool stands = true;
     if (target.GetControlItem() == ControlItem::Height) {
-      stands = NamesPointsOf(form, target);  // at each of them, in whatever order
+      stands = NamesPointsOf(form, target, index);  // at each of them, in whatever order
     } else {
       target.RegulatePnt(station, &form);
     }
     for (VornFormCtrlTargetPnt& point : points) {
-      const VornComposedPnt* under = PointOfCode(form, point.GetCode());
+      const VornComposedPnt* under = index.Find(form, point.GetCode());
       if (under != nullptr) TakePlace(*under, point);
       stands = stands && under != nullptr;
     }

@@ -48,6 +48,9 @@ struct TargetFate {
 /// Where control targets name a form or a code that does not exist, one line each.
 [[nodiscard]] std::vector<std::string> DanglingTargets(const DesignDocument& document);
 
+/// By section: how many control targets of a set have a point there that does not exist (attribute "existence").
+[[nodiscard]] std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set);
+
 /// Regulates targets of a set or of a form in it, against the placed points of its sections.
 [[nodiscard]] std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
                                                       const SectionIndex& sections);

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/document/document_check.h"
 #include "host/document/edition_conversion.h"
 #include "host/sample/sample_design.h"
 #include "tests/host/editing.h"
@@ -138,7 +139,7 @@ TEST_P(EditorCrossing, LiesOnTheGroundAndOnTheDesign) {
     editor.Recalc(10.0);
     const TamWorld2 toe = PositionOf(FormOf(document), "T");
     const EditReport report = editor.RecalcCrossings();
-    EXPECT_THAT(CountsOf(report), ElementsAre("1 crossings with the ground"));
+    EXPECT_THAT(CountsOf(report), ElementsAre("1 crossings found"));
     ASSERT_THAT(CodesOf(FormOf(document)), ElementsAre("CL", side == 'L' ? "XL" : "XR", "T"));
     const VornComposedPnt& crossing = FormOf(document).GetComposedPntArray()[1];
     EXPECT_FALSE(crossing.GetSeriesPnt());
@@ -164,7 +165,7 @@ TEST(EditorCrossings, AreFoundOnBothSides) {
   DesignEditor editor(document);
   editor.Recalc(10.0);
   const EditReport report = editor.RecalcCrossings();
-  EXPECT_THAT(CountsOf(report), ElementsAre("2 crossings with the ground"));
+  EXPECT_THAT(CountsOf(report), ElementsAre("2 crossings found"));
   EXPECT_THAT(WhatOf(report.changes), ElementsAre("left XL at -6.3950, right XR at 6.3950"));
   EXPECT_THAT(CodesOf(FormOf(document)), ElementsAre("CL", "L1", "XL", "L2", "R1", "XR", "R2"));
   ExpectAt(FormOf(document), "XL", -6.395, 8.0);
@@ -335,6 +336,43 @@ TEST(EditorCrossings, AreTakenBackWhereTheGroundIsOutOfReach) {
   EXPECT_EQ(WriteText(document).find("existence=\"false\""), std::string::npos);
 }
 
+TEST(EditorCrossings, GiveTheDesignBackWhenTheyAreTakenBack) {
+  int crossings = 0;
+  for (const std::string& sample : kSamples) {
+    DesignDocument document = Sample(sample);
+    if (vorn_host::IsEdition20(document.edition)) continue;
+    for (VornXSections& set : document.sets) set.GetFormCtrlTargetArray().RemoveAll();
+    const auto withGroundAt = [](const std::string& text, double height) {
+      DesignDocument moved = ReadText(text);
+      for (VornXSections& set : moved.sets) {
+        for (VornXSection& section : set.GetXSectionArray()) {
+          for (VornExistingComposedPnt& point : section.GetExistingBuildFormArray()[0].GetComposedPntArray()) {
+            point.SetGh(height);
+          }
+        }
+      }
+      return WithCrossings(WriteText(moved), 10.0);
+    };
+    const std::string outOfReach = withGroundAt(WriteText(document), -900.0);
+    std::string text = withGroundAt(outOfReach, 8.123);
+    crossings += text.find("\"XL\"") != std::string::npos ? 1 : 0;
+    for (const double height : {8.77, 7.456, 9.333, 8.123}) text = withGroundAt(text, height);
+    EXPECT_TRUE(withGroundAt(text, -900.0) == outOfReach) << sample;
+  }
+  EXPECT_GE(crossings, 1);
+}
+
+TEST(EditorCrossings, RemarkTargetsBeyondThem) {
+  DesignDocument document =
+      ReadText(DesignXml(SectionXml("20.0000", FillForm() + FlatGround("8.0000")) +
+                         TargetXml("SlopeLength", "20.0000", "Shoulder Toe", {{"S", "L1"}, {"S", "L2"}})));
+  DesignEditor editor(document);
+  editor.Recalc(10.0);
+  const EditReport report = editor.RecalcCrossings();
+  EXPECT_THAT(WhatOf(report.remarks), ElementsAre(HasSubstr("beyond the crossings")));
+  EXPECT_THAT(report.remarks[0].path, HasSubstr("station 20.0000"));
+}
+
 TEST(EditorCrossings, StayWhereThereIsNoGround) {
   const std::string form = FormXml("S", kFillType, CenterXml() + PointXml("XL", 'L', "Rate", "-4.0000 1.500", false));
   DesignDocument document = ReadText(OneSection(form));
@@ -444,6 +482,19 @@ TEST(EditorMirror, TwiceGivesTheSameDocument) {
   }
 }
 
+TEST(EditorMirror, NamesCrossingPointsForTheirSide) {
+  const std::string crossed =
+      WithCrossings(DesignXml(SectionXml("20.0000", FillForm() + FlatGround("8.0000")) +
+                              TargetXml("SlopeLength", "20.0000", "Shoulder Toe", {{"S", "L1"}, {"S", "XL"}})),
+                    10.0);
+  DesignDocument document = ReadText(crossed);
+  DesignEditor editor(document);
+  editor.Mirror();
+  EXPECT_THAT(CodesOf(FormOf(document)), ElementsAre("CL", "R1", "XL", "R2", "L1", "XR", "L2"));
+  EXPECT_THAT(TargetsOf(document), ElementsAre(HasSubstr("XR")));
+  EXPECT_THAT(editor.LostTargets(), IsEmpty());
+}
+
 TEST(EditorMirror, PutsEveryPointOfTheSamplesOppositeItsPlace) {
   for (const std::string& sample : kSamples) {
     DesignDocument document = Sample(sample);
@@ -504,6 +555,38 @@ TEST(EditorShift, MovesThePointsSideways) {
   EXPECT_THAT(CountsOf(report), ElementsAre("8 points shifted"));
   EXPECT_THAT(report.notes, IsEmpty());
   ExpectPositionsAreWritten(document, 10.0);
+}
+
+TEST(EditorShift, AddsUp) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  DesignEditor editor(document);
+  editor.Recalc(10.0);
+  editor.Shift(1.0, 0.0);
+  editor.Shift(0.5, 0.0);
+  ExpectAt(FormOf(document), "L2", -8.0, 5.93);
+  editor.Mirror();
+  ExpectAt(FormOf(document), "L2", 8.0, 5.93);
+  editor.Shift(0.25, 0.0);
+  ExpectAt(FormOf(document), "L2", 8.25, 5.93);
+  ExpectPositionsAreWritten(document, 10.0);
+}
+
+TEST(EditorShift, MovesAFormOfOnePoint) {
+  DesignDocument document = ReadText(OneSection(FormXml("S", kFillType, CenterXml())));
+  DesignEditor editor(document);
+  const EditReport report = editor.Shift(1.0, 0.0);
+  EXPECT_THAT(CountsOf(report), ElementsAre("1 points shifted"));
+  EXPECT_EQ(FormOf(document).GetComposedPntArray()[0].GetX(), 1.0);
+}
+
+TEST(EditorShift, LeavesASectionWithoutForms) {
+  DesignDocument document = ReadText(OneSection(FlatGround("8.0000")));
+  EXPECT_FALSE(DesignEditor(document).Shift(1.0, 2.0).HasChanged());
+}
+
+TEST(EditorShift, TellsThatCrossingsHaveToBeRecomputed) {
+  DesignDocument document = ReadText(OneSection(FillForm() + FlatGround("8.0000")));
+  EXPECT_THAT(DesignEditor(document).Shift(1.0, 0.0).notes, ElementsAre(HasSubstr("recomputed")));
 }
 
 TEST(EditorShift, NotesAHeightAndMovesNothingForIt) {
@@ -655,6 +738,40 @@ TEST(EditorRetype, LeavesTargetsOfOtherSections) {
   const EditReport report = editor.Retype(kCut, kFill);
   EXPECT_THAT(TargetsOf(document), ElementsAre("0 S L1, 0 S R1"));
   EXPECT_THAT(WhatOf(report.remarks), ElementsAre("there are neither one nor two plan surfaces"));
+}
+
+TEST(EditorRetype, LeavesSectionsWhoseFirstFormsAreNotThePlanSurfaces) {
+  const std::string layerFirst = LayerForm("P") + FillForm();
+  const std::string twoWholes = FillForm() + FillForm("T");
+  const std::string between = FillForm() + LayerForm("P") + FillForm("T");
+  for (const std::string& forms : {layerFirst, twoWholes, between, LayerForm("P")}) {
+    const std::string text = OneSection(forms);
+    DesignDocument document = ReadText(text);
+    const EditReport report = DesignEditor(document).Retype(kCut, kCut);
+    EXPECT_FALSE(report.HasChanged());
+    EXPECT_EQ(report.remarks.size(), 1U);
+    EXPECT_EQ(WriteText(document), Rewritten(text));
+  }
+}
+
+TEST(EditorRetype, RefusesANameThatAnotherFormHas) {
+  DesignDocument document = ReadText(OneSection(FillForm() + LayerForm("盛土工")));
+  EXPECT_THAT(ErrorOf([&] { DesignEditor(document).Retype(kCut, kFill); }),
+              AllOf(HasSubstr("station 20.0000"), HasSubstr("盛土工")));
+}
+
+TEST(EditorRetype, TellsATypeThatIsNoPlanSurface) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  EXPECT_THAT(DesignEditor(document).Retype(CString("X"), CString("X")).notes, ElementsAre(HasSubstr("X is not")));
+}
+
+TEST(EditorRetype, KeepsEverySampleValid) {
+  for (const std::string& sample : kSamples) {
+    DesignDocument document = Sample(sample);
+    const std::size_t before = vorn_host::CheckDocument(document).size();
+    DesignEditor(document).Retype(kCut, kFill);
+    EXPECT_EQ(vorn_host::CheckDocument(document).size(), before) << sample;
+  }
 }
 
 TEST(EditorRetype, RenamesAFormOfOneType) {
@@ -854,6 +971,23 @@ std::vector<std::string> FormTargetsOf(DesignDocument& document, int form) {
     codes.push_back(Shown(target.GetCodeName()));
   }
   return codes;
+}
+
+TEST(Editor20, CountsTheTargetsThatGoWithTheirForm) {
+  DesignDocument document = In20(kFillSurface.View());
+  FormOf(document).SetName("S", false);
+  SectionOf(document).GetBuildFormArray().Add(Form("T", {}));
+  EXPECT_THAT(CountsOf(DesignEditor(document).RemoveForm("S")),
+              ElementsAre("1 forms removed", "2 control targets removed with their form"));
+}
+
+TEST(Editor20, NamesCrossingPointsInTargetsForTheirSide) {
+  DesignDocument document = In20(kFillSurface.View());
+  VornComposedPnt& toe = FormOf(document).GetComposedPntArray()[2];
+  toe.SetCode("XL");
+  FormOf(document).GetFormCtrlTargetArray()[0].SetCode("L1 XL");
+  DesignEditor(document).Mirror();
+  EXPECT_THAT(FormTargetsOf(document, 0), ElementsAre("L1 XR", "R1 R2"));
 }
 
 TEST(Editor20, SplitsAFormWithItsTargets) {

@@ -61,8 +61,8 @@ class EditCommand : public ToolTest {
 TEST_F(EditCommand, RecalculatesAndFindsTheCrossings) {
   const std::string told = Told({"--recalc", "10", "--cross-points"});
   EXPECT_THAT(told, AllOf(HasSubstr("Written             " + Out()), HasSubstr("Cross sections      2"),
-                          HasSubstr("--recalc 10:\n       2  cross sections changed\n      16  points placed"),
-                          HasSubstr("--cross-points:\n       2  cross sections changed\n       4  crossings")));
+                          HasSubstr("--recalc 10:\n    cross sections changed: 2\n    points placed: 16\n"),
+                          HasSubstr("--cross-points:\n    cross sections changed: 2\n    crossings found: 4\n")));
   ExpectInOrder(ReadAll(Out()), {"\"0.0000\"", "XL", "XR", "\"20.0000\"", "XL", "XR"});
 }
 
@@ -96,13 +96,22 @@ TEST_F(EditCommand, RenamesAFormWithoutAType) {
 
 TEST_F(EditCommand, ClearsTheCodesAndTellsTheTargetsThatAreLost) {
   EXPECT_THAT(Told({"--clear-codes"}),
-              AllOf(HasSubstr("16  codes emptied"), HasSubstr("Control targets that name something"),
+              AllOf(HasSubstr("codes emptied: 16"), HasSubstr("Control targets that name something"),
                     HasSubstr("form P: control target (Width L1 R1) names R1")));
+}
+
+TEST_F(EditCommand, ListsTheFirstLostTargetsAndTheOthersOnDemand) {
+  std::string targets;
+  for (int i = 0; i < 30; ++i) targets += WidthXml("0.0000", "S", "L1", "R1");
+  WriteAll(In(), Replaced(RoadText(), "</tsf:XSections>", targets + "</tsf:XSections>"));
+  EXPECT_THAT(Told({"--clear-codes"}),
+              AllOf(HasSubstr("not there any more: 64"), HasSubstr("and 44 more (--verbose lists them)")));
+  EXPECT_THAT(Told({"--clear-codes", "--verbose"}), Not(HasSubstr("more (--verbose")));
 }
 
 TEST_F(EditCommand, RegulatesTheTargets) {
   WriteAll(In(), Replaced(RoadText(), "</tsf:XSections>", WidthXml("0.0000", "S", "R1", "L1") + "</tsf:XSections>"));
-  EXPECT_THAT(Told({"--regulate"}), HasSubstr("1  repeated control targets removed"));
+  EXPECT_THAT(Told({"--regulate"}), HasSubstr("repeated control targets removed: 1"));
 }
 
 // --- the order of steps --------------------------------------------------------------------------------------------
@@ -182,7 +191,7 @@ TEST_F(EditCommand, TellsProgramsEverything) {
   EXPECT_EQ(crossings["step"], "--cross-points");
   EXPECT_EQ(crossings["changed"], true);
   EXPECT_EQ(crossings["changedSections"], 2);
-  EXPECT_EQ(crossings["counts"][0], (Json{{"what", "crossings with the ground"}, {"count", 4}}));
+  EXPECT_EQ(crossings["counts"][0], (Json{{"what", "crossings found"}, {"count", 4}}));
   EXPECT_EQ(crossings["sections"][0]["path"], "set 1 (A) > station 0.0000");
   EXPECT_EQ(crossings["sections"][0]["what"], "left XL at -6.3950, right XR at 6.3950");
   EXPECT_THAT(crossings["remarks"], IsEmpty());
@@ -280,7 +289,7 @@ TEST_F(EditCommand, TakesNumbersWithASign) {
   EXPECT_THAT(Edited({"--shift", "+0.5,+0"}), HasSubstr(">0.5000 0.0000<"));
   EXPECT_THAT(Told({"--recalc", "-3"}), HasSubstr("--recalc -3:"));
   EXPECT_THAT(Told({"--recalc=-3"}), HasSubstr("--recalc -3:"));
-  EXPECT_THAT(Told({"--recalc", "-.5"}), HasSubstr("16  points placed"));
+  EXPECT_THAT(Told({"--recalc", "-.5"}), HasSubstr("points placed: 16"));
 }
 
 TEST_F(EditCommand, ShiftsThereAndBack) {

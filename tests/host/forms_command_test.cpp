@@ -37,7 +37,7 @@ TEST_F(FormsCommand, ListsTheFormsWithTheirAttributesAndCategories) {
                               "    pavement        none\n"),
                     HasSubstr("基層 (基層工): 10 forms, 30 points\n"
                               "    plan surface    no\n"
-                              "    attributes      不明\n"
+                              "    attributes      none on record\n"
                               "    pavement        category 3\n")));
 }
 

@@ -192,15 +192,22 @@ TEST_F(PointPositions, NothingIsAFormWithoutPoints) {
   EXPECT_TRUE(IsPlaced(form));
 }
 
-TEST_F(PointPositions, AFormIsPlacedWhenAllButItsStartHavePositions) {
+TEST_F(PointPositions, AFormIsPlacedWhenAllItsPointsHavePositions) {
   VornBuildForm form = RoadForm("A");
   EXPECT_FALSE(IsPlaced(form));
   Place(form);
   EXPECT_TRUE(IsPlaced(form));
-  PointOf(form, 0).SetGh(NurReal());
-  EXPECT_TRUE(IsPlaced(form));
   PointOf(form, 2).SetGh(NurReal());
   EXPECT_FALSE(IsPlaced(form));
+}
+
+TEST_F(PointPositions, OnlyAStartBesideTheCentreLineMayLackItsPosition) {
+  VornBuildForm form = RoadForm("A");
+  Place(form);
+  PointOf(form, 0).SetGh(NurReal());
+  EXPECT_FALSE(IsPlaced(form));
+  PointOf(form, 0).SetLocation(VornLocation::Left);
+  EXPECT_TRUE(IsPlaced(form));
 }
 
 TEST_F(PointPositions20, ValuesThatLeadToThePositionsStay) {
