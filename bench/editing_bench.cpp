@@ -115,6 +115,21 @@ void CrossingsByDesign(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(FindCrossings(section));
 }
 
+/// As many design segments as ground segments.
+void CrossingsByBoth(benchmark::State& state) {
+  const VornXSection section = SectionOf(state.range(0), state.range(0));
+  for (auto _ : state) benchmark::DoNotOptimize(FindCrossings(section));
+}
+
+/// A design that runs a decimetre beside the scanned ground and never meets it.
+void CrossingsBesideGround(benchmark::State& state) {
+  VornXSection section = SectionOf(kDesignSegments, state.range(0));
+  for (VornComposedPnt& point : section.GetBuildFormArray()[0].GetComposedPntArray()) {
+    point.SetGh((point.GetCLDist().Value() / kWidth + 1.0) + 0.2);
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(FindCrossings(section));
+}
+
 void RecomputeCrossings(benchmark::State& state) {
   VornXSection section = SectionOf(state.range(0), 1'000);
   for (auto _ : state) section.CalcCrossPoint();
@@ -218,7 +233,7 @@ void SortFormsByName(benchmark::State& state) {
   for (auto _ : state) section.SortBuildForms(names);
 }
 
-/// Targets that run across both sides, with few different codes.
+/// Targets of both sides by turns, in pairs of one code.
 Vorn_FormCtrlTargetArray ManyTargets(std::int64_t count) {
   Vorn_FormCtrlTargetArray targets;
   targets.Reserve(static_cast<int>(count));
@@ -265,6 +280,8 @@ void Sizes(benchmark::internal::Benchmark* bench) {
 BENCHMARK(CrossingsByGround)->Apply(Sizes)->Arg(2'000);
 BENCHMARK(CrossingsAllPairs)->Arg(2'000)->Unit(benchmark::kMicrosecond)->Repetitions(3)->ReportAggregatesOnly();
 BENCHMARK(CrossingsByDesign)->Apply(Sizes);
+BENCHMARK(CrossingsByBoth)->Apply(Sizes);
+BENCHMARK(CrossingsBesideGround)->Apply(Sizes);
 BENCHMARK(RecomputeCrossings)->Apply(Sizes);
 BENCHMARK(PlaceDerivedPoints)->Apply(Sizes);
 BENCHMARK(AddPointToDerivedForms)->Apply(Sizes);

@@ -26,6 +26,8 @@ int main(int argc, char** argv) {
       {
           {"crossings, by ground points", "CrossingsByGround", 1'000, 100'000, kLinear},
           {"crossings, by design segments", "CrossingsByDesign", 1'000, 100'000, kLinear},
+          {"crossings, by design segments and ground points", "CrossingsByBoth", 1'000, 100'000, kLinearBeyondCache},
+          {"crossings, design beside the ground", "CrossingsBesideGround", 1'000, 100'000, kLinear},
           {"crossings recomputed, by design points", "RecomputeCrossings", 1'000, 100'000, kLinearBeyondCache},
           {"points of a derived form placed", "PlaceDerivedPoints", 1'000, 100'000, kLinearBeyondCache},
           {"points added in derived forms", "AddPointToDerivedForms", 1'000, 100'000, kLinearBeyondCache},
