@@ -316,7 +316,8 @@ void AddEditCommand(CLI::App& app, int& exitCode) {
   steps.AddPlain("--cross-points", &DesignEditor::RecalcCrossings,
                  "recompute the crossings of every section that has existing ground");
   steps.AddPlain("--mirror", &DesignEditor::Mirror, "exchange left and right");
-  steps.Add("--shift", ShiftStep, "DIST,HEIGHT", "shift the sections, in metres");
+  steps.Add("--shift", ShiftStep, "DIST,HEIGHT",
+            "shift the design sideways, in metres; HEIGHT is noted and moves nothing");
   steps.Add("--retype", RetypeStep, "LEFT,RIGHT", "give the sections a work type on the left and one on the right");
   steps.Add("--sort", SortStep, "NAME,NAME,...", "put the forms into this order; others follow behind");
   steps.Add("--remove-form", RemoveStep, "NAME", "remove a form from every section, with its control targets");

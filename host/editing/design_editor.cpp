@@ -47,6 +47,11 @@ int CountMoved(const std::vector<TamWorld2>& before, const std::vector<TamWorld2
 /// Inserted crossing points are named for their side: "XL" is "XR" on the other one. All other codes stay.
 CString MirroredCode(const CString& code) { return code == "XL" ? "XR" : code == "XR" ? "XL" : code; }
 
+/// Whether a form of that name has a point of that code: control targets that named nothing before stay as they are.
+bool IsCodeOf(const VornXSection& section, const CString& formName, const CString& code) {
+  return section.Find(formName, &code) >= 0;
+}
+
 /// @param withTargets whether the form's control targets name the codes as texts
 void SwapCrossingCodes(VornBuildForm& form, bool withTargets) {
   for (VornComposedPnt& point : form.GetComposedPntArray()) {
@@ -156,6 +161,7 @@ EditReport DesignEditor::Mirror() {
       report,
       [&](const Site& site) -> std::string {
         if (site.section.GetBuildFormArray().IsEmpty() && site.section.GetExistingBuildFormArray().IsEmpty()) return {};
+        for (const VornBuildForm& form : site.section.GetBuildFormArray()) RequireCentreStart(form, site.Path());
         site.section.SwapLR();
         for (VornBuildForm& form : site.section.GetBuildFormArray()) {
           ExpressPositions(form);
@@ -166,7 +172,10 @@ EditReport DesignEditor::Mirror() {
       true);
   if (!IsEdition20(m_document.edition)) {
     for (VornXSections& set : m_document.sets) {
-      ForEachTargetPoint(set, [](VornFormCtrlTargetPnt& point, int) { point.SetCode(MirroredCode(point.GetCode())); });
+      ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
+        const CString mirrored = MirroredCode(point.GetCode());
+        if (IsCodeOf(set.GetXSectionArray()[section], point.GetBuildFormName(), mirrored)) point.SetCode(mirrored);
+      });
     }
   }
   NoteRoadGeometry(report);
@@ -188,9 +197,8 @@ EditReport DesignEditor::Shift(double dist, double height) {
     const std::vector<TamWorld2> before = PositionsOf(section);
     section.SetShiftData(stored.y + height, stored.x + dist);
     ExpressSection(section);
-    const int moved = CountMoved(before, PositionsOf(section));
-    report.Add("points shifted", moved);
-    if (moved == 0) return height == 0.0 ? std::string() : Metres(height) + " upward noted";
+    if (dist == 0.0) return Metres(height) + " upward noted";
+    report.Add("points shifted", CountMoved(before, PositionsOf(section)));
     hasGround = hasGround || section.IsValidPres();
     return "shifted by " + Metres(dist) + " sideways" + (height == 0.0 ? "" : "; " + Metres(height) + " upward noted");
   });

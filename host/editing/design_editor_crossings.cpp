@@ -24,7 +24,8 @@ bool IsInsertedCrossing(const VornComposedPnt& point) { return point.GetCode() =
 void MarkDesignPoints(VornXSection& section) {
   for (VornBuildForm& form : section.GetBuildFormArray()) {
     for (VornComposedPnt& point : form.GetComposedPntArray()) {
-      if (point.GetSeriesPnt() || IsInsertedCrossing(point)) continue;
+      const bool isInserted = IsInsertedCrossing(point) || (point.IsCrossPoint() && !point.IsKePoint());
+      if (point.GetSeriesPnt() || isInserted) continue;
       point.SetPointType(point.GetPointType() | VornComposedPnt::kKePoint | VornComposedPnt::kCrossPoint);
     }
   }
@@ -112,9 +113,11 @@ bool IsCrossingRight(const Vorn_BuildFormArray& former, const VornXSection& comp
   }
   const Vorn_ComposedPntArray& points = *before[0].points;
   const int index = before[0].index;
+  // Each run of a side begins at the start point.
+  const int inner = index > 0 && points[index - 1].GetLocation() == side ? index - 1 : 0;
   const bool isOnDesign = point.GetCode() == (side == VornLocation::Left ? "XL" : "XR") && index > 0 &&
                           index < points.GetUpperBound() && points[index + 1].GetLocation() == side &&
-                          LiesOn(points[index - 1].Pos(), points[index + 1].Pos(), pos);
+                          LiesOn(points[inner].Pos(), points[index + 1].Pos(), pos);
   if (!isOnDesign || !LiesOnGround(pos, computed)) return false;
   if (now.empty()) return true;
   // The ground may cross one segment of the design twice.

@@ -1,10 +1,13 @@
 // The editor's steps on the build forms of a section: retyping, sorting, removing, renaming.
 
 #include <algorithm>
+#include <cmath>
 #include <set>
+#include <string_view>
 
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
+#include "host/editing/point_positions.h"
 #include "host/editing/set_targets.h"
 #include "vorn/framework/base.h"
 #include "vorn/types/structure_type.h"
@@ -31,7 +34,8 @@ bool HasForm(const VornXSection& section, const CString& name) { return section.
 struct Retyping {
   CString first;  ///< their names before; empty for a form that is not there
   CString second;
-  int formsAdded = 0;  ///< 1 when the first was split, -1 when the second was joined into it
+  bool isPair = false;  ///< whether the second one is the right half of the first
+  int formsAdded = 0;   ///< 1 when the first was split, -1 when the second was joined into it
 };
 
 CString NameOf(const Vorn_BuildFormArray& forms, int index) {
@@ -44,25 +48,51 @@ bool HasSide(const VornBuildForm& form, VornLocation side) {
                      [=](const VornComposedPnt& point) { return point.GetLocation() == side; });
 }
 
+bool IsPlan(const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); }
+
+bool BeginAtOnePoint(const VornBuildForm& a, const VornBuildForm& b) {
+  const Vorn_ComposedPntArray& p = a.GetComposedPntArray();
+  const Vorn_ComposedPntArray& q = b.GetComposedPntArray();
+  if (p.IsEmpty() || q.IsEmpty()) return false;
+  return p[0].IsCenter() && q[0].IsCenter() &&
+         std::hypot(p[0].Pos().x - q[0].Pos().x, p[0].Pos().y - q[0].Pos().y) <= kChangedPosition;
+}
+
+/// Whether two forms have a point of one code besides their start points, which a joined form would have twice.
+bool ShareACode(const VornBuildForm& a, const VornBuildForm& b) {
+  std::set<std::string_view> codes;
+  for (const VornComposedPnt& point : a.GetComposedPntArray()) codes.insert(point.GetCode().View());
+  const auto& points = b.GetComposedPntArray();
+  return std::any_of(points.begin() + std::min(1, points.GetSize()), points.end(), [&](const VornComposedPnt& point) {
+    return !point.GetCode().IsEmpty() && codes.contains(point.GetCode().View());
+  });
+}
+
 /// Why a section cannot be given work types; null when it can. The library acts on the first two forms: they have to be
 /// the plan surfaces, or other forms would be split, joined or renamed in their place.
-const char* WhyNotRetyped(const Vorn_BuildFormArray& forms) {
-  const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
-  const auto planForms = std::count_if(forms.begin(), forms.end(), isPlan);
+const char* WhyNotRetyped(const Vorn_BuildFormArray& forms, bool join) {
+  const auto planForms = std::count_if(forms.begin(), forms.end(), IsPlan);
   if (planForms != 1 && planForms != 2) return "there are neither one nor two plan surfaces";
-  if (!isPlan(forms[0])) return "the plan surface is not the first form";
+  if (!IsPlan(forms[0])) return "the plan surface is not the first form";
   if (planForms == 1) return nullptr;
-  const bool areHalves =
-      isPlan(forms[1]) && !HasSide(forms[0], VornLocation::Right) && !HasSide(forms[1], VornLocation::Left);
-  return areHalves ? nullptr : "its two plan surfaces are not a left and a right half";
+  const VornBuildForm& left = forms[0];
+  const VornBuildForm& right = forms[1];
+  if (!IsPlan(right)) return "its two plan surfaces do not stand side by side";
+  const auto areHalves = [](const VornBuildForm& a, const VornBuildForm& b) {
+    return !HasSide(a, VornLocation::Right) && !HasSide(b, VornLocation::Left);
+  };
+  if (areHalves(right, left)) return "the right half stands before the left one: sort them first";
+  if (!areHalves(left, right)) return "its two plan surfaces are not a left and a right half";
+  if (join && !BeginAtOnePoint(left, right)) return "its two halves do not begin at one centre point";
+  if (join && ShareACode(left, right)) return "its two halves have points of one code";
+  return nullptr;
 }
 
 /// The forms behind the halves keep their names, and control targets tell forms by their names.
 void RequireFreeNames(const std::string& path, const Vorn_BuildFormArray& forms, const CString& left,
                       const CString& right) {
-  const auto isPlan = [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); };
   for (int i = 1; i < forms.GetSize(); ++i) {
-    if (i == 1 && isPlan(forms[1])) continue;
+    if (i == 1 && IsPlan(forms[1])) continue;
     if (forms[i].GetName() == left || forms[i].GetName() == right) {
       throw EditError(path, "there is a form " + Utf8(forms[i].GetName()) + " already");
     }
@@ -77,11 +107,10 @@ void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, cons
     return true;
   };
   const bool isSplit = retyping.formsAdded > 0;
-  if (point.GetBuildFormName() == retyping.first) {
-    if (!lead(0) && isSplit) lead(1);
-  } else if (!isSplit && !retyping.second.IsEmpty() && point.GetBuildFormName() == retyping.second) {
-    lead(retyping.formsAdded < 0 ? 0 : 1);
-  }
+  const bool isOnFirst = point.GetBuildFormName() == retyping.first;
+  const bool isOnSecond = isSplit ? isOnFirst : retyping.isPair && point.GetBuildFormName() == retyping.second;
+  if (isOnFirst && lead(0)) return;
+  if (isOnSecond) lead(retyping.formsAdded < 0 ? 0 : 1);
 }
 
 /// Tells the control targets of a form their side, which documents do not: the one that their codes lie on. The start
@@ -101,20 +130,22 @@ void TellSides(VornBuildForm& form) {
   }
 }
 
-/// How many control targets the forms of a section have, and how many of them run across both sides.
+/// How many control targets the forms of a section have.
 struct TargetCount {
   explicit TargetCount(const Vorn_BuildFormArray& forms) {
-    for (const VornBuildForm& form : forms) {
-      for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-        ++all;
-        across += target.GetTargetPntType() == VornFormCtrlTarget::TargetPntType::LeftRight ? 1 : 0;
-      }
-    }
+    for (const VornBuildForm& form : forms) all += form.GetFormCtrlTargetArray().GetSize();
   }
 
   int all = 0;
-  int across = 0;
 };
+
+/// How many control targets of a form run across both sides.
+int AcrossTargetsOf(const VornBuildForm& form) {
+  const auto& targets = form.GetFormCtrlTargetArray();
+  return static_cast<int>(std::count_if(targets.begin(), targets.end(), [](const VornFormCtrlTarget& target) {
+    return target.GetTargetPntType() == VornFormCtrlTarget::TargetPntType::LeftRight;
+  }));
+}
 
 }  // namespace
 
@@ -125,9 +156,9 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   ForEachSection(report, [&](const Site& site) -> std::string {
     Vorn_BuildFormArray& forms = site.section.GetBuildFormArray();
     const int count = forms.GetSize();
-    Retyping& retyping =
-        retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(Retyping{NameOf(forms, 0), NameOf(forms, 1)});
-    if (const char* reason = WhyNotRetyped(forms)) {
+    Retyping& retyping = retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(
+        Retyping{NameOf(forms, 0), NameOf(forms, 1), count > 1 && IsPlan(forms[1])});
+    if (const char* reason = WhyNotRetyped(forms, left == right)) {
       report.remarks.push_back({site.Path(), reason});
       return {};
     }
@@ -138,11 +169,12 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
       for (VornBuildForm& form : forms) TellSides(form);
     }
     const TargetCount targets(forms);
+    const int acrossBefore = AcrossTargetsOf(forms[0]);
     site.section.ChangeXSectType(left, right);
     ExpressSection(site.section);
     retyping.formsAdded = forms.GetSize() - count;
     if (retyping.formsAdded > 0) {
-      report.Add("control targets across both halves removed", targets.across - TargetCount(forms).across);
+      report.Add("control targets across both halves removed", acrossBefore - AcrossTargetsOf(forms[0]));
       return "split into " + Utf8(left) + " and " + Utf8(right);
     }
     if (retyping.formsAdded < 0) {
@@ -247,6 +279,8 @@ EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& old
     ForEachTargetPoint(m_document.sets[i], [&](VornFormCtrlTargetPnt& point, int section) {
       if (point.GetBuildFormName() != oldName) return;
       if (!renamed[static_cast<std::size_t>(i)][static_cast<std::size_t>(section)]) return;
+      const CString& code = point.GetCode();
+      if (m_document.sets[i].GetXSectionArray()[section].Find(newName, &code) < 0) return;  // it named nothing before
       point.SetBuildFormName(newName);
       ++points;
     });

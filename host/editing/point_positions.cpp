@@ -109,11 +109,11 @@ InputValues BestOf(const std::vector<InputValues>& candidates, VornLocation side
   return best;
 }
 
-/// A centre point that begins the form holds its distance itself.
+/// A centre point that begins the form holds its distance itself, with the decimals of the document.
 bool ExpressStart(VornComposedPnt& start) {
   if (!start.IsCenter() || !start.GetCLDist().IsSet()) return false;
-  const double stored = start.GetX().IsSet() ? start.GetX().Value() : 0.0;
-  if (std::abs(stored - start.GetCLDist().Value()) <= kChangedPosition) return false;
+  const KelMrmFigure places = VornNumericalPrecision::GetInstance().GetDecimalPlaceDist();
+  if (Rounded(start.GetX().Value(), places) == Rounded(start.GetCLDist().Value(), places)) return false;
   start.SetX(start.GetCLDist());
   return true;
 }

@@ -362,6 +362,16 @@ TEST(EditorCrossings, GiveTheDesignBackWhenTheyAreTakenBack) {
   EXPECT_GE(crossings, 1);
 }
 
+TEST(EditorCrossings, AreTakenForWhatTheyAreWithoutTheirCodes) {
+  DesignDocument document = ReadText(OneSection(FillForm() + FlatGround("8.0000")));
+  DesignEditor editor(document);
+  editor.Recalc(10.0);
+  editor.RecalcCrossings();
+  editor.ClearCodes();
+  editor.RecalcCrossings();
+  EXPECT_EQ(FormOf(document).GetComposedPntArray().GetSize(), 7);
+}
+
 TEST(EditorCrossings, RemarkTargetsBeyondThem) {
   DesignDocument document =
       ReadText(DesignXml(SectionXml("20.0000", FillForm() + FlatGround("8.0000")) +
@@ -482,6 +492,23 @@ TEST(EditorMirror, TwiceGivesTheSameDocument) {
   }
 }
 
+TEST(EditorMirror, NeedsFormsThatBeginAtTheCentre) {
+  const std::string form = FormXml(
+      "W", "",
+      PointXml("W0", 'L', "WidthHeight", "1.0000 0.0000") + PointXml("W1", 'L', "WidthHeight", "0.5000 2.0000"));
+  DesignDocument document = ReadText(OneSection(FillForm() + form));
+  EXPECT_THAT(ErrorOf([&] { DesignEditor(document).Mirror(); }),
+              AllOf(HasSubstr("station 20.0000"), HasSubstr("form W")));
+}
+
+TEST(EditorMirror, TellsNoTargetAsLostThatNamedNothingBefore) {
+  DesignDocument document =
+      ReadText(DesignXml(SectionXml("20.0000", FillForm()) + WidthXml("20.0000", "S", "XL", "R1")));
+  DesignEditor editor(document);
+  editor.Mirror();
+  EXPECT_THAT(editor.LostTargets(), IsEmpty());
+}
+
 TEST(EditorMirror, NamesCrossingPointsForTheirSide) {
   const std::string crossed =
       WithCrossings(DesignXml(SectionXml("20.0000", FillForm() + FlatGround("8.0000")) +
@@ -555,6 +582,19 @@ TEST(EditorShift, MovesThePointsSideways) {
   EXPECT_THAT(CountsOf(report), ElementsAre("8 points shifted"));
   EXPECT_THAT(report.notes, IsEmpty());
   ExpectPositionsAreWritten(document, 10.0);
+}
+
+TEST(EditorShift, OfAHeightMovesNoSlopedPointEither) {
+  for (const std::string& sample : kSamples) {
+    DesignDocument document = Sample(sample);
+    EXPECT_THAT(DesignEditor(document).Shift(0.0, 1.0).counts, IsEmpty()) << sample;
+  }
+}
+
+TEST(EditorShift, OfTheLastDecimalIsWritten) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  DesignEditor(document).Shift(0.0001, 0.0);
+  EXPECT_THAT(WriteText(document), HasSubstr(">0.0001 0.0000<"));
 }
 
 TEST(EditorShift, AddsUp) {
@@ -672,18 +712,47 @@ TEST(EditorRetype, KeepsTheShapeOfInterleavedSides) {
   ExpectPositionsAreWritten(document, 10.0);
 }
 
-TEST(EditorRetype, JoinsHalvesThatBeginAtDifferentPlaces) {
-  const auto half = [](std::string_view type, std::string_view start, char side) {
-    return FormXml(type, type, CenterXml(start) + PointXml(std::string(1, side) + "1", side, "Rate", "-4.0000 1.500"));
-  };
+std::string Half(std::string_view name, std::string_view type, std::string_view start, char side, char letter) {
+  return FormXml(name, type, CenterXml(start) + PointXml(std::string(1, letter) + "1", side, "Rate", "-4.0000 1.500"));
+}
+
+/// Nothing of the section changes, and a remark tells why.
+void ExpectNotJoined(const std::string& forms, const std::string& reason) {
+  const std::string text = OneSection(forms);
+  DesignDocument document = ReadText(text);
+  const EditReport report = DesignEditor(document).Retype(kFill, kFill);
+  EXPECT_FALSE(report.HasChanged());
+  EXPECT_THAT(WhatOf(report.remarks), ElementsAre(HasSubstr(reason)));
+  EXPECT_EQ(WriteText(document), Rewritten(text));
+}
+
+TEST(EditorRetype, KeepsHalvesThatBeginAtDifferentPlacesApart) {
+  ExpectNotJoined(Half("A", "切土工", "0.0000 0.0000", 'L', 'L') + Half("B", "盛土工", "2.0000 -1.0000", 'R', 'R'),
+                  "one centre point");
+  const std::string loose =
+      FormXml("B", "盛土工",
+              PointXml("R0", 'R', "WidthHeight", "0.0000 0.0000") + PointXml("R1", 'R', "Rate", "-4.0000 1.500"));
+  ExpectNotJoined(Half("A", "切土工", "0.0000 0.0000", 'L', 'L') + loose, "one centre point");
+}
+
+TEST(EditorRetype, KeepsHalvesWithPointsOfOneCodeApart) {
+  ExpectNotJoined(Half("A", "切土工", "0.0000 0.0000", 'L', 'P') + Half("B", "盛土工", "0.0000 0.0000", 'R', 'P'),
+                  "points of one code");
+}
+
+TEST(EditorRetype, TellsWhenTheRightHalfStandsFirst) {
+  ExpectNotJoined(Half("A", "切土工", "0.0000 0.0000", 'R', 'R') + Half("B", "盛土工", "0.0000 0.0000", 'L', 'L'),
+                  "sort them first");
+}
+
+TEST(EditorRetype, LeadsTargetsOfHalvesWithOneName) {
   DesignDocument document =
-      ReadText(OneSection(half("切土工", "0.0000 0.0000", 'L') + half("盛土工", "2.0000 -1.0000", 'R')));
+      ReadText(DesignXml(SectionXml("20.0000", Half("A", "盛土工", "0.0000 0.0000", 'L', 'L') +
+                                                   Half("A", "盛土工", "0.0000 0.0000", 'R', 'R')) +
+                         WidthXml("20.0000", "A", "L1", "R1")));
   DesignEditor editor(document);
-  editor.Recalc(10.0);
-  editor.Retype(kFill, kFill);
-  EXPECT_THAT(CodesOf(FormOf(document)), ElementsAre("CL", "L1", "R1"));
-  ExpectAt(FormOf(document), "R1", 8.0, 5.0);
-  ExpectPositionsAreWritten(document, 10.0);
+  editor.Retype(kCut, kFill);
+  EXPECT_THAT(editor.LostTargets(), IsEmpty());
 }
 
 TEST(EditorRetype, LeadsTargetsToTheHalfThatHoldsTheirCode) {
@@ -864,6 +933,14 @@ TEST(EditorRenameForm, LeavesTheTargetsWithAFormThatKeepsTheName) {
   EXPECT_THAT(TargetsOf(document), ElementsAre("20 S L1, 20 S R1"));
 }
 
+TEST(EditorRenameForm, LeavesATargetThatNamedNothing) {
+  DesignDocument document =
+      ReadText(DesignXml(SectionXml("20.0000", FillForm()) + WidthXml("20.0000", "S", "L99", "R1")));
+  DesignEditor editor(document);
+  editor.RenameForm(kFill, "S", "T");
+  EXPECT_THAT(editor.LostTargets(), IsEmpty());
+}
+
 TEST(EditorRenameForm, RefusesANameThatIsTaken) {
   DesignDocument document = ReadText(OneSection(FillForm() + LayerForm("P")));
   EXPECT_THAT(ErrorOf([&] { DesignEditor(document).RenameForm(kFill, "S", "P"); }),
@@ -1017,6 +1094,14 @@ TEST(Editor20, ATargetAcrossBothHalvesIsRemovedAndCounted) {
   DesignEditor editor(document);
   EXPECT_THAT(CountsOf(editor.Retype(kCut, kFill)), ElementsAre("1 control targets across both halves removed"));
   EXPECT_THAT(editor.LostTargets(), IsEmpty());
+}
+
+TEST(Editor20, CountsARemovedTargetBesideOneThatIsKeptInBothHalves) {
+  DesignDocument document = In20(kFillSurface.View());
+  FormOf(document).GetFormCtrlTargetArray().Add(Target20("L1 R1"));
+  FormOf(document).GetFormCtrlTargetArray().Add(Target20("L2 R2"));
+  EXPECT_THAT(CountsOf(DesignEditor(document).Retype(kCut, kFill)),
+              ElementsAre("1 control targets across both halves removed"));
 }
 
 TEST(Editor20, AHeightAtTheCentreIsInBothHalvesAndOnceInTheJoinedForm) {

@@ -92,8 +92,7 @@ void VornXSection::DevideBuildForm(Vorn_BuildFormArray& forms, const CString& ty
   const CString rightType = type;  // type may be that of one of the forms
   if (forms.IsRoadWL_R()) RemoveLeftRightTargets(first.GetFormCtrlTargetArray());
   // A copy with its serial, so that both halves bear the same one. The control targets come in behind the renaming and
-  // keep naming the first form. Both are intended: mending either would change what a
-  // host gets from a split, and finds in its projects.
+  // keep naming the first form. Both are intended: hosts get the halves so, and projects hold them so.
   VornBuildForm right = first;
   SetTypeAndName(right, rightType);
   right.GetComposedPntArray() = TakeRightPoints(first.GetComposedPntArray());
