@@ -2,6 +2,7 @@
 
 // Everything public, in the order of the layers.
 
+#include "vorn/archive/archive_record.h"
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/control/form_ctrl_target_pnt.h"
 #include "vorn/framework/array.h"
@@ -28,7 +29,10 @@
 #include "vorn/platform/careful_difference.h"
 #include "vorn/platform/carray.h"
 #include "vorn/platform/cfile.h"
+#include "vorn/platform/clist.h"
+#include "vorn/platform/cmap.h"
 #include "vorn/platform/code_page_932.h"
+#include "vorn/platform/counted_archive.h"
 #include "vorn/platform/cstring.h"
 #include "vorn/platform/dov_data_table.h"
 #include "vorn/platform/exceptions.h"
@@ -43,6 +47,7 @@
 #include "vorn/platform/sil_string.h"
 #include "vorn/platform/tam_world2.h"
 #include "vorn/platform/wex_key.h"
+#include "vorn/types/bld_name_map.h"
 #include "vorn/types/form_attr.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/location.h"

@@ -46,6 +46,8 @@ class VornFormCtrlTarget : public Vorn_Base {
   /// points, when there are any, are a valid collection. "Upper Lower" and "Lower Upper" are never valid although
   /// regulation sets them: the limit is intended, so a regulated thickness or depth is never enabled.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   [[nodiscard]] static CString GetWorkTypeString(WorkType type);
   [[nodiscard]] CString GetWorkTypeString() const { return GetWorkTypeString(m_workType); }
@@ -145,6 +147,9 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
  public:
   [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::AnyNumber; }
   [[nodiscard]] CString tagName() const override { return "tsf:FormCtrlTarget"; }
+  /// The next serial (from store version "05.00" on), then the elements. Older data leave the next serial at 0: the
+  /// elements' own serials decide then.
+  void Serialize(CArchive& ar, const CString& tag) override;
 
   // Each copies the target into place and numbers it: one without a serial gets the next one, one that brings its own
   // raises the next serial above it.

@@ -19,6 +19,8 @@ class VornFormCtrlTargetPnt : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The station is set, and the form's name and the code are not empty.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   /// Assigns station (metres), form name, code and change-of-shape flag in one call.
   void Set(const NurReal& cumulativeDist, const CString& buildFormName, const CString& code, bool xSectChg);

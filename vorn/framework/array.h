@@ -11,7 +11,14 @@ enum class VORN_Occurs : std::int32_t { ExactlyOne = 0, ZeroOrOne = 1, AnyNumber
 
 /// The collection layer of elements that archive as a counted run.
 template <typename Type, typename ArgType = const Type&>
-class VornArray : public KelArray<Type, ArgType> {};
+class VornArray : public KelArray<Type, ArgType> {
+ public:
+  /// The 32-bit count, then every element's own record of that store version. Loading replaces what the collection
+  /// held; `CArchiveException` leaves the elements that were read.
+  virtual void Serialize(CArchive& ar, const CString& tag) {
+    SerializeCounted(ar, *this, [&](Type& item) { item.Serialize(ar, tag); });
+  }
+};
 
 /// A collection of like elements that tests its own cardinality, writes all its members and reads a run of them.
 /// It owns its elements by value. Derived collections fix the tag and the cardinality.

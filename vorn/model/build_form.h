@@ -22,6 +22,8 @@ class VornBuildForm : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The name is not empty, and the points and the control targets are valid collections.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   /// Non-zero: the form is not written to documents, in any edition.
   [[nodiscard]] const std::int32_t& GetOmitFlag() const { return m_omitFlag; }

@@ -96,6 +96,8 @@ class VornComposedPnt : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The main code is not empty and an existence was given.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   // --- position and input values -------------------------------------------------------------------------------
 
@@ -326,6 +328,9 @@ class VornComposedPnt : public Vorn_Base {
   template <typename Member, typename Value>
   void SetDetail(Member Detail::*member, const Value& value, PntType t);
   void ReadAttribute(std::string_view name, std::string_view value);
+  /// The record of store versions before "06.00", which know one detail record only.
+  void Serialize550Before(CArchive& ar, const CString& tag);
+  void FromOneDetail();
   [[nodiscard]] std::array<KelMrmFigure, 2> TextPlaces() const;
 
   std::uint32_t m_drawID = 0xFFFFFFFF;

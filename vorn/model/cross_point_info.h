@@ -15,6 +15,9 @@ class VornCrossPointInfo {
   VornCrossPointInfo& operator=(VornCrossPointInfo&&) noexcept = default;
   virtual ~VornCrossPointInfo() = default;
 
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
+
   /// Distance of the crossing from the centre line in metres; unset when there is no crossing.
   [[nodiscard]] const NurReal& GetDist() const { return m_dist; }
   void SetDist(const NurReal& dist) { m_dist = dist; }

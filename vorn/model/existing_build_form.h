@@ -16,6 +16,8 @@ class VornExistingComposedPnt : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// Distance and height are both set.
   [[nodiscard]] bool IsEnable() const override { return m_clDist.IsSet() && m_gh.IsSet(); }
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   /// Horizontal distance from the centre line in metres, negative on the left.
   [[nodiscard]] const NurReal& GetCLDist() const { return m_clDist; }
@@ -71,6 +73,8 @@ class VornExistingBuildForm : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The name is not empty, and there are at least two points, each enabled.
   [[nodiscard]] bool IsEnable() const override { return !m_name.IsEmpty() && m_composedPntArray.IsEnable(); }
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   [[nodiscard]] const CString& GetName() const { return m_name; }
   [[nodiscard]] CString& GetName() { return m_name; }

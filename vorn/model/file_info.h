@@ -13,6 +13,10 @@ class VornFileInfo : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The creation date is valid.
   [[nodiscard]] bool IsEnable() const override { return m_createDate.GetStatus() == COleDateTime::valid; }
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
+  /// The small record of the road data, the same for every store version.
+  void Serialize(CArchive& ar, const char* storeVersion);
 
   [[nodiscard]] const COleDateTime& GetCreateDate() const { return m_createDate; }
   [[nodiscard]] COleDateTime& GetCreateDate() { return m_createDate; }

@@ -7,6 +7,9 @@
 /// has no form in documents.
 class VornPresPoint : public Vorn_Base {
  public:
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
+
   [[nodiscard]] const NurReal& GetFirst() const { return m_first; }
   [[nodiscard]] NurReal& GetFirst() { return m_first; }
   [[nodiscard]] const NurReal& GetSecond() const { return m_second; }

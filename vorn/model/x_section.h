@@ -20,6 +20,11 @@ class VornXSection : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// The station is set, and there is at least one build form, each enabled.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
+  /// The record of store versions up to "03.00". Writing it keeps nothing but the build forms: intended, old programs
+  /// read no more.
+  virtual void SerializeOld(CArchive& ar, const CString& tag);
 
   /// Non-zero: the existing ground is written to documents. Reading sets it.
   [[nodiscard]] const std::int32_t& GetExistingFlag() const { return m_existingFlag; }

@@ -18,6 +18,10 @@ class VornXSections : public Vorn_Base {
   bool fromXML(PimIterator* cursor) override;
   /// Both alignments are named, and there is at least one cross section, each enabled.
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
+  /// The record of store versions up to "03.00": the names of the alignments and the cross sections.
+  virtual void SerializeOld(CArchive& ar, const CString& tag);
 
   /// Name of the road alignment.
   [[nodiscard]] const CString& GetRefAlign() const { return m_refAlign; }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "vorn/platform/carray.h"
+#include "vorn/platform/counted_archive.h"
 
 /// The framework's array with a range test.
 template <typename Type, typename ArgType = const Type&>
@@ -30,4 +31,11 @@ class KelArray : public CArray<Type, ArgType> {
 
 /// A plain array of values that archive as themselves, such as lists of identifiers.
 template <typename Type>
-class KelArraySerial : public KelArray<Type, Type> {};
+class KelArraySerial : public KelArray<Type, Type> {
+ public:
+  /// The 32-bit count, then the values, 32 bits each.
+  void Serialize(CArchive& ar) {
+    static_assert(sizeof(Type) == 4);
+    SerializeCounted(ar, *this, [&](Type& value) { ar.IsLoading() ? ar >> value : ar << value; });
+  }
+};

@@ -31,6 +31,8 @@ class VornStructureType : public Vorn_Base {
   /// The work type is one of the nine names (without regard to case) and the station type one of "NO", "SP", "STA"
   /// and "距離標" (exactly).
   [[nodiscard]] bool IsEnable() const override;
+  /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
+  virtual void Serialize(CArchive& ar, const CString& tag);
 
   /// Empties all four texts, the station type too.
   void Initialize();

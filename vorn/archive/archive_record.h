@@ -1,0 +1,86 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string_view>
+
+#include "vorn/platform/carchive.h"
+#include "vorn/platform/cstring.h"
+#include "vorn/platform/dov_data_table.h"
+
+/// A part of a record that is a record itself, of the same store version.
+template <typename T>
+concept ArchivePart = requires(T& part, CArchive& ar, const CString& tag) {
+  part.Serialize(ar, tag);
+};
+
+/// One record of the project archive, described once for both directions: whoever reads down a `Serialize` sees the
+/// bytes in their order, each field with the store versions that have it.
+///
+///     ArchiveRecord record(ar, tag);
+///     record.ExtensionTable();
+///     record.Field(m_name);
+///     record.Since("05.00", m_serialID);         // always written, read from 05.00 on
+///     record.OnlyFrom("04.00", m_targetPntArray);  // absent before 04.00, both ways
+///
+/// Store versions are texts such as "05.50", compared byte by byte.
+class ArchiveRecord {
+ public:
+  /// Archive and tag have to outlive the record.
+  ArchiveRecord(CArchive& ar, const CString& tag) : m_ar(ar), m_tag(tag) {}
+  ArchiveRecord(CArchive& ar, CString&& tag) = delete;
+
+  [[nodiscard]] bool IsLoading() const { return m_ar.IsLoading(); }
+  [[nodiscard]] bool IsStoring() const { return m_ar.IsStoring(); }
+  /// Whether the store version is that one or later.
+  [[nodiscard]] bool IsFrom(std::string_view version) const { return m_tag.Compare(version) >= 0; }
+  [[nodiscard]] bool IsAfter(std::string_view version) const { return m_tag.Compare(version) > 0; }
+
+  /// A slot in which later versions can carry values: written empty, read and forgotten.
+  void ExtensionTable() {
+    DovDataTable table;
+    table.Serialize(m_ar);
+  }
+
+  template <typename T>
+  void Field(T& value) {
+    if constexpr (ArchivePart<T>) {
+      value.Serialize(m_ar, m_tag);
+    } else if constexpr (requires { value.Serialize(m_ar); }) {
+      value.Serialize(m_ar);
+    } else if (IsLoading()) {
+      m_ar >> value;
+    } else {
+      m_ar << value;
+    }
+  }
+
+  /// Written in every version, read from that one on: what it is read into keeps its value with older data.
+  template <typename T>
+  void Since(std::string_view version, T& value) {
+    if (IsStoring() || IsFrom(version)) Field(value);
+  }
+
+  /// Neither written nor read before that version.
+  template <typename T>
+  void OnlyFrom(std::string_view version, T& value) {
+    if (IsFrom(version)) Field(value);
+  }
+
+  /// A place that holds nothing any more: written as given, read and forgotten.
+  template <typename T>
+  void Reserved(T written) {
+    Field(written);
+  }
+
+ private:
+  CArchive& m_ar;
+  const CString& m_tag;
+};
+
+/// The next serial of a collection that numbers its elements. Data older than "05.00" have none and leave it at 0.
+inline void SerializeNextSerialID(CArchive& ar, const CString& tag, std::uint32_t& nextSerialID) {
+  ArchiveRecord record(ar, tag);
+  if (record.IsLoading()) nextSerialID = 0;
+  record.Since("05.00", nextSerialID);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "vorn/platform/carchive.h"
+
+/// Stores or loads the elements of an array behind their 32-bit count; loading replaces what the array held.
+///
+/// A count that the bytes left cannot back, at least four for each element, throws end-of-file. Room is made as the
+/// elements really come, and never beyond the count: a damaged file cannot make an array outgrow it.
+/// @param transfer stores or loads one element
+template <typename Array, typename Transfer>
+void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer) {
+  if (ar.IsStoring()) {
+    ar << static_cast<std::uint32_t>(items.GetSize());
+    for (auto& item : items) transfer(item);
+    return;
+  }
+  constexpr std::uint64_t kLeastBytes = 4;
+  std::uint32_t count = 0;
+  ar >> count;
+  ar.RequireRemaining(count * kLeastBytes);
+  if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max())) {
+    throw CArchiveException(CArchiveException::badIndex);
+  }
+  items.RemoveAll();
+  std::uint32_t room = 0;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (i == room) {
+      room = std::min(count, std::max(2 * room, std::uint32_t{8}));
+      items.Reserve(static_cast<int>(room));
+    }
+    items.SetSize(static_cast<int>(i) + 1);
+    transfer(items.GetData()[i]);
+  }
+}
