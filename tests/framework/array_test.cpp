@@ -42,6 +42,15 @@ class Item : public Vorn_Base {
     return m_name != "bad";
   }
 
+  void Serialize(CArchive& ar, const CString& tag) {
+    if (ar.IsLoading()) {
+      ar >> m_name;
+      m_name += tag;
+    } else {
+      ar << m_name;
+    }
+  }
+
   [[nodiscard]] const CString& Name() const { return m_name; }
 
   static inline int s_enableTests = 0;

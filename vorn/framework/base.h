@@ -10,6 +10,8 @@
 #include "vorn/platform/ole_date_time.h"
 #include "vorn/platform/pim_iterator.h"
 
+class CArchive;
+
 /// Which kind of document the XML layer works on, for all elements alike.
 enum class VORN_DataKind : std::int32_t {
   FormControl = 0,
