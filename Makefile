@@ -4,7 +4,7 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test bench dependencies configure format check-format clean
+.PHONY: demo test bench fuzz dependencies configure format check-format clean
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -17,6 +17,18 @@ test: configure
 bench: configure
 	cmake --build --preset release --target vorn_bench
 	build/release/bench/vorn_bench
+
+# Starts from the corpus in the sources and keeps what it finds in the build.
+FUZZ_SECONDS = 600
+FUZZ_DIR = build/fuzz/fuzz
+FUZZ_LIMITS = -max_len=65536 -rss_limit_mb=1024 -malloc_limit_mb=128 -timeout=10
+
+fuzz: dependencies
+	cmake --preset fuzz
+	cmake --build --preset fuzz --target vorn_archive_fuzz
+	mkdir -p $(FUZZ_DIR)/found/archive
+	$(FUZZ_DIR)/vorn_archive_fuzz $(FUZZ_LIMITS) -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
+	  -dict=fuzz/archive.dict -artifact_prefix=$(FUZZ_DIR)/ $(FUZZ_DIR)/found/archive fuzz/corpus/archive
 
 configure: dependencies
 	cmake --preset release

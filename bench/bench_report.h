@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,7 +20,8 @@ class BenchReporter : public benchmark::ConsoleReporter {
     std::string what;      ///< "read a document / parse alone"
     std::string measured;  ///< name of a benchmark, with its argument ("Crossings/2000")
     std::string baseline;  ///< name of the benchmark that it is compared with
-    double target;         ///< the ratio should not be above it
+    /// The ratio should not be above it; without one it is only told.
+    std::optional<double> target = std::nullopt;
   };
   /// How the time of a benchmark grows between two sizes, as the exponent of a power: 1 is linear, 2 quadratic.
   struct Growth {
@@ -49,7 +51,8 @@ class BenchReporter : public benchmark::ConsoleReporter {
       const double* measured = Median(ratio.measured);
       const double* baseline = Median(ratio.baseline);
       if (measured == nullptr || baseline == nullptr) continue;
-      std::printf("%-60s %8.2f %8.2f\n", ratio.what.c_str(), *measured / *baseline, ratio.target);
+      std::printf("%-60s %8.2f", ratio.what.c_str(), *measured / *baseline);
+      ratio.target ? std::printf(" %8.2f\n", *ratio.target) : std::printf(" %8s\n", "-");
     }
     std::printf("\n%-60s %8s %8s\n", "growth (exponent, medians of this run)", "exponent", "target");
     for (const Growth& growth : m_growths) {

@@ -22,6 +22,10 @@ int main(int argc, char** argv) {
           {"write a document / save alone", "WriteDocument", "SaveAlone", 4.0},
           {"crossings, 50 design segments x 2,000 ground points / all pairs", "CrossingsByGround/2000",
            "CrossingsAllPairs/2000", 0.125},
+          {"store a million points / cereal", "StoreArchive", "CerealStore", 1.0},
+          {"load a million points / cereal", "LoadArchive", "CerealLoad", 1.0},
+          {"store a million points / copy the bytes", "StoreArchive", "CopyArchiveBytes"},
+          {"load a million points / copy the bytes", "LoadArchive", "CopyArchiveBytes"},
       },
       {
           {"crossings, by ground points", "CrossingsByGround", 1'000, 100'000, kLinear},

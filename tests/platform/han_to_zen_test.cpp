@@ -65,6 +65,16 @@ TEST(HanToZen, LeavesDoubleByteCharactersUntouched) {
   EXPECT_EQ(SilString::HanToZen(u8"No.1 盛土ｶﾞA"_cp932), u8"Ｎｏ．１　盛土ガＡ"_cp932);
 }
 
+TEST(HanToZen, ChangesNothingWhenDoneAgain) {
+  for (int first = 0; first <= 0xFF; ++first) {
+    for (int second = 0; second <= 0xFF; ++second) {
+      const std::string text{static_cast<char>(first), static_cast<char>(second), '2'};
+      const CString full = SilString::HanToZen(text);
+      EXPECT_EQ(SilString::HanToZen(full.View()), full) << first << ' ' << second;
+    }
+  }
+}
+
 TEST(HanToZen, CopiesOtherBytes) {
   EXPECT_EQ(SilString::HanToZen("\t\r\n\x7F"), "\t\r\n\x7F");
   EXPECT_EQ(SilString::HanToZen("\x80\xA0\xFD\xFE\xFF"), "\x80\xA0\xFD\xFE\xFF");

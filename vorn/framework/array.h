@@ -16,7 +16,10 @@ class VornArray : public KelArray<Type, ArgType> {
   /// The 32-bit count, then every element's own record of that store version. Loading replaces what the collection
   /// held; `CArchiveException` leaves the elements that were read.
   virtual void Serialize(CArchive& ar, const CString& tag) {
-    SerializeCounted(ar, *this, [&](Type& item) { item.Serialize(ar, tag); });
+    std::uint32_t leastBytes = 0;
+    if constexpr (requires { Type::kLeastArchiveBytes; }) leastBytes = Type::kLeastArchiveBytes;
+    const auto transfer = [&](Type& item) { item.Serialize(ar, tag); };
+    SerializeCounted(ar, *this, transfer, leastBytes);
   }
 };
 

@@ -15,6 +15,9 @@ enum class TargetPntCategory : std::int32_t { None = 0, Structure = 1 };
 /// "tsf:BuildForm".
 class VornBuildForm : public Vorn_Base {
  public:
+  /// Of a record with empty texts and collections, in the store version in which it is shortest.
+  static constexpr std::uint32_t kLeastArchiveBytes = 18;
+
   VornBuildForm();
 
   /// Writes nothing, and succeeds, for an omitted or unexported form and for one with fewer than two points.

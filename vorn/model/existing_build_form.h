@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "vorn/framework/array.h"
@@ -66,6 +67,9 @@ class VornExistingComposedPntArray : public Vorn_Array<VornExistingComposedPnt> 
 /// edition 4.0 on.
 class VornExistingBuildForm : public Vorn_Base {
  public:
+  /// Of a record with an empty name and no points.
+  static constexpr std::uint32_t kLeastArchiveBytes = 9;
+
   VornExistingBuildForm();
 
   /// Writes nothing, and succeeds, for a form with fewer than two points.

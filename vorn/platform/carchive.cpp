@@ -199,6 +199,11 @@ CArchive& operator<<(CArchive& ar, const CString& text) {
 
 CArchive& operator>>(CArchive& ar, CString& text) {
   const std::uint32_t length = ReadTextLength(ar);
+  if (length <= ar.InBuffer()) {
+    text = std::string_view(reinterpret_cast<const char*>(ar.m_at), length);
+    ar.m_at += length;
+    return ar;
+  }
   ar.RequireRemaining(length);
   RequireTextLength(length);
   std::string bytes(length, '\0');

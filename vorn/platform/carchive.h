@@ -151,6 +151,8 @@ class CArchive {
   }
 
  private:
+  friend CArchive& operator>>(CArchive& ar, CString& text);
+
   static_assert(std::numeric_limits<float>::is_iec559 && std::numeric_limits<double>::is_iec559);
 
   template <std::size_t kSize>

@@ -12,17 +12,17 @@
 /// A count that the bytes left cannot back, at least four for each element, throws end-of-file. Room is made as the
 /// elements really come, and never beyond the count: a damaged file cannot make an array outgrow it.
 /// @param transfer stores or loads one element
+/// @param leastBytes what the shortest element takes in the archive; 0 when that is not known
 template <typename Array, typename Transfer>
-void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer) {
+void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer, std::uint32_t leastBytes = 0) {
   if (ar.IsStoring()) {
     ar << static_cast<std::uint32_t>(items.GetSize());
     for (auto& item : items) transfer(item);
     return;
   }
-  constexpr std::uint64_t kLeastBytes = 4;
   std::uint32_t count = 0;
   ar >> count;
-  ar.RequireRemaining(count * kLeastBytes);
+  ar.RequireRemaining(count * std::max<std::uint64_t>(leastBytes, 4));
   if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max())) {
     throw CArchiveException(CArchiveException::badIndex);
   }
@@ -31,6 +31,9 @@ void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer) {
   for (std::uint32_t i = 0; i < count; ++i) {
     if (i == room) {
       room = std::min(count, std::max(2 * room, std::uint32_t{8}));
+      // Both the old room and the new one are there while an array grows: the last time it does so less than half of
+      // it is read. The bytes for all the rest are there.
+      if (leastBytes > 0 && room > count / 2) room = count;
       items.Reserve(static_cast<int>(room));
     }
     items.SetSize(static_cast<int>(i) + 1);

@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "tests/archive/expected_bytes.h"
+#include "vorn/model/measure_info.h"
+#include "vorn/model/pres_point.h"
+#include "vorn/model/x_sections.h"
+#include "vorn/types/bld_name_map.h"
+
+// What reading an archive allocates at most, measured by replacing the global allocation: therefore an executable of
+// its own. The inputs are the worst there are: as many of the shortest records as fit, one more than a growing array
+// has room for.
+
+namespace {
+
+constexpr std::size_t kHeader = alignof(std::max_align_t);
+
+std::atomic<std::size_t> g_used{0};
+std::atomic<std::size_t> g_peak{0};
+
+void* Allocate(std::size_t size) {
+  auto* block = static_cast<unsigned char*>(std::malloc(size + kHeader));
+  if (block == nullptr) throw std::bad_alloc();
+  *reinterpret_cast<std::size_t*>(block) = size;
+  const std::size_t used = g_used += size;
+  std::size_t peak = g_peak;
+  while (used > peak && !g_peak.compare_exchange_weak(peak, used)) {
+  }
+  return block + kHeader;
+}
+
+void Release(void* memory) noexcept {
+  if (memory == nullptr) return;
+  auto* block = static_cast<unsigned char*>(memory) - kHeader;
+  g_used -= *reinterpret_cast<std::size_t*>(block);
+  std::free(block);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return Allocate(size); }
+void* operator new[](std::size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { Release(memory); }
+void operator delete[](void* memory) noexcept { Release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Release(memory); }
+
+namespace {
+
+using archive_test::Bytes;
+using archive_test::EmptyTable;
+using archive_test::ExpectedBytes;
+using archive_test::I32;
+using archive_test::Real;
+using archive_test::Text;
+using archive_test::U16;
+using archive_test::U32;
+using archive_test::U8;
+using test_support::ArchiveRefusal;
+using test_support::LoadingArchive;
+using test_support::operator+;
+
+/// The shortest record of one kind in the version in which it is shortest.
+struct Shortest {
+  const char* version;
+  Bytes record;
+};
+
+const ExpectedBytes kOldPoint = {
+    {"table", EmptyTable()}, {"distance", Real(0)}, {"height", Real(0)},   {"X", Real(0)},    {"Y", Real(0)},
+    {"code", Text("")},      {"series", U8(0)},     {"existence", U32(0)}, {"flags", U32(0)}, {"reserved", U32(0)},
+    {"type", U16(0)},        {"location", U32(0)},  {"component", U32(0)}, {"slope", U32(0)}};
+const ExpectedBytes kOldTarget = {{"table", EmptyTable()}, {"code", Text("")},   {"work", I32(0)}, {"item", I32(0)},
+                                  {"scope", Text("")},     {"region", Text("")}, {"type", I32(0)}, {"side", I32(0)}};
+const ExpectedBytes kOldForm = {{"table", EmptyTable()}, {"name", Text("")}, {"type", Text("")},
+                                {"export", U32(0)},      {"points", U32(0)}, {"targets", U32(0)}};
+const ExpectedBytes kTargetPoint = {{"table", EmptyTable()}, {"station", Real(0)}, {"change", U8(0)},
+                                    {"form", Text("")},      {"code", Text("")},   {"word", U16(0)},
+                                    {"double word", U32(0)}};
+const ExpectedBytes kOldSection = {{"table", EmptyTable()}, {"station", Real(0)}, {"change", U8(0)},
+                                   {"control", U8(0)},      {"name", Text("")},   {"up", Real(0)},
+                                   {"sideways", Real(0)},   {"forms", U32(0)},    {"points", U32(0)}};
+const ExpectedBytes kGroundPoint = {
+    {"distance", Real(0)}, {"height", Real(0)}, {"name", Text("")}, {"table", EmptyTable()}};
+const ExpectedBytes kGround = {{"name", Text("")}, {"points", U32(0)}, {"table", EmptyTable()}};
+const ExpectedBytes kMeasure = {{"table", EmptyTable()}, {"first", U32(0)}, {"second", U32(0)}};
+const ExpectedBytes kPresentation = {{"table", EmptyTable()}, {"first", Real(0)}, {"second", Real(0)}};
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;
+/// Small, so that small inputs show what large ones would come to.
+constexpr std::size_t kAllowedAlways = kMiB / 4;
+
+/// An array that doubles has room for so many elements, and holds two rooms when one more comes.
+constexpr std::uint32_t kRoom = std::uint32_t{8} << 11;
+
+Bytes Repeated(const Bytes& record, std::size_t times) {
+  Bytes bytes;
+  bytes.reserve(record.size() * times);
+  for (std::size_t i = 0; i < times; ++i) bytes.insert(bytes.end(), record.begin(), record.end());
+  return bytes;
+}
+
+struct Peak {
+  std::size_t bytes;  ///< what reading allocated at most
+  std::size_t input;
+
+  [[nodiscard]] std::string Text() const {
+    return std::to_string(bytes / kMiB) + " MiB for " + std::to_string(input) + " bytes, " +
+           std::to_string(static_cast<double>(bytes) / static_cast<double>(input)) + " times";
+  }
+};
+
+/// Reads an array of a number of records that announces another number of them.
+template <typename Array>
+Peak PeakOf(const Bytes& record, const char* version, std::uint32_t announced, std::uint32_t elements) {
+  const Bytes bytes = U32(announced).bytes + Repeated(record, elements);
+  const std::size_t input = bytes.size();
+  LoadingArchive ar(bytes);
+  const CString tag(version);
+  const std::size_t before = g_used;
+  g_peak = before;
+  Array array;
+  const auto cause = ArchiveRefusal([&] {
+    if constexpr (requires { array.Serialize(*ar); }) {
+      array.Serialize(*ar);
+    } else {
+      array.Serialize(*ar, tag);
+    }
+  });
+  EXPECT_EQ(cause, announced > elements ? CArchiveException::endOfFile : CArchiveException::none);
+  if (announced <= elements) {
+    EXPECT_EQ(array.GetSize(), static_cast<int>(announced));
+  }
+  return {g_peak - before, input};
+}
+
+template <typename Array>
+void ExpectModest(const ExpectedBytes& element, const char* version) {
+  const Bytes record = element.All();
+  for (const std::uint32_t elements : {kRoom + 1, 2 * kRoom}) {
+    const Peak honest = PeakOf<Array>(record, version, elements, elements);
+    EXPECT_LE(honest.bytes, kAllowedAlways + 32 * honest.input) << honest.Text();
+    // More than there are, as many as records of so many bytes would be.
+    for (const std::size_t least : {4, 5, 6, 8, 9, 11, 12, 16, 18}) {
+      const auto announced = static_cast<std::uint32_t>(record.size() * elements / least);
+      if (announced <= elements) continue;
+      const Peak boasting = PeakOf<Array>(record, version, announced, elements);
+      EXPECT_LE(boasting.bytes, kAllowedAlways + 32 * boasting.input) << least << ": " << boasting.Text();
+    }
+  }
+}
+
+TEST(ArchiveMemory, ComposedPoints) { ExpectModest<Vorn_Array<VornComposedPnt>>(kOldPoint, "03.00"); }
+TEST(ArchiveMemory, BuildForms) { ExpectModest<Vorn_Array<VornBuildForm>>(kOldForm, "04.00"); }
+TEST(ArchiveMemory, ControlTargets) { ExpectModest<Vorn_Array<VornFormCtrlTarget>>(kOldTarget, "03.00"); }
+TEST(ArchiveMemory, TargetPoints) { ExpectModest<VornFormCtrlTargetPntArray>(kTargetPoint, "04.00"); }
+TEST(ArchiveMemory, CrossSections) { ExpectModest<Vorn_XSectionArray>(kOldSection, "03.00"); }
+TEST(ArchiveMemory, ExistingGrounds) { ExpectModest<VornExistingBuildFormArray>(kGround, "06.00"); }
+TEST(ArchiveMemory, ExistingGroundPoints) { ExpectModest<VornExistingComposedPntArray>(kGroundPoint, "06.00"); }
+TEST(ArchiveMemory, PresentationPoints) { ExpectModest<Vorn_Array<VornPresPoint>>(kPresentation, "03.00"); }
+TEST(ArchiveMemory, RegistriesOfNames) {
+  const ExpectedBytes item = {{"table", EmptyTable()}, {"name", Text("")}, {"color", U32(0)}};
+  const Bytes bytes = ExpectedBytes({{"table", EmptyTable()},
+                                     {"count", U32(1)},
+                                     {"key", Text("")},
+                                     {"list table", EmptyTable()},
+                                     {"list count", U32(0xFFFFFFFF)}})
+                          .All() +
+                      Repeated(item.All(), kRoom);
+  LoadingArchive ar(bytes);
+  const std::size_t before = g_used;
+  g_peak = before;
+  VornBldNameMap registry;
+  EXPECT_EQ(ArchiveRefusal([&] { registry.Serialize(*ar); }), CArchiveException::endOfFile);
+  EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+}
+
+TEST(ArchiveMemory, Measurements) {
+  const Bytes bytes = EmptyTable().bytes + U32(2 * kRoom).bytes + Repeated(kMeasure.All(), kRoom + 1);
+  LoadingArchive ar(bytes);
+  const CString tag("06.00");
+  const std::size_t before = g_used;
+  g_peak = before;
+  VornMeasureInfos measures;
+  EXPECT_EQ(ArchiveRefusal([&] { measures.Serialize(*ar, tag); }), CArchiveException::endOfFile);
+  EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+}
+
+TEST(ArchiveMemory, Identifiers) { ExpectModest<VornUIntArray>({{"value", U32(7)}}, ""); }
+
+}  // namespace

@@ -1,0 +1,85 @@
+#include "vorn/platform/clist.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+template <typename Type>
+std::vector<Type> Items(const CList<Type>& list) {
+  return {list.begin(), list.end()};
+}
+
+TEST(CList, StartsEmpty) {
+  const CList<int> list;
+  EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(list.GetCount(), 0);
+  EXPECT_EQ(list.GetSize(), 0);
+  EXPECT_THAT(Items(list), IsEmpty());
+}
+
+TEST(CList, TakesABlockSizeThatChangesNothing) {
+  CList<int> list(1);
+  for (int i = 0; i < 3; ++i) list.AddTail(i);
+  EXPECT_THAT(Items(list), ElementsAre(0, 1, 2));
+}
+
+TEST(CList, AddsAtTheEnd) {
+  CList<std::string> list;
+  const std::string first = "first";
+  list.AddTail(first);
+  list.AddTail(std::string("second"));
+  EXPECT_THAT(Items(list), ElementsAre("first", "second"));
+  EXPECT_EQ(list.GetCount(), 2);
+  EXPECT_EQ(list.GetSize(), 2);
+  EXPECT_FALSE(list.IsEmpty());
+}
+
+TEST(CList, MovesWhatItIsGiven) {
+  CList<std::unique_ptr<int>> list;
+  list.AddTail(std::make_unique<int>(7));
+  EXPECT_EQ(**list.begin(), 7);
+}
+
+TEST(CList, HandsItsItemsOutToBeChanged) {
+  CList<int> list;
+  list.AddTail(1);
+  *list.begin() = 5;
+  EXPECT_THAT(Items(list), ElementsAre(5));
+}
+
+TEST(CList, KeepsTheAddressesOfItsItems) {
+  CList<int> list;
+  list.AddTail(0);
+  const int* first = &*list.begin();
+  for (int i = 1; i < 1000; ++i) list.AddTail(i);
+  EXPECT_EQ(&*list.begin(), first);
+  EXPECT_EQ(*first, 0);
+}
+
+TEST(CList, CopiesItsItems) {
+  CList<int> list;
+  list.AddTail(1);
+  CList<int> copy = list;
+  copy.AddTail(2);
+  EXPECT_THAT(Items(list), ElementsAre(1));
+  list = copy;
+  EXPECT_THAT(Items(list), ElementsAre(1, 2));
+}
+
+TEST(CList, RemovesAll) {
+  CList<int> list;
+  list.AddTail(1);
+  list.RemoveAll();
+  EXPECT_TRUE(list.IsEmpty());
+}
+
+}  // namespace

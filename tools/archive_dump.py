@@ -1,0 +1,601 @@
+#!/usr/bin/env python3
+"""Prints a record of the project archive as a tree, each value with its offset in the file.
+
+    tools/archive_dump.py --version 05.00 --record x-sections FILE
+    tools/archive_dump.py --version 06.00 --record file-info-array --json - < FILE
+
+An archive tells neither its store version nor what it holds: the application that wrote it knows both, and they have
+to be given here. The name of a record with "-array" behind it is a collection of such records. docs/archive-format.md
+describes the bytes; the tables below are that description as data.
+
+Exit codes: 0 the record was read, 1 the data is damaged or more bytes follow, 2 the command was misused or the file
+could not be read.
+"""
+
+import argparse
+import json
+import math
+import os
+import re
+import struct
+import sys
+from collections import namedtuple
+
+# --- types -----------------------------------------------------------------------------------------------------------
+
+# A value of fixed width: struct format, and how the tree shows it.
+Number = namedtuple("Number", "code show")
+Bool = namedtuple("Bool", "")
+Text = namedtuple("Text", "")
+Real = namedtuple("Real", "")
+Date = namedtuple("Date", "")
+# An extension table; names tells what its keys stand for.
+Table = namedtuple("Table", "names")
+# 32-bit count, then the elements: a type or the name of a record.
+List = namedtuple("List", "element")
+# A list that numbers its elements: before the count the next serial.
+NumberedList = namedtuple("NumberedList", "element")
+
+UNSET_REAL = -1e-99
+UNASSIGNED = 0xFFFFFFFF
+
+
+def enumeration(**names):
+    texts = {value: name.rstrip("_") for name, value in names.items()}
+    return Number("i", lambda value: f"{value} ({texts[value]})" if value in texts else str(value))
+
+
+U8 = Number("B", str)
+U16 = Number("H", str)
+I32 = Number("i", str)
+U32 = Number("I", str)
+ID = Number("I", lambda value: "unassigned" if value == UNASSIGNED else str(value))
+BITS = Number("I", lambda value: f"0x{value:08X}")
+POINT_TYPE = Number("H", lambda value: f"0x{value:04X}" + " (KE)" * (value & 1) + " (cross)" * (value >> 1 & 1))
+WORK_CODE = Number("i", lambda value: f"{value} ({'切土工' if value else '盛土工'})")
+BOOL = Bool()
+TEXT = Text()
+REAL = Real()
+DATE = Date()
+TABLE = Table({})
+IDS = List(ID)
+
+DATE_STATUSES = {-1: "error", 0: "valid", 1: "invalid", 2: "null"}
+
+LOCATION = enumeration(Unset=-1, Center=0, Left=1, Right=2)
+EXISTENCE = enumeration(Unset=-1, Empty=0, false=1, true=2)
+DATA_TYPE = enumeration(Unset=-1, WidthHeight=0, Percent=1, Rate=2)
+SLOPE_TYPE = enumeration(Unset=-1, Percent=0, Rate=1)
+COMPONENT_TYPE = enumeration(
+    Unset=-1, RoadbedFill=0, RoadbedCut=1, SlopeFill=2, SlopeCut=3, BermFill=4, BermCut=5, Other=6, Roadbed=7,
+    Slope=8, Berm=9,
+)  # fmt: skip
+ELEMENT_TYPE = enumeration(
+    Unset=-1, Carriageway=0, Median=1, Shoulder=2, StoppingLane=3, Sidewalk=4, PlantingStrip=5, FrontageRoad=6,
+    TrackBed=7, Separator=8, MarginalStrip=9, Subgrade=10, RoadBody=11, Excavation=12, SlopeFill=13, SlopeCut=14,
+    BermFill=15, BermCut=16, RetainingWall=17, SideDitch=18, Pavement=19, Other=20, LeveeCrown=21,
+    EarthworkSurfaceFill=22,
+)  # fmt: skip
+CATEGORY = enumeration(None_=0, Structure=1)
+WORK_TYPE = enumeration(Unset=-1, CutWork=0, FillWork=1)
+CONTROL_ITEM = enumeration(
+    Unset=-1, SlopeLength=0, Width=1, Height=2, Thickness=3, Depth=4, XSectArea=5, Length=6, Area=7
+)
+TARGET_PNT_TYPE = enumeration(
+    Unset=-1, ShoulderToe=0, ToeShoulder=1, InnerOuter=2, LeftRight=3, TargetPnt=4, UpperLower=5, LowerUpper=6
+)
+CROSS_POINT_TYPE = enumeration(None_=0)
+
+ELEMENT_TYPE_KEY = 1
+PAVEMENT_KEYS = {1: "paveID", 2: "scaleID"}
+PAVEMENT_KEYS.update({100 + i: f"kindID[{i}]" for i in range(14)})
+PAVEMENT_KEYS.update({200 + i: f"furtherID[{i}]" for i in range(6)})
+
+# --- records ---------------------------------------------------------------------------------------------------------
+
+# A field of a record. `read` and `written` tell in which store versions it is read and written, as conditions that
+# all have to hold: "" for always, ">=04.00 <05.00", "never".
+Field = namedtuple("Field", "name type read written")
+
+
+def field(name, type_, read="", written=None):
+    return Field(name, type_, read, read if written is None else written)
+
+
+EXTENSION = field("extension", TABLE)
+
+RECORDS = {
+    "x-sections": [
+        EXTENSION,
+        field("refAlign", TEXT),
+        field("refVertical", TEXT),
+        field("projectPhase", TEXT, ">03.00"),
+        field("alignment", BOOL, ">03.00"),
+        field("xSections", List("x-section")),
+        field("formCtrlTargets", NumberedList("form-ctrl-target"), ">03.00"),
+    ],
+    "x-section": [
+        EXTENSION,
+        field("cumulativeDist", REAL, written=">03.00"),
+        field("xSectChg", BOOL, written=">03.00"),
+        field("controlSect", BOOL, written=">03.00"),
+        field("name", TEXT, written=">03.00"),
+        field("shiftGH", REAL, written=">03.00"),
+        field("shiftDist", REAL, written=">03.00"),
+        field("directionAngle", TEXT, ">03.00"),
+        field("targetPntID", TEXT, ">03.00"),
+        field("sectionID", ID, ">03.00"),
+        field("height", REAL, ">=05.00"),
+        field("buildForms", NumberedList("build-form")),
+        field("existingBuildForms", List("existing-build-form"), ">03.00"),
+        field("presPoints", List("pres-point"), "<=03.00"),
+    ],
+    "build-form": [
+        EXTENSION,
+        field("name", TEXT),
+        field("xSectType", TEXT, ">=04.00"),
+        field("oldWorkCode", WORK_CODE, "<04.00", written="never"),
+        field("exportForm", I32),
+        field("serialID", ID, ">=05.00"),
+        field("xSectTypeID", U32, ">=05.00"),
+        field("parentID", ID, ">=05.00"),
+        field("paveSetIdx", U8, ">=05.00"),
+        field("category", CATEGORY, ">=05.00"),
+        field("crossLeft", "cross-point-info", ">=05.00"),
+        field("crossRight", "cross-point-info", ">=05.00"),
+        field("orgSurface", BOOL, ">=05.50"),
+        field("composedPnts", NumberedList("composed-pnt")),
+        field("formCtrlTargets", NumberedList("form-ctrl-target")),
+    ],
+    "cross-point-info": [
+        EXTENSION,
+        field("dist", REAL),
+        field("id", U32),
+        field("dekiPairID", ID),
+        field("thDPairIDs", IDS),
+        field("autoLinePrev", I32),
+        field("autoLineNext", I32),
+    ],
+    "composed-pnt": [
+        field("extension", Table({ELEMENT_TYPE_KEY: "elementType"}), ">=06.00"),
+        field("dataType", DATA_TYPE, ">=06.00"),
+        field("clDist", REAL, ">=06.00"),
+        field("gh", REAL, ">=06.00"),
+        field("x", REAL, ">=06.00"),
+        field("y", REAL, ">=06.00"),
+        field("seriesPnt", BOOL, ">=06.00"),
+        field("existence", EXISTENCE, ">=06.00"),
+        field("ctrlFlags", BITS, ">=06.00"),
+        field("reserved", BITS, ">=06.00"),
+        field("pointType", POINT_TYPE, ">=06.00"),
+        field("location", LOCATION, ">=06.00"),
+        field("componentType", COMPONENT_TYPE, ">=06.00"),
+        field("slopeType", SLOPE_TYPE, ">=06.00"),
+        field("serialID", ID, ">=06.00"),
+        field("parentID", ID, ">=06.00"),
+        field("id", U32, ">=06.00"),
+        field("thDPairIDs", IDS, ">=06.00"),
+        field("autoLinePrev", I32, "=06.00"),
+        field("autoLineNext", I32, "=06.00"),
+        field("ratio", REAL, ">=06.00"),
+        field("percent", REAL, ">=06.00"),
+        field("main", "composed-pnt-detail", ">=06.00"),
+        field("sub", "composed-pnt-detail", ">=06.00"),
+        # Before 06.00 a point has one detail record, whose fields are spread over the point's own.
+        field("extension", TABLE, "<06.00"),
+        field("dataType", DATA_TYPE, ">=04.00 <06.00"),
+        field("clDist", REAL, "<06.00"),
+        field("gh", REAL, "<06.00"),
+        field("x", REAL, "<06.00"),
+        field("y", REAL, "<06.00"),
+        field("code", TEXT, "<06.00"),
+        field("seriesPnt", BOOL, "<06.00"),
+        field("existence", EXISTENCE, "<06.00"),
+        field("ctrlFlags", BITS, "<06.00"),
+        field("reserved", BITS, "<06.00"),
+        field("pointType", POINT_TYPE, "<06.00"),
+        field("location", LOCATION, "<06.00"),
+        field("componentType", COMPONENT_TYPE, "<06.00"),
+        field("slopeType", SLOPE_TYPE, "<06.00"),
+        field("serialID", ID, ">=05.00 <06.00"),
+        field("parentID", ID, ">=05.00 <06.00"),
+        field("id", U32, ">=05.00 <06.00"),
+        field("dekiPairID", ID, ">=05.00 <06.00"),
+        field("thDPairIDs", IDS, ">=05.00 <06.00"),
+        field("xSectType", U32, ">=05.00 <06.00"),
+        field("xSectName", TEXT, ">=05.00 <06.00"),
+        field("xSectNameID", U32, ">=05.00 <06.00"),
+        field("autoLinePrev", I32, ">=05.00 <06.00"),
+        field("autoLineNext", I32, ">=05.00 <06.00"),
+        field("ratio", REAL, ">=05.00 <06.00"),
+        field("percent", REAL, ">=05.00 <06.00"),
+        field("measure", "measure-infos", ">=05.00 <06.00"),
+    ],
+    "composed-pnt-detail": [
+        field("code", TEXT),
+        field("xSectType", U32),
+        field("xSectNameID", U32),
+        field("xSectName", TEXT),
+        field("dekiPairID", ID),
+        field("autoLinePrev", I32, "=06.00"),
+        field("autoLineNext", I32, "=06.00"),
+        field("measure", "measure-infos"),
+        EXTENSION,
+    ],
+    "measure-infos": [EXTENSION, field("infos", List("measure-info"))],
+    "measure-info": [EXTENSION, field("first", I32), field("second", I32)],
+    "form-ctrl-target": [
+        EXTENSION,
+        field("code", TEXT),
+        field("workType", WORK_TYPE),
+        field("controlItem", CONTROL_ITEM),
+        field("targetScope", TEXT),
+        field("targetRegio", TEXT),
+        field("targetPntType", TARGET_PNT_TYPE),
+        field("lr", LOCATION),
+        field("serialID", ID, ">=05.00", written=""),
+        field("targetPnts", List("form-ctrl-target-pnt"), ">=04.00"),
+    ],
+    "form-ctrl-target-pnt": [
+        EXTENSION,
+        field("cumulativeDist", REAL),
+        field("xSectChg", BOOL),
+        field("buildFormName", TEXT),
+        field("code", TEXT),
+        field("reserved16", U16),
+        field("reserved32", U32),
+        field("serialID", ID, ">=05.00", written=""),
+        field("buildFormID", ID, ">=05.00", written=""),
+        field("sectionID", ID, ">=05.00", written=""),
+        field("crossPointType", CROSS_POINT_TYPE, ">=05.00", written=""),
+        field("xSectType", U32, ">=06.00"),
+        field("sectNameID", U32, ">=06.00"),
+    ],
+    "existing-build-form": [
+        field("name", TEXT),
+        field("composedPnts", List("existing-composed-pnt")),
+        EXTENSION,
+    ],
+    "existing-composed-pnt": [field("clDist", REAL), field("gh", REAL), field("name", TEXT), EXTENSION],
+    "pres-point": [EXTENSION, field("first", REAL), field("second", REAL)],
+    "structure-type": [
+        field("type", TEXT),
+        field("jobName", TEXT),
+        field("company", TEXT),
+        field("stationType", TEXT),
+        EXTENSION,
+    ],
+    "file-info": [field("createDate", DATE), field("changeDate", DATE), field("note", TEXT), EXTENSION],
+    "road-file-info": [EXTENSION, field("createDate", DATE), field("changeDate", DATE), field("note", TEXT)],
+    "x-section-type": [field("settings", TABLE)],
+    "pavement-settings": [field("settings", Table(PAVEMENT_KEYS))],
+    "name-registry": [EXTENSION, field("classes", List("name-class"))],
+    "name-class": [field("key", TEXT), field("names", "name-list")],
+    "name-list": [EXTENSION, field("items", List("name-item"))],
+    "name-item": [EXTENSION, field("name", TEXT), field("color", BITS)],
+}
+
+# Records whose collections number their elements.
+NUMBERED = ("build-form", "composed-pnt", "form-ctrl-target")
+
+
+def type_of(record_name):
+    """The type of a record or, with "-array" behind the name, of a collection of it; None when there is none."""
+    if record_name in RECORDS:
+        return record_name
+    element, suffix = record_name[: -len("-array")], record_name[-len("-array") :]
+    if suffix != "-array" or element not in RECORDS:
+        return None
+    return NumberedList(element) if element in NUMBERED else List(element)
+
+
+_CONDITION = re.compile(r"(>=|<=|>|<|=)(\d\d\.\d\d)")
+
+
+def holds(condition, version):
+    """Whether a condition of a field holds. Store versions are compared as texts, byte by byte."""
+    if condition == "never":
+        return False
+    for operator, other in (_CONDITION.fullmatch(part).groups() for part in condition.split()):
+        order = (version > other) - (version < other)
+        if not {">=": order >= 0, "<=": order <= 0, ">": order > 0, "<": order < 0, "=": order == 0}[operator]:
+            return False
+    return True
+
+
+def fields_of(record_name, version, written):
+    """The fields that a record has in a store version."""
+    return [f for f in RECORDS[record_name] if holds(f.written if written else f.read, version)]
+
+
+# --- decoding --------------------------------------------------------------------------------------------------------
+
+
+class ArchiveError(Exception):
+    """The bytes at an offset are not in the archive's form."""
+
+    def __init__(self, offset, path, message):
+        super().__init__(f"offset {offset} (0x{offset:X}){', ' + path if path else ''}: {message}")
+        self.offset = offset
+
+
+class Decoder:
+    """Reads values from bytes and hands them to a sink, in the order of the archive."""
+
+    # What an element takes at least. A count that the bytes left cannot back is not believed.
+    LEAST_ELEMENT = 4
+    LEAST_TABLE_ENTRY = 6
+
+    def __init__(self, data, version, sink, offset=0, written=False):
+        self.data = data
+        self.at = offset
+        self._version = version
+        self._sink = sink
+        self._written = written
+        self._fields = {}
+        self._path = []
+
+    def value(self, name, type_):
+        """Reads a value of any type."""
+        self._path.append(name)
+        if isinstance(type_, str):
+            self._record(name, type_)
+        elif isinstance(type_, (List, NumberedList)):
+            self._list(name, type_)
+        elif isinstance(type_, Table):
+            self._table(name, type_)
+        else:
+            offset = self.at
+            value, shown = self._scalar(type_)
+            self._sink.leaf(name, offset, value, shown)
+        self._path.pop()
+
+    def _record(self, name, record_name):
+        self._sink.open_record(name, self.at, record_name)
+        if record_name not in self._fields:
+            self._fields[record_name] = fields_of(record_name, self._version, self._written)
+        for f in self._fields[record_name]:
+            self.value(f.name, f.type)
+        self._sink.close()
+
+    def _list(self, name, type_):
+        offset = self.at
+        next_serial = None
+        numbered = isinstance(type_, NumberedList)
+        if numbered and (self._written or holds(">=05.00", self._version)):
+            next_serial = self._number("I")
+        count = self._count(self.LEAST_ELEMENT)
+        self._sink.open_list(name, offset, count, numbered, next_serial)
+        for i in range(count):
+            self.value(f"[{i}]", type_.element)
+        self._sink.close()
+
+    def _table(self, name, type_):
+        offset = self.at
+        entries = []
+        for _ in range(self._count(self.LEAST_TABLE_ENTRY)):
+            key = self._number("i")
+            kind = self._number("B")
+            entry_types = {1: ("integer", I32), 2: ("real", REAL), 3: ("text", TEXT)}
+            if kind not in entry_types:
+                raise self._error(self.at - 1, f"type {kind} of key {key} in a table is not 1, 2 or 3")
+            kind_name, value_type = entry_types[kind]
+            if type_.names.get(key) == "elementType" and value_type is I32:
+                value_type = ELEMENT_TYPE
+            value, shown = self._scalar(value_type)
+            label = f"{key} ({type_.names[key]})" if key in type_.names else str(key)
+            entries.append(({"key": key, "type": kind_name, "value": value}, f"{label} = {shown}"))
+        shown = ", ".join(text for _, text in entries) or "empty"
+        self._sink.leaf(name, offset, [entry for entry, _ in entries], shown)
+
+    def _scalar(self, type_):
+        """The value as JSON has it, and as the tree shows it."""
+        if isinstance(type_, Number):
+            value = self._number(type_.code)
+            return value, type_.show(value)
+        if isinstance(type_, Bool):
+            value = self._number("B") != 0
+            return value, str(value).lower()
+        if isinstance(type_, Real):
+            value = self._number("d")
+            return json_real(value), "unset" if value == UNSET_REAL else repr(value)
+        if isinstance(type_, Date):
+            status = self._number("i")
+            days = self._number("d")
+            shown = f"{DATE_STATUSES.get(status, status)}, {days!r} days since 1899-12-30"
+            return {"status": status, "days": json_real(days, unset=None)}, shown
+        text = self._text()
+        return text, json.dumps(text, ensure_ascii=False).encode("utf-8", "backslashreplace").decode()
+
+    def _text(self):
+        offset = self.at
+        length = self._number("B")
+        if length == 0xFF:
+            length = self._number("H")
+            if length == 0xFFFE:
+                raise self._error(offset, "a text of two-byte characters, which this archive does not have")
+            if length == 0xFFFF:
+                length = self._number("I")
+        if length > self._remaining():
+            raise self._error(offset, f"a text of {length} bytes, but only {self._remaining()} bytes are left")
+        # A byte that is no character becomes U+DC80 to U+DCFF, so that nothing is lost.
+        return self._take(length).decode("cp932", "surrogateescape")
+
+    def _count(self, least):
+        offset = self.at
+        count = self._number("I")
+        if count * least > self._remaining():
+            raise self._error(offset, f"a count of {count}, which the {self._remaining()} bytes left cannot back")
+        if count > 0x7FFFFFFF:
+            raise self._error(offset, f"a count of {count}, more than a collection holds")
+        return count
+
+    def _number(self, code):
+        size = struct.calcsize("<" + code)
+        if size > self._remaining():
+            raise self._error(self.at, f"{size} bytes expected, but only {self._remaining()} are left")
+        return struct.unpack("<" + code, self._take(size))[0]
+
+    def _take(self, size):
+        self.at += size
+        return self.data[self.at - size : self.at]
+
+    def _remaining(self):
+        return len(self.data) - self.at
+
+    def _error(self, offset, message):
+        return ArchiveError(offset, ".".join(self._path).replace(".[", "["), message)
+
+
+def json_real(value, unset=UNSET_REAL):
+    """JSON has neither an unset real nor infinities and NaN."""
+    if value == unset:
+        return None
+    return value if math.isfinite(value) else repr(value)
+
+
+# --- output ----------------------------------------------------------------------------------------------------------
+
+
+class Tree:
+    """Writes one line for each value, as it comes: what stands before a fault is shown."""
+
+    def __init__(self, out):
+        self._out = out
+        self._depth = 0
+
+    def _line(self, offset, text):
+        self._out.write(f"{offset:08x}  {'  ' * self._depth}{text}\n")
+
+    def leaf(self, name, offset, _value, shown):
+        self._line(offset, f"{name}: {shown}")
+
+    def open_record(self, name, offset, record_name):
+        self._line(offset, name if name == record_name else f"{name}: {record_name}")
+        self._depth += 1
+
+    def open_list(self, name, offset, count, _numbered, next_serial):
+        self._line(offset, f"{name}: {count}" + ("" if next_serial is None else f", next serial {next_serial}"))
+        self._depth += 1
+
+    def close(self):
+        self._depth -= 1
+
+
+class Json:
+    """Builds objects for records, arrays for collections. A collection that numbers its elements is an object with
+    "nextSerialID" (when the archive has it) and "items"."""
+
+    def __init__(self):
+        self.value = None
+        self._open = []
+
+    def _put(self, name, value):
+        if not self._open:
+            self.value = value
+        elif isinstance(self._open[-1], list):
+            self._open[-1].append(value)
+        else:
+            self._open[-1][name] = value
+
+    def leaf(self, name, _offset, value, _shown):
+        self._put(name, value)
+
+    def open_record(self, name, _offset, _record_name):
+        record = {}
+        self._put(name, record)
+        self._open.append(record)
+
+    def open_list(self, name, _offset, _count, numbered, next_serial):
+        items = []
+        if numbered:
+            self._put(name, {"items": items} if next_serial is None else {"nextSerialID": next_serial, "items": items})
+        else:
+            self._put(name, items)
+        self._open.append(items)
+
+    def close(self):
+        self._open.pop()
+
+
+def load(data, record_name, version, written=False):
+    """The record as JSON has it, from all of the bytes. Throws ArchiveError."""
+    sink = Json()
+    decoder = Decoder(data, version, sink, written=written)
+    decoder.value(record_name, type_of(record_name))
+    refuse_rest(decoder)
+    return sink.value
+
+
+def refuse_rest(decoder):
+    rest = len(decoder.data) - decoder.at
+    if rest > 0:
+        raise ArchiveError(decoder.at, "", f"{rest} bytes are left behind the record")
+
+
+# --- command line ----------------------------------------------------------------------------------------------------
+
+
+def parse_arguments(arguments):
+    parser = argparse.ArgumentParser(
+        description="Prints a record of the project archive as a tree, each value with its offset in the file.",
+        epilog="Records, each also as a collection with -array behind the name: " + ", ".join(RECORDS) + ".",
+    )
+    parser.add_argument("--version", required=True, help='store version of the archive, such as "05.50"')
+    parser.add_argument("--record", required=True, help="what the archive holds")
+    parser.add_argument("--json", action="store_true", help="JSON for programs")
+    parser.add_argument(
+        "--as-written",
+        action="store_true",
+        help="read what this library writes; before 05.00 that is not what it reads",
+    )
+    parser.add_argument("--offset", type=lambda text: int(text, 0), default=0, help="where the record begins (0)")
+    parser.add_argument("--partial", action="store_true", help="more bytes may follow the record")
+    parser.add_argument("file", metavar="FILE", help='"-" for standard input')
+    options = parser.parse_args(arguments)
+    if not re.fullmatch(r"[0-9]{2}\.[0-9]{2}", options.version):
+        parser.error('a store version is two digits, a point and two digits, such as "05.50"')
+    if type_of(options.record) is None:
+        parser.error(f'there is no record "{options.record}"; known are {", ".join(RECORDS)}, and each with -array')
+    if options.offset < 0:
+        parser.error("an offset is not negative")
+    return options
+
+
+def main(arguments):
+    options = parse_arguments(arguments)
+    try:
+        if options.file == "-":
+            data = sys.stdin.buffer.read()
+        else:
+            with open(options.file, "rb") as file:
+                data = file.read()
+    except OSError as error:
+        print(f"archive_dump: {options.file}: {error.strerror}", file=sys.stderr)
+        return 2
+    if options.offset > len(data):
+        print(f"archive_dump: {options.file}: has only {len(data)} bytes", file=sys.stderr)
+        return 2
+
+    sys.stdout.reconfigure(encoding="utf-8")
+    sink = Json() if options.json else Tree(sys.stdout)
+    decoder = Decoder(data, options.version, sink, options.offset, options.as_written)
+    try:
+        decoder.value(options.record, type_of(options.record))
+        if not options.partial:
+            refuse_rest(decoder)
+    except ArchiveError as error:
+        sys.stdout.flush()
+        print(f"archive_dump: {options.file}: {error}", file=sys.stderr)
+        return 1
+    if options.json:
+        json.dump(sink.value, sys.stdout, indent=2)
+        print()
+    return 0
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main(sys.argv[1:]))
+    except BrokenPipeError:  # the reader, such as head, has seen enough
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
