@@ -254,8 +254,10 @@ TEST(XSectionArchiveOrder, ReadingGivesControlTargetsTheirPointsBeforeTheGroundI
     test_support::LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)));
     VornXSection loaded;
     EXPECT_EQ(test_support::ArchiveRefusal([&] { loaded.Serialize(*ar, tag); }), CArchiveException::endOfFile);
-    ASSERT_EQ(loaded.GetBuildFormArray().GetSize(), 1);
-    EXPECT_EQ(PointsOfTarget(loaded).GetSize(), withinForms ? 0 : 1);
+    ASSERT_EQ(loaded.GetBuildFormArray().GetSize(), withinForms ? 0 : 1);
+    if (!withinForms) {
+      EXPECT_EQ(PointsOfTarget(loaded).GetSize(), 1);
+    }
   }
 }
 

@@ -27,7 +27,7 @@ constexpr auto kKindOfTheHost = static_cast<VORN_DataKind>(2);
 class Probe : public Vorn_Base {
  public:
   Probe() = default;
-  explicit Probe(std::string_view tag) : Vorn_Base(tag) {}
+  explicit Probe(VornTagName tag) : Vorn_Base(tag) {}
 
   using Vorn_Base::ForEachChild;
   using Vorn_Base::IsOnOwnTag;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <span>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -88,6 +89,7 @@ class BoastfulFile : public CMemFile {
     m_largestRead = std::max(m_largestRead, count);
     return CMemFile::Read(bytes, count);
   }
+  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
   [[nodiscard]] std::uint64_t GetLength() const override { return m_claimed; }
 
   [[nodiscard]] std::uint32_t LargestRead() const { return m_largestRead; }
@@ -101,6 +103,7 @@ class BoastfulFile : public CMemFile {
 class SlowFile : public CMemFile {
  public:
   using CMemFile::CMemFile;
+  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
   std::uint32_t Read(void* bytes, std::uint32_t count) override { return CMemFile::Read(bytes, std::min(count, 1u)); }
 };
 

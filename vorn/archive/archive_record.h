@@ -37,10 +37,7 @@ class ArchiveRecord {
   [[nodiscard]] bool IsAfter(std::string_view version) const { return m_tag.Compare(version) > 0; }
 
   /// A slot in which later versions can carry values: written empty, read and forgotten.
-  void ExtensionTable() {
-    DovDataTable table;
-    table.Serialize(m_ar);
-  }
+  void ExtensionTable() { DovDataTable::SerializeEmpty(m_ar); }
 
   template <typename T>
   void Field(T& value) {

@@ -26,11 +26,10 @@ void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
   }
   const bool hasAutoLines = !record.IsAfter("06.00");
 
-  DovDataTable table;
-  if (record.IsStoring()) table.SetAt(kElementTypeKey, static_cast<std::int32_t>(m_elementType));
-  record.Field(table);
-  if (std::int32_t elementType = 0; table.Lookup(kElementTypeKey, elementType)) {
-    m_elementType = static_cast<ElementType>(elementType);
+  if (record.IsStoring()) {
+    DovDataTable::StoreInteger(ar, kElementTypeKey, static_cast<std::int32_t>(m_elementType));
+  } else if (std::int32_t value = 0; DovDataTable::LoadInteger(ar, kElementTypeKey, value)) {
+    m_elementType = static_cast<ElementType>(value);
   }
   record.Field(m_dataType);
   record.Field(m_clDist);

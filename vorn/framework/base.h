@@ -20,6 +20,19 @@ enum class VORN_DataKind : std::int32_t {
   RoadGeometry = 1,
 };
 
+/// The tag of an element. Only a literal makes one: an element then carries a pointer to it instead of the text, which
+/// a model of a million elements notices.
+class VornTagName {
+ public:
+  constexpr VornTagName() = default;
+  consteval VornTagName(const char* literal) : m_text(literal) {}  // NOLINT(google-explicit-constructor)
+
+  [[nodiscard]] constexpr std::string_view View() const { return m_text; }
+
+ private:
+  const char* m_text = "";
+};
+
 /// Root class of every XML element: owns the element's tag, and gives derived classes the whole vocabulary with which
 /// they walk, read and write the document through a cursor. Every operation reports failure by its bool alone.
 class Vorn_Base {
@@ -33,7 +46,7 @@ class Vorn_Base {
   /// Whether the element holds enough to be valid.
   [[nodiscard]] virtual bool IsEnable() const { return true; }
   /// The qualified tag, for example "tsf:FileInfo".
-  [[nodiscard]] virtual CString tagName() const { return m_tagName; }
+  [[nodiscard]] virtual CString tagName() const { return m_tagName.View(); }
 
   /// The data kind of all elements. The host sets it; the library only reads it.
   static VORN_DataKind m_staticDataKind;
@@ -100,7 +113,7 @@ class Vorn_Base {
 
  protected:
   Vorn_Base() = default;
-  explicit Vorn_Base(std::string_view tag) : m_tagName(tag) {}
+  explicit Vorn_Base(VornTagName tag) : m_tagName(tag) {}
   Vorn_Base(const Vorn_Base&) = default;
   Vorn_Base(Vorn_Base&&) noexcept = default;
   Vorn_Base& operator=(const Vorn_Base&) = default;
@@ -121,7 +134,7 @@ class Vorn_Base {
   template <typename Read>
   static bool ForEachChild(PimIterator* cursor, Read&& read);
 
-  CString m_tagName;
+  VornTagName m_tagName;
 };
 
 template <typename Sink>

@@ -76,13 +76,13 @@ class VornComposedPnt : public Vorn_Base {
   /// What a point is in one of its two roles.
   struct Detail {
     CString Code;                           ///< design code, the survey name (attribute "code")
+    CString XSectName;                      ///< cross-section name
+    VornMeasureInfos Measure;               ///< measurement records
     std::uint32_t XSectType = 0;            ///< cross-section (work) type identifier
     std::uint32_t XSectNameID = 0;          ///< identifier of the cross-section name
-    CString XSectName;                      ///< cross-section name
     std::uint32_t DekiPairID = 0xFFFFFFFF;  ///< identifier of the as-built pair
     std::int32_t AutoLinePrev = 0;          ///< connect to the previous point by itself
     std::int32_t AutoLineNext = 0;          ///< connect to the next point by itself
-    VornMeasureInfos Measure;               ///< measurement records
     std::uint32_t FormID = 0xFFFFFFFF;      ///< identifier of the build form that owns the point in this role
   };
 
@@ -333,32 +333,32 @@ class VornComposedPnt : public Vorn_Base {
   void FromOneDetail();
   [[nodiscard]] std::array<KelMrmFigure, 2> TextPlaces() const;
 
-  std::uint32_t m_drawID = 0xFFFFFFFF;
   VornUIntArray m_drawPairIDs;
+  VornUIntArray m_thDPairIDs;
   NurReal m_clDist;
   NurReal m_gh;
   NurReal m_x = 0.0;
   NurReal m_y = 0.0;
   NurReal m_ratio;
   NurReal m_percent;
-  bool m_seriesPnt = true;
+  std::array<Detail, 2> m_detail;
+  CString m_lastCode;
   VORN_Existence m_existence = VORN_Existence::Unset;
   std::uint32_t m_ctrlFlags = 0;
   VornLocation m_location = VornLocation::Unset;
   ComponentType m_componentType = ComponentType::Unset;
   ComponentType m_oldCmpType = ComponentType::Unset;
   SlopeType m_slopeType = SlopeType::Unset;
-  std::uint16_t m_pointType = 0;
   DataType m_dataType = DataType::Unset;
   ElementType m_elementType = ElementType::Unset;
   std::int32_t m_targetIndex = 0;
+  std::uint32_t m_drawID = 0xFFFFFFFF;
   std::uint32_t m_serialID = 0xFFFFFFFF;
   std::uint32_t m_orgID = 0xFFFFFFFF;
   std::uint32_t m_parentID = 0xFFFFFFFF;
-  std::array<Detail, 2> m_detail;
   std::uint32_t m_id = 0;
-  VornUIntArray m_thDPairIDs;
   std::int32_t m_autoConnect = 0;
   std::int32_t m_connected = 0;
-  CString m_lastCode;
+  std::uint16_t m_pointType = 0;
+  bool m_seriesPnt = true;
 };

@@ -66,11 +66,11 @@ const char* CArchiveException::what() const noexcept {
 }
 
 CArchive::CArchive(CFile* file, std::uint32_t mode, std::uint32_t bufferSize)
-    : m_file(file),
-      m_mode(mode),
-      m_buffer(bufferSize),
-      m_at(m_buffer.data()),
-      m_end(IsLoading() ? m_at : m_at + m_buffer.size()) {}
+    : m_file(file), m_mode(mode), m_buffer(bufferSize) {
+  if (IsLoading()) return;
+  m_free = m_buffer.data();
+  m_full = m_free + m_buffer.size();
+}
 
 CArchive::~CArchive() {
   if ((m_mode & bNoFlushOnDelete) != 0) return;
@@ -84,9 +84,9 @@ CArchive::~CArchive() {
 void CArchive::Flush() {
   CFile& file = File();
   if (IsStoring()) return EmptyBuffer();
-  if (m_at == m_end) return;
-  file.Seek(-static_cast<std::int64_t>(InBuffer()), CFile::current);
-  m_at = m_end;
+  if (Unread() == 0) return;
+  file.Seek(-static_cast<std::int64_t>(Unread()), CFile::current);
+  m_next = m_last;
 }
 
 void CArchive::Close() {
@@ -97,14 +97,15 @@ void CArchive::Close() {
 
 void CArchive::Abort() noexcept {
   m_file = nullptr;
-  m_at = m_end = nullptr;
+  m_next = m_last = nullptr;
+  m_free = m_full = nullptr;
 }
 
 std::uint64_t CArchive::Remaining() const {
   if (IsStoring() || m_file == nullptr) return 0;
   const std::uint64_t length = m_file->GetLength();
   const std::uint64_t position = m_file->GetPosition();
-  return InBuffer() + (length > position ? length - position : 0);
+  return Unread() + (length > position ? length - position : 0);
 }
 
 void CArchive::WriteCount(std::uint32_t count) {
@@ -133,13 +134,13 @@ std::uint32_t CArchive::ReadThroughBuffer(void* bytes, std::uint32_t count) {
   while (done < count) {
     const std::uint32_t wanted = count - done;
     std::uint32_t taken = 0;
-    if (m_at == m_end && wanted >= m_buffer.size()) {
+    if (Unread() == 0 && wanted >= m_buffer.size()) {
       taken = file.Read(out + done, wanted);
     } else {
-      if (m_at == m_end) FillBuffer();
-      taken = static_cast<std::uint32_t>(std::min<std::size_t>(wanted, InBuffer()));
-      std::memcpy(out + done, m_at, taken);
-      m_at += taken;
+      if (Unread() == 0) FillBuffer();
+      taken = static_cast<std::uint32_t>(std::min<std::size_t>(wanted, Unread()));
+      if (taken > 0) std::memcpy(out + done, m_next, taken);
+      m_next += taken;
     }
     if (taken == 0) break;
     done += taken;
@@ -153,19 +154,24 @@ void CArchive::WriteThroughBuffer(const void* bytes, std::uint32_t count) {
   if (count == 0) return;
   EmptyBuffer();
   if (count >= m_buffer.size()) return WriteToFile(bytes, count);
-  std::memcpy(m_at, bytes, count);
-  m_at += count;
+  std::memcpy(m_free, bytes, count);
+  m_free += count;
 }
 
 void CArchive::FillBuffer() {
-  m_at = m_end = m_buffer.data();
-  m_end += m_file->Read(m_at, static_cast<std::uint32_t>(m_buffer.size()));
+  if (const auto held = m_file->ReadInPlace(); !held.empty()) {
+    m_next = held.data();
+    m_last = m_next + held.size();
+    return;
+  }
+  m_next = m_last = m_buffer.data();
+  m_last += m_file->Read(m_buffer.data(), static_cast<std::uint32_t>(m_buffer.size()));
 }
 
 void CArchive::EmptyBuffer() {
-  const auto count = static_cast<std::uint32_t>(m_at - m_buffer.data());
-  m_at = m_buffer.data();
-  if (count > 0) WriteToFile(m_at, count);
+  const auto count = static_cast<std::uint32_t>(m_free - m_buffer.data());
+  m_free = m_buffer.data();
+  if (count > 0) WriteToFile(m_free, count);
 }
 
 void CArchive::WriteToFile(const void* bytes, std::uint32_t count) {
@@ -197,19 +203,19 @@ CArchive& operator<<(CArchive& ar, const CString& text) {
   return ar;
 }
 
-CArchive& operator>>(CArchive& ar, CString& text) {
-  const std::uint32_t length = ReadTextLength(ar);
-  if (length <= ar.InBuffer()) {
-    text = std::string_view(reinterpret_cast<const char*>(ar.m_at), length);
-    ar.m_at += length;
-    return ar;
-  }
-  ar.RequireRemaining(length);
+CArchive& CArchive::ReadText(CString& text) {
+  const std::uint32_t length = ReadTextLength(*this);
+  RequireRemaining(length);
   RequireTextLength(length);
+  if (length <= Unread()) {
+    text = std::string_view(reinterpret_cast<const char*>(m_next), length);
+    m_next += length;
+    return *this;
+  }
   std::string bytes(length, '\0');
-  ar.ReadExactly(bytes.data(), length);
+  ReadExactly(bytes.data(), length);
   text = CString(std::move(bytes));
-  return ar;
+  return *this;
 }
 
 CArchive& operator<<(CArchive& ar, const COleDateTime& dateTime) { return ar << dateTime.m_status << dateTime.m_dt; }

@@ -56,7 +56,8 @@ concept ArchiveEnum = std::is_enum_v<T> && sizeof(T) == 4;
 /// What an archive promises (the length of a text, a count) is believed only as far as the bytes that are left can
 /// back it, so a damaged file cannot make it allocate more than a small multiple of its own size.
 ///
-/// The file is not owned. It has to outlive the archive or its `Close`.
+/// The file is not owned. It has to outlive the archive or its `Close`, and is left alone until then: the archive may
+/// read bytes where the file holds them.
 class CArchive {
  public:
   /// The mode word; loading is its low bit.
@@ -78,9 +79,9 @@ class CArchive {
 
   /// Reads up to count bytes and gives their number; fewer only at the end of the file.
   std::uint32_t Read(void* bytes, std::uint32_t count) {
-    if (IsStoring() || count == 0 || count > InBuffer()) return ReadThroughBuffer(bytes, count);
-    std::memcpy(bytes, m_at, count);
-    m_at += count;
+    if (count == 0 || count > Unread()) return ReadThroughBuffer(bytes, count);
+    std::memcpy(bytes, m_next, count);
+    m_next += count;
     return count;
   }
   /// Reads count bytes; throws end-of-file when there are fewer.
@@ -88,9 +89,9 @@ class CArchive {
     if (Read(bytes, count) != count) throw CArchiveException(CArchiveException::endOfFile);
   }
   void Write(const void* bytes, std::uint32_t count) {
-    if (IsLoading() || count == 0 || count > InBuffer()) return WriteThroughBuffer(bytes, count);
-    std::memcpy(m_at, bytes, count);
-    m_at += count;
+    if (count == 0 || count > Room()) return WriteThroughBuffer(bytes, count);
+    std::memcpy(m_free, bytes, count);
+    m_free += count;
   }
 
   /// Storing: hands everything buffered to the file. Loading: moves the file back to where the archive is.
@@ -107,7 +108,7 @@ class CArchive {
   [[nodiscard]] std::uint64_t Remaining() const;
   /// Throws end-of-file unless that many bytes are left. To be asked before a count is believed.
   void RequireRemaining(std::uint64_t bytes) const {
-    if (bytes > InBuffer() && bytes > Remaining()) throw CArchiveException(CArchiveException::endOfFile);
+    if (bytes > Unread() && bytes > Remaining()) throw CArchiveException(CArchiveException::endOfFile);
   }
 
   /// A number of elements: 16 bits, or 0xFFFF and 32 bits when it is 0xFFFF or more.
@@ -152,6 +153,7 @@ class CArchive {
 
  private:
   friend CArchive& operator>>(CArchive& ar, CString& text);
+  CArchive& ReadText(CString& text);
 
   static_assert(std::numeric_limits<float>::is_iec559 && std::numeric_limits<double>::is_iec559);
 
@@ -161,8 +163,10 @@ class CArchive {
     return bytes;
   }
 
-  /// Loading: unread bytes in the buffer. Storing: room in it. 0 when closed.
-  [[nodiscard]] std::size_t InBuffer() const { return static_cast<std::size_t>(m_end - m_at); }
+  /// Bytes that can be read without asking the file; 0 while storing and when closed.
+  [[nodiscard]] std::size_t Unread() const { return static_cast<std::size_t>(m_last - m_next); }
+  /// Bytes that can be written without asking the file; 0 while loading and when closed.
+  [[nodiscard]] std::size_t Room() const { return static_cast<std::size_t>(m_full - m_free); }
   [[nodiscard]] CFile& File() const;
 
   std::uint32_t ReadThroughBuffer(void* bytes, std::uint32_t count);
@@ -175,8 +179,10 @@ class CArchive {
   std::uint32_t m_mode;
   bool m_failed = false;  ///< the file did not take what was stored
   std::vector<std::uint8_t> m_buffer;
-  std::uint8_t* m_at;   ///< where the next byte in the buffer is read or written
-  std::uint8_t* m_end;  ///< end of the bytes to be read, or of the room to be written
+  const std::uint8_t* m_next = nullptr;  ///< loading: the next byte, in the buffer or where the file holds it
+  const std::uint8_t* m_last = nullptr;  ///< loading: the end of the bytes that are there
+  std::uint8_t* m_free = nullptr;        ///< storing: where the next byte goes in the buffer
+  std::uint8_t* m_full = nullptr;        ///< storing: the end of the buffer
 };
 
 /// The real's 8 bytes, unset as -1e-99.
@@ -190,7 +196,13 @@ CArchive& operator>>(CArchive& ar, NurLong& value);
 /// The bytes as they are held, without a terminator, behind their number: 1 byte below 0xFF; else 0xFF and 16 bits
 /// below 0xFFFE; else 0xFF, 0xFFFF and 32 bits.
 CArchive& operator<<(CArchive& ar, const CString& text);
-CArchive& operator>>(CArchive& ar, CString& text);
+inline CArchive& operator>>(CArchive& ar, CString& text) {
+  // Most texts of a model are empty.
+  if (ar.Unread() == 0 || *ar.m_next != 0) return ar.ReadText(text);
+  ++ar.m_next;
+  text.Empty();
+  return ar;
+}
 
 /// The 32-bit status, then the 64-bit value.
 CArchive& operator<<(CArchive& ar, const COleDateTime& dateTime);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -12,33 +13,43 @@
 
 /// The framework's dynamic array: elements by value, indices from 0, `int` counts. An index outside the array throws
 /// `CInvalidArgException`. Elements move when the array grows or is rebuilt.
+///
+/// An array that never held anything takes one pointer: a composed point has four that are nearly always empty, and
+/// there are a million composed points.
 template <typename Type, typename ArgType = const Type&>
 class CArray {
  public:
   CArray() = default;
-  CArray(const CArray&) = default;
+  CArray(const CArray& other) { Copy(other); }
   CArray(CArray&&) noexcept = default;
-  CArray& operator=(const CArray&) = default;
+  CArray& operator=(const CArray& other) {
+    Copy(other);
+    return *this;
+  }
   CArray& operator=(CArray&&) noexcept = default;
   virtual ~CArray() = default;
 
-  [[nodiscard]] int GetSize() const { return static_cast<int>(m_items.size()); }
+  [[nodiscard]] int GetSize() const { return m_items ? static_cast<int>(m_items->size()) : 0; }
   [[nodiscard]] int GetCount() const { return GetSize(); }
   [[nodiscard]] int GetUpperBound() const { return GetSize() - 1; }
-  [[nodiscard]] bool IsEmpty() const { return m_items.empty(); }
+  [[nodiscard]] bool IsEmpty() const { return !m_items || m_items->empty(); }
   /// Cuts or fills up with default elements; a negative size throws `CInvalidArgException`.
   void SetSize(int size) {
     if (size < 0) throw CInvalidArgException();
-    m_items.resize(static_cast<std::size_t>(size));
+    if (size > 0 || m_items) Items().resize(static_cast<std::size_t>(size));
   }
+  /// Appends a default element and gives it.
+  Type& AddDefault() { return Items().emplace_back(); }
   /// Makes room for a number of elements without adding any.
   void Reserve(int size) {
-    if (size > 0) m_items.reserve(static_cast<std::size_t>(size));
+    if (size > 0) Items().reserve(static_cast<std::size_t>(size));
   }
-  void RemoveAll() { m_items.clear(); }
+  void RemoveAll() {
+    if (m_items) m_items->clear();
+  }
 
-  [[nodiscard]] Type& GetAt(int index) { return m_items[Checked(index)]; }
-  [[nodiscard]] const Type& GetAt(int index) const { return m_items[Checked(index)]; }
+  [[nodiscard]] Type& GetAt(int index) { return (*m_items)[Checked(index)]; }
+  [[nodiscard]] const Type& GetAt(int index) const { return (*m_items)[Checked(index)]; }
   Type& operator[](int index) { return GetAt(index); }
   const Type& operator[](int index) const { return GetAt(index); }
   void SetAt(int index, ArgType item) { GetAt(index) = item; }
@@ -53,11 +64,11 @@ class CArray {
 
   /// Appends, and returns the index of the new element.
   int Add(ArgType item) {
-    m_items.push_back(item);
+    Items().push_back(item);
     return GetUpperBound();
   }
   int Add(Type&& item) requires(!std::is_same_v<ArgType, Type>) {
-    m_items.push_back(std::move(item));
+    Items().push_back(std::move(item));
     return GetUpperBound();
   }
   /// Appends all elements of another array, and returns the index of the first of them.
@@ -67,10 +78,13 @@ class CArray {
       const CArray copy(other);
       return Append(copy);
     }
-    m_items.insert(m_items.end(), other.m_items.begin(), other.m_items.end());
+    if (!other.IsEmpty()) Items().insert(Items().end(), other.begin(), other.end());
     return first;
   }
-  void Copy(const CArray& other) { m_items = other.m_items; }
+  void Copy(const CArray& other) {
+    if (other.IsEmpty()) return RemoveAll();
+    Items() = *other.m_items;
+  }
 
   /// Inserts before index; an index behind the end first grows the array.
   void InsertAt(int index, ArgType item, int count = 1) {
@@ -80,35 +94,40 @@ class CArray {
     if (index > GetSize()) {
       const Type kept = item;  // item may lie in this array, which is about to move
       SetSize(index);
-      m_items.insert(m_items.end(), static_cast<std::size_t>(count), kept);
+      Items().insert(Items().end(), static_cast<std::size_t>(count), kept);
       return;
     }
-    m_items.insert(m_items.begin() + index, static_cast<std::size_t>(count), item);
+    Items().insert(Items().begin() + index, static_cast<std::size_t>(count), item);
   }
   /// Removes count elements from index on; the later ones move down.
   void RemoveAt(int index, int count = 1) {
     if (index < 0 || count < 0 || index > GetSize() - count) throw CInvalidArgException();
-    m_items.erase(m_items.begin() + index, m_items.begin() + index + count);
+    if (count > 0) m_items->erase(m_items->begin() + index, m_items->begin() + index + count);
   }
 
-  [[nodiscard]] Type* GetData() { return m_items.data(); }
-  [[nodiscard]] const Type* GetData() const { return m_items.data(); }
+  [[nodiscard]] Type* GetData() { return m_items ? m_items->data() : nullptr; }
+  [[nodiscard]] const Type* GetData() const { return m_items ? m_items->data() : nullptr; }
 
-  [[nodiscard]] auto begin() { return m_items.begin(); }
-  [[nodiscard]] auto end() { return m_items.end(); }
-  [[nodiscard]] auto begin() const { return m_items.begin(); }
-  [[nodiscard]] auto end() const { return m_items.end(); }
+  [[nodiscard]] Type* begin() { return GetData(); }
+  [[nodiscard]] Type* end() { return GetData() + GetSize(); }
+  [[nodiscard]] const Type* begin() const { return GetData(); }
+  [[nodiscard]] const Type* end() const { return GetData() + GetSize(); }
 
   friend bool operator==(const CArray& a, const CArray& b) requires requires(const Type& x) { x == x; }
-  { return a.m_items == b.m_items; }
+  { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 
  private:
   [[nodiscard]] std::size_t Checked(int index) const {
     if (index < 0 || index >= GetSize()) throw CInvalidArgException();
     return static_cast<std::size_t>(index);
   }
+  /// The elements, for whoever is about to add some.
+  std::vector<Type>& Items() {
+    if (!m_items) m_items = std::make_unique<std::vector<Type>>();
+    return *m_items;
+  }
 
-  std::vector<Type> m_items;
+  std::unique_ptr<std::vector<Type>> m_items;  ///< null is empty
 };
 
 /// The framework's array of texts.

@@ -44,12 +44,23 @@ std::uint32_t CMemFile::Read(void* bytes, std::uint32_t count) {
   return taken;
 }
 
+std::span<const std::uint8_t> CMemFile::ReadInPlace() {
+  if (m_position >= m_bytes.size()) return {};
+  const auto at = static_cast<std::size_t>(std::exchange(m_position, m_bytes.size()));
+  return std::span<const std::uint8_t>(m_bytes).subspan(at);
+}
+
 void CMemFile::Write(const void* bytes, std::uint32_t count) {
   if (count == 0) return;
   const std::uint64_t last = m_position + count;
   if (last > m_bytes.max_size()) throw CFileException(CFileException::diskFull);
-  if (last > m_bytes.size()) m_bytes.resize(static_cast<std::size_t>(last));
-  std::memcpy(m_bytes.data() + m_position, bytes, count);
+  if (m_position == m_bytes.size()) {
+    const auto* first = static_cast<const std::uint8_t*>(bytes);
+    m_bytes.insert(m_bytes.end(), first, first + count);
+  } else {
+    if (last > m_bytes.size()) m_bytes.resize(static_cast<std::size_t>(last));
+    std::memcpy(m_bytes.data() + m_position, bytes, count);
+  }
   m_position = last;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -39,6 +40,9 @@ class CFile {
 
   /// Reads up to count bytes from the position on and gives their number; 0 at the end of the file.
   virtual std::uint32_t Read(void* bytes, std::uint32_t count) = 0;
+  /// A file that holds its bytes in memory gives those from the position on where they are, and moves the position to
+  /// its end; they stay valid until the file is written, emptied or destroyed. Other files give none and stay.
+  virtual std::span<const std::uint8_t> ReadInPlace() { return {}; }
   /// Writes all bytes at the position, or throws; then it is not known how many of them were written.
   virtual void Write(const void* bytes, std::uint32_t count) = 0;
   virtual void Flush() = 0;
@@ -65,6 +69,7 @@ class CMemFile : public CFile {
   [[nodiscard]] const std::vector<std::uint8_t>& Bytes() const { return m_bytes; }
 
   std::uint32_t Read(void* bytes, std::uint32_t count) override;
+  std::span<const std::uint8_t> ReadInPlace() override;
   /// The bytes must not be those of the file itself.
   void Write(const void* bytes, std::uint32_t count) override;
   void Flush() override {}

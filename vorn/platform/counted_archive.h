@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <utility>
@@ -10,7 +11,8 @@
 /// Stores or loads the elements of an array behind their 32-bit count; loading replaces what the array held.
 ///
 /// A count that the bytes left cannot back, at least four for each element, throws end-of-file. Room is made as the
-/// elements really come, and never beyond the count: a damaged file cannot make an array outgrow it.
+/// elements really come, and never beyond the count: a damaged file cannot make an array outgrow it. When loading
+/// throws, the array holds the elements that were loaded whole.
 /// @param transfer stores or loads one element
 /// @param leastBytes what the shortest element takes in the archive; 0 when that is not known
 template <typename Array, typename Transfer>
@@ -27,16 +29,23 @@ void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer, std::uint
     throw CArchiveException(CArchiveException::badIndex);
   }
   items.RemoveAll();
+  // So little that a promise may be believed, and enough for nearly every array there is.
+  constexpr auto kFirstRoom = static_cast<std::uint32_t>(std::max<std::size_t>(8, 32768 / sizeof(*items.GetData())));
   std::uint32_t room = 0;
   for (std::uint32_t i = 0; i < count; ++i) {
     if (i == room) {
-      room = std::min(count, std::max(2 * room, std::uint32_t{8}));
+      room = std::min(count, std::max(2 * room, kFirstRoom));
       // Both the old room and the new one are there while an array grows: the last time it does so less than half of
       // it is read. The bytes for all the rest are there.
       if (leastBytes > 0 && room > count / 2) room = count;
       items.Reserve(static_cast<int>(room));
     }
-    items.SetSize(static_cast<int>(i) + 1);
-    transfer(items.GetData()[i]);
+    auto& item = items.AddDefault();
+    try {
+      transfer(item);
+    } catch (...) {
+      items.SetSize(static_cast<int>(i));
+      throw;
+    }
   }
 }

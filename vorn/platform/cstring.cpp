@@ -20,10 +20,11 @@ constexpr unsigned char Upper(unsigned char byte) {
 constexpr unsigned char Byte(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
 
 template <typename Fold>
-void FoldSingleBytes(std::string& text, Fold fold) {
-  for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
-    length = code_page_932::CharacterLength(text, at);
-    if (length == 1) text[at] = static_cast<char>(fold(Byte(text, at)));
+void FoldSingleBytes(SmallText& text, Fold fold) {
+  const std::string_view bytes = text.View();
+  for (std::size_t at = 0, length = 0; at < bytes.size(); at += length) {
+    length = code_page_932::CharacterLength(bytes, at);
+    if (length == 1) text.data()[at] = static_cast<char>(fold(Byte(bytes, at)));
   }
 }
 
@@ -39,9 +40,9 @@ std::size_t CheckedIndex(int index, std::size_t size) {
 
 }  // namespace
 
-char CString::GetAt(int index) const { return m_text[CheckedIndex(index, m_text.size())]; }
+char CString::GetAt(int index) const { return View()[CheckedIndex(index, m_text.size())]; }
 
-void CString::SetAt(int index, char byte) { m_text[CheckedIndex(index, m_text.size())] = byte; }
+void CString::SetAt(int index, char byte) { m_text.data()[CheckedIndex(index, m_text.size())] = byte; }
 
 int CString::Compare(std::string_view other) const { return View().compare(other); }
 
@@ -59,29 +60,31 @@ int CString::CompareNoCase(std::string_view other) const {
 }
 
 int CString::Find(std::string_view part, int start) const {
-  if (start < 0 || static_cast<std::size_t>(start) > m_text.size()) return -1;
+  const std::string_view text = View();
+  if (start < 0 || static_cast<std::size_t>(start) > text.size()) return -1;
   // The last place that is known to begin a character goes along with the matches: one pass, whatever the text.
   std::size_t boundary = 0;
   bool boundaryKnown = false;
-  for (std::size_t at = m_text.find(part, static_cast<std::size_t>(start)); at != std::string::npos;
-       at = m_text.find(part, at + 1)) {
+  for (std::size_t at = text.find(part, static_cast<std::size_t>(start)); at != std::string_view::npos;
+       at = text.find(part, at + 1)) {
     if (!boundaryKnown) {
-      boundary = code_page_932::IsCharacterStart(m_text, at) ? at : at + 1;
+      boundary = code_page_932::IsCharacterStart(text, at) ? at : at + 1;
       boundaryKnown = true;
     }
-    while (boundary < at) boundary += code_page_932::CharacterLength(m_text, boundary);
+    while (boundary < at) boundary += code_page_932::CharacterLength(text, boundary);
     if (boundary == at) return static_cast<int>(at);
   }
   return -1;
 }
 
 int CString::ReverseFind(char byte) const {
-  std::size_t found = std::string::npos;
-  for (std::size_t at = 0, length = 0; at < m_text.size(); at += length) {
-    length = code_page_932::CharacterLength(m_text, at);
-    if (length == 1 && m_text[at] == byte) found = at;
+  const std::string_view text = View();
+  std::size_t found = std::string_view::npos;
+  for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
+    length = code_page_932::CharacterLength(text, at);
+    if (length == 1 && text[at] == byte) found = at;
   }
-  return found == std::string::npos ? -1 : static_cast<int>(found);
+  return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
 CString CString::Left(int count) const { return View().substr(0, Cut(count, m_text.size())); }
@@ -97,13 +100,13 @@ CString CString::Mid(int first, int count) const {
 CString& CString::Trim() { return TrimRight().TrimLeft(); }
 
 CString& CString::TrimLeft() {
-  m_text.erase(0, std::min(m_text.find_first_not_of(kWhiteSpace), m_text.size()));
+  m_text.assign(View().substr(std::min(View().find_first_not_of(kWhiteSpace), m_text.size())));
   return *this;
 }
 
 CString& CString::TrimRight() {
   // White space is no trail byte, so looking at bytes is enough.
-  m_text.erase(m_text.find_last_not_of(kWhiteSpace) + 1);
+  m_text.truncate(View().find_last_not_of(kWhiteSpace) + 1);
   return *this;
 }
 

@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
+
+#include "vorn/platform/small_text.h"
 
 /// Text in code page 932, one byte or two bytes a character: the text type of the whole model and its archive.
 ///
@@ -14,13 +15,14 @@
 class CString {
  public:
   CString() = default;
-  CString(const char* text) : m_text(text != nullptr ? text : "") {}  // NOLINT(google-explicit-constructor)
-  CString(std::string_view text) : m_text(text) {}                    // NOLINT(google-explicit-constructor)
-  explicit CString(std::string&& text) noexcept : m_text(std::move(text)) {}
-  CString(const char* text, int length) : m_text(text, static_cast<std::size_t>(length)) {}
+  CString(const char* text)
+      : m_text(text != nullptr ? std::string_view(text) : std::string_view()) {}  // NOLINT(google-explicit-constructor)
+  CString(std::string_view text) : m_text(text) {}                                // NOLINT(google-explicit-constructor)
+  explicit CString(const std::string& text) : m_text(text) {}
+  CString(const char* text, int length) : m_text(std::string_view(text, static_cast<std::size_t>(length))) {}
 
   CString& operator=(const char* text) {
-    m_text.assign(text != nullptr ? text : "");
+    m_text.assign(text != nullptr ? std::string_view(text) : std::string_view());
     return *this;
   }
   CString& operator=(std::string_view text) {
@@ -37,26 +39,26 @@ class CString {
   char operator[](int index) const { return GetAt(index); }
   void SetAt(int index, char byte);
 
-  [[nodiscard]] const char* GetString() const { return m_text.c_str(); }
-  operator const char*() const { return m_text.c_str(); }  // NOLINT(google-explicit-constructor)
-  operator std::string_view() const { return m_text; }     // NOLINT(google-explicit-constructor)
+  [[nodiscard]] const char* GetString() const { return m_text.data(); }
+  operator const char*() const { return m_text.data(); }  // NOLINT(google-explicit-constructor)
+  operator std::string_view() const { return View(); }    // NOLINT(google-explicit-constructor)
   /// The bytes without a copy, valid until the text changes.
-  [[nodiscard]] std::string_view View() const { return m_text; }
+  [[nodiscard]] std::string_view View() const { return m_text.View(); }
 
   CString& operator+=(const CString& text) {
-    m_text += text.m_text;
+    m_text.append(text.View());
     return *this;
   }
   CString& operator+=(const char* text) {
-    if (text != nullptr) m_text += text;
+    if (text != nullptr) m_text.append(text);
     return *this;
   }
   CString& operator+=(std::string_view text) {
-    m_text += text;
+    m_text.append(text);
     return *this;
   }
   CString& operator+=(char byte) {
-    m_text += byte;
+    m_text.append(std::string_view(&byte, 1));
     return *this;
   }
 
@@ -84,14 +86,20 @@ class CString {
   CString& MakeUpper();
   CString& MakeLower();
 
-  friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
-  friend bool operator==(const CString& a, const char* b) { return a.m_text == b; }
-  friend bool operator==(const CString& a, std::string_view b) { return a.m_text == b; }
+  friend bool operator==(const CString& a, const CString& b) { return a.View() == b.View(); }
+  friend bool operator==(const CString& a, const char* b) { return a.View() == b; }
+  friend bool operator==(const CString& a, std::string_view b) { return a.View() == b; }
   friend bool operator<(const CString& a, const CString& b) { return a.Compare(b.View()) < 0; }
-  friend CString operator+(const CString& a, const CString& b) { return CString(a.m_text + b.m_text); }
-  friend CString operator+(const CString& a, const char* b) { return CString(a.m_text + b); }
-  friend CString operator+(const char* a, const CString& b) { return CString(a + b.m_text); }
+  friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
+  friend CString operator+(const CString& a, const char* b) { return Joined(a.View(), b); }
+  friend CString operator+(const char* a, const CString& b) { return Joined(a, b.View()); }
 
  private:
-  std::string m_text;
+  static CString Joined(std::string_view a, std::string_view b) {
+    CString text(a);
+    text += b;
+    return text;
+  }
+
+  SmallText m_text;
 };

@@ -15,44 +15,77 @@ constexpr Type TypeOf(double) { return Type::Real; }
 constexpr Type TypeOf(const CString&) { return Type::Text; }
 
 template <typename T>
-void LoadValue(CArchive& ar, DovDataTable& table, std::int32_t key) {
-  T value{};
-  ar >> value;
-  table.SetAt(key, value);
+void StoreEntry(CArchive& ar, std::int32_t key, const T& value) {
+  ar << key << static_cast<std::uint8_t>(TypeOf(value)) << value;
 }
 
-void LoadEntry(CArchive& ar, DovDataTable& table) {
-  std::int32_t key = 0;
-  std::uint8_t type = 0;
-  ar >> key >> type;
-  switch (static_cast<Type>(type)) {
-    case Type::Integer:
-      return LoadValue<std::int32_t>(ar, table, key);
-    case Type::Real:
-      return LoadValue<double>(ar, table, key);
-    case Type::Text:
-      return LoadValue<CString>(ar, table, key);
-  }
-  throw CArchiveException(CArchiveException::badIndex);
+template <typename T>
+T LoadValue(CArchive& ar) {
+  T value{};
+  ar >> value;
+  return value;
 }
 
 }  // namespace
 
 void DovDataTable::Serialize(CArchive& ar) { ar.IsStoring() ? Store(ar) : Load(ar); }
 
+template <typename Sink>
+void DovDataTable::LoadEntries(CArchive& ar, std::uint32_t count, Sink&& sink) {
+  ar.RequireRemaining(count * kSmallestEntry);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const auto key = LoadValue<std::int32_t>(ar);
+    switch (static_cast<Type>(LoadValue<std::uint8_t>(ar))) {
+      case Type::Integer:
+        sink(key, LoadValue<std::int32_t>(ar));
+        break;
+      case Type::Real:
+        sink(key, LoadValue<double>(ar));
+        break;
+      case Type::Text:
+        sink(key, LoadValue<CString>(ar));
+        break;
+      default:
+        throw CArchiveException(CArchiveException::badIndex);
+    }
+  }
+}
+
 void DovDataTable::Store(CArchive& ar) const {
   ar << static_cast<std::uint32_t>(m_values.size());
-  for (const auto& [key, value] : m_values) {
-    ar << key;
-    std::visit([&ar](const auto& held) { ar << static_cast<std::uint8_t>(TypeOf(held)) << held; }, value);
+  for (const auto& entry : m_values) {
+    std::visit([&](const auto& value) { StoreEntry(ar, entry.first, value); }, entry.second);
   }
 }
 
 void DovDataTable::Load(CArchive& ar) {
-  std::uint32_t count = 0;
-  ar >> count;
-  ar.RequireRemaining(count * kSmallestEntry);
   DovDataTable loaded;
-  for (std::uint32_t i = 0; i < count; ++i) LoadEntry(ar, loaded);
+  LoadEntries(ar, LoadValue<std::uint32_t>(ar), [&](std::int32_t key, const auto& value) { loaded.SetAt(key, value); });
   *this = std::move(loaded);
+}
+
+void DovDataTable::StoreInteger(CArchive& ar, std::int32_t key, std::int32_t value) {
+  ar << std::uint32_t{1};
+  StoreEntry(ar, key, value);
+}
+
+bool DovDataTable::LoadInteger(CArchive& ar, std::int32_t wantedKey, std::int32_t& value) {
+  bool found = false;
+  std::int32_t wanted = 0;
+  LoadEntries(ar, LoadValue<std::uint32_t>(ar), [&](std::int32_t key, const auto& held) {
+    if (key != wantedKey) return;
+    // The last value of a key counts, whatever its type.
+    if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::int32_t>) {
+      found = true;
+      wanted = held;
+    } else {
+      found = false;
+    }
+  });
+  if (found) value = wanted;
+  return found;
+}
+
+void DovDataTable::ForgetEntries(CArchive& ar, std::uint32_t count) {
+  LoadEntries(ar, count, [](std::int32_t, const auto&) {});
 }

@@ -42,6 +42,24 @@ class DovDataTable {
   /// cannot back (end-of-file); the table then stays as it was.
   void Serialize(CArchive& ar);
 
+  // The same bytes without a table, for records whose values are known: there are as many tables in an archive as
+  // there are records, and next to all of them hold nothing or one integer.
+
+  /// Stores an empty table, or loads one and forgets it.
+  static void SerializeEmpty(CArchive& ar) {
+    std::uint32_t count = 0;
+    if (ar.IsStoring()) {
+      ar << count;
+    } else {
+      ar >> count;
+      if (count > 0) ForgetEntries(ar, count);
+    }
+  }
+  /// Stores a table with one integer.
+  static void StoreInteger(CArchive& ar, std::int32_t key, std::int32_t value);
+  /// Loads a table, and takes the integer that it holds under a key; false, and the output untouched, without one.
+  static bool LoadInteger(CArchive& ar, std::int32_t key, std::int32_t& value);
+
  private:
   using Value = std::variant<std::int32_t, double, CString>;
 
@@ -55,6 +73,10 @@ class DovDataTable {
 
   void Store(CArchive& ar) const;
   void Load(CArchive& ar);
+  /// Loads a number of entries, and hands each to `sink` as its key and its value.
+  template <typename Sink>
+  static void LoadEntries(CArchive& ar, std::uint32_t count, Sink&& sink);
+  static void ForgetEntries(CArchive& ar, std::uint32_t count);
 
   std::map<std::int32_t, Value> m_values;
 };
