@@ -28,7 +28,7 @@ Collection Numbered(Element element) {
 
 template <typename Collection>
 ExpectedBytes CounterAndElement(Collection& collection, const Layout& at) {
-  ExpectedBytes bytes = {{"next serial", U32(41), at.IsSince("05.00")}, {"count", U32(1)}};
+  ExpectedBytes bytes = {{"next serial", U32(41), at.IsReadSince("05.00")}, {"count", U32(1)}};
   bytes.Add({"element", Encoded{"record", StoredAs(collection[0], at.version)}});
   return bytes;
 }

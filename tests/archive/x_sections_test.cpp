@@ -30,7 +30,7 @@ ExpectedBytes SetBytes(const Layout& at) {
       {"section count", U32(2)},
       {"sections[0]", SectionBytes(at, 3)},
       {"sections[1]", SectionBytes(at, 6)},
-      {"next target serial", U32(886), isNew && at.IsSince("05.00")},
+      {"next target serial", U32(886), isNew && at.IsReadSince("05.00")},
       {"target count", U32(1), isNew},
       {"targets[0]", TargetBytes(at, 8), isNew},
   };
