@@ -100,6 +100,20 @@ TEST_P(FormCtrlTargetPntArchive, ReadingOldDataClearsTypeAndNameIdentifiersAndKe
   EXPECT_EQ(point.GetSide(), VornLocation::Right);
 }
 
+// Old data have no such identifiers and clear them; a record that should have them and ends too early does not.
+TEST_P(FormCtrlTargetPntArchive, KeepsTypeAndNameIdentifiersOfARecordThatEndsBeforeThem) {
+  if (!Read().IsFrom("06.00")) return;
+  const Bytes whole = TargetPointBytes(Read(), 2).All();
+  const CString tag = Tag();
+  for (const std::ptrdiff_t missing : {4, 8}) {
+    VornFormCtrlTargetPnt point = FullTargetPoint(9);
+    test_support::LoadingArchive ar(Bytes(whole.begin(), whole.end() - missing));
+    EXPECT_EQ(test_support::ArchiveRefusal([&] { point.Serialize(*ar, tag); }), CArchiveException::endOfFile);
+    EXPECT_EQ(point.GetXSectType(), missing == 4 ? 275u : 975u);
+    EXPECT_EQ(point.GetSectNameID(), 976u);
+  }
+}
+
 TEST_P(FormCtrlTargetPntArchive, WritingLeavesTypeAndNameIdentifiersAlone) {
   VornFormCtrlTargetPnt point = FullTargetPoint(2);
   static_cast<void>(StoredAs(point, GetParam()));

@@ -30,7 +30,7 @@ void VornFormCtrlTargetPnt::Serialize(CArchive& ar, const CString& tag) {
   record.ReadSince("05.00", m_buildFormID);
   record.ReadSince("05.00", m_sectionID);
   record.ReadSince("05.00", m_crossPointType);
-  if (record.IsLoading()) {
+  if (record.IsLoading() && !record.IsFrom("06.00")) {  // these are cleared, unlike other fields of later versions
     m_xSectType = 0;
     m_sectNameID = 0;
   }
