@@ -13,11 +13,13 @@
 #include <vector>
 
 #include "tests/support/archive_bytes.h"
+#include "tests/support/boastful_file.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace {
 
 using test_support::ArchiveRefusal;
+using test_support::BoastfulFile;
 using test_support::Bytes;
 using test_support::BytesOf;
 using test_support::LoadingArchive;
@@ -77,24 +79,6 @@ class FullFile : public CMemFile {
  private:
   std::uint64_t m_room;
   int m_writes = 0;
-};
-
-/// A file that claims more bytes than it has and notes the largest read that it was asked for.
-class BoastfulFile : public CMemFile {
- public:
-  BoastfulFile(test_support::Bytes bytes, std::uint64_t claimed) : CMemFile(std::move(bytes)), m_claimed(claimed) {}
-
-  std::uint32_t Read(void* bytes, std::uint32_t count) override {
-    m_largestRead = std::max(m_largestRead, count);
-    return CMemFile::Read(bytes, count);
-  }
-  [[nodiscard]] std::uint64_t GetLength() const override { return m_claimed; }
-
-  [[nodiscard]] std::uint32_t LargestRead() const { return m_largestRead; }
-
- private:
-  std::uint64_t m_claimed;
-  std::uint32_t m_largestRead = 0;
 };
 
 /// A file that hands out one byte at a time, as a slow line does.
@@ -386,6 +370,16 @@ TEST(CArchive, KeepsAListWhoseTextsAreMissing) {
   CStringArray texts = Texts({"kept"});
   EXPECT_EQ(ArchiveRefusal([&] { *ar >> texts; }), CArchiveException::endOfFile);
   EXPECT_EQ(texts, Texts({"kept"}));
+}
+
+TEST(CArchive, RefusesMoreTextsThanAnArrayHolds) {
+  for (const std::uint8_t highByte : Bytes{0x80, 0xFF}) {
+    BoastfulFile file({0xFF, 0xFF, 0, 0, 0, highByte}, std::uint64_t{1} << 40);
+    CArchive ar(&file, CArchive::load);
+    CStringArray texts = Texts({"kept"});
+    EXPECT_EQ(ArchiveRefusal([&] { ar >> texts; }), CArchiveException::badIndex);
+    EXPECT_EQ(texts, Texts({"kept"}));
+  }
 }
 
 // --- every kind of value, through every size of buffer ---------------------------------------------------------------
