@@ -55,11 +55,11 @@ ExpectedBytes FormBytes(const Layout& at, int n) {
       {"left crossing", CrossingBytes(10 * n), isFrom05},
       {"right crossing", CrossingBytes(10 * n + 1), isFrom05},
       {"org surface", Bool(true), at.IsFrom("05.50")},
-      {"next point serial", I32(100 * (10 * n + 1) + 16), at.IsSince("05.00")},
+      {"next point serial", I32(100 * (10 * n + 1) + 16), at.IsReadSince("05.00")},
       {"point count", U32(2)},
       {"points[0]", PointBytes(at, 10 * n)},
       {"points[1]", PointBytes(at, 10 * n + 1)},
-      {"next target serial", I32(k + 86), at.IsSince("05.00")},
+      {"next target serial", I32(k + 86), at.IsReadSince("05.00")},
       {"target count", U32(1)},
       {"targets[0]", TargetBytes(at, n)},
   };

@@ -1,13 +1,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
 #include "tests/archive/full_records.h"
 #include "tests/model/items.h"
+#include "tests/model/model_builders.h"
 
 namespace archive_test {
 namespace {
 
 using model_test::Items;
+using model_test::PointOn;
 using testing::ElementsAre;
 
 // --- collections that number their elements --------------------------------------------------------------------------
@@ -28,7 +34,7 @@ Collection Numbered(Element element) {
 
 template <typename Collection>
 ExpectedBytes CounterAndElement(Collection& collection, const Layout& at) {
-  ExpectedBytes bytes = {{"next serial", U32(41), at.IsSince("05.00")}, {"count", U32(1)}};
+  ExpectedBytes bytes = {{"next serial", U32(41), at.IsReadSince("05.00")}, {"count", U32(1)}};
   bytes.Add({"element", Encoded{"record", StoredAs(collection[0], at.version)}});
   return bytes;
 }
@@ -72,6 +78,154 @@ TEST_P(CollectionArchive, ReadingNumbersNothing) {
   const auto targets = ReadBack<Vorn_FormCtrlTargetArray>(bytes.All(), GetParam());
   EXPECT_EQ(targets.GetNextSerialID(), Read().IsFrom("05.00") ? 2u : 0u);
   EXPECT_EQ(targets[0].GetSerialID(), Read().IsFrom("05.00") ? 385u : 0xFFFFFFFF);
+}
+
+// --- numbering after data without a next serial ----------------------------------------------------------------------
+
+/// Store versions whose data tell neither serials nor the next one.
+constexpr const char* kVersionsWithoutSerials[] = {"01.10", "02.50", "03.00", "03.50", "04.00", "04.99"};
+
+template <typename Collection>
+Collection ReadOld(const ExpectedBytes& elements, std::uint32_t count, std::string_view version) {
+  ExpectedBytes bytes = {{"count", U32(count)}};
+  bytes.Add({"elements", elements});
+  return ReadBack<Collection>(bytes.All(), version);
+}
+
+Vorn_ComposedPntArray OldPoints(std::string_view version) {
+  const Layout at{version, Way::Read};
+  return ReadOld<Vorn_ComposedPntArray>({{"0", PointBytes(at, 3)}, {"1", PointBytes(at, 4)}}, 2, version);
+}
+
+Vorn_BuildFormArray OldForms(std::string_view version) {
+  const Layout at{version, Way::Read};
+  return ReadOld<Vorn_BuildFormArray>({{"0", FormBytes(at, 2)}, {"1", FormBytes(at, 3)}}, 2, version);
+}
+
+template <typename Collection>
+std::vector<std::uint32_t> SerialsOf(const Collection& elements) {
+  std::vector<std::uint32_t> serials;
+  for (const auto& element : elements) serials.push_back(element.GetSerialID());
+  return serials;
+}
+
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+TEST(NumberingAfterOldData, ThePointsThatWereReadHaveNoSerialsAndTheFirstNewOneGetsZero) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_ComposedPntArray points = OldPoints(version);
+    points.Add(PointOn(VornLocation::Left));
+    points.Add(PointOn(VornLocation::Right));
+    EXPECT_THAT(SerialsOf(points), ElementsAre(kNone, kNone, 0u, 1u)) << version;
+  }
+}
+
+TEST(NumberingAfterOldData, NoPointGetsTheSerialOfACentrePointThatCameBeforeIt) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_ComposedPntArray points = OldPoints(version);
+    points.Add(PointOn(VornLocation::Center));
+    points.Add(PointOn(VornLocation::Left));
+    points.Add(PointOn(VornLocation::Right));
+    EXPECT_THAT(SerialsOf(points), ElementsAre(kNone, kNone, 0u, 1u, 2u)) << version;
+  }
+}
+
+TEST(NumberingAfterOldData, NumberingThePointsOneByOneGivesEachItsOwnSerial) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_ComposedPntArray points = OldPoints(version);
+    points[0].SetLocation(VornLocation::Center);
+    points.SetSerialID(0);
+    points.SetSerialID(1);
+    points.Add(PointOn(VornLocation::Left));
+    EXPECT_THAT(SerialsOf(points), ElementsAre(0u, 1u, 2u)) << version;
+  }
+}
+
+TEST(NumberingAfterOldData, NumberingAllPointsAtOnceBeginsAtZeroAndGoesOnBehindThem) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_ComposedPntArray points = OldPoints(version);
+    points[0].SetLocation(VornLocation::Center);
+    points.RegulateSerialID();
+    points.Add(PointOn(VornLocation::Left));
+    EXPECT_THAT(SerialsOf(points), ElementsAre(0u, 1u, 2u)) << version;
+  }
+}
+
+TEST(NumberingAfterOldData, APointThatBringsItsSerialDecidesTheNextOnes) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_ComposedPntArray points = OldPoints(version);
+    VornComposedPnt own = PointOn(VornLocation::Left);
+    own.SetSerialID(7);
+    points.Add(own);
+    points.Add(PointOn(VornLocation::Left));
+    EXPECT_THAT(SerialsOf(points), ElementsAre(kNone, kNone, 7u, 8u)) << version;
+  }
+}
+
+// There is no design surface among the forms that were read: the new form takes that place.
+TEST(NumberingAfterOldData, TheFormsThatWereReadHaveNoSerialsAndTheFirstNewOneGetsZero) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_BuildFormArray forms = OldForms(version);
+    forms.Add(VornBuildForm());
+    forms.Add(VornBuildForm());
+    EXPECT_THAT(SerialsOf(forms), ElementsAre(kNone, kNone, 0u, 1u)) << version;
+    EXPECT_TRUE(forms[2].IsOrgSurface());
+    EXPECT_FALSE(forms[3].IsOrgSurface());
+  }
+}
+
+TEST(NumberingAfterOldData, NoFormBecomesASecondDesignSurface) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_BuildFormArray forms = OldForms(version);
+    forms.SetSerialID(0, true);
+    forms.SetSerialID(1, true);
+    forms.Add(VornBuildForm());
+    EXPECT_THAT(SerialsOf(forms), ElementsAre(0u, 1u, 2u)) << version;
+    EXPECT_FALSE(forms[2].IsOrgSurface());
+  }
+}
+
+TEST(NumberingAfterOldData, ASectionThatHadNoFormsNumbersThoseThatComeAsANewOneDoes) {
+  for (const char* version : kVersionsWithoutSerials) {
+    auto forms = ReadOld<Vorn_BuildFormArray>({}, 0, version);
+    for (int i = 0; i < 3; ++i) forms.Add(VornBuildForm());
+    EXPECT_THAT(SerialsOf(forms), ElementsAre(0u, 1u, 2u)) << version;
+  }
+}
+
+TEST(NumberingAfterOldData, AFormThatBringsItsSerialDecidesTheNextOnes) {
+  for (const char* version : kVersionsWithoutSerials) {
+    Vorn_BuildFormArray forms = OldForms(version);
+    VornBuildForm own;
+    own.SetSerialID(7);
+    forms.Add(own);
+    forms.Add(VornBuildForm());
+    EXPECT_THAT(SerialsOf(forms), ElementsAre(kNone, kNone, 7u, 8u)) << version;
+  }
+}
+
+// What an application wrote that had read old data: elements with serials behind a next serial of 0.
+TEST(NumberingAfterANextSerialOfZero, SerialsThatWereReadDecideTheNextOnesOnceTheyAreNumbered) {
+  const Layout at{"06.00", Way::Read};
+  const ExpectedBytes pointBytes = {{"next serial", U32(0)}, {"count", U32(1)}, {"0", PointBytes(at, 3)}};
+  auto points = ReadBack<Vorn_ComposedPntArray>(pointBytes.All(), "06.00");
+  EXPECT_EQ(points.GetNextSerialID(), 0u);
+  points.SetSerialID(0);
+  points.Add(PointOn(VornLocation::Left));
+  EXPECT_THAT(SerialsOf(points), ElementsAre(315u, 316u));
+
+  const ExpectedBytes formBytes = {{"next serial", U32(0)}, {"count", U32(1)}, {"0", FormBytes(at, 2)}};
+  auto forms = ReadBack<Vorn_BuildFormArray>(formBytes.All(), "06.00");
+  EXPECT_EQ(forms.GetNextSerialID(), 0u);
+  forms.SetSerialID(0, false);
+  forms.Add(VornBuildForm());
+  EXPECT_THAT(SerialsOf(forms), ElementsAre(291u, 292u));
+
+  const ExpectedBytes targetBytes = {{"next serial", U32(0)}, {"count", U32(1)}, {"0", TargetBytes(at, 3)}};
+  auto targets = ReadBack<Vorn_FormCtrlTargetArray>(targetBytes.All(), "06.00");
+  targets.SetAt(0, VornFormCtrlTarget(targets[0]));
+  targets.Add(VornFormCtrlTarget());
+  EXPECT_THAT(SerialsOf(targets), ElementsAre(385u, 386u));
 }
 
 // --- collections that do not -----------------------------------------------------------------------------------------

@@ -269,6 +269,8 @@ TEST_P(ComposedPntArchive, ReadingKeepsWhatTheRecordHasNot) {
   EXPECT_THAT(Items(point.DrawPairIDs()), ElementsAre(444u));
   EXPECT_EQ(point.IsConnected(), 445);
   EXPECT_EQ(point.FormID(PntType::Main), 427u);
+  // Before 06.00 the sub detail is a copy of the main one, also of what is in no record.
+  EXPECT_EQ(point.FormID(PntType::Sub), Read().IsFrom("06.00") ? 437u : 427u);
 }
 
 TEST_P(ComposedPntArchive, WritingLeavesEverythingButTheDetailsOfOldVersions) {
@@ -333,6 +335,41 @@ TEST_P(ComposedPntArchive, WithoutAnElementTypeInItsTableKeepsTheOneItHas) {
   EXPECT_EQ(point.ElmType(), ElementType::Median);
   ReadInto(point, WithTable(TableOf(2, 5).bytes, GetParam()), GetParam());
   EXPECT_EQ(point.ElmType(), ElementType::Median);
+}
+
+TEST_P(ComposedPntArchive, KeepsTheElementTypeWhenItsTableHasSomethingElseThanAnInteger) {
+  using test_support::operator+;
+  const Bytes key = U32(1).bytes + I32(1).bytes;
+  VornComposedPnt point;
+  point.ElmType(ElementType::Median);
+  ReadInto(point, WithTable(key + U8(2).bytes + Real(4.0).bytes, GetParam()), GetParam());
+  EXPECT_EQ(point.ElmType(), ElementType::Median);
+  ReadInto(point, WithTable(key + U8(3).bytes + Text("4").bytes, GetParam()), GetParam());
+  EXPECT_EQ(point.ElmType(), ElementType::Median);
+}
+
+TEST_P(ComposedPntArchive, FindsTheElementTypeAmongOtherValues) {
+  if (!Read().IsFrom("06.00")) return;
+  using test_support::operator+;
+  const Bytes entries = I32(-7).bytes + U8(3).bytes + Text("t").bytes + I32(1).bytes + U8(1).bytes + I32(4).bytes +
+                        I32(2).bytes + U8(2).bytes + Real(0.5).bytes;
+  VornComposedPnt point;
+  ReadInto(point, WithTable(U32(3).bytes + entries, GetParam()), GetParam());
+  EXPECT_EQ(point.ElmType(), ElementType::Sidewalk);
+  // The other values are not carried along.
+  EXPECT_EQ(StoredAs(point, GetParam())[0], 1);
+}
+
+// The former type matters to edits since the last change: data before 06.00 do not count as one.
+TEST_P(ComposedPntArchive, TheFormerComponentTypeBecomesThePresentOneFrom0600OnAndStaysBefore) {
+  VornComposedPnt point;
+  point.SetComponentType(ComponentType::Berm);
+  point.SetComponentType(ComponentType::Slope);
+  ASSERT_EQ(point.GetOldCmpType(), ComponentType::Berm);
+  ReadInto(point, PointBytes(Read(), 3).All(), GetParam());
+  EXPECT_EQ(static_cast<int>(point.GetComponentType()), 313);
+  EXPECT_EQ(static_cast<int>(point.GetOldCmpType()),
+            Read().IsFrom("06.00") ? 313 : static_cast<int>(ComponentType::Berm));
 }
 
 TEST_P(ComposedPntArchive, OnlyNewVersionsHaveAnElementTypeInTheirTable) {

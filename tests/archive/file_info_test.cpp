@@ -32,7 +32,7 @@ ExpectedBytes FileInfoBytes() {
   return bytes;
 }
 
-ExpectedBytes SmallFileInfoBytes() {
+ExpectedBytes RoadFileInfoBytes() {
   ExpectedBytes bytes = {{"extension table", EmptyTable()}};
   bytes.Add({"file", DatesAndNote()});
   return bytes;
@@ -62,14 +62,14 @@ TEST_P(FileInfoArchive, KeepsANoteWithoutAChangeDate) {
   EXPECT_EQ(ReadBack<VornFileInfo>(StoredAs(info, GetParam()), GetParam()).GetNote(), "alone");
 }
 
-TEST_P(FileInfoArchive, WritesTheSmallRecordWithTheTableFirst) {
+TEST_P(FileInfoArchive, WritesTheRecordOfTheRoadDataWithTheTableFirst) {
   VornFileInfo info = FullFileInfo();
   EXPECT_TRUE(
-      HasBytes(test_support::Stored([&](CArchive& ar) { info.Serialize(ar, GetParam()); }), SmallFileInfoBytes()));
+      HasBytes(test_support::Stored([&](CArchive& ar) { info.Serialize(ar, GetParam()); }), RoadFileInfoBytes()));
 }
 
-TEST_P(FileInfoArchive, ReadsTheSmallRecord) {
-  test_support::LoadingArchive ar(SmallFileInfoBytes().All());
+TEST_P(FileInfoArchive, ReadsTheRecordOfTheRoadData) {
+  test_support::LoadingArchive ar(RoadFileInfoBytes().All());
   VornFileInfo info;
   info.Serialize(*ar, GetParam());
   EXPECT_EQ(ar->Remaining(), 0u);
@@ -87,10 +87,10 @@ TEST_P(FileInfoArchive, ForgetsWhatLaterVersionsPutIntoEitherTable) {
 }
 
 // The pointer's text is not looked at.
-TEST(SmallFileInfoArchive, TakesNoStoreVersionAtAll) {
+TEST(RoadFileInfoArchive, TakesNoStoreVersionAtAll) {
   VornFileInfo info = FullFileInfo();
   const auto store = [&](CArchive& ar) { info.Serialize(ar, static_cast<const char*>(nullptr)); };
-  EXPECT_TRUE(HasBytes(test_support::Stored(store), SmallFileInfoBytes()));
+  EXPECT_TRUE(HasBytes(test_support::Stored(store), RoadFileInfoBytes()));
 }
 
 }  // namespace

@@ -36,10 +36,10 @@ ExpectedBytes TargetPointBytes(const Layout& at, int n) {
       {"code", Text("target-code-" + std::to_string(n))},
       {"reserved word", U16(0)},
       {"reserved double word", U32(0)},
-      {"serial", U32(k + 71), at.IsSince("05.00")},
-      {"form ID", U32(k + 72), at.IsSince("05.00")},
-      {"section ID", U32(k + 73), at.IsSince("05.00")},
-      {"crossing type", U32(k + 74), at.IsSince("05.00")},
+      {"serial", U32(k + 71), at.IsReadSince("05.00")},
+      {"form ID", U32(k + 72), at.IsReadSince("05.00")},
+      {"section ID", U32(k + 73), at.IsReadSince("05.00")},
+      {"crossing type", U32(k + 74), at.IsReadSince("05.00")},
       {"section type", U32(k + 75), at.IsFrom("06.00")},
       {"section name ID", U32(k + 76), at.IsFrom("06.00")},
   };
@@ -98,6 +98,20 @@ TEST_P(FormCtrlTargetPntArchive, ReadingOldDataClearsTypeAndNameIdentifiersAndKe
   EXPECT_EQ(point.GetOffset(), 9.78);
   EXPECT_EQ(point.GetElevation(), 9.79);
   EXPECT_EQ(point.GetSide(), VornLocation::Right);
+}
+
+// Old data have no such identifiers and clear them; a record that should have them and ends too early does not.
+TEST_P(FormCtrlTargetPntArchive, KeepsTypeAndNameIdentifiersOfARecordThatEndsBeforeThem) {
+  if (!Read().IsFrom("06.00")) return;
+  const Bytes whole = TargetPointBytes(Read(), 2).All();
+  const CString tag = Tag();
+  for (const std::ptrdiff_t missing : {4, 8}) {
+    VornFormCtrlTargetPnt point = FullTargetPoint(9);
+    test_support::LoadingArchive ar(Bytes(whole.begin(), whole.end() - missing));
+    EXPECT_EQ(test_support::ArchiveRefusal([&] { point.Serialize(*ar, tag); }), CArchiveException::endOfFile);
+    EXPECT_EQ(point.GetXSectType(), missing == 4 ? 275u : 975u);
+    EXPECT_EQ(point.GetSectNameID(), 976u);
+  }
 }
 
 TEST_P(FormCtrlTargetPntArchive, WritingLeavesTypeAndNameIdentifiersAlone) {

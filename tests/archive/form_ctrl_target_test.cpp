@@ -37,7 +37,7 @@ ExpectedBytes TargetBytes(const Layout& at, int n) {
       {"region", Text("region " + std::to_string(n))},
       {"point type", I32(k + 83)},
       {"side", I32(k + 84)},
-      {"serial", I32(k + 85), at.IsSince("05.00")},
+      {"serial", I32(k + 85), at.IsReadSince("05.00")},
       {"point count", U32(2), hasPoints},
       {"points[0]", TargetPointBytes(at, 10 * n), hasPoints},
       {"points[1]", TargetPointBytes(at, 10 * n + 1), hasPoints},

@@ -35,7 +35,7 @@ struct Layout {
   [[nodiscard]] bool IsFrom(std::string_view first) const { return version >= first; }
   [[nodiscard]] bool IsAfter(std::string_view last) const { return version > last; }
   /// In every version when written.
-  [[nodiscard]] bool IsSince(std::string_view first) const { return IsWritten() || IsFrom(first); }
+  [[nodiscard]] bool IsReadSince(std::string_view first) const { return IsWritten() || IsFrom(first); }
 };
 
 /// Runs a test once with each store version.

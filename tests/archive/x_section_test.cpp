@@ -40,7 +40,7 @@ namespace {
 
 ExpectedBytes FormsBytes(const Layout& at, int n) {
   return {
-      {"next serial", I32(100 * n + 97), at.IsSince("05.00")},
+      {"next serial", I32(100 * n + 97), at.IsReadSince("05.00")},
       {"count", U32(2)},
       {"0", FormBytes(at, n)},
       {"1", FormBytes(at, n + 1)},

@@ -14,11 +14,13 @@
 #include <vector>
 
 #include "tests/support/archive_bytes.h"
+#include "tests/support/boastful_file.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace {
 
 using test_support::ArchiveRefusal;
+using test_support::BoastfulFile;
 using test_support::Bytes;
 using test_support::BytesOf;
 using test_support::LoadingArchive;
@@ -80,6 +82,7 @@ class FullFile : public CMemFile {
   int m_writes = 0;
 };
 
+<<<<<<< HEAD
 /// A file that claims more bytes than it has and notes the largest read that it was asked for.
 class BoastfulFile : public CMemFile {
  public:
@@ -99,6 +102,8 @@ class BoastfulFile : public CMemFile {
   std::uint32_t m_largestRead = 0;
 };
 
+=======
+>>>>>>> mends
 /// A file that hands out one byte at a time, as a slow line does.
 class SlowFile : public CMemFile {
  public:
@@ -389,6 +394,16 @@ TEST(CArchive, KeepsAListWhoseTextsAreMissing) {
   CStringArray texts = Texts({"kept"});
   EXPECT_EQ(ArchiveRefusal([&] { *ar >> texts; }), CArchiveException::endOfFile);
   EXPECT_EQ(texts, Texts({"kept"}));
+}
+
+TEST(CArchive, RefusesMoreTextsThanAnArrayHolds) {
+  for (const std::uint8_t highByte : Bytes{0x80, 0xFF}) {
+    BoastfulFile file({0xFF, 0xFF, 0, 0, 0, highByte}, std::uint64_t{1} << 40);
+    CArchive ar(&file, CArchive::load);
+    CStringArray texts = Texts({"kept"});
+    EXPECT_EQ(ArchiveRefusal([&] { ar >> texts; }), CArchiveException::badIndex);
+    EXPECT_EQ(texts, Texts({"kept"}));
+  }
 }
 
 // --- every kind of value, through every size of buffer ---------------------------------------------------------------

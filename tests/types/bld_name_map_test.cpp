@@ -3,11 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "tests/archive/expected_bytes.h"
@@ -38,6 +41,14 @@ constexpr std::string_view kHalfWidthKey = u8"ｶﾞA1"_cp932;
 
 static_assert(std::has_virtual_destructor_v<VornBldNameList>);
 static_assert(std::has_virtual_destructor_v<VornBldNameMap>);
+static_assert(std::is_nothrow_move_constructible_v<VornBldNameMap>);
+static_assert(std::is_nothrow_move_assignable_v<VornBldNameMap>);
+
+// A map that takes keys as they are: nobody may reach the registry as one.
+using PlainMap = CMap<CString, VornBldNameList>;
+static_assert(std::is_base_of_v<PlainMap, VornBldNameMap>);
+static_assert(!std::is_convertible_v<VornBldNameMap&, PlainMap&>);
+static_assert(!std::is_convertible_v<VornBldNameMap*, PlainMap*>);
 
 VornBldNameList ListOf(std::initializer_list<const char*> names) {
   VornBldNameList list;
@@ -190,8 +201,15 @@ TEST(BldNameList, ReadingAppendsInTheStoredOrder) {
   EXPECT_THAT(NamesOf(list), ElementsAre("first", "z", "a"));
 }
 
-// --- used names
-// --------------------------------------------------------------------------------------------------------
+TEST(BldNameList, StaysAsItWasWhenItsRecordIsTruncated) {
+  VornBldNameList list = ListOf({"first"});
+  const Bytes whole = StoredRecord(ListOf({"a", "b"}));
+  LoadingArchive ar(Bytes(whole.begin(), whole.end() - 1));
+  EXPECT_EQ(ArchiveRefusal([&] { list.Serialize(*ar); }), CArchiveException::endOfFile);
+  EXPECT_THAT(NamesOf(list), ElementsAre("first"));
+}
+
+// --- used names ------------------------------------------------------------------------------------------------------
 
 VornBuildForm FormOf(std::string_view type, std::string_view name) {
   VornBuildForm form = model_test::FormOf(name, {});
@@ -228,6 +246,53 @@ TEST(BldNameList, MarksTheNamesThatAFormOfTheClassHas) {
   EXPECT_THAT(UsedOf(list), ElementsAre(0, 0, 0));
 }
 
+TEST(BldNameList, MarksEachNameAsTheSectionsAnswerForIt) {
+  Vorn_XSectionArray sections = SectionsOf({{kFillWork, "a"}, {kCutWork, "a"}, {kCutWork, "A"}, {"", "b"}, {"T", ""}});
+  sections[0].GetBuildFormArray().Add(FormOf(kFillWork, "c"));
+  for (const std::string_view key : {kFillWork, kCutWork, kOtherWork, std::string_view(), std::string_view("T")}) {
+    VornBldNameList list = ListOf({"a", "A", "b", "c", "", "d", "a"});
+    list.CheckUsedName(CString(key), sections);
+    for (const VornBuildItem& item : list) {
+      EXPECT_EQ(item.GetUsed(), sections.IsUsedBuildName(CString(key), item.GetName()) ? 1 : 0) << item.GetName();
+    }
+  }
+}
+
+// Not as the registry takes keys: it is the forms' own type that is asked for.
+TEST(BldNameList, TakesTheKeyOfUsedNamesAsItIs) {
+  VornBldNameList list = ListOf({"a"});
+  const Vorn_XSectionArray halfWidth = SectionsOf({{kHalfWidthKey, "a"}});
+  list.CheckUsedName(CString(kHalfWidthKey), halfWidth);
+  EXPECT_THAT(UsedOf(list), ElementsAre(1));
+  list.CheckUsedName(CString(kFullWidthKey), halfWidth);
+  EXPECT_THAT(UsedOf(list), ElementsAre(0));
+  list.CheckUsedName(CString(kHalfWidthKey), SectionsOf({{kFullWidthKey, "a"}}));
+  EXPECT_THAT(UsedOf(list), ElementsAre(0));
+}
+
+// The registry derives a class for them, which they do not have themselves.
+TEST(BldNameList, FindsNamesOfFormsWithoutATypeUnusedUnderADerivedClass) {
+  constexpr std::string_view kFillName = u8"路体盛"_cp932;
+  VornBldNameList list;
+  VornBuildItem item;
+  item.SetName(CString(kFillName));
+  list.AddTail(item);
+  const Vorn_XSectionArray sections = SectionsOf({{"", kFillName}});
+  list.CheckUsedName(CString(kFillWork), sections);
+  EXPECT_THAT(UsedOf(list), ElementsAre(0));
+  list.CheckUsedName("", sections);
+  EXPECT_THAT(UsedOf(list), ElementsAre(1));
+}
+
+TEST(BldNameList, TakesNamesOfUsedFormsAsTheyAre) {
+  VornBldNameList list;
+  VornBuildItem item;
+  item.SetName(CString(kHalfWidthKey));
+  list.AddTail(item);
+  list.CheckUsedName(CString(kFillWork), SectionsOf({{kFillWork, kFullWidthKey}}));
+  EXPECT_THAT(UsedOf(list), ElementsAre(0));
+}
+
 TEST(BldNameList, LosesTheMarksInTheArchive) {
   VornBldNameList list = ListOf({"a"});
   list.CheckUsedName(CString(kFillWork), SectionsOf({{kFillWork, "a"}}));
@@ -239,8 +304,7 @@ TEST(BldNameList, LosesTheMarksInTheArchive) {
   EXPECT_THAT(UsedOf(loaded), ElementsAre(0));
 }
 
-// --- registry
-// ----------------------------------------------------------------------------------------------------------
+// --- registry --------------------------------------------------------------------------------------------------------
 
 TEST(BldNameMap, SetOfAHalfWidthKeyAndGetOfTheFullWidthOneReachTheSameList) {
   VornBldNameMap map;
@@ -260,8 +324,63 @@ TEST(BldNameMap, EveryOperationNormalisesItsKey) {
   EXPECT_NE(map.Lookup(CString(kHalfWidthKey), list), 0);
   map.Set(CString(kFullWidthKey), "b");
   map.Set(CString(kHalfWidthKey), "c");
+  map[CString(kFullWidthKey)].AddTail(VornBuildItem("d"));
+  map[CString(kHalfWidthKey)].AddTail(VornBuildItem("e"));
   EXPECT_EQ(map.GetCount(), 1);
-  EXPECT_THAT(NamesOf(map, kHalfWidthKey), ElementsAre("a", "b", "c"));
+  EXPECT_THAT(NamesOf(map, kHalfWidthKey), ElementsAre("a", "b", "c", "d", "e"));
+  const VornBldNameMap& constant = map;
+  EXPECT_EQ(constant.Get(CString(kHalfWidthKey)), map.Get(CString(kFullWidthKey)));
+  map.SetAt(CString(kHalfWidthKey), list);
+  EXPECT_THAT(NamesOf(map, kFullWidthKey), ElementsAre("a"));
+  EXPECT_THAT(KeysOf(map), ElementsAre(std::string(kFullWidthKey)));
+  EXPECT_TRUE(map.RemoveKey(CString(kHalfWidthKey)));
+  EXPECT_TRUE(map.IsEmpty());
+}
+
+TEST(BldNameMap, ANewListHasTheFullWidthKeyHoweverItIsMade) {
+  VornBldNameMap map;
+  map[CString(kHalfWidthKey)];
+  EXPECT_THAT(KeysOf(map), ElementsAre(std::string(kFullWidthKey)));
+  map.RemoveAll();
+  map.SetAt(CString(kHalfWidthKey), VornBldNameList());
+  EXPECT_THAT(KeysOf(map), ElementsAre(std::string(kFullWidthKey)));
+}
+
+TEST(BldNameMap, RemoveKeyRemovesAClassAndTellsWhetherItWasThere) {
+  VornBldNameMap map;
+  map.Set("1", "a");
+  map.Set("2", "b");
+  EXPECT_TRUE(map.RemoveKey("1"));
+  EXPECT_FALSE(map.RemoveKey("1"));
+  EXPECT_EQ(map.Get("1"), nullptr);
+  EXPECT_THAT(NamesOf(map, "2"), ElementsAre("b"));
+}
+
+TEST(BldNameMap, GoesThroughTheKeysInTheOrderOfTheirUnsignedBytes) {
+  constexpr std::string_view kFullA = u8"Ａ"_cp932;       // 82 60
+  constexpr std::string_view kFullSmallA = u8"ａ"_cp932;  // 82 81
+  VornBldNameMap map;
+  for (const std::string_view key : {kCutWork, kFillWork, kFullSmallA, kOtherWork, kFullA, std::string_view("\t")}) {
+    map.Set(CString(key), "a");
+  }
+  EXPECT_THAT(KeysOf(map), ElementsAre("\t", std::string(kFullA), std::string(kFullSmallA), std::string(kOtherWork),
+                                       std::string(kFillWork), std::string(kCutWork)));
+}
+
+TEST(BldNameMap, SetAddsToAListThatIsEmpty) {
+  VornBldNameMap map;
+  map.SetAt("key", VornBldNameList());
+  map.Set("key", "a");
+  EXPECT_THAT(NamesOf(map, "key"), ElementsAre("a"));
+}
+
+TEST(BldNameMap, SetTakesANameThatIsInTheRegistryItself) {
+  VornBldNameMap map;
+  map.Set("1", "a");
+  map.Set("2", map.Get("1")->begin()->GetName());
+  map.Set("1", map.Get("2")->begin()->GetName());
+  EXPECT_THAT(NamesOf(map, "1"), ElementsAre("a"));
+  EXPECT_THAT(NamesOf(map, "2"), ElementsAre("a"));
 }
 
 TEST(BldNameMap, SetTwiceLeavesOneItem) {
@@ -354,6 +473,16 @@ TEST(BldNameMap, SetAtReplacesTheList) {
   EXPECT_THAT(NamesOf(map, "key"), ElementsAre("b", "c"));
 }
 
+TEST(BldNameMap, SetAtTakesATemporaryListOverWithItsItems) {
+  VornBldNameMap map;
+  map.Set("key", "old");
+  VornBldNameList list = ListOf({"a", "b"});
+  const VornBuildItem* first = &*list.begin();
+  map.SetAt("key", std::move(list));
+  EXPECT_THAT(NamesOf(map, "key"), ElementsAre("a", "b"));
+  EXPECT_EQ(&*map.Get("key")->begin(), first);
+}
+
 TEST(BldNameMap, AssignmentCopiesAllAssociations) {
   VornBldNameMap map;
   map.Set("old", "x");
@@ -367,8 +496,7 @@ TEST(BldNameMap, AssignmentCopiesAllAssociations) {
   EXPECT_THAT(NamesOf(other, "1"), ElementsAre("a"));
 }
 
-// --- archive of the registry
-// ---------------------------------------------------------------------------------------------
+// --- archive of the registry -----------------------------------------------------------------------------------------
 
 TEST(BldNameMapArchive, IsATableACountAndTheKeysWithTheirLists) {
   VornBldNameMap map;
@@ -422,6 +550,32 @@ TEST(BldNameMapArchive, ReadingReplacesTheRegistry) {
   EXPECT_TRUE(map.IsEmpty());
 }
 
+TEST(BldNameMapArchive, IsInTheOrderOfTheUnsignedBytesOfItsKeys) {
+  VornBldNameMap map;
+  for (const std::string_view key : {kCutWork, kFillWork, kOtherWork, std::string_view("\t")}) {
+    map.SetAt(CString(key), VornBldNameList());
+  }
+  EXPECT_TRUE(HasBytes(StoredRecord(map), {{"table", EmptyTable()},
+                                           {"count", U32(4)},
+                                           {"0", EmptyListUnder("\t")},
+                                           {"1", EmptyListUnder(kOtherWork)},
+                                           {"2", EmptyListUnder(kFillWork)},
+                                           {"3", EmptyListUnder(kCutWork)}}));
+}
+
+TEST(BldNameMapArchive, ForgetsWhatLaterVersionsPutIntoItsTables) {
+  VornBldNameMap map;
+  Load(map, {{"table", TableOf(1, 2)},
+             {"count", U32(1)},
+             {"key", Text(kFillWork)},
+             {"list.table", TableOf(3, 4)},
+             {"list.count", U32(1)},
+             {"item.table", TableOf(5, 6)},
+             {"item.name", Text("a")},
+             {"item.color", U32(7)}});
+  EXPECT_THAT(NamesOf(map, kFillWork), ElementsAre("a"));
+}
+
 VornBldNameMap SmallRegistry() {
   VornBldNameMap map;
   map.Set(CString(kFillWork), "a");
@@ -453,6 +607,18 @@ TEST(BldNameMapArchive, FindsTheEndWhereverItIsTruncated) {
             -1);
 }
 
+TEST(BldNameMapArchive, LeavesTheRegistryAsItWasWhenItIsTruncated) {
+  VornBldNameMap map;
+  map.Set("old", "x");
+  const Bytes whole = StoredRecord(SmallRegistry());
+  for (std::size_t kept = 0; kept < whole.size(); ++kept) {
+    LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)));
+    ASSERT_EQ(ArchiveRefusal([&] { map.Serialize(*ar); }), CArchiveException::endOfFile) << kept;
+    ASSERT_EQ(map.GetCount(), 1);
+    ASSERT_THAT(NamesOf(map, "old"), ElementsAre("x"));
+  }
+}
+
 TEST(BldNameMapArchive, RefusesCountsThatTheBytesCannotBack) {
   for (const ExpectedBytes& bytes :
        {ExpectedBytes{{"table", EmptyTable()}, {"count", U32(0xFFFFFFFF)}, {"0", EmptyListUnder("k")}},
@@ -467,8 +633,31 @@ TEST(BldNameMapArchive, RefusesCountsThatTheBytesCannotBack) {
   }
 }
 
-// --- filling from the design data
-// ------------------------------------------------------------------------------------------
+/// Counts how often it is stored or loaded.
+template <typename Record>
+class Counting : public Record {
+ public:
+  void Serialize(CArchive& ar) override {
+    ++transfers;
+    Record::Serialize(ar);
+  }
+  int transfers = 0;
+};
+
+TEST(BldNameMapArchive, GoesThroughTheOverrideOfAHost) {
+  Counting<VornBldNameMap> map;
+  Counting<VornBldNameList> list;
+  VornBldNameMap& plainMap = map;
+  VornBldNameList& plainList = list;
+  static_cast<void>(Stored([&](CArchive& ar) {
+    plainMap.Serialize(ar);
+    plainList.Serialize(ar);
+  }));
+  EXPECT_EQ(map.transfers, 1);
+  EXPECT_EQ(list.transfers, 1);
+}
+
+// --- filling from the design data ------------------------------------------------------------------------------------
 
 class BldNameMapInitiate : public testing::Test {
  protected:
@@ -504,6 +693,15 @@ TEST_F(BldNameMapInitiate, TakesNoOtherCharacterForCutWork) {
   EXPECT_THAT(KeysOf(InitiatedFrom(SectionsOf({{"", kScraped}}))), ElementsAre(std::string(kOtherWork)));
 }
 
+// Bytes 90 B7 and 90 D8, as 盛 and 切 have them, but across two characters.
+TEST_F(BldNameMapInitiate, FindsNoCharacterInTheBytesOfTwoOthers) {
+  constexpr std::string_view kLikeFill = u8"＄ｷ"_cp932;
+  constexpr std::string_view kLikeCut = u8"＄ﾘ"_cp932;
+  static_assert(kLikeFill.substr(1) == u8"盛"_cp932 && kLikeCut.substr(1) == u8"切"_cp932);
+  EXPECT_THAT(KeysOf(InitiatedFrom(SectionsOf({{"", kLikeFill}, {"", kLikeCut}}))),
+              ElementsAre(std::string(kOtherWork)));
+}
+
 TEST_F(BldNameMapInitiate, PutsAnUnnamedFormWithTheOthers) {
   EXPECT_THAT(NamesOf(InitiatedFrom(SectionsOf({{"", ""}})), kOtherWork), ElementsAre(""));
 }
@@ -531,6 +729,47 @@ TEST_F(BldNameMapInitiate, ListsEachNameOnceInAClassInTheOrderOfItsFirstOccurren
 TEST_F(BldNameMapInitiate, ReplacesWhatTheRegistryHeld) {
   VornBldNameMap::Instance().Set("old", "x");
   EXPECT_TRUE(InitiatedFrom(Vorn_XSectionArray()).IsEmpty());
+}
+
+TEST_F(BldNameMapInitiate, WithoutDesignDataEmptiesTheRegistry) {
+  VornBldNameMap::Instance().Set("old", "x");
+  VornBldNameMap::Initiate(nullptr);
+  EXPECT_TRUE(VornBldNameMap::Instance().IsEmpty());
+}
+
+TEST_F(BldNameMapInitiate, CountsTypesThatDifferInWidthAsOneClass) {
+  VornBldNameMap& map = InitiatedFrom(
+      SectionsOf({{kHalfWidthKey, "a"}, {kFullWidthKey, "b"}, {kHalfWidthKey, "b"}, {kFullWidthKey, "a"}}));
+  EXPECT_THAT(KeysOf(map), ElementsAre(std::string(kFullWidthKey)));
+  EXPECT_THAT(NamesOf(map, kFullWidthKey), ElementsAre("a", "b"));
+}
+
+TEST_F(BldNameMapInitiate, PutsDerivedAndGivenClassesOfOneNameTogether) {
+  constexpr std::string_view kFillName = u8"盛A"_cp932;
+  VornBldNameMap& map = InitiatedFrom(SectionsOf({{"", kFillName}, {kFillWork, "B"}, {kFillWork, kFillName}}));
+  EXPECT_THAT(NamesOf(map, kFillWork), ElementsAre(std::string(kFillName), "B"));
+}
+
+TEST_F(BldNameMapInitiate, MakesUnusedItemsInTheDefaultColor) {
+  const VornBuildItem item = *InitiatedFrom(SectionsOf({{kFillWork, "a"}})).Get(CString(kFillWork))->begin();
+  EXPECT_EQ(item.GetColor(), 0xFF8000u);
+  EXPECT_EQ(item.GetUsed(), 0);
+}
+
+TEST_F(BldNameMapInitiate, GivesWhatAddingNameByNameGives) {
+  constexpr std::array kTypes = {kFillWork, kHalfWidthKey, kFullWidthKey, kCutWork};
+  Vorn_XSectionArray sections;
+  sections.SetSize(20);
+  VornBldNameMap expected;
+  for (int i = 0; i < 400; ++i) {
+    const std::string name = "n" + std::to_string(i * 7 % 90);
+    const CString type(kTypes[static_cast<std::size_t>(i * 5 % 11 % 4)]);
+    sections[i / 20].GetBuildFormArray().Add(FormOf(type.View(), name));
+    if (!expected.IsExist(type, CString(name))) expected.Set(type, CString(name));
+  }
+  VornBldNameMap& map = InitiatedFrom(sections);
+  ASSERT_EQ(KeysOf(map), KeysOf(expected));
+  for (const std::string& key : KeysOf(expected)) EXPECT_EQ(NamesOf(map, key), NamesOf(expected, key));
 }
 
 TEST_F(BldNameMapInitiate, FillsTheRegistryOfTheProcessAndNoOther) {

@@ -20,7 +20,7 @@ concept ArchivePart = requires(T& part, CArchive& ar, const CString& tag) {
 ///     ArchiveRecord record(ar, tag);
 ///     record.ExtensionTable();
 ///     record.Field(m_name);
-///     record.Since("05.00", m_serialID);         // always written, read from 05.00 on
+///     record.ReadSince("05.00", m_serialID);       // always written, read from 05.00 on
 ///     record.OnlyFrom("04.00", m_targetPntArray);  // absent before 04.00, both ways
 ///
 /// Store versions are texts such as "05.50", compared byte by byte.
@@ -29,6 +29,8 @@ class ArchiveRecord {
   /// Archive and tag have to outlive the record.
   ArchiveRecord(CArchive& ar, const CString& tag) : m_ar(ar), m_tag(tag) {}
   ArchiveRecord(CArchive& ar, CString&& tag) = delete;
+  /// A record that is the same in every store version; its parts have to be so too.
+  explicit ArchiveRecord(CArchive& ar) : ArchiveRecord(ar, kNoVersion) {}
 
   [[nodiscard]] bool IsLoading() const { return m_ar.IsLoading(); }
   [[nodiscard]] bool IsStoring() const { return m_ar.IsStoring(); }
@@ -54,7 +56,7 @@ class ArchiveRecord {
 
   /// Written in every version, read from that one on: what it is read into keeps its value with older data.
   template <typename T>
-  void Since(std::string_view version, T& value) {
+  void ReadSince(std::string_view version, T& value) {
     if (IsStoring() || IsFrom(version)) Field(value);
   }
 
@@ -71,6 +73,8 @@ class ArchiveRecord {
   }
 
  private:
+  inline static const CString kNoVersion{};
+
   CArchive& m_ar;
   const CString& m_tag;
 };
@@ -79,5 +83,5 @@ class ArchiveRecord {
 inline void SerializeNextSerialID(CArchive& ar, const CString& tag, std::uint32_t& nextSerialID) {
   ArchiveRecord record(ar, tag);
   if (record.IsLoading()) nextSerialID = 0;
-  record.Since("05.00", nextSerialID);
+  record.ReadSince("05.00", nextSerialID);
 }

@@ -22,7 +22,7 @@ void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
   ArchiveRecord record(ar, tag);
   if (!record.IsFrom("06.00")) {
     Serialize550Before(ar, tag);
-    return FromOneDetail();
+    return SpreadOneDetail();
   }
   const bool hasAutoLines = !record.IsAfter("06.00");
 
@@ -104,7 +104,7 @@ void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
   record.Field(main.Measure);
 }
 
-void VornComposedPnt::FromOneDetail() {
+void VornComposedPnt::SpreadOneDetail() {
   // Writing an old version does this to the point as well: intended, what has no place there is given up.
   auto& [main, sub] = m_detail;
   main.Code = m_lastCode;

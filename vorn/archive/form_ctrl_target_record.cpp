@@ -13,7 +13,7 @@ void VornFormCtrlTarget::Serialize(CArchive& ar, const CString& tag) {
   record.Field(m_targetRegio);
   record.Field(m_targetPntType);
   record.Field(m_lr);
-  record.Since("05.00", m_serialID);
+  record.ReadSince("05.00", m_serialID);
   record.OnlyFrom("04.00", m_targetPntArray);
 }
 
@@ -26,11 +26,11 @@ void VornFormCtrlTargetPnt::Serialize(CArchive& ar, const CString& tag) {
   record.Field(m_code);
   record.Reserved(std::uint16_t{0});
   record.Reserved(std::uint32_t{0});
-  record.Since("05.00", m_serialID);
-  record.Since("05.00", m_buildFormID);
-  record.Since("05.00", m_sectionID);
-  record.Since("05.00", m_crossPointType);
-  if (record.IsLoading()) {
+  record.ReadSince("05.00", m_serialID);
+  record.ReadSince("05.00", m_buildFormID);
+  record.ReadSince("05.00", m_sectionID);
+  record.ReadSince("05.00", m_crossPointType);
+  if (record.IsLoading() && !record.IsFrom("06.00")) {  // these are cleared, unlike other fields of later versions
     m_xSectType = 0;
     m_sectNameID = 0;
   }

@@ -17,6 +17,8 @@ double StartHeight(const VornBuildForm& form) { return form.GetComposedPntArray(
 void Vorn_BuildFormArray::Number(VornBuildForm& form, bool asSurface) {
   if (asSurface) {
     form.SetSerialID(0);
+    // After old data it is 0 too: the next form must not become a second design surface.
+    m_nextSerialID = std::max<std::uint32_t>(m_nextSerialID, 1);
   } else if (form.GetSerialID() == kUnassigned) {
     form.SetSerialID(m_nextSerialID++);
   } else if (m_nextSerialID <= form.GetSerialID()) {

@@ -17,8 +17,9 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
  public:
   [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::OneOrMore; }
   [[nodiscard]] CString tagName() const override { return "tsf:BuildForm"; }
-  /// The next serial (from store version "05.00" on), then the elements. Older data leave the next serial at 0: the
-  /// elements' own serials decide then.
+  /// The next serial (from store version "05.00" on), then the forms. Older data leave the next serial at 0 and the
+  /// forms without serials: number them in order (`SetSerialID`) before one is added, which would get serial 0 and so
+  /// become the design surface.
   void Serialize(CArchive& ar, const CString& tag) override;
 
   /// Appends a copy, and returns its index. The first form becomes the design surface; a form that comes while there

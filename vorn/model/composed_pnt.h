@@ -330,7 +330,8 @@ class VornComposedPnt : public Vorn_Base {
   void ReadAttribute(std::string_view name, std::string_view value);
   /// The record of store versions before "06.00", which know one detail record only.
   void Serialize550Before(CArchive& ar, const CString& tag);
-  void FromOneDetail();
+  /// The last code becomes the main one, and the sub detail a copy of the main one without its measurements.
+  void SpreadOneDetail();
   [[nodiscard]] std::array<KelMrmFigure, 2> TextPlaces() const;
 
   VornUIntArray m_drawPairIDs;

@@ -28,6 +28,8 @@ bool IsComplete(const VornComposedPnt& point) {
 void Vorn_ComposedPntArray::Number(VornComposedPnt& point) {
   if (point.IsCenter()) {
     point.SetSerialID(0);
+    // After old data it is 0 too: no other point may share the centre's serial.
+    m_nextSerialID = std::max<std::uint32_t>(m_nextSerialID, 1);
   } else if (point.GetSerialID() == kUnassigned) {
     point.SetSerialID(m_nextSerialID++);
   } else if (m_nextSerialID <= point.GetSerialID()) {

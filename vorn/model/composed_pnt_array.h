@@ -18,8 +18,8 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
  public:
   [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::TwoOrMore; }
   [[nodiscard]] CString tagName() const override { return "tsf:ComposedPnt"; }
-  /// The next serial (from store version "05.00" on), then the elements. Older data leave the next serial at 0: the
-  /// elements' own serials decide then.
+  /// The next serial (from store version "05.00" on), then the points. Older data leave the next serial at 0 and the
+  /// points without serials: number them (`RegulateSerialID`) before one is added, which would get serial 0.
   void Serialize(CArchive& ar, const CString& tag) override;
 
   /// At least two points, or with single at least one.

@@ -13,10 +13,10 @@ constexpr std::uint8_t kMediumText = 0xFF;
 constexpr std::uint16_t kWideText = 0xFFFE;
 constexpr std::uint16_t kLongText = 0xFFFF;
 
-/// The length of a text is an `int` everywhere else.
-void RequireTextLength(std::uint64_t length) {
-  constexpr std::uint64_t kLongest = std::numeric_limits<std::int32_t>::max();
-  if (length > kLongest) throw CArchiveException(CArchiveException::badIndex);
+/// The length of a text and the number of texts are an `int` everywhere else.
+void RequireInt(std::uint64_t number) {
+  constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
+  if (number > kLargest) throw CArchiveException(CArchiveException::badIndex);
 }
 
 void WriteTextLength(CArchive& ar, std::uint32_t length) {
@@ -196,7 +196,7 @@ CArchive& operator>>(CArchive& ar, NurLong& value) {
 
 CArchive& operator<<(CArchive& ar, const CString& text) {
   const std::string_view bytes = text.View();
-  RequireTextLength(bytes.size());
+  RequireInt(bytes.size());
   const auto length = static_cast<std::uint32_t>(bytes.size());
   WriteTextLength(ar, length);
   ar.Write(bytes.data(), length);
@@ -206,7 +206,7 @@ CArchive& operator<<(CArchive& ar, const CString& text) {
 CArchive& CArchive::ReadText(CString& text) {
   const std::uint32_t length = ReadTextLength(*this);
   RequireRemaining(length);
-  RequireTextLength(length);
+  RequireInt(length);
   if (length <= Unread()) {
     text = std::string_view(reinterpret_cast<const char*>(m_next), length);
     m_next += length;
@@ -236,6 +236,7 @@ CArchive& operator<<(CArchive& ar, const CStringArray& texts) {
 CArchive& operator>>(CArchive& ar, CStringArray& texts) {
   const std::uint32_t count = ar.ReadCount();
   ar.RequireRemaining(count);  // the shortest text takes a byte
+  RequireInt(count);
   CStringArray loaded;
   for (std::uint32_t i = 0; i < count; ++i) {
     CString text;

@@ -1,21 +1,26 @@
 #include "vorn/types/bld_name_map.h"
 
 #include <algorithm>
+#include <map>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "vorn/platform/code_page_932.h"
-#include "vorn/platform/counted_archive.h"
-#include "vorn/platform/dov_data_table.h"
 #include "vorn/platform/sil_string.h"
 
 namespace {
 
+/// Names whose texts stand elsewhere.
+using NameSet = std::unordered_set<std::string_view>;
+
 /// Keys are held in full-width characters.
 CString Normalised(const CString& key) { return SilString::HanToZen(key); }
 
-void SerializeExtensionTable(CArchive& ar) {
-  DovDataTable table;
-  table.Serialize(ar);
+VornBuildItem ItemOf(const CString& name) {
+  VornBuildItem item;
+  item.SetName(name);
+  return item;
 }
 
 CString ClassOf(const VornBuildForm& form) {
@@ -25,68 +30,33 @@ CString ClassOf(const VornBuildForm& form) {
   return u8"その他"_cp932;
 }
 
+/// All names for which `IsUsedBuildName` holds with a type.
+NameSet UsedNames(const CString& type, const Vorn_XSectionArray& sections) {
+  NameSet names;
+  for (const VornXSection& section : sections) {
+    for (const VornBuildForm& form : section.GetBuildFormArray()) {
+      if (form.GetXSectType() == type) names.insert(form.GetName().View());
+    }
+  }
+  return names;
+}
+
 }  // namespace
 
-// --- VornBuildItem, VornBldNameList --------------------------------------------------------------------------------
-
-void VornBuildItem::Serialize(CArchive& ar) {
-  SerializeExtensionTable(ar);
-  if (ar.IsLoading()) {
-    ar >> m_name >> m_color;
-  } else {
-    ar << m_name << m_color;
-  }
-}
-
-void VornBldNameList::Serialize(CArchive& ar) {
-  SerializeExtensionTable(ar);
-  if (ar.IsStoring()) {
-    ar << static_cast<std::uint32_t>(GetCount());
-    for (VornBuildItem& item : *this) item.Serialize(ar);
-    return;
-  }
-  std::uint32_t count = 0;
-  ar >> count;
-  for (; count > 0; --count) {
-    VornBuildItem item;
-    item.Serialize(ar);
-    AddTail(std::move(item));
-  }
-}
+// --- VornBldNameList -----------------------------------------------------------------------------------------------
 
 bool VornBldNameList::IsExist(const CString& name) const {
   return std::any_of(begin(), end(), [&](const VornBuildItem& item) { return item.GetName() == name; });
 }
 
 void VornBldNameList::CheckUsedName(const CString& key, const Vorn_XSectionArray& sections) {
-  for (VornBuildItem& item : *this) item.SetUsed(sections.IsUsedBuildName(key, item.GetName()) ? 1 : 0);
+  const NameSet used = UsedNames(key, sections);
+  for (VornBuildItem& item : *this) item.SetUsed(used.count(item.GetName().View()) > 0 ? 1 : 0);
 }
 
 // --- VornBldNameMap ------------------------------------------------------------------------------------------------
 
 VornBldNameMap VornBldNameMap::m_instance;
-
-void VornBldNameMap::Serialize(CArchive& ar) {
-  SerializeExtensionTable(ar);
-  if (ar.IsStoring()) {
-    ar << static_cast<std::uint32_t>(GetCount());
-    for (auto& [key, list] : *this) {
-      ar << key;
-      list.Serialize(ar);
-    }
-    return;
-  }
-  RemoveAll();
-  std::uint32_t count = 0;
-  ar >> count;
-  for (; count > 0; --count) {
-    CString key;
-    VornBldNameList list;
-    ar >> key;
-    list.Serialize(ar);
-    SetAt(std::move(key), list);
-  }
-}
 
 std::int32_t VornBldNameMap::Lookup(CString key, VornBldNameList& out) const {
   return CMap::Lookup(Normalised(key), out) ? 1 : 0;
@@ -94,7 +64,15 @@ std::int32_t VornBldNameMap::Lookup(CString key, VornBldNameList& out) const {
 
 VornBldNameList* VornBldNameMap::Get(CString key) { return Find(Normalised(key)); }
 
+const VornBldNameList* VornBldNameMap::Get(CString key) const { return Find(Normalised(key)); }
+
+VornBldNameList& VornBldNameMap::operator[](const CString& key) { return CMap::operator[](Normalised(key)); }
+
 void VornBldNameMap::SetAt(CString key, const VornBldNameList& list) { CMap::SetAt(Normalised(key), list); }
+
+void VornBldNameMap::SetAt(CString key, VornBldNameList&& list) { CMap::SetAt(Normalised(key), std::move(list)); }
+
+bool VornBldNameMap::RemoveKey(const CString& key) { return CMap::RemoveKey(Normalised(key)); }
 
 bool VornBldNameMap::IsExist(CString key, const CString& name) const {
   const VornBldNameList* list = Find(Normalised(key));
@@ -102,16 +80,27 @@ bool VornBldNameMap::IsExist(CString key, const CString& name) const {
 }
 
 void VornBldNameMap::Set(CString key, const CString& name) {
-  VornBldNameList& list = (*this)[Normalised(key)];
-  if (list.IsExist(name)) return;
-  VornBuildItem item;
-  item.SetName(name);
-  list.AddTail(std::move(item));
+  const CString normalised = Normalised(key);
+  if (VornBldNameList* list = Find(normalised)) {
+    if (!list->IsExist(name)) list->AddTail(ItemOf(name));
+    return;
+  }
+  VornBldNameList list;  // in the registry only with its name in it
+  list.AddTail(ItemOf(name));
+  CMap::SetAt(normalised, std::move(list));
 }
 
 void VornBldNameMap::Initiate(Vorn_XSectionArray* sections) {
-  m_instance.RemoveAll();
-  for (const VornXSection& section : *sections) {
-    for (const VornBuildForm& form : section.GetBuildFormArray()) m_instance.Set(ClassOf(form), form.GetName());
+  VornBldNameMap registry;
+  std::map<const VornBldNameList*, NameSet> listed;
+  const auto add = [&](const VornBuildForm& form) {
+    VornBldNameList& list = registry[ClassOf(form)];
+    if (listed[&list].insert(form.GetName().View()).second) list.AddTail(ItemOf(form.GetName()));
+  };
+  if (sections != nullptr) {
+    for (const VornXSection& section : *sections) {
+      for (const VornBuildForm& form : section.GetBuildFormArray()) add(form);
+    }
   }
+  m_instance = std::move(registry);
 }
