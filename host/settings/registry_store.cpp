@@ -127,7 +127,7 @@ LSTATUS Store(HKEY key, const std::wstring& name, const std::string& text) {
 }  // namespace
 
 RegistryStore::RegistryStore(std::string rootPath, ProblemHandler report)
-    : m_rootPath(std::move(rootPath)), m_report(std::move(report)) {}
+    : m_rootPath(std::move(rootPath)), m_report(report ? std::move(report) : [](const std::string&) {}) {}
 
 std::string RegistryStore::Place() const { return "HKEY_CURRENT_USER\\" + m_rootPath; }
 

@@ -55,7 +55,7 @@ SettingsPath Folded(SettingsPath path) {
 }  // namespace
 
 SettingsFile::SettingsFile(fs::path path, ProblemHandler report)
-    : m_path(std::move(path)), m_report(std::move(report)) {}
+    : m_path(std::move(path)), m_report(report ? std::move(report) : [](const std::string&) {}) {}
 
 // --- the file --------------------------------------------------------------------------------------------------------
 
@@ -147,11 +147,13 @@ bool SettingsFile::WriteString(std::string_view path, std::string_view name, std
 
 bool SettingsFile::Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) {
   const std::optional<SettingsPath> names = ToSettingsPath(path);
-  const std::optional<std::string> valueName = ToStoredText(name);
   if (!names || !KeyExists(*names)) return false;
   try {
-    if (!valueName || !value)
-      throw DocumentError(m_path.string() + ": " + ToUtf8(name) + " is no text in code page 932");
+    const std::optional<std::string> valueName = ToStoredText(name);
+    if (!valueName || !value) {
+      throw DocumentError(m_path.string() + ": " + DottedName(*names, ToUtf8(name)) +
+                          " cannot be written: it is no text in code page 932");
+    }
     Change(*names, *valueName, *value);
     m_writeProblem.clear();
     return true;

@@ -31,7 +31,7 @@ struct SettingsEntry {
 /// what cannot be written gives false.
 class SettingsStore : public WexStore {
  public:
-  /// Hears, in one sentence for the user, why settings could not be read or kept. Must not throw.
+  /// Hears, in one sentence for the user, why settings could not be read or kept. Must not throw; null is silence.
   using ProblemHandler = std::function<void(const std::string& problem)>;
 
   /// Where the settings are, as messages name it: a file, a key of the system registry.
