@@ -184,6 +184,7 @@ TEST(SettingsText, RefusesToDestroyWhatIsThere) {
   EXPECT_EQ(Changed("a = 1\n", {"a"}, "x", 2), "refused") << "a value";
   EXPECT_EQ(Changed("[[a]]\nx = 1\n[[a]]\nx = 2\n", {"a"}, "x", 3), "refused") << "a list of tables";
   EXPECT_EQ(Changed("[[a]]\nx = 1\n", kRoot, "a", 3), "refused");
+  EXPECT_EQ(Changed("[[a]]\nx = 1\n", {"a", "b"}, "y", 3), "refused") << "no key leads into a list";
   EXPECT_EQ(Changed("a = { b.x = 1 }\n", {"a", "b"}, "y", 2), "refused");
   EXPECT_EQ(Changed("a = { x = 1 }\n", {"a", "b"}, "y", 2), "refused");
 }
