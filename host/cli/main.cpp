@@ -2,6 +2,7 @@
 #include <exception>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "host/cli/check_command.h"
 #include "host/cli/convert_command.h"
@@ -10,11 +11,15 @@
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
 #include "host/cli/sample_command.h"
+#include "host/cli/settings_command.h"
 #include "host/document/atomic_file.h"
+#include "host/settings/user_settings.h"
 
 namespace {
 
 int Run(int argc, char** argv) {
+  auto settings = vorn_host::InstallUserSettings(vorn_host::kVornTool,
+                                                 [](const std::string& problem) { vorn_cli::PrintError(problem); });
   int exitCode = vorn_cli::kOk;
   CLI::App app("Reads, checks and rewrites design documents of roads, rivers and farm works.", "vorn");
   app.set_version_flag("--version", "vorn " VORN_VERSION);
@@ -25,6 +30,7 @@ int Run(int argc, char** argv) {
   vorn_cli::AddEditCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
+  vorn_cli::AddSettingsCommand(app, exitCode, std::move(settings));
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

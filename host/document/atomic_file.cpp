@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -40,6 +41,23 @@ File Open(const fs::path& place, const char* mode, const fs::path& path, const s
   File file(std::fopen(place.string().c_str(), mode));
   if (!file) Fail(path, what, errno);
   return file;
+}
+
+/// The rest of a file, whose size is only a hint; `path` is what messages name.
+std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path& path) {
+  constexpr std::size_t kStep = std::size_t{1} << 20;
+  std::string content;
+  content.reserve(expectedSize + 1);
+  while (true) {
+    const std::size_t former = content.size();
+    content.resize(former + kStep);
+    errno = 0;
+    const std::size_t count = std::fread(content.data() + former, 1, kStep, file);
+    content.resize(former + count);
+    if (count == kStep) continue;
+    if (std::ferror(file) != 0) Fail(path, "cannot be read", errno);
+    return content;
+  }
 }
 
 bool FlushToDisk(std::FILE* file) {
@@ -127,29 +145,26 @@ void TakeOver(const fs::path& temporary, const fs::path& former, fs::perms permi
 
 }  // namespace
 
-std::string ReadFile(const fs::path& path) {
+std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) Fail(path, "cannot be opened", error.value());
-  if (!fs::exists(status)) throw DocumentError(path.string() + ": there is no such file");
+  if (!fs::exists(status)) return std::nullopt;
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
 
-  const File file = Open(path, "rb", path, "cannot be opened");
-  std::string content;
-  if (fs::is_regular_file(status)) content.reserve(static_cast<std::size_t>(fs::file_size(path, error)) + 1);
-  constexpr std::size_t kStep = std::size_t{1} << 20;
-  while (true) {
-    const std::size_t former = content.size();
-    content.resize(former + kStep);
-    errno = 0;
-    const std::size_t count = std::fread(content.data() + former, 1, kStep, file.get());
-    content.resize(former + count);
-    if (count == kStep) continue;
-    if (std::ferror(file.get()) != 0) Fail(path, "cannot be read", errno);
-    break;
-  }
-  if (content.empty()) throw DocumentError(path.string() + ": the file is empty");
-  return content;
+  errno = 0;
+  const File file(std::fopen(path.string().c_str(), "rb"));
+  if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
+  if (!file) Fail(path, "cannot be opened", errno);
+  const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
+  return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), path);
+}
+
+std::string ReadFile(const fs::path& path) {
+  std::optional<std::string> content = ReadFileIfThere(path);
+  if (!content) throw DocumentError(path.string() + ": there is no such file");
+  if (content->empty()) throw DocumentError(path.string() + ": the file is empty");
+  return std::move(*content);
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {

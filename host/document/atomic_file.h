@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@ namespace vorn_host {
 /// The whole content of a file. Throws `DocumentError` with a plain sentence when it is missing, a directory, not
 /// readable or empty.
 [[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+
+/// As `ReadFile`, for a file that need not be there, in which case there is no content, and that may be empty.
+[[nodiscard]] std::optional<std::string> ReadFileIfThere(const std::filesystem::path& path);
 
 /// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,17 @@ TEST(ReadFile, SaysInAPlainSentenceWhatIsWrong) {
 TEST(ReadFile, DoesNotCallAFileMissingThatItCannotLookAt) {
   const std::string name(5000, 'x');
   EXPECT_THAT(ReadError(name), AllOf(HasSubstr(": cannot be opened: "), HasSubstr("too long")));
+}
+
+TEST(ReadFileIfThere, TakesAMissingAndAnEmptyFileForWhatTheyAre) {
+  const TemporaryDirectory directory;
+  directory.Write("empty", "");
+  directory.Write("a", "content");
+  EXPECT_EQ(ReadFileIfThere(directory / "missing"), std::nullopt);
+  EXPECT_EQ(ReadFileIfThere(directory / "a" / "below a file"), std::nullopt);
+  EXPECT_EQ(ReadFileIfThere(directory / "empty"), "");
+  EXPECT_EQ(ReadFileIfThere(directory / "a"), "content");
+  EXPECT_THAT(ErrorOf([&] { (void)ReadFileIfThere(directory.Path()); }), HasSubstr("this is a directory"));
 }
 
 // --- writing -------------------------------------------------------------------------------------------------------

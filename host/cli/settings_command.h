@@ -1,0 +1,14 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "host/settings/settings_store.h"
+
+namespace vorn_cli {
+
+/// `vorn settings`: lists, shows and changes the user's settings. The store is the one that the library uses; null when
+/// there is no place for settings.
+void AddSettingsCommand(CLI::App& app, int& exitCode, std::shared_ptr<vorn_host::SettingsStore> store);
+
+}  // namespace vorn_cli

@@ -1,0 +1,69 @@
+#include "host/settings/settings_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/document/text_encoding.h"
+#include "vorn/platform/code_page_932.h"
+
+namespace vorn_host {
+
+namespace {
+
+char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
+
+std::optional<std::string> ToStoredText(std::string_view text) {
+  std::string utf8;
+  if (!code_page_932::AppendAsUtf8(text, utf8)) return std::nullopt;
+  return utf8;
+}
+
+std::optional<SettingsPath> ToSettingsPath(std::string_view path) {
+  const std::optional<std::string> utf8 = ToStoredText(path);
+  if (!utf8) return std::nullopt;
+  SettingsPath names;
+  if (utf8->empty()) return names;
+  // In UTF-8 the separator's byte is never part of another character.
+  std::size_t first = 0;
+  for (std::size_t end = utf8->find(WexStore::kSeparator); end != std::string::npos;
+       end = utf8->find(WexStore::kSeparator, first)) {
+    names.push_back(utf8->substr(first, end - first));
+    first = end + 1;
+  }
+  names.push_back(utf8->substr(first));
+  return names;
+}
+
+std::optional<std::int32_t> IntegerOf(const std::optional<SettingValue>& value) {
+  const auto* number = value ? std::get_if<std::int32_t>(&*value) : nullptr;
+  return number != nullptr ? std::optional(*number) : std::nullopt;
+}
+
+std::optional<CString> TextOf(const std::optional<SettingValue>& value) {
+  const auto* stored = value ? std::get_if<std::string>(&*value) : nullptr;
+  std::optional<std::string> text = stored != nullptr ? FromUtf8(*stored) : std::nullopt;
+  return text ? std::optional<CString>(std::in_place, std::move(*text)) : std::nullopt;
+}
+
+std::string DottedName(const SettingsPath& path, std::string_view name) {
+  std::string dotted;
+  for (const std::string& part : path) (dotted += part) += '.';
+  return dotted += name;
+}
+
+std::string FoldedName(std::string name) {
+  std::transform(name.begin(), name.end(), name.begin(), Folded);
+  return name;
+}
+
+bool IsSameName(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Folded(x) == Folded(y); });
+}
+
+bool IsSamePath(const SettingsPath& a, const SettingsPath& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), IsSameName);
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,376 @@
+#include "host/settings/settings_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+#include "host/document/atomic_file.h"
+#include "tests/host/documents.h"
+#include "tests/host/temporary_directory.h"
+#include "vorn/platform/code_page_932.h"
+#include "vorn/platform/wex_key.h"
+
+namespace vorn_host {
+namespace {
+
+namespace fs = std::filesystem;
+
+using host_test::ErrorOf;
+using host_test::TemporaryDirectory;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+class SettingsFileTest : public testing::Test {
+ protected:
+  [[nodiscard]] fs::path Path() const { return m_directory / "vorn.toml"; }
+  /// What the file says; empty when there is none.
+  [[nodiscard]] std::string Text() const { return ReadFileIfThere(Path()).value_or(""); }
+  void WriteText(std::string_view text) const { m_directory.Write("vorn.toml", text); }
+  [[nodiscard]] SettingsFile Open(const fs::path& path) {
+    return SettingsFile(path, [this](const std::string& problem) { m_problems.push_back(problem); });
+  }
+
+  TemporaryDirectory m_directory;
+  std::vector<std::string> m_problems;
+  SettingsFile m_file = Open(Path());
+};
+
+TEST_F(SettingsFileTest, HoldsNoKeyButTheStoreItselfAtFirst) {
+  EXPECT_TRUE(m_file.KeyExists(""));
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+}
+
+TEST_F(SettingsFileTest, ReadingAndCreatingKeysMakesNoFile) {
+  EXPECT_TRUE(m_file.CreateKey("Vendor\\Grid"));
+  EXPECT_TRUE(m_file.KeyExists("vendor\\grid"));
+  EXPECT_TRUE(m_file.KeyExists("Vendor"));
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+  EXPECT_EQ(m_file.ReadInt("Vendor\\Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_file.Entries(), IsEmpty());
+  EXPECT_THAT(m_directory.Names(), IsEmpty());
+}
+
+TEST_F(SettingsFileTest, WritesToExistingKeysOnly) {
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_FALSE(m_file.WriteString("Grid", "Name", "x"));
+  EXPECT_THAT(m_directory.Names(), IsEmpty());
+  m_file.CreateKey("Grid");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(m_file.WriteInt("", "Top", 2)) << "the store itself is a key";
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 1);
+  EXPECT_EQ(Text(), "Top = 2\n[Grid]\nSize = 1\n");
+  EXPECT_THAT(m_problems, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, AnotherObjectFindsTheValues) {
+  m_file.CreateKey("Grid");
+  m_file.WriteInt("Grid", "Size", -5);
+  m_file.WriteString("Grid", "Name", u8"断面"_cp932);
+  const SettingsFile other = Open(Path());
+  EXPECT_TRUE(other.KeyExists("Grid"));
+  EXPECT_EQ(other.ReadInt("grid", "SIZE"), -5);
+  EXPECT_EQ(other.ReadString("Grid", "Name"), u8"断面"_cp932);
+  m_file.WriteInt("Grid", "Size", 6);
+  EXPECT_EQ(other.ReadInt("Grid", "Size"), 6) << "what it read before does not linger";
+}
+
+TEST_F(SettingsFileTest, KeepsTheLastKindWritten) {
+  m_file.CreateKey("Grid");
+  m_file.WriteInt("Grid", "Size", 1);
+  m_file.WriteString("Grid", "Size", "large");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_EQ(m_file.ReadString("Grid", "Size"), "large");
+  m_file.WriteInt("Grid", "SIZE", 2);
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 2);
+  EXPECT_EQ(m_file.ReadString("Grid", "Size"), std::nullopt);
+  EXPECT_EQ(Text(), "[Grid]\nSize = 2\n");
+}
+
+TEST_F(SettingsFileTest, HoldsTextsWhoseBytesLookLikeSyntax) {
+  m_file.CreateKey(u8"表\\能"_cp932);
+  const std::vector<CString> texts = {u8"表"_cp932,  u8"C:\\表示\\ソ"_cp932, "\"", "\\",
+                                      "a\nb\r\nc\t", u8"\"能\"\\"_cp932,     "",   std::string_view("nul\0nul", 7)};
+  for (const CString& text : texts) {
+    EXPECT_TRUE(m_file.WriteString(u8"表\\能"_cp932, text.View(), text.View()));
+    EXPECT_EQ(Open(Path()).ReadString(u8"表\\能"_cp932, text.View()), text);
+  }
+  EXPECT_TRUE(m_file.KeyExists(u8"表"_cp932)) << "a path is split between characters only";
+  EXPECT_THAT(m_file.Entries(), SizeIs(texts.size()));
+  EXPECT_THAT(m_problems, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, HoldsVeryLongTexts) {
+  const std::string text(1'000'000, 'x');
+  m_file.CreateKey("Grid");
+  EXPECT_TRUE(m_file.WriteString("Grid", "Name", text));
+  EXPECT_EQ(Open(Path()).ReadString("Grid", "Name")->View(), text);
+}
+
+TEST_F(SettingsFileTest, RefusesBytesThatAreNoText) {
+  m_file.CreateKey("Grid");
+  EXPECT_FALSE(m_file.CreateKey("\x81"));
+  EXPECT_FALSE(m_file.KeyExists("\x81"));
+  EXPECT_FALSE(m_file.WriteString("Grid", "Name", "half a character: \x81"));
+  EXPECT_FALSE(m_file.WriteInt("Grid", "\x81", 1));
+  EXPECT_EQ(m_file.ReadInt("Grid", "\x81"), std::nullopt);
+  EXPECT_THAT(m_directory.Names(), IsEmpty());
+  ASSERT_THAT(m_problems, SizeIs(2));
+  EXPECT_THAT(m_problems[0], AllOf(StartsWith(Path().string()), HasSubstr("Grid.Name"), HasSubstr("code page 932")));
+}
+
+TEST_F(SettingsFileTest, GivesNoTextThatCodePage932CannotHold) {
+  WriteText("[Grid]\nName = \"😀\"\n");
+  EXPECT_EQ(m_file.ReadString("Grid", "Name"), std::nullopt);
+  EXPECT_THAT(m_file.Entries(), SizeIs(1));
+}
+
+// --- files that people edit ------------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, ReadsAnEmptyFileAndOneOfComments) {
+  for (const char* text : {"", "# nothing yet\n", "\r\n", "\xEF\xBB\xBF"}) {
+    WriteText(text);
+    EXPECT_FALSE(m_file.KeyExists("Grid"));
+    EXPECT_THAT(m_file.Entries(), IsEmpty());
+  }
+  EXPECT_THAT(m_problems, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, KeepsCommentsAndWhatItDoesNotKnow) {
+  const std::string head = "\xEF\xBB\xBF# my settings\r\n[Grid] # 断面\r\nwhen = 2024-04-01\r\n";
+  WriteText(head + "Size = 1 # metres\r\n");
+  m_file.WriteInt("Grid", "Size", 2);
+  m_file.WriteString("Grid", "Name", "x");
+  EXPECT_EQ(Text(), head + "Size = 2 # metres\r\nName = \"x\"\r\n");
+}
+
+TEST_F(SettingsFileTest, DoesNotWriteAValueThatIsThereAlready) {
+  WriteText("[Grid]\nSize = 1\n");
+  const auto time = fs::last_write_time(Path());
+  fs::last_write_time(Path(), time - std::chrono::hours(1));
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(fs::last_write_time(Path()), time - std::chrono::hours(1));
+}
+
+TEST_F(SettingsFileTest, ReportsAValueThatHasNoRoom) {
+  WriteText("Grid = 1\n");
+  m_file.CreateKey("Grid");
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "Grid = 1\n");
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string()), HasSubstr("Grid.Size"))));
+}
+
+// --- damaged files ---------------------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, SetsADamagedFileAsideWhenReading) {
+  WriteText("[Grid]\nSize = \n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml.damaged-1", "vorn.toml.lock"));
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "[Grid]\nSize = \n");
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string() + ": line 2, column "),
+                                            HasSubstr("set aside as vorn.toml.damaged-1"))));
+}
+
+TEST_F(SettingsFileTest, SetsADamagedFileAsideWhenWriting) {
+  m_file.CreateKey("Grid");
+  WriteText("nonsense");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "[Grid]\nSize = 1\n");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "nonsense");
+  EXPECT_THAT(m_problems, SizeIs(1));
+}
+
+TEST_F(SettingsFileTest, KeepsEveryDamagedFile) {
+  m_directory.Write("vorn.toml.damaged-2", "someone's");
+  for (const char* text : {"first", "second", "third"}) {
+    WriteText(text);
+    EXPECT_THAT(m_file.Entries(), IsEmpty());
+  }
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "first");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-2"), "someone's");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-3"), "second");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-4"), "third");
+  EXPECT_THAT(m_problems, SizeIs(3));
+}
+
+TEST_F(SettingsFileTest, UsesDefaultsWhenADamagedFileHasToStay) {
+  WriteText("nonsense");
+  fs::create_directory(m_directory / "vorn.toml.lock");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), std::nullopt);
+  EXPECT_EQ(Text(), "nonsense");
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(HasSubstr("line 1"), HasSubstr("cannot be set aside"))));
+  EXPECT_THAT(ErrorOf([&] { (void)m_file.Entries(); }), HasSubstr("cannot be set aside"));
+}
+
+// --- places that cannot be used --------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, MakesTheDirectoryWithTheFirstValue) {
+  SettingsFile file = Open(m_directory / "a" / "b" / "vorn.toml");
+  file.CreateKey("Grid");
+  EXPECT_TRUE(file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(ReadFile(m_directory / "a" / "b" / "vorn.toml"), "[Grid]\nSize = 1\n");
+}
+
+TEST_F(SettingsFileTest, GivesFalseWhereNothingCanBeWritten) {
+  m_directory.Write("file", "x");
+  SettingsFile file = Open(m_directory / "file" / "vorn.toml");
+  EXPECT_TRUE(file.CreateKey("Grid"));
+  EXPECT_EQ(file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_problems, IsEmpty()) << "reading finds no settings there, which is no problem";
+  EXPECT_FALSE(file.WriteInt("Grid", "Size", 1));
+  EXPECT_FALSE(file.WriteInt("Grid", "Size", 1));
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(file.Place()), HasSubstr("Not a directory"))))
+      << "the same problem is told once";
+}
+
+TEST_F(SettingsFileTest, GivesDefaultsForWhatCannotBeRead) {
+  fs::create_directory(Path());
+  m_file.CreateKey("Grid");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_EQ(m_file.ReadString("Grid", "Name"), std::nullopt);
+  EXPECT_THAT(m_problems, ElementsAre(Path().string() + ": this is a directory, not a file"));
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(ErrorOf([&] { (void)m_file.Entries(); }).ends_with("not a file"));
+
+  fs::remove(Path());
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  fs::create_directory(Path());
+  m_problems.clear();
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_problems, SizeIs(1)) << "it was over, and is told again";
+}
+
+#ifdef __linux__
+TEST_F(SettingsFileTest, LivesOnAFileSystemThatTakesNothing) {
+  SettingsFile file = Open("/proc/vorn/vorn.toml");
+  file.CreateKey("Grid");
+  EXPECT_EQ(file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_FALSE(file.WriteInt("Grid", "Size", 1));
+  EXPECT_THAT(m_problems, ElementsAre(StartsWith("/proc/vorn/vorn.toml: its directory cannot be made: ")));
+}
+#endif
+
+// --- behind the settings keys ----------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, ServesTheLibrarysKeys) {
+  WexSetApplicationStore(
+      std::make_shared<SettingsFile>(Path(), [this](const std::string& problem) { m_problems.push_back(problem); }),
+      "Vendor\\Product");
+  WexKey root;
+  WexKey grid;
+  ASSERT_TRUE(WexGetApplicationSubKey(&root, u8"情報化施工"_cp932.data(), nullptr));
+  EXPECT_FALSE(grid.Open(&root, "Grid"));
+  ASSERT_TRUE(grid.Create(&root, "Grid"));
+  EXPECT_TRUE(grid.SetInt("Size", 3));
+  EXPECT_TRUE(grid.SetString("Name", u8"断面"_cp932.data()));
+  EXPECT_EQ(grid.GetInt("Size", 0), 3);
+  EXPECT_EQ(grid.GetString("Size", "none"), "none") << "an integer is stored";
+  WexSetApplicationStore(nullptr, "");
+  EXPECT_EQ(Text(), "[Vendor.Product.\"情報化施工\".Grid]\nSize = 3\nName = \"断面\"\n");
+}
+
+// --- several processes -----------------------------------------------------------------------------------------------
+
+#ifndef _WIN32
+
+/// Runs a function in processes of their own, with their numbers; true when it gives true in all of them.
+template <typename Function>
+bool InProcesses(int count, Function run) {
+  std::vector<pid_t> children;
+  for (int number = 0; number < count; ++number) {
+    const pid_t child = fork();
+    if (child == 0) _exit(run(number) ? 0 : 1);
+    children.push_back(child);
+  }
+  bool allSucceeded = true;
+  for (const pid_t child : children) {
+    int status = -1;
+    allSucceeded = waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0 && allSucceeded;
+  }
+  return allSucceeded;
+}
+
+CString Numbered(const char* text, int number) { return CString(std::string_view(text + std::to_string(number))); }
+
+TEST_F(SettingsFileTest, LosesNothingThatSeveralProcessesWrite) {
+  constexpr int kProcesses = 6;
+  constexpr int kValues = 25;
+  WriteText("# kept\n");
+  EXPECT_TRUE(InProcesses(kProcesses, [&](int process) {
+    SettingsFile file = Open(Path());
+    const CString key = Numbered("Process", process);
+    bool written = file.CreateKey(key) && file.CreateKey("Shared");
+    for (int i = 0; i < kValues; ++i) {
+      written = file.WriteInt(key, Numbered("Value", i), process * 1000 + i) && written;
+      written = file.WriteString("Shared", Numbered("Text", process * 1000 + i), Numbered("", i)) && written;
+    }
+    return written;
+  }));
+  for (int process = 0; process < kProcesses; ++process) {
+    for (int i = 0; i < kValues; ++i) {
+      EXPECT_EQ(m_file.ReadInt(Numbered("Process", process), Numbered("Value", i)), process * 1000 + i);
+      EXPECT_EQ(m_file.ReadString("Shared", Numbered("Text", process * 1000 + i)), Numbered("", i));
+    }
+  }
+  EXPECT_THAT(m_file.Entries(), SizeIs(std::size_t{2} * kProcesses * kValues));
+  EXPECT_THAT(Text(), StartsWith("# kept\n"));
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock")) << "no temporary file stays behind";
+}
+
+TEST_F(SettingsFileTest, ReadsWhatAnotherProcessWroteMeanwhile) {
+  m_file.CreateKey("Grid");
+  for (int value = 1; value <= 20; ++value) {
+    // Of one length, within one tick of the clock: nothing but the content tells the files apart.
+    EXPECT_TRUE(InProcesses(1, [&](int) { return m_file.WriteInt("Grid", "Size", 100 + value); }));
+    EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 100 + value);
+  }
+}
+
+TEST_F(SettingsFileTest, ReadersNeverSeeAHalfWrittenFile) {
+  m_file.CreateKey("Grid");
+  ASSERT_TRUE(m_file.WriteString("Grid", "Name", std::string(20'000, 'a')));
+  EXPECT_TRUE(InProcesses(4, [&](int process) {
+    bool whole = true;
+    for (int i = 0; i < 40; ++i) {
+      if (process == 0) {
+        whole = m_file.WriteString("Grid", "Name", std::string(20'000, static_cast<char>('a' + i % 26))) && whole;
+      } else {
+        const CString name = m_file.ReadString("Grid", "Name").value_or("");
+        whole = name.View() == std::string(20'000, name.IsEmpty() ? '-' : name[0]) && whole;
+      }
+    }
+    return whole && m_problems.empty();
+  }));
+}
+
+TEST_F(SettingsFileTest, SeveralProcessesSetADamagedFileAsideOnce) {
+  WriteText("nonsense");
+  EXPECT_TRUE(InProcesses(6, [&](int process) {
+    m_file.CreateKey("Grid");
+    return m_file.WriteInt("Grid", Numbered("Value", process), process);
+  }));
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.damaged-1", "vorn.toml.lock"));
+  EXPECT_THAT(m_file.Entries(), SizeIs(6));
+}
+
+#endif  // _WIN32
+
+}  // namespace
+}  // namespace vorn_host
