@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -165,21 +166,44 @@ TEST(ArchiveMemory, CrossSections) { ExpectModest<Vorn_XSectionArray>(kOldSectio
 TEST(ArchiveMemory, ExistingGrounds) { ExpectModest<VornExistingBuildFormArray>(kGround, "06.00"); }
 TEST(ArchiveMemory, ExistingGroundPoints) { ExpectModest<VornExistingComposedPntArray>(kGroundPoint, "06.00"); }
 TEST(ArchiveMemory, PresentationPoints) { ExpectModest<Vorn_Array<VornPresPoint>>(kPresentation, "03.00"); }
+
 TEST(ArchiveMemory, RegistriesOfNames) {
   const ExpectedBytes item = {{"table", EmptyTable()}, {"name", Text("")}, {"color", U32(0)}};
-  const Bytes bytes = ExpectedBytes({{"table", EmptyTable()},
-                                     {"count", U32(1)},
-                                     {"key", Text("")},
-                                     {"list table", EmptyTable()},
-                                     {"list count", U32(0xFFFFFFFF)}})
-                          .All() +
-                      Repeated(item.All(), kRoom);
-  LoadingArchive ar(bytes);
-  const std::size_t before = g_used;
-  g_peak = before;
-  VornBldNameMap registry;
-  EXPECT_EQ(ArchiveRefusal([&] { registry.Serialize(*ar); }), CArchiveException::endOfFile);
-  EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+  for (const std::uint32_t names : {kRoom + 1, 2 * kRoom}) {
+    for (const std::uint32_t announced : {names, names * 2}) {
+      const Bytes bytes = ExpectedBytes({{"table", EmptyTable()},
+                                         {"count", U32(1)},
+                                         {"key", Text("")},
+                                         {"list table", EmptyTable()},
+                                         {"list count", U32(announced)}})
+                              .All() +
+                          Repeated(item.All(), names);
+      LoadingArchive ar(bytes);
+      const std::size_t before = g_used;
+      g_peak = before;
+      const auto registry = std::make_unique<VornBldNameMap>();
+      EXPECT_EQ(ArchiveRefusal([&] { registry->Serialize(*ar); }),
+                announced > names ? CArchiveException::endOfFile : CArchiveException::none);
+      EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+    }
+  }
+}
+
+TEST(ArchiveMemory, RegistriesOfManyClasses) {
+  const ExpectedBytes list = {{"table", EmptyTable()}, {"count", U32(0)}};
+  for (const std::uint32_t classes : {kRoom + 1, 2 * kRoom}) {
+    Bytes bytes = EmptyTable().bytes + U32(classes).bytes;
+    for (std::uint32_t i = 0; i < classes; ++i) {
+      const Bytes one = Text(std::to_string(i).c_str()).bytes + list.All();
+      bytes.insert(bytes.end(), one.begin(), one.end());
+    }
+    LoadingArchive ar(bytes);
+    const std::size_t before = g_used;
+    g_peak = before;
+    const auto registry = std::make_unique<VornBldNameMap>();
+    registry->Serialize(*ar);
+    EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+  }
 }
 
 TEST(ArchiveMemory, Measurements) {
@@ -191,6 +215,68 @@ TEST(ArchiveMemory, Measurements) {
   VornMeasureInfos measures;
   EXPECT_EQ(ArchiveRefusal([&] { measures.Serialize(*ar, tag); }), CArchiveException::endOfFile);
   EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+}
+
+const ExpectedBytes kOldSet = {
+    {"table", EmptyTable()}, {"alignment", Text("")}, {"vertical", Text("")}, {"sections", U32(0)}};
+
+TEST(ArchiveMemory, SetsOfCrossSections) { ExpectModest<Vorn_XSectionsArray>(kOldSet, "03.00"); }
+
+/// As many of the shortest forms as are given, in the last of so many sections of one set. Each collection may announce
+/// more than it has.
+Peak PeakOfNested(std::uint32_t sections, std::uint32_t forms, bool boasting) {
+  const ExpectedBytes set = {{"table", EmptyTable()},
+                             {"alignment", Text("")},
+                             {"vertical", Text("")},
+                             {"phase", Text("")},
+                             {"ordered", U8(0)}};
+  const ExpectedBytes section = {{"table", EmptyTable()}, {"station", Real(0)},    {"change", U8(0)},
+                                 {"control", U8(0)},      {"name", Text("")},      {"up", Real(0)},
+                                 {"sideways", Real(0)},   {"direction", Text("")}, {"point", Text("")},
+                                 {"identifier", U32(0)}};
+  const Bytes all = Repeated(kOldForm.All(), forms);
+  const auto announced = [&](std::uint32_t real, std::size_t least) {
+    return U32(boasting ? static_cast<std::uint32_t>(all.size() / least) : real).bytes;
+  };
+  Bytes bytes = set.All() + announced(sections, 80);
+  for (std::uint32_t i = 0; i + 1 < sections; ++i) bytes = bytes + section.All() + U32(0).bytes + U32(0).bytes;
+  bytes = bytes + section.All() + announced(forms, 18) + all + U32(0).bytes + U32(0).bytes;
+  const std::size_t input = bytes.size();
+  LoadingArchive ar(std::move(bytes));
+  const CString tag("04.00");
+  const std::size_t before = g_used;
+  g_peak = before;
+  VornXSections loaded;
+  const auto cause = ArchiveRefusal([&] { loaded.Serialize(*ar, tag); });
+  EXPECT_EQ(cause, boasting ? CArchiveException::endOfFile : CArchiveException::none);
+  return {g_peak - before, input};
+}
+
+TEST(ArchiveMemory, FormsWithinSectionsWithinASet) {
+  for (const std::uint32_t forms : {kRoom / 2, kRoom + 1, 2 * kRoom}) {
+    for (const bool boasting : {false, true}) {
+      const Peak peak = PeakOfNested(200, forms, boasting);
+      EXPECT_LE(peak.bytes, kAllowedAlways + 32 * peak.input) << forms << ": " << peak.Text();
+    }
+  }
+}
+
+TEST(ArchiveMemory, ListsOfEmptyTexts) {
+  for (const std::uint32_t texts : {kRoom + 1, 70'001u, 200'000u}) {
+    for (const std::uint32_t announced : {texts, texts + 1}) {
+      Bytes bytes = announced < 0xFFFF ? U16(static_cast<std::uint16_t>(announced)).bytes
+                                       : U16(0xFFFF).bytes + U32(announced).bytes;
+      bytes.resize(bytes.size() + texts);
+      const std::size_t input = bytes.size();
+      LoadingArchive ar(std::move(bytes));
+      const std::size_t before = g_used;
+      g_peak = before;
+      CStringArray loaded;
+      EXPECT_EQ(ArchiveRefusal([&] { *ar >> loaded; }),
+                announced > texts ? CArchiveException::endOfFile : CArchiveException::none);
+      EXPECT_LE(g_peak - before, kAllowedAlways + 32 * input);
+    }
+  }
 }
 
 TEST(ArchiveMemory, Identifiers) { ExpectModest<VornUIntArray>({{"value", U32(7)}}, ""); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/framework/array.h"
 #include "vorn/framework/base.h"
@@ -9,6 +11,9 @@
 /// control targets. Element "tsf:XSections".
 class VornXSections : public Vorn_Base {
  public:
+  /// Of a record with empty texts and collections, in the store version in which it is shortest.
+  static constexpr std::uint32_t kLeastArchiveBytes = 10;
+
   VornXSections();
 
   /// From edition 4.0 on the build forms' control targets are first gathered into the set's own, behind those that are

@@ -238,6 +238,7 @@ CArchive& operator>>(CArchive& ar, CStringArray& texts) {
   ar.RequireRemaining(count);  // the shortest text takes a byte
   RequireInt(count);
   CStringArray loaded;
+  loaded.Reserve(static_cast<int>(count));
   for (std::uint32_t i = 0; i < count; ++i) {
     CString text;
     ar >> text;
