@@ -29,6 +29,12 @@ concept VornComparable = requires(const Type& item) {
   { item.Compare(item) } -> std::same_as<bool>;
 };
 
+/// A value with an archive record, which takes these arguments besides the archive.
+template <typename Type, typename... Arguments>
+concept VornArchivable = requires(Type& item, CArchive& ar, const Arguments&... arguments) {
+  item.Serialize(ar, arguments...);
+};
+
 /// An array of road or survey records. An index outside it throws `CInvalidArgException`.
 template <typename Type>
 class VornRecordArray : public KelArray<Type> {
@@ -37,7 +43,7 @@ class VornRecordArray : public KelArray<Type> {
   /// leaves it empty. `CArchiveException` leaves the elements that were read, the last one perhaps in part.
   /// @param arguments what the elements' records take besides the archive, above all the store version
   template <typename... Arguments>
-  void Serialize(CArchive& ar, const Arguments&... arguments) {
+  void Serialize(CArchive& ar, const Arguments&... arguments) requires VornArchivable<Type, Arguments...> {
     const auto transfer = [&](Type& item) { item.Serialize(ar, arguments...); };
     SerializeCounted<std::int32_t>(ar, *this, transfer, Type::kLeastArchiveBytes);
   }
