@@ -36,9 +36,9 @@ class VornFormCtrl : public VornRecord {
 
   VornFormCtrl() { Init(); }
 
-  /// The record of the project archive. One older than "02.50" lacks the names and the marks of the other items, and
-  /// its names are discarded: intended, all ten are as `Init` sets them afterwards. Archive and file exceptions pass
-  /// through.
+  /// The record of the project archive. One older than "02.50" lacks the names of the other items and the road and
+  /// other marks; its names are discarded: intended, all ten are as `Init` sets them afterwards. Archive and file
+  /// exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
   /// Sets all names to their defaults.
