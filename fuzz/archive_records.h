@@ -14,7 +14,7 @@
 namespace vorn_fuzz {
 
 /// File information as road data hold it, which has a `Serialize` of its own.
-struct RoadFileInfo {
+struct HostFileInfo {
   VornFileInfo info;
 };
 
@@ -31,7 +31,7 @@ void Transfer(CArchive& ar, Record& record, const CString& version) {
     ar << record;
   }
 }
-inline void Transfer(CArchive& ar, RoadFileInfo& record, const CString& version) {
+inline void Transfer(CArchive& ar, HostFileInfo& record, const CString& version) {
   record.info.Serialize(ar, version.GetString());
 }
 
@@ -47,8 +47,8 @@ void VisitRecord(RecordKind kind, Visit visit) {
       return visit(VornStructureType());
     case RecordKind::FileInfos:
       return visit(VornFileInfoArray());
-    case RecordKind::RoadFileInfo:
-      return visit(RoadFileInfo());
+    case RecordKind::HostFileInfo:
+      return visit(HostFileInfo());
     case RecordKind::PavementSettings:
       return visit(VornTsHosoType());
     case RecordKind::ExtensionTable:

@@ -131,7 +131,7 @@ void Fill(VornStructureType& type) {
   type.SetJobName("job");
 }
 void Fill(VornFileInfoArray& infos) { infos.Add(MakeFileInfo()); }
-void Fill(RoadFileInfo& info) { info.info = MakeFileInfo(); }
+void Fill(HostFileInfo& info) { info.info = MakeFileInfo(); }
 void Fill(VornTsHosoType& settings) {
   settings.SetPaveID(5);
   settings.SetKindID(13, 6);
@@ -256,7 +256,7 @@ std::vector<Seed> MakeSeeds() {
     seeds.push_back(isOld ? OldSeed(RecordKind::Sets, version) : StoredSeed(RecordKind::Sets, version));
   }
   for (const RecordKind kind : {RecordKind::Registry, RecordKind::StructureType, RecordKind::FileInfos,
-                                RecordKind::RoadFileInfo, RecordKind::PavementSettings, RecordKind::ExtensionTable,
+                                RecordKind::HostFileInfo, RecordKind::PavementSettings, RecordKind::ExtensionTable,
                                 RecordKind::Texts, RecordKind::Date, RecordKind::Ground}) {
     seeds.push_back(StoredSeed(kind, "06.00"));
   }

@@ -21,7 +21,7 @@ enum class RecordKind : std::uint8_t {
   Registry,
   StructureType,
   FileInfos,
-  RoadFileInfo,
+  HostFileInfo,
   PavementSettings,
   ExtensionTable,
   Texts,

@@ -266,7 +266,7 @@ RECORDS = {
         EXTENSION,
     ],
     "file-info": [field("createDate", DATE), field("changeDate", DATE), field("note", TEXT), EXTENSION],
-    "road-file-info": [EXTENSION, field("createDate", DATE), field("changeDate", DATE), field("note", TEXT)],
+    "host-file-info": [EXTENSION, field("createDate", DATE), field("changeDate", DATE), field("note", TEXT)],
     "x-section-type": [field("settings", TABLE)],
     "pavement-settings": [field("settings", Table(PAVEMENT_KEYS))],
     "name-registry": [EXTENSION, field("classes", List("name-class"))],

@@ -32,7 +32,7 @@ ExpectedBytes FileInfoBytes() {
   return bytes;
 }
 
-ExpectedBytes RoadFileInfoBytes() {
+ExpectedBytes HostFileInfoBytes() {
   ExpectedBytes bytes = {{"extension table", EmptyTable()}};
   bytes.Add({"file", DatesAndNote()});
   return bytes;
@@ -65,11 +65,11 @@ TEST_P(FileInfoArchive, KeepsANoteWithoutAChangeDate) {
 TEST_P(FileInfoArchive, WritesTheRecordOfTheRoadDataWithTheTableFirst) {
   VornFileInfo info = FullFileInfo();
   EXPECT_TRUE(
-      HasBytes(test_support::Stored([&](CArchive& ar) { info.Serialize(ar, GetParam()); }), RoadFileInfoBytes()));
+      HasBytes(test_support::Stored([&](CArchive& ar) { info.Serialize(ar, GetParam()); }), HostFileInfoBytes()));
 }
 
 TEST_P(FileInfoArchive, ReadsTheRecordOfTheRoadData) {
-  test_support::LoadingArchive ar(RoadFileInfoBytes().All());
+  test_support::LoadingArchive ar(HostFileInfoBytes().All());
   VornFileInfo info;
   info.Serialize(*ar, GetParam());
   EXPECT_EQ(ar->Remaining(), 0u);
@@ -87,10 +87,10 @@ TEST_P(FileInfoArchive, ForgetsWhatLaterVersionsPutIntoEitherTable) {
 }
 
 // The pointer's text is not looked at.
-TEST(RoadFileInfoArchive, TakesNoStoreVersionAtAll) {
+TEST(HostFileInfoArchive, TakesNoStoreVersionAtAll) {
   VornFileInfo info = FullFileInfo();
   const auto store = [&](CArchive& ar) { info.Serialize(ar, static_cast<const char*>(nullptr)); };
-  EXPECT_TRUE(HasBytes(test_support::Stored(store), RoadFileInfoBytes()));
+  EXPECT_TRUE(HasBytes(test_support::Stored(store), HostFileInfoBytes()));
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ RECORDS = [
     "cross-point-info", "composed-pnt", "composed-pnt-array", "measure-infos", "measure-info", "form-ctrl-target",
     "form-ctrl-target-array", "form-ctrl-target-pnt", "form-ctrl-target-pnt-array", "existing-build-form",
     "existing-build-form-array", "existing-composed-pnt", "existing-composed-pnt-array", "pres-point",
-    "structure-type", "structure-type-array", "file-info", "file-info-array", "road-file-info", "x-section-type",
+    "structure-type", "structure-type-array", "file-info", "file-info-array", "host-file-info", "x-section-type",
     "pavement-settings", "name-registry", "name-list", "name-item",
 ]  # fmt: skip
 UNASSIGNED = 0xFFFFFFFF

@@ -242,7 +242,7 @@ Json ToJson(const VornBldNameMap& registry) {
 }
 
 /// The file information as the road data holds it.
-class RoadFileInfo : public VornFileInfo {
+class HostFileInfo : public VornFileInfo {
  public:
   void Serialize(CArchive& ar, const CString& tag) override { VornFileInfo::Serialize(ar, tag.GetString()); }
 };
@@ -312,7 +312,7 @@ const std::map<std::string, Command>& Records() {
       {"structure-type-array", Probe<Vorn_Array<VornStructureType>>},
       {"file-info", Probe<VornFileInfo>},
       {"file-info-array", Probe<VornFileInfoArray>},
-      {"road-file-info", Probe<RoadFileInfo>},
+      {"host-file-info", Probe<HostFileInfo>},
       {"x-section-type", Probe<VornXSectType>},
       {"pavement-settings", Probe<VornTsHosoType>},
       {"name-registry", Probe<VornBldNameMap>},

@@ -13,6 +13,8 @@
 #include "vorn/model/measure_info.h"
 #include "vorn/model/pres_point.h"
 #include "vorn/model/x_sections.h"
+#include "vorn/road/crs_data.h"
+#include "vorn/road/ctrl_points.h"
 #include "vorn/types/bld_name_map.h"
 
 // What reading an archive allocates at most, measured by replacing the global allocation: therefore an executable of
@@ -277,6 +279,23 @@ TEST(ArchiveMemory, ListsOfEmptyTexts) {
       EXPECT_LE(g_peak - before, kAllowedAlways + 32 * input);
     }
   }
+}
+
+TEST(ArchiveMemory, CoordinateSystems) {
+  const ExpectedBytes crs = {{"name", Text("")},    {"datum", I32(0)},      {"vertical datum", Text("")},
+                             {"height", Real(0)},   {"coordinate", I32(0)}, {"aux code", I32(0)},
+                             {"aux text", Text("")}};
+  ExpectModest<VornCrsArray>(crs, "05.00");
+}
+
+TEST(ArchiveMemory, ControlPoints) {
+  ExpectModest<VornCtrlPosArray>({{"number", U16(1)}, {"class", I32(0)}, {"name", Text("")}}, "05.00");
+}
+
+TEST(ArchiveMemory, GroundPoints) { ExpectModest<VornGmPntArray>({{"number", U16(1)}, {"name", Text("")}}, "05.00"); }
+
+TEST(ArchiveMemory, GroupsOfGroundPoints) {
+  ExpectModest<VornGmPntsArray>({{"name", Text("")}, {"name 2", Text("")}, {"count", I32(0)}}, "05.00");
 }
 
 TEST(ArchiveMemory, Identifiers) { ExpectModest<VornUIntArray>({{"value", U32(7)}}, ""); }

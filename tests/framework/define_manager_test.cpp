@@ -5,37 +5,14 @@
 #include <memory>
 #include <type_traits>
 
+#include "tests/support/settings.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace {
 
 VornDefineManager& Manager() { return VornDefineManager::GetInstance(); }
 
-class DefineManagerTest : public testing::Test {
- protected:
-  DefineManagerTest() { WexSetApplicationStore(m_store, "App"); }
-  ~DefineManagerTest() override {
-    Manager().SetTSFlag(false);
-    WexSetApplicationStore(nullptr, "");
-  }
-
-  [[nodiscard]] bool HasKey(std::string_view name) const {
-    return m_store->KeyExists((CString("App\\") + CString(name)).View());
-  }
-
-  std::shared_ptr<WexMemoryStore> m_store = std::make_shared<WexMemoryStore>();
-};
-
-/// A store in which no key exists or can be made.
-class RefusingStore : public WexStore {
- public:
-  [[nodiscard]] bool KeyExists(std::string_view) const override { return false; }
-  bool CreateKey(std::string_view) override { return false; }
-  [[nodiscard]] std::optional<std::int32_t> ReadInt(std::string_view, std::string_view) const override { return {}; }
-  [[nodiscard]] std::optional<CString> ReadString(std::string_view, std::string_view) const override { return {}; }
-  bool WriteInt(std::string_view, std::string_view, std::int32_t) override { return false; }
-  bool WriteString(std::string_view, std::string_view, std::string_view) override { return false; }
-};
+class DefineManagerTest : public test_support::SettingsTest {};
 
 TEST_F(DefineManagerTest, IsOneObjectForTheProcess) {
   EXPECT_EQ(&VornDefineManager::GetInstance(), &VornDefineManager::GetInstance());
@@ -82,7 +59,7 @@ TEST_F(DefineManagerTest, OpensTheSettingsOfTheEdition) {
 }
 
 TEST_F(DefineManagerTest, TellsWhenTheSettingsCannotBeOpened) {
-  WexSetApplicationStore(std::make_shared<RefusingStore>(), "App");
+  WexSetApplicationStore(std::make_shared<test_support::RefusingStore>(), "App");
   WexKey key;
   EXPECT_FALSE(VornGetBaseRegKey(&key));
   EXPECT_FALSE(VornGetLandXmlBaseRegKey(&key));

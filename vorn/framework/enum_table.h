@@ -39,3 +39,11 @@ bool ResetAndSet(const std::array<EnumText<Enum>, kRows>& table, std::string_vie
   member = value.value_or(Enum::Unset);
   return value.has_value();
 }
+
+/// Takes the value of the text; false, and the member unchanged, when the text is none of the table.
+template <typename Enum, std::size_t kRows>
+bool SetIfKnown(const std::array<EnumText<Enum>, kRows>& table, std::string_view text, Enum& member) {
+  const auto value = TextToEnum(table, text);
+  if (value) member = *value;
+  return value.has_value();
+}

@@ -179,11 +179,7 @@ bool VornComposedPnt::SetComponentTypeStr(std::string_view text) {
 
 bool VornComposedPnt::SetSlopeTypeStr(std::string_view text) { return ResetAndSet(kSlopeTypes, text, m_slopeType); }
 
-bool VornComposedPnt::SetDataTypeStr(std::string_view text) {
-  const auto value = TextToEnum(kDataTypes, text);
-  if (value) m_dataType = *value;
-  return value.has_value();
-}
+bool VornComposedPnt::SetDataTypeStr(std::string_view text) { return SetIfKnown(kDataTypes, text, m_dataType); }
 
 void VornComposedPnt::ElmType(std::string_view text) {
   for (const auto& row : kElementTypes) {

@@ -15,7 +15,7 @@ class VornFileInfo : public Vorn_Base {
   [[nodiscard]] bool IsEnable() const override { return m_createDate.GetStatus() == COleDateTime::valid; }
   /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
   virtual void Serialize(CArchive& ar, const CString& tag);
-  /// The record of the road data, the same for every store version: the table comes first.
+  /// A record for hosts, the same for every store version: the table comes first. Collections archive the other one.
   void Serialize(CArchive& ar, const char* storeVersion);
 
   [[nodiscard]] const COleDateTime& GetCreateDate() const { return m_createDate; }

@@ -10,21 +10,24 @@
 
 /// Stores or loads the elements of an array behind their 32-bit count; loading replaces what the array held.
 ///
-/// A count that the bytes left cannot back, at least four for each element, throws end-of-file. Room is made as the
-/// elements really come, and never beyond the count: a damaged file cannot make an array outgrow it. When loading
-/// throws, the array holds the elements that were loaded whole.
-/// @param transfer stores or loads one element
-/// @param leastBytes what the shortest element takes in the archive; 0 when that is not known
-template <typename Array, typename Transfer>
+/// A count that the bytes left cannot back throws end-of-file. Room is made as the elements really come, and never
+/// beyond the count: a damaged file cannot make an array outgrow it. When loading throws, the array holds the elements
+/// that were loaded whole.
+/// @tparam Count      what the count is read as: a signed one below 0 stands for no elements
+/// @param  transfer   stores or loads one element
+/// @param  leastBytes what the shortest element takes in the archive; 0 when that is not known, but four or more
+template <typename Count = std::uint32_t, typename Array, typename Transfer>
 void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer, std::uint32_t leastBytes = 0) {
+  static_assert(sizeof(Count) == 4);
   if (ar.IsStoring()) {
-    ar << static_cast<std::uint32_t>(items.GetSize());
+    ar << static_cast<Count>(items.GetSize());
     for (auto& item : items) transfer(item);
     return;
   }
-  std::uint32_t count = 0;
-  ar >> count;
-  ar.RequireRemaining(count * std::max<std::uint64_t>(leastBytes, 4));
+  Count announced = 0;
+  ar >> announced;
+  const std::uint32_t count = announced > 0 ? static_cast<std::uint32_t>(announced) : 0;
+  ar.RequireRemaining(count * std::uint64_t{leastBytes > 0 ? leastBytes : 4});
   if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max())) {
     throw CArchiveException(CArchiveException::badIndex);
   }

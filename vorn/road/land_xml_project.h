@@ -1,0 +1,22 @@
+#pragma once
+
+#include "vorn/platform/cstring.h"
+#include "vorn/road/record.h"
+
+/// Name and description of the project in the LandXML export.
+class VornLandXMLProject : public VornRecord {
+ public:
+  /// The record of the project archive, the same for every version. Archive and file exceptions pass through.
+  /// @param tag     store version of the project
+  /// @param version store version of the LandXML data
+  void Serialize(CArchive& ar, const char* tag, const char* version);
+
+  [[nodiscard]] const CString& GetName() const { return m_name; }
+  void SetName(const CString& name) { m_name = name; }
+  [[nodiscard]] const CString& GetDesc() const { return m_desc; }
+  void SetDesc(const CString& desc) { m_desc = desc; }
+
+ private:
+  CString m_name;
+  CString m_desc;
+};
