@@ -10,12 +10,12 @@ void VornFormCtrl::Serialize(CArchive& ar, const char* tag) {
   record.Reserved(CString());
   record.Reserved(CString());
   for (std::size_t i = 0; i < OtherLeft; ++i) record.Field(m_names[i]);
-  record.Since("02.50", m_names[OtherLeft]);
-  record.Since("02.50", m_names[OtherRight]);
+  record.ReadSince("02.50", m_names[OtherLeft]);
+  record.ReadSince("02.50", m_names[OtherRight]);
   record.Field(m_marks[SlopeMarks]);
   record.Field(m_marks[BermMarks]);
-  record.Since("02.50", m_marks[RoadMarks]);
-  record.Since("02.50", m_marks[OtherMarks]);
+  record.ReadSince("02.50", m_marks[RoadMarks]);
+  record.ReadSince("02.50", m_marks[OtherMarks]);
   record.Field(m_value);
   if (record.IsLoading() && !record.IsFrom("02.50")) Init();
 }
