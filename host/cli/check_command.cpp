@@ -9,6 +9,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/document_check.h"
+#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -48,7 +49,7 @@ struct CheckSummary {
 CheckSummary Summarise(const CheckOptions& options) {
   Progress progress(Progress::IsLong(options.file));
   progress.Show("reading", 0, 2);
-  const DesignDocument document = DesignDocument::Read(options.file, options.read);
+  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
   progress.Show("checking", 1, 2);
 
   CheckSummary summary;
@@ -130,8 +131,8 @@ void PrintJson(const CheckSummary& summary) {
 
 void AddCheckCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<CheckOptions>();
-  CLI::App* command = app.add_subcommand("check", "Tell everything that is wrong in a document");
-  command->add_option("FILE", options->file, "the document")->required()->type_name("");
+  CLI::App* command = app.add_subcommand("check", "Tell everything that is wrong in a document or project");
+  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
   AddAssumeOption(*command, options->read.assume);
   command->add_flag("--verbose", options->verbose, "list every note, not only how many there are");
   command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");

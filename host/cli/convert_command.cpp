@@ -10,6 +10,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/edition_conversion.h"
+#include "host/project/design_file.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_cli {
@@ -18,6 +19,8 @@ namespace {
 
 using vorn_host::ConversionReport;
 using vorn_host::DesignDocument;
+using vorn_host::DesignFile;
+using vorn_host::Project;
 
 struct ConvertOptions {
   std::string in;
@@ -25,6 +28,7 @@ struct ConvertOptions {
   std::optional<vorn_host::Edition> edition;
   std::optional<vorn_host::Edition> assume;
   vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
+  std::string storeVersion;  ///< empty for the newest
   bool lossy = false;
   bool json = false;
 };
@@ -36,7 +40,11 @@ struct ConvertSummary {
   std::string fromEdition;
   bool assumed = false;
   std::string toEdition;
-  std::string encoding;
+  std::string encoding;          ///< empty when a project is written
+  std::string fromStoreVersion;  ///< empty when a document is read
+  std::string storeVersion;      ///< empty when a document is written
+  std::vector<Project::Loss> notStored;
+  bool roadDataLeft = false;  ///< a document takes nothing of the project but the design
   int sections = 0;
   std::size_t replacedInReading = 0;
   std::size_t replacedInWriting = 0;
@@ -46,18 +54,37 @@ struct ConvertSummary {
   std::vector<vorn_host::CarriedContent::Row> unplaced;
 };
 
+/// Whether a project holds anything that a document of its design leaves behind.
+bool HoldsRoadData(const VornLinearXMLData& data) {
+  const VornInfoConstrcut& info = data.GetInfoConstrcut();
+  const VornCtrlPoints& points = info.GetCtrlPoints();
+  const VornRoadCenterData& center = data.GetRoadCenter();
+  return !info.GetCrsArray().IsEmpty() || !points.GetCtrlPos().IsEmpty() || !points.GetBenchMarks().IsEmpty() ||
+         !info.GetRoadGm().GetRoadInfo().IsInit() || !center.GetCrsArray().IsEmpty() || !center.GetGmPnts().IsEmpty() ||
+         !center.GetProject().GetName().IsEmpty() || !center.GetRoadGm().GetAlignments().IsEmpty() ||
+         !data.GetLandXml().GetAlignments().IsEmpty() || !data.GetLandXml().GetCgPoints().IsEmpty();
+}
+
 ConvertSummary Convert(const ConvertOptions& options) {
   constexpr int kSteps = 3;
   Progress progress(Progress::IsLong(options.in));
   progress.Show("reading", 0, kSteps);
-  DesignDocument document = DesignDocument::Read(options.in, {options.assume, options.lossy});
+  DesignFile file = DesignFile::Read(options.in, {options.assume, options.lossy});
+  DesignDocument& document = file.design;
+  const bool toProject = vorn_host::IsProjectName(options.out);
 
   ConvertSummary summary;
   summary.in = options.in;
   summary.out = options.out;
   summary.fromEdition = vorn_host::EditionName(document.edition);
   summary.assumed = document.assumed;
-  summary.encoding = vorn_host::EncodingName(options.encoding);
+  if (file.project) summary.fromStoreVersion = file.project->GetStoreVersion();
+  if (toProject) {
+    summary.storeVersion = options.storeVersion.empty() ? Project::kNewestStoreVersion : options.storeVersion;
+  } else {
+    summary.encoding = vorn_host::EncodingName(options.encoding);
+    summary.roadDataLeft = file.project && HoldsRoadData(file.project->data);
+  }
   summary.replacedInReading = document.replacedCharacters;
   summary.notUnderstood = document.unreadValues;
   for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
@@ -68,9 +95,11 @@ ConvertSummary Convert(const ConvertOptions& options) {
   summary.carried = document.carried.Rows();
 
   progress.Show("writing", 2, kSteps);
-  DesignDocument::WriteReport written = document.Write(options.out, {options.encoding, options.lossy});
-  summary.replacedInWriting = written.replacedCharacters;
-  summary.unplaced = std::move(written.unplaced);
+  DesignFile::WriteReport written =
+      std::move(file).Write(options.out, {{options.encoding, options.lossy}, summary.storeVersion});
+  summary.replacedInWriting = written.document.replacedCharacters;
+  summary.unplaced = std::move(written.document.unplaced);
+  summary.notStored = std::move(written.losses);
   return summary;
 }
 
@@ -84,7 +113,8 @@ void PrintText(const ConvertSummary& summary) {
   if (summary.assumed) editions += " (assumed)";
   report.Row("Written", summary.out);
   report.Row("Edition", editions);
-  report.Row("Encoding", summary.encoding);
+  if (!summary.encoding.empty()) report.Row("Encoding", summary.encoding);
+  if (!summary.storeVersion.empty()) report.Row("Store version", summary.storeVersion);
   report.Row("Cross sections", std::to_string(summary.sections));
   if (conversion.convertedPoints > 0) {
     std::string moved = std::to_string(conversion.convertedPoints) + " expressed anew, largest displacement " +
@@ -101,6 +131,12 @@ void PrintText(const ConvertSummary& summary) {
   PrintNotUnderstood(report, summary.notUnderstood);
   if (!conversion.dropped.empty()) report.Line("Dropped, as edition " + summary.toEdition + " cannot hold it:");
   for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
+  if (!summary.notStored.empty()) {
+    report.Line("Dropped, as store version " + summary.storeVersion + " cannot hold it:");
+  }
+  for (const Project::Loss& loss : summary.notStored) report.CountRow(loss.count, loss.what);
+  if (summary.roadDataLeft)
+    report.Line("Note: a document holds the design alone; the project's road data are not in it");
   if (!conversion.notWritten.empty()) report.Line("Not written, in any edition:");
   for (const ConversionReport::Dropped& left : conversion.notWritten) report.CountRow(left.count, left.what);
   if (!conversion.lostTargets.empty()) report.Line("Lost control targets:");
@@ -111,6 +147,8 @@ void PrintText(const ConvertSummary& summary) {
   Print(report);
 }
 
+Json TextOrNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+
 void PrintJson(const ConvertSummary& summary) {
   const ConversionReport& conversion = summary.conversion;
   Json json = {{"in", summary.in},
@@ -118,7 +156,11 @@ void PrintJson(const ConvertSummary& summary) {
                {"fromEdition", summary.fromEdition},
                {"editionAssumed", summary.assumed},
                {"toEdition", summary.toEdition},
-               {"encoding", summary.encoding},
+               {"encoding", TextOrNull(summary.encoding)},
+               {"fromStoreVersion", TextOrNull(summary.fromStoreVersion)},
+               {"storeVersion", TextOrNull(summary.storeVersion)},
+               {"notStored", Json::array()},
+               {"roadDataLeft", summary.roadDataLeft},
                {"crossSections", summary.sections},
                {"replacedInReading", summary.replacedInReading},
                {"replacedInWriting", summary.replacedInWriting},
@@ -133,6 +175,9 @@ void PrintJson(const ConvertSummary& summary) {
                {"notes", conversion.notes},
                {"carriedOver", RowsToJson(summary.carried)},
                {"unplaced", RowsToJson(summary.unplaced)}};
+  for (const Project::Loss& loss : summary.notStored) {
+    json["notStored"].push_back({{"what", loss.what}, {"count", loss.count}});
+  }
   for (const ConversionReport::Dropped& left : conversion.notWritten) {
     json["notWritten"].push_back({{"what", left.what}, {"count", left.count}});
   }
@@ -146,15 +191,23 @@ void PrintJson(const ConvertSummary& summary) {
 
 void AddConvertCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<ConvertOptions>();
-  CLI::App* command = app.add_subcommand("convert", "Write a document in another edition or encoding");
-  command->add_option("IN", options->in, "the document")->required()->type_name("");
-  command->add_option("OUT", options->out, "the document to write; it may be IN")->required()->type_name("");
+  CLI::App* command = app.add_subcommand("convert", "Write a document or project (.vorn) as the other, or anew");
+  command->add_option("IN", options->in, "the document or project")->required()->type_name("");
+  command->add_option("OUT", options->out, "what to write, a project when it ends with .vorn; it may be IN")
+      ->required()
+      ->type_name("");
   AddEditionOption(*command, options->edition, "edition to write (the document's own unless told otherwise)");
   AddEncodingOption(*command, options->encoding);
+  command->add_option("--store-version", options->storeVersion, "store version of a project to write")
+      ->check(CLI::IsMember(
+          std::vector<std::string>(Project::kWritableStoreVersions.begin(), Project::kWritableStoreVersions.end())));
   AddAssumeOption(*command, options->assume);
   command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
+    if (!options->storeVersion.empty() && !vorn_host::IsProjectName(options->out)) {
+      throw CLI::ValidationError("--store-version", "only a project (.vorn) has a store version");
+    }
     const ConvertSummary summary = Convert(*options);
     options->json ? PrintJson(summary) : PrintText(summary);
     exitCode = kOk;

@@ -14,6 +14,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/editing/design_editor.h"
+#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -21,6 +22,7 @@ namespace {
 
 using vorn_host::DesignDocument;
 using vorn_host::DesignEditor;
+using vorn_host::DesignFile;
 using vorn_host::EditReport;
 
 /// One step, as the command line names it, and what it does.
@@ -59,7 +61,8 @@ EditSummary Edit(const EditOptions& options) {
   const int stages = static_cast<int>(options.steps.size()) + 2;
   Progress progress(Progress::IsLong(options.in));
   progress.Show("reading", 0, stages);
-  DesignDocument document = DesignDocument::Read(options.in, {options.assume, options.lossy});
+  DesignFile file = DesignFile::Read(options.in, {options.assume, options.lossy});
+  DesignDocument& document = file.design;
 
   EditSummary summary;
   summary.in = options.in;
@@ -85,10 +88,10 @@ EditSummary Edit(const EditOptions& options) {
   progress.Show("writing", stages - 1, stages);
   const vorn_host::TextEncoding encoding = options.encoding.value_or(
       vorn_host::ParseEncoding(document.encodingName).value_or(vorn_host::TextEncoding::Utf8));
-  summary.encoding = vorn_host::EncodingName(encoding);
-  DesignDocument::WriteReport written = document.Write(options.out, {encoding, options.lossy});
-  summary.replacedInWriting = written.replacedCharacters;
-  summary.unplaced = std::move(written.unplaced);
+  if (!vorn_host::IsProjectName(options.out)) summary.encoding = vorn_host::EncodingName(encoding);
+  DesignFile::WriteReport written = std::move(file).Write(options.out, {{encoding, options.lossy}});
+  summary.replacedInWriting = written.document.replacedCharacters;
+  summary.unplaced = std::move(written.document.unplaced);
   return summary;
 }
 
@@ -139,7 +142,7 @@ void PrintText(const EditSummary& summary, bool verbose) {
   TextReport report;
   report.Row("Written", summary.out);
   report.Row("Edition", summary.edition);
-  report.Row("Encoding", summary.encoding);
+  if (!summary.encoding.empty()) report.Row("Encoding", summary.encoding);
   report.Row("Cross sections", std::to_string(summary.sections));
   PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
   PrintNotUnderstood(report, summary.notUnderstood);
@@ -171,7 +174,7 @@ void PrintJson(const EditSummary& summary) {
   Print(Json{{"in", summary.in},
              {"out", summary.out},
              {"edition", summary.edition},
-             {"encoding", summary.encoding},
+             {"encoding", summary.encoding.empty() ? Json(nullptr) : Json(summary.encoding)},
              {"crossSections", summary.sections},
              {"replacedInReading", summary.replacedInReading},
              {"replacedInWriting", summary.replacedInWriting},
@@ -307,9 +310,11 @@ class StepOptions {
 void AddEditCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<EditOptions>();
   CLI::App* command =
-      app.add_subcommand("edit", "Edit the cross sections of a document, step by step in the order given");
-  command->add_option("IN", options->in, "the document")->required()->type_name("");
-  command->add_option("OUT", options->out, "the document to write; it may be IN")->required()->type_name("");
+      app.add_subcommand("edit", "Edit the cross sections of a document or project, step by step in the order given");
+  command->add_option("IN", options->in, "the document or project (.vorn)")->required()->type_name("");
+  command->add_option("OUT", options->out, "what to write, a project when it ends with .vorn; it may be IN")
+      ->required()
+      ->type_name("");
   StepOptions steps(*command, options->steps);
   steps.Add("--recalc", RecalcStep, "HEIGHT",
             "place the points from the height of the centre line in metres, or from each section's own (section)");

@@ -10,6 +10,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
+#include "host/project/design_file.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/structure_type.h"
 #include "vorn/types/type_manager.h"
@@ -73,7 +74,7 @@ FormKind Describe(const VornBuildForm& form, VornStructureType::Type workType) {
 FormsSummary Summarise(const FormsOptions& options) {
   Progress progress(Progress::IsLong(options.file));
   progress.Show("reading", 0, 2);
-  const DesignDocument document = DesignDocument::Read(options.file, options.read);
+  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
   progress.Show("listing", 1, 2);
 
   FormsSummary summary;
@@ -145,7 +146,7 @@ void PrintJson(const FormsSummary& summary) {
 void AddFormsCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<FormsOptions>();
   CLI::App* command = app.add_subcommand("forms", "List the build forms with their attributes and pavement category");
-  command->add_option("FILE", options->file, "the document")->required()->type_name("");
+  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
   AddAssumeOption(*command, options->read.assume);
   command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
   command->add_flag("--json", options->json, "JSON for programs");

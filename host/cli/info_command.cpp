@@ -12,6 +12,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
+#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -69,7 +70,22 @@ struct DocumentSummary {
     int existingPoints = 0;
   };
 
+  /// What a project holds besides the design.
+  struct Project {
+    std::string storeVersion;
+    std::string name;
+    std::string road;
+    std::string roadClass;
+    std::optional<int> designSpeed;  ///< km/h
+    std::vector<std::string> alignments;
+    std::vector<std::string> coordinateSystems;
+    int controlPoints = 0;
+    int benchMarks = 0;
+    int groundPoints = 0;
+  };
+
   std::string file;
+  std::optional<Project> project;
   std::string edition;
   bool assumed = false;
   std::string encoding;
@@ -150,6 +166,29 @@ class SetSummariser {
   std::map<std::pair<std::string_view, std::string_view>, std::size_t> m_formPlaces;
 };
 
+DocumentSummary::Project SummariseProject(const vorn_host::Project& project) {
+  const VornInfoConstrcut& info = project.data.GetInfoConstrcut();
+  const VornRoadInfo& road = info.GetRoadGm().GetRoadInfo();
+  DocumentSummary::Project summary;
+  summary.storeVersion = project.GetStoreVersion();
+  summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName().View());
+  summary.road = ToUtf8(road.GetName().View());
+  summary.roadClass = ToUtf8(road.GetClassificatRoad().View());
+  if (const int speed = road.Speed(); speed > 0) summary.designSpeed = speed;
+  for (const VornAlignment& alignment : info.GetRoadGm().GetAlignments()) {
+    summary.alignments.push_back(ToUtf8(alignment.GetName().View()));
+  }
+  for (const VornCrsData& crs : info.GetCrsArray()) {
+    summary.coordinateSystems.push_back(ToUtf8(crs.GetName().View()));
+  }
+  summary.controlPoints = info.GetCtrlPoints().GetCtrlPos().GetSize();
+  summary.benchMarks = info.GetCtrlPoints().GetBenchMarks().GetSize();
+  for (const VornGmPnts& group : project.data.GetRoadCenter().GetGmPnts()) {
+    summary.groundPoints += group.GetPoints().GetSize();
+  }
+  return summary;
+}
+
 DocumentSummary Summarise(const std::string& file, const DesignDocument& document) {
   DocumentSummary summary;
   summary.file = file;
@@ -216,9 +255,29 @@ void PrintSet(TextReport& report, const DocumentSummary::Set& set, std::size_t n
              2);
 }
 
+std::string List(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + OrNone(name);
+  return OrNone(text);
+}
+
+void PrintProject(TextReport& report, const DocumentSummary::Project& project) {
+  report.Row("Project", Joined({{"", project.name}, {"store version ", project.storeVersion}}));
+  report.Row("Road",
+             Joined({{"", project.road},
+                     {"class ", project.roadClass},
+                     {"design speed ", project.designSpeed ? std::to_string(*project.designSpeed) + " km/h" : ""}}));
+  report.Row("Alignments", List(project.alignments));
+  report.Row("Coordinate systems", List(project.coordinateSystems));
+  report.Row("Survey points", Counted(project.controlPoints, "control point") + ", " +
+                                  Counted(project.benchMarks, "bench mark") + ", " +
+                                  Counted(project.groundPoints, "ground point"));
+}
+
 void PrintText(const DocumentSummary& summary) {
   TextReport report;
   report.Row("File", summary.file);
+  if (summary.project) PrintProject(report, *summary.project);
   report.Row("Edition", summary.edition + (summary.assumed ? " (assumed)" : ""));
   std::string encoding = summary.encoding;
   if (summary.replacedCharacters > 0) encoding += ", " + std::to_string(summary.replacedCharacters) + " replaced by 〓";
@@ -272,8 +331,23 @@ Json SetJson(const DocumentSummary::Set& set) {
           {"existingGround", {{"forms", set.existingForms}, {"points", set.existingPoints}}}};
 }
 
+Json ProjectJson(const DocumentSummary::Project& project) {
+  return {{"storeVersion", project.storeVersion},
+          {"name", project.name},
+          {"road",
+           {{"name", project.road},
+            {"class", project.roadClass},
+            {"designSpeed", project.designSpeed ? Json(*project.designSpeed) : Json(nullptr)}}},
+          {"alignments", project.alignments},
+          {"coordinateSystems", project.coordinateSystems},
+          {"controlPoints", project.controlPoints},
+          {"benchMarks", project.benchMarks},
+          {"groundPoints", project.groundPoints}};
+}
+
 void PrintJson(const DocumentSummary& summary) {
   Json json = {{"file", summary.file},
+               {"project", summary.project ? ProjectJson(*summary.project) : Json(nullptr)},
                {"edition", summary.edition},
                {"editionAssumed", summary.assumed},
                {"encoding", summary.encoding},
@@ -300,15 +374,18 @@ void PrintJson(const DocumentSummary& summary) {
 DocumentSummary ReadAndSummarise(const InfoOptions& options) {
   Progress progress(Progress::IsLong(options.file));
   progress.Show("reading", 0, 1);
-  return Summarise(options.file, DesignDocument::Read(options.file, options.read));
+  const vorn_host::DesignFile file = vorn_host::DesignFile::Read(options.file, options.read);
+  DocumentSummary summary = Summarise(options.file, file.design);
+  if (file.project) summary.project = SummariseProject(*file.project);
+  return summary;
 }
 
 }  // namespace
 
 void AddInfoCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<InfoOptions>();
-  CLI::App* command = app.add_subcommand("info", "Show what a document holds");
-  command->add_option("FILE", options->file, "the document")->required()->type_name("");
+  CLI::App* command = app.add_subcommand("info", "Show what a document or project holds");
+  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
   AddAssumeOption(*command, options->read.assume);
   command->add_flag("--lossy", options->read.lossy, "show characters outside code page 932 as 〓");
   command->add_flag("--json", options->json, "JSON for programs");

@@ -143,6 +143,25 @@ void TakeOver(const fs::path& temporary, const fs::path& former, fs::perms permi
   fs::permissions(temporary, permissions, ignored);
 }
 
+/// Gives a file a second name, or where the file system has no such thing, a copy.
+void Duplicate(const fs::path& from, const fs::path& to, const fs::path& path) {
+  std::error_code error;
+  fs::create_hard_link(from, to, error);
+  if (error) fs::copy_file(from, to, error);
+  if (error) Fail(path, "the former file cannot be kept", error.value());
+}
+
+/// Makes the file that is about to be replaced its own backup.
+void KeepFormer(const fs::path& target, const fs::path& path) {
+  TemporaryFile second(TemporaryBeside(target));
+  Duplicate(target, second.path, path);
+  std::error_code error;
+  fs::rename(second.path, BackupOf(target), error);
+  if (error) Fail(path, "the former file cannot be kept", error.value());
+  // When a program was ended between these steps, both names already are the same file: renaming does nothing then,
+  // and the second name goes away with its object.
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFileIfThere(const fs::path& path) {
@@ -167,7 +186,16 @@ std::string ReadFile(const fs::path& path) {
   return std::move(*content);
 }
 
+fs::path BackupOf(const fs::path& path) {
+  fs::path backup = ThroughLinks(path);
+  return backup += ".bak";
+}
+
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
+  WriteFileAtomically(path, content, FormerFile::Drop);
+}
+
+void WriteFileAtomically(const fs::path& path, std::string_view content, FormerFile former) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) Fail(path, "cannot be written", error.value());
@@ -183,6 +211,8 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
   File file = Open(temporary.path, "wb", path, "cannot be written in its directory");
   if (fs::exists(status)) TakeOver(temporary.path, target, status.permissions());
   WriteAll(std::move(file), content, path);
+  if (former == FormerFile::Keep && fs::exists(status)) KeepFormer(target, path);
+  RememberUnfinishedFile(temporary.path.string());
   fs::rename(temporary.path, target, error);
   if (error) Fail(path, "cannot be put in place", error.value());
   temporary.path.clear();

@@ -18,6 +18,16 @@ namespace vorn_host {
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
+/// Whether the file that was there before is kept when another takes its place.
+enum class FormerFile { Drop, Keep };
+
+/// As above, and with `Keep` the file that was there before stays as `BackupOf` it, in place of an earlier one. At
+/// every moment either the former or the new file has the name.
+void WriteFileAtomically(const std::filesystem::path& path, std::string_view content, FormerFile former);
+
+/// Where the former file is kept: "design.vorn" as "design.vorn.bak". A link is followed.
+[[nodiscard]] std::filesystem::path BackupOf(const std::filesystem::path& path);
+
 /// Makes a program that is stopped by a signal (Ctrl-C, a closed terminal) take its unfinished file away first, and
 /// makes a file that grows too large an error instead of the program's end. For the main function of a tool.
 void RemoveUnfinishedFilesOnSignals();

@@ -95,15 +95,6 @@ void AddRow(std::vector<CarriedContent::Row>& rows, const std::string& name) {
   }
 }
 
-struct CarriedContent::Impl {
-  pugi::xml_document store;
-  std::vector<CarriedItem> items;
-  std::string rootTag;
-  std::vector<std::pair<std::string, std::string>> rootAttributes;
-  std::vector<std::string_view> rootOrder;
-  std::vector<std::vector<int>> sectionOrders;
-};
-
 namespace {
 
 /// Walks a source document beside the model and takes out what the model does not hold.

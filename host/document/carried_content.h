@@ -11,6 +11,7 @@
 
 namespace pugi {
 class xml_document;
+class xml_node;
 }  // namespace pugi
 
 namespace vorn_host {
@@ -66,6 +67,11 @@ class CarriedContent {
   /// @param follow turns the path of an element into where it is now; false when it is gone
   /// @returns what was dropped, as the element that held it is gone
   std::vector<Row> MoveElements(const std::function<bool(std::vector<ElementStep>&)>& follow);
+
+  /// Writes everything below an element of another document, so that it can be kept apart from the design.
+  void Store(pugi::xml_node parent) const;
+  /// Reads what `Store` wrote. Throws `DocumentError` when it is damaged; name stands for the file.
+  [[nodiscard]] static CarriedContent Load(pugi::xml_node parent, const std::string& name);
 
   struct Impl;
 

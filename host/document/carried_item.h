@@ -3,7 +3,10 @@
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "host/document/carried_content.h"
 
 namespace vorn_host {
 
@@ -28,6 +31,16 @@ struct CarriedItem {
   std::string attributeName;
   std::string attributeValue;
   std::string name;  ///< for reports
+};
+
+/// All that a document holds beside the model.
+struct CarriedContent::Impl {
+  pugi::xml_document store;  ///< holds the nodes of the items
+  std::vector<CarriedItem> items;
+  std::string rootTag;
+  std::vector<std::pair<std::string, std::string>> rootAttributes;
+  std::vector<std::string_view> rootOrder;      ///< of `kRootChildren`
+  std::vector<std::vector<int>> sectionOrders;  ///< of each set
 };
 
 }  // namespace vorn_host

@@ -1,0 +1,226 @@
+// Projects through the tool, as its users meet them: converted, looked at, edited, saved while the power fails.
+
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/host/tool.h"
+
+namespace {
+
+using host_test::Json;
+using host_test::Quoted;
+using host_test::ReadAll;
+using host_test::ToolRun;
+using host_test::WriteAll;
+using testing::AllOf;
+using testing::AnyOf;
+using testing::Eq;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::vector<std::string> kSamples = {"road-4.1.xml", "road-with-geometry-4.0.xml", "river-2.0.xml",
+                                           "farm-maff-1.0.xml"};
+
+class ProjectCommand : public host_test::ToolTest {};
+
+TEST_F(ProjectCommand, ConvertsEveryDocumentToAProjectAndBack) {
+  for (const std::string& sample : kSamples) {
+    (void)Output({"convert", Sample(sample), Path("direct.xml")});
+    (void)Output({"convert", Sample(sample), Path("p.vorn")});
+    (void)Output({"convert", Path("p.vorn"), Path("back.xml")});
+    EXPECT_EQ(ReadAll(Path("back.xml")), ReadAll(Path("direct.xml"))) << sample;
+  }
+}
+
+TEST_F(ProjectCommand, ExportsAProjectInEveryEditionAsItsDocumentWouldBe) {
+  for (const std::string& sample : kSamples) {
+    (void)Output({"convert", Sample(sample), Path("p.vorn")});
+    for (const std::string edition : {"2.0", "4.0", "4.1", "maff-1.0"}) {
+      (void)Output({"convert", Sample(sample), Path("direct.xml"), "--edition", edition});
+      (void)Output({"convert", Path("p.vorn"), Path("back.xml"), "--edition", edition});
+      // Editions from 4.0 on have a file information with the present time when the document has none.
+      const auto withoutTime = [](std::string text) {
+        const std::size_t at = text.find("createDate=\"");
+        return at == std::string::npos ? text : text.erase(at, 50);
+      };
+      EXPECT_EQ(withoutTime(ReadAll(Path("back.xml"))), withoutTime(ReadAll(Path("direct.xml"))))
+          << sample << " in " << edition;
+    }
+  }
+}
+
+TEST_F(ProjectCommand, TellsThatAProjectWasWritten) {
+  EXPECT_THAT(Output({"convert", Sample("road-4.1.xml"), Path("p.VORN")}),
+              AllOf(HasSubstr("Store version"), HasSubstr("06.00"), Not(HasSubstr("Encoding"))));
+  const Json json = OutputJson({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--json"});
+  EXPECT_EQ(json["storeVersion"], "06.00");
+  EXPECT_EQ(json["encoding"], nullptr);
+  EXPECT_EQ(json["fromStoreVersion"], nullptr);
+  EXPECT_EQ(json["notStored"], Json::array());
+}
+
+TEST_F(ProjectCommand, WritesOlderStoreVersions) {
+  for (const std::string version : {"05.00", "05.50", "06.00"}) {
+    const Json json =
+        OutputJson({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--store-version", version, "--json"});
+    EXPECT_EQ(json["storeVersion"], version);
+    EXPECT_EQ(OutputJson({"info", Path("p.vorn"), "--json"})["project"]["storeVersion"], version);
+    EXPECT_EQ(OutputJson({"convert", Path("p.vorn"), Path("p2.vorn"), "--json"})["fromStoreVersion"], version);
+  }
+  ExpectFailure({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--store-version", "04.00"}, HasSubstr("05.00"));
+  ExpectFailure({"convert", Sample("road-4.1.xml"), Path("p.xml"), "--store-version", "05.00"},
+                HasSubstr("only a project"));
+}
+
+TEST_F(ProjectCommand, ShowsWhatAProjectHolds) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  EXPECT_THAT(Output({"info", Path("p.vorn")}), AllOf(HasSubstr("Project"), HasSubstr("store version 06.00"),
+                                                      HasSubstr("Alignments"), HasSubstr("Survey points")));
+  Json document = OutputJson({"info", Sample("road-4.1.xml"), "--json"});
+  Json project = OutputJson({"info", Path("p.vorn"), "--json"});
+  EXPECT_EQ(document["project"], nullptr);
+  ASSERT_TRUE(project["project"].is_object());
+  EXPECT_EQ(project["project"]["alignments"].size(), document["sets"].size());
+  for (const char* own : {"file", "project"}) {
+    document.erase(own);
+    project.erase(own);
+  }
+  EXPECT_EQ(project, document);
+}
+
+TEST_F(ProjectCommand, ChecksAProjectAsItsDocument) {
+  for (const std::string& sample : kSamples) {
+    (void)Output({"convert", Sample(sample), Path("p.vorn")});
+    Json document = OutputJson({"check", Sample(sample), "--json", "--verbose"});
+    Json project = OutputJson({"check", Path("p.vorn"), "--json", "--verbose"});
+    document.erase("file");
+    project.erase("file");
+    EXPECT_EQ(project, document) << sample;
+  }
+}
+
+TEST_F(ProjectCommand, ListsTheFormsOfAProject) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  EXPECT_EQ(OutputJson({"forms", Path("p.vorn"), "--json"})["forms"],
+            OutputJson({"forms", Sample("road-4.1.xml"), "--json"})["forms"]);
+}
+
+TEST_F(ProjectCommand, EditsAProjectAsItsDocument) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  (void)Output({"edit", Path("p.vorn"), Path("p.vorn"), "--recalc", "100", "--cross-points", "--shift", "0.5,0"});
+  (void)Output({"convert", Path("p.vorn"), Path("project.xml")});
+  (void)Output(
+      {"edit", Sample("road-4.1.xml"), Path("document.xml"), "--recalc", "100", "--cross-points", "--shift", "0.5,0"});
+  EXPECT_EQ(ReadAll(Path("project.xml")), ReadAll(Path("document.xml")));
+  EXPECT_TRUE(std::filesystem::exists(Path("p.vorn.bak")));
+}
+
+TEST_F(ProjectCommand, RecognisesAProjectByItsContentToo) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  std::filesystem::rename(Path("p.vorn"), Path("p.data"));
+  EXPECT_TRUE(OutputJson({"info", Path("p.data"), "--json"})["project"].is_object());
+}
+
+TEST_F(ProjectCommand, RefusesWhatIsNoProject) {
+  std::filesystem::copy_file(Sample("road-4.1.xml"), Path("p.vorn"));
+  ExpectFailure({"info", Path("p.vorn")}, AllOf(HasSubstr("p.vorn"), HasSubstr("not a project file")));
+  ExpectFailure({"convert", Path("p.vorn"), Path("out.xml")}, HasSubstr("not a project file"));
+  EXPECT_FALSE(std::filesystem::exists(Path("out.xml")));
+}
+
+TEST_F(ProjectCommand, RefusesADamagedProjectAndTouchesNothing) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  std::string content = ReadAll(Path("p.vorn"));
+  content[content.size() / 2] = static_cast<char>(content[content.size() / 2] + 1);
+  WriteAll(Path("p.vorn"), content);
+  for (const char* command : {"info", "check", "forms"}) ExpectFailure({command, Path("p.vorn")}, HasSubstr("damaged"));
+  ExpectFailure({"edit", Path("p.vorn"), Path("p.vorn"), "--mirror"}, HasSubstr("damaged"));
+  EXPECT_EQ(ReadAll(Path("p.vorn")), content);
+  EXPECT_EQ(FileCount(), 1u);
+}
+
+// --- reliability -----------------------------------------------------------------------------------------------------
+
+/// Starts the tool and kills it without warning after a while, if it still runs then.
+void RunAndKill(const std::vector<std::string>& arguments, std::chrono::microseconds after) {
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    std::vector<char*> argv = {const_cast<char*>(VORN_TOOL)};
+    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    if (std::freopen("/dev/null", "w", stdout) != nullptr) execv(VORN_TOOL, argv.data());
+    _exit(127);
+  }
+  std::this_thread::sleep_for(after);
+  kill(child, SIGKILL);
+  int status = 0;
+  waitpid(child, &status, 0);
+}
+
+TEST_F(ProjectCommand, LeavesTheOldOrTheNewProjectWhenItIsKilledWhileSaving) {
+  constexpr int kSaves = 200;
+  const std::vector<std::string> toNew = {"convert", Path("new.source.vorn"), Path("p.vorn")};
+  const std::vector<std::string> toOld = {"convert", Path("old.source.vorn"), Path("p.vorn")};
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("old.source.vorn")});
+  (void)Output({"convert", Sample("river-2.0.xml"), Path("new.source.vorn")});
+  (void)Output(toOld);
+  const std::string oldBytes = ReadAll(Path("p.vorn"));
+  (void)Output(toNew);
+  const std::string newBytes = ReadAll(Path("p.vorn"));
+  ASSERT_NE(oldBytes, newBytes);
+
+  // How long a save takes when nobody interferes, so that the blow falls anywhere within it.
+  const auto start = std::chrono::steady_clock::now();
+  RunAndKill(toOld, std::chrono::milliseconds(0));
+  (void)Output(toOld);
+  const auto span = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
+  std::mt19937 random(20261121);
+  int changed = 0;
+  std::string former = ReadAll(Path("p.vorn"));
+  for (int i = 0; i < kSaves; ++i) {
+    const auto after = std::chrono::microseconds(random() % static_cast<unsigned long>(span.count() * 5 / 4 + 1));
+    RunAndKill(i % 2 == 0 ? toNew : toOld, after);
+    const std::string now = ReadAll(Path("p.vorn"));
+    ASSERT_TRUE(now == oldBytes || now == newBytes) << "save " << i << " left " << now.size() << " bytes";
+    const std::string backup = ReadAll(Path("p.vorn.bak"));
+    ASSERT_TRUE(backup == oldBytes || backup == newBytes) << "save " << i;
+    if (now != former) ++changed;
+    former = now;
+  }
+  RecordProperty("savesThatWereDoneInTime", changed);
+  EXPECT_GT(changed, 0);
+  EXPECT_LT(changed, kSaves);
+  (void)Output({"check", Path("p.vorn")});
+}
+
+TEST_F(ProjectCommand, LeavesTheOldProjectOnAFullFileSystem) {
+  const std::string disk = Path("disk");
+  std::filesystem::create_directory(disk);
+  if (Shell("mount -t tmpfs -o size=200k tmpfs " + Quoted(disk)).exitCode != 0) {
+    GTEST_SKIP() << "no right to mount a small file system here";
+  }
+  (void)Output({"sample", Path("large.xml"), "--sections", "200"});
+  (void)Output({"convert", Sample("farm-maff-1.0.xml"), disk + "/p.vorn"});
+  const std::string before = ReadAll(disk + "/p.vorn");
+  const ToolRun full = Vorn({"convert", Path("large.xml"), disk + "/p.vorn"});
+  const std::string after = ReadAll(disk + "/p.vorn");
+  const ToolRun files = Shell("ls -A " + Quoted(disk));
+  EXPECT_EQ(Shell("umount " + Quoted(disk)).exitCode, 0);
+
+  ExpectFailure(full, AllOf(HasSubstr("p.vorn"), HasSubstr("No space left on device")));
+  EXPECT_FALSE(before.empty());
+  EXPECT_EQ(after, before);
+  EXPECT_EQ(files.out, "p.vorn\n");
+}
+
+}  // namespace
