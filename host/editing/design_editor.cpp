@@ -149,7 +149,7 @@ EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
     report.Add("points placed", moved);
     return moved > 0 ? std::to_string(moved) + " points placed from height " + Metres(height.Value()) : std::string();
   });
-  report.notes.push_back("Positions serve the steps that follow; a document does not hold them.");
+  report.notes.push_back("Positions serve the steps that follow; a project keeps them, a document does not.");
   Finish(report);
   return report;
 }
