@@ -66,6 +66,7 @@
 #include "vorn/road/road_center_data.h"
 #include "vorn/road/road_gm_data.h"
 #include "vorn/road/road_info.h"
+#include "vorn/road/setting.h"
 #include "vorn/road/store_version.h"
 #include "vorn/road/survey_point.h"
 #include "vorn/road/up_date.h"

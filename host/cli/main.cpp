@@ -6,6 +6,8 @@
 
 #include "host/cli/check_command.h"
 #include "host/cli/convert_command.h"
+#include "host/cli/crs_command.h"
+#include "host/cli/datums_command.h"
 #include "host/cli/edit_command.h"
 #include "host/cli/forms_command.h"
 #include "host/cli/info_command.h"
@@ -30,6 +32,8 @@ int Run(int argc, char** argv) {
   vorn_cli::AddEditCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
+  vorn_cli::AddDatumsCommand(app, exitCode);
+  vorn_cli::AddCrsCommand(app, exitCode);
   vorn_cli::AddSettingsCommand(app, exitCode, std::move(settings));
   try {
     app.parse(argc, argv);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 
 #include "host/document/document_error.h"
+#include "host/document/text_encoding.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_cli {
@@ -23,8 +25,23 @@ std::string Visible(std::string_view text, bool keepNewlines = false) {
   return visible;
 }
 
+/// Columns of a terminal. Full-width characters are those of two bytes in code page 932; a character that it does not
+/// hold is taken for a narrow one.
+std::size_t DisplayWidth(std::string_view utf8) {
+  std::size_t width = 0;
+  std::size_t end = 0;
+  for (std::size_t at = 0; at < utf8.size(); at = end) {
+    end = at + 1;
+    while (end < utf8.size() && vorn_host::IsUtf8Continuation(utf8[end])) ++end;
+    const std::optional<std::string> character = vorn_host::FromUtf8(utf8.substr(at, end - at));
+    width += character ? character->size() : 1;
+  }
+  return width;
+}
+
 void PadTo(std::string& line, std::size_t width) {
-  if (line.size() < width) line.resize(width, ' ');
+  const std::size_t present = DisplayWidth(line);
+  if (present < width) line.append(width - present, ' ');
 }
 
 void WriteToStandardOutput(std::string_view text) {
@@ -57,6 +74,25 @@ void TextReport::CountRow(int count, std::string_view what) {
   line += number + "  ";
   line += what;
   Line(line);
+}
+
+void TextReport::Table(const std::vector<std::vector<std::string>>& rows, int indent) {
+  constexpr std::size_t kGap = 2;
+  std::vector<std::size_t> widths;
+  for (const auto& row : rows) {
+    widths.resize(std::max(widths.size(), row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(row[i]));
+  }
+  for (const auto& row : rows) {
+    std::string line;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      PadTo(line, start);
+      line += row[i];
+      start += widths[i] + kGap;
+    }
+    Line(line, indent);
+  }
 }
 
 void Print(const TextReport& report) { WriteToStandardOutput(report.Text()); }

@@ -26,10 +26,13 @@ using Json = nlohmann::ordered_json;
 class TextReport {
  public:
   void Line(std::string_view text, int indent = 0);
-  /// A label and what it says, in two columns. Continuation rows have an empty label.
+  /// A label and what it says, in two columns. Continuation rows have an empty label. Here and in tables a full-width
+  /// character takes the room of two others.
   void Row(std::string_view label, std::string_view text, int indent = 0);
   /// A number, right-aligned, and what is counted.
   void CountRow(int count, std::string_view what);
+  /// Cells in columns, each as wide as its widest cell.
+  void Table(const std::vector<std::vector<std::string>>& rows, int indent = 0);
 
   [[nodiscard]] const std::string& Text() const { return m_text; }
 

@@ -22,10 +22,10 @@ namespace {
 using vorn_host::DottedName;
 using vorn_host::IntegerSetting;
 using vorn_host::KnownSetting;
+using vorn_host::KnownSettings;
 using vorn_host::SettingsEntry;
 using vorn_host::SettingsStore;
 using vorn_host::SettingValue;
-using vorn_host::TextSetting;
 
 struct SettingsOptions {
   std::string key;
@@ -52,13 +52,10 @@ struct SettingsSummary {
 
 // --- reading ---------------------------------------------------------------------------------------------------------
 
-std::string KeyOf(const KnownSetting& setting) { return DottedName({std::string(setting.group)}, setting.name); }
-
 std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot().View()); }
 
 bool IsEntryOf(const SettingsEntry& entry, const KnownSetting& setting) {
-  return vorn_host::IsSamePath(entry.path, {RootName(), std::string(setting.group)}) &&
-         vorn_host::IsSameName(entry.name, setting.name);
+  return entry.IsAt({RootName(), setting.group}, setting.Name());
 }
 
 /// Whether a settings key gives the stored value, rather than the default, for a setting.
@@ -70,17 +67,16 @@ bool IsUsable(const SettingsEntry& entry, const KnownSetting& setting) {
 SettingState ReadState(const KnownSetting& setting, const std::vector<SettingsEntry>& entries) {
   WexKey root;
   WexKey group;
-  if (VornGetBaseRegKey(&root)) group.Open(&root, CString(setting.group));
-  const CString name = setting.name;
+  if (VornGetBaseRegKey(&root)) group.Open(&root, setting.group);
   SettingState state;
   state.setting = &setting;
   if (const auto* integer = std::get_if<IntegerSetting>(&setting.kind)) {
     state.defaultValue = integer->defaultValue;
-    state.value = group.GetInt(name, integer->defaultValue);
+    state.value = integer->Load(group);
   } else {
-    const CString defaultText = std::get<TextSetting>(setting.kind).defaultValue;
-    state.defaultValue = vorn_host::ToUtf8(defaultText.View());
-    state.value = vorn_host::ToUtf8(group.GetString(name, defaultText).View());
+    const auto& text = std::get<VornTextSetting>(setting.kind);
+    state.defaultValue = vorn_host::ToUtf8(text.defaultValue);
+    state.value = vorn_host::ToUtf8(text.Load(group).View());
   }
   const auto entry = std::find_if(entries.begin(), entries.end(),
                                   [&](const SettingsEntry& candidate) { return IsEntryOf(candidate, setting); });
@@ -94,9 +90,9 @@ SettingsSummary Summarise(const SettingsStore& store) {
   summary.place = store.Place();
   summary.root = RootName();
   const std::vector<SettingsEntry> entries = store.Entries();
-  for (const KnownSetting& setting : vorn_host::kKnownSettings) summary.settings.push_back(ReadState(setting, entries));
+  for (const KnownSetting& setting : KnownSettings()) summary.settings.push_back(ReadState(setting, entries));
   std::copy_if(entries.begin(), entries.end(), std::back_inserter(summary.others), [](const SettingsEntry& entry) {
-    return std::none_of(vorn_host::kKnownSettings.begin(), vorn_host::kKnownSettings.end(),
+    return std::none_of(KnownSettings().begin(), KnownSettings().end(),
                         [&](const KnownSetting& setting) { return IsEntryOf(entry, setting); });
   });
   return summary;
@@ -111,10 +107,9 @@ std::string MeaningOf(const KnownSetting& setting, const SettingValue& value) {
 
 /// 3 (60 km/h), "道路中心".
 std::string ValueText(const KnownSetting& setting, const SettingValue& value) {
+  const std::string text = vorn_host::ShownText(value);
   const auto* integer = std::get_if<IntegerSetting>(&setting.kind);
-  if (integer == nullptr) return '"' + std::get<std::string>(value) + '"';
-  std::string text = std::to_string(std::get<std::int32_t>(value));
-  if (integer->meaning == nullptr) return text;
+  if (integer == nullptr || integer->meaning == nullptr) return text;
   const std::string meaning = MeaningOf(setting, value);
   return text + " (" + (meaning.empty() ? "no such code" : meaning) + ")";
 }
@@ -132,7 +127,7 @@ Json ToJson(const SettingValue& value) {
 
 Json ToJson(const SettingState& state) {
   const std::string meaning = MeaningOf(*state.setting, state.value);
-  return {{"key", KeyOf(*state.setting)},
+  return {{"key", DottedName(*state.setting)},
           {"value", ToJson(state.value)},
           {"meaning", meaning.empty() ? Json(nullptr) : Json(meaning)},
           {"default", ToJson(state.defaultValue)},
@@ -141,8 +136,7 @@ Json ToJson(const SettingState& state) {
 }
 
 Json ToJson(const SettingsEntry& entry) {
-  return {{"key", DottedName(entry.path, entry.name)},
-          {"value", entry.value ? ToJson(*entry.value) : Json(entry.shown)}};
+  return {{"key", DottedName(entry)}, {"value", entry.value ? ToJson(*entry.value) : Json(entry.shown)}};
 }
 
 void PrintText(const SettingsSummary& summary) {
@@ -152,12 +146,10 @@ void PrintText(const SettingsSummary& summary) {
   std::string_view group;
   for (const SettingState& state : summary.settings) {
     if (state.setting->group != group) report.Line(group = state.setting->group);
-    report.Row(state.setting->name, StateText(state), 4);
+    report.Row(state.setting->Name(), StateText(state), 4);
   }
   if (!summary.others.empty()) report.Line("Also stored:");
-  for (const SettingsEntry& entry : summary.others) {
-    report.Line(DottedName(entry.path, entry.name) + " = " + entry.shown, 4);
-  }
+  for (const SettingsEntry& entry : summary.others) report.Line(DottedName(entry) + " = " + entry.shown, 4);
   Print(report);
 }
 
@@ -179,23 +171,23 @@ void PrintRow(const std::string& key, const std::string& text) {
 }
 
 void PrintState(const SettingState& state, bool json) {
-  json ? Print(ToJson(state)) : PrintRow(KeyOf(*state.setting), StateText(state));
+  json ? Print(ToJson(state)) : PrintRow(DottedName(*state.setting), StateText(state));
 }
 
 void PrintEntry(const SettingsEntry& entry, bool json) {
-  json ? Print(ToJson(entry)) : PrintRow(DottedName(entry.path, entry.name), entry.shown);
+  json ? Print(ToJson(entry)) : PrintRow(DottedName(entry), entry.shown);
 }
 
 // --- choosing and changing -------------------------------------------------------------------------------------------
 
 [[noreturn]] void RefuseKey(const std::string& key) {
   std::string known;
-  for (const KnownSetting& setting : vorn_host::kKnownSettings) known += (known.empty() ? "" : ", ") + KeyOf(setting);
+  for (const KnownSetting& setting : KnownSettings()) known += (known.empty() ? "" : ", ") + DottedName(setting);
   throw vorn_host::DocumentError("there is no setting " + key + "; there are " + known);
 }
 
 [[noreturn]] void RefuseValue(const KnownSetting& setting, const std::string& reason) {
-  throw vorn_host::DocumentError(KeyOf(setting) + ": " + reason);
+  throw vorn_host::DocumentError(DottedName(setting) + ": " + reason);
 }
 
 /// "0 to 7 (0 = 120 km/h, 1 = 100 km/h, ...)".
@@ -226,17 +218,16 @@ CString ParseText(const KnownSetting& setting, std::string_view text) {
 }
 
 /// Whether the value could be stored; the store has told why not.
-bool Store(const KnownSetting& setting, const std::string& text) {
+bool StoreValue(const KnownSetting& setting, const std::string& text) {
   WexKey root;
   WexKey group;
-  const auto open = [&] { return VornGetBaseRegKey(&root) && group.Create(&root, CString(setting.group)); };
-  const CString name = setting.name;
+  const auto open = [&] { return VornGetBaseRegKey(&root) && group.Create(&root, setting.group); };
   if (const auto* integer = std::get_if<IntegerSetting>(&setting.kind)) {
     const std::int32_t value = ParseInteger(setting, *integer, text);
-    return open() && group.SetInt(name, value);
+    return open() && integer->Store(group, value);
   }
   const CString value = ParseText(setting, text);
-  return open() && group.SetString(name, value);
+  return open() && std::get<VornTextSetting>(setting.kind).Store(group, value);
 }
 
 // --- the three commands ----------------------------------------------------------------------------------------------
@@ -254,7 +245,7 @@ int Get(const SettingsStore& store, const SettingsOptions& options) {
     return kOk;
   }
   const auto entry = std::find_if(entries.begin(), entries.end(), [&](const SettingsEntry& candidate) {
-    return vorn_host::IsSameName(DottedName(candidate.path, candidate.name), options.key);
+    return vorn_host::IsSameName(DottedName(candidate), options.key);
   });
   if (entry == entries.end()) RefuseKey(options.key);
   PrintEntry(*entry, options.json);
@@ -264,7 +255,7 @@ int Get(const SettingsStore& store, const SettingsOptions& options) {
 int Set(const SettingsStore& store, const SettingsOptions& options) {
   const KnownSetting* setting = vorn_host::FindKnownSetting(options.key);
   if (setting == nullptr) RefuseKey(options.key);
-  if (!Store(*setting, options.value)) return kFailed;
+  if (!StoreValue(*setting, options.value)) return kFailed;
   PrintState(ReadState(*setting, store.Entries()), options.json);
   return kOk;
 }

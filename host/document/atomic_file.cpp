@@ -30,16 +30,14 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-[[noreturn]] void Fail(const fs::path& path, const std::string& what, int error) {
-  const std::string reason = error != 0 ? std::generic_category().message(error) : std::string("unknown reason");
-  throw DocumentError(path.string() + ": " + what + ": " + reason);
-}
+/// What the last call of the C library says about its failure.
+std::error_code LastError() { return {errno, std::generic_category()}; }
 
 /// Opens a file; messages name `path`, which is what the user asked for.
-File Open(const fs::path& place, const char* mode, const fs::path& path, const std::string& what) {
+File Open(const fs::path& place, const char* mode, const fs::path& path, const char* what) {
   errno = 0;
   File file(std::fopen(place.string().c_str(), mode));
-  if (!file) Fail(path, what, errno);
+  if (!file) ThrowFileError(path, what, LastError());
   return file;
 }
 
@@ -55,7 +53,7 @@ std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path&
     const std::size_t count = std::fread(content.data() + former, 1, kStep, file);
     content.resize(former + count);
     if (count == kStep) continue;
-    if (std::ferror(file) != 0) Fail(path, "cannot be read", errno);
+    if (std::ferror(file) != 0) ThrowFileError(path, "cannot be read", LastError());
     return content;
   }
 }
@@ -73,8 +71,8 @@ void WriteAll(File file, std::string_view content, const fs::path& path) {
   errno = 0;
   const bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
                        std::fflush(file.get()) == 0 && FlushToDisk(file.get());
-  if (!written) Fail(path, "cannot be written", errno);
-  if (std::fclose(file.release()) != 0) Fail(path, "cannot be written", errno);
+  if (!written) ThrowFileError(path, "cannot be written", LastError());
+  if (std::fclose(file.release()) != 0) ThrowFileError(path, "cannot be written", LastError());
 }
 
 fs::path TemporaryBeside(const fs::path& path) {
@@ -167,14 +165,14 @@ void KeepFormer(const fs::path& target, const fs::path& path) {
 std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) Fail(path, "cannot be opened", error.value());
+  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
   if (!fs::exists(status)) return std::nullopt;
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
 
   errno = 0;
   const File file(std::fopen(path.string().c_str(), "rb"));
   if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
-  if (!file) Fail(path, "cannot be opened", errno);
+  if (!file) ThrowFileError(path, "cannot be opened", LastError());
   const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
   return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), path);
 }
@@ -198,7 +196,7 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
 void WriteFileAtomically(const fs::path& path, std::string_view content, FormerFile former) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) Fail(path, "cannot be written", error.value());
+  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     WriteAll(Open(path, "wb", path, "cannot be opened for writing"), content, path);
@@ -214,7 +212,7 @@ void WriteFileAtomically(const fs::path& path, std::string_view content, FormerF
   if (former == FormerFile::Keep && fs::exists(status)) KeepFormer(target, path);
   RememberUnfinishedFile(temporary.path.string());
   fs::rename(temporary.path, target, error);
-  if (error) Fail(path, "cannot be put in place", error.value());
+  if (error) ThrowFileError(path, "cannot be put in place", error);
   temporary.path.clear();
 }
 

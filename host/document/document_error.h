@@ -1,7 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace vorn_host {
 
@@ -11,5 +13,8 @@ class DocumentError : public std::runtime_error {
  public:
   explicit DocumentError(const std::string& message) : std::runtime_error(message) {}
 };
+
+/// Throws a `DocumentError` for what could not be done with a file: "design.xml: cannot be opened: Permission denied".
+[[noreturn]] void ThrowFileError(const std::filesystem::path& path, const char* what, std::error_code reason);
 
 }  // namespace vorn_host

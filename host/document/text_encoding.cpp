@@ -14,8 +14,6 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
 /// The names that documents give to code page 932 and its kin, in lower case.
 constexpr std::array<std::string_view, 10> kShiftJisNames = {"shift_jis", "shift-jis",  "sjis",        "x-sjis",
                                                              "ms_kanji",  "csshiftjis", "windows-31j", "cswindows31j",
@@ -150,8 +148,8 @@ std::optional<TextEncoding> ParseEncoding(std::string_view name) {
 }
 
 DecodedText DecodeDocument(std::string bytes, const std::string& name) {
-  if (bytes.starts_with(kUtf8Mark)) {
-    bytes.erase(0, kUtf8Mark.size());
+  if (bytes.starts_with(kUtf8ByteOrderMark)) {
+    bytes.erase(0, kUtf8ByteOrderMark.size());
     RequireUtf8(bytes, name, true);
     return {std::move(bytes), "UTF-8"};
   }
@@ -210,7 +208,7 @@ TextPosition PositionAt(std::string_view utf8, std::size_t offset) {
   TextPosition position;
   position.line += static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
   const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
-  for (const char c : before.substr(lineStart)) position.column += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  for (const char c : before.substr(lineStart)) position.column += !IsUtf8Continuation(c);
   return position;
 }
 

@@ -47,6 +47,11 @@ struct TextPosition {
 inline constexpr std::string_view kGetaMark932 = "\x81\xAC";
 inline constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";
 
+/// The byte-order mark of UTF-8.
+inline constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
+/// Whether a byte of UTF-8 text continues a character rather than beginning one.
+[[nodiscard]] constexpr bool IsUtf8Continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
 /// What XML takes for white space.
 inline constexpr std::string_view kXmlBlanks = " \t\r\n";
 /// The text without white space at its ends.

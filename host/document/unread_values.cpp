@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/document/element_knowledge.h"
+#include "host/document/text_encoding.h"
 #include "host/document/xml_cursor.h"
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/framework/base.h"
@@ -210,7 +211,7 @@ const ElementRule& FindRule(std::string_view tag) {
 std::string Shortened(std::string_view text) {
   if (text.size() <= kLongestText) return std::string(text);
   std::size_t end = kLongestText;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+  while (end > 0 && IsUtf8Continuation(text[end])) --end;
   return std::string(text.substr(0, end)) + "...";
 }
 

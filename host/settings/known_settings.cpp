@@ -1,38 +1,76 @@
 #include "host/settings/known_settings.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <span>
 
+#include "host/document/text_encoding.h"
 #include "host/settings/settings_store.h"
+#include "vorn/road/form_ctrl.h"
+#include "vorn/road/road_gm_data.h"
+#include "vorn/road/road_info.h"
 
 namespace vorn_host {
 
 namespace {
 
-constexpr std::array<std::string_view, 15> kRoadClasses = {
-    "第1種第1級", "第1種第2級", "第1種第3級", "第1種第4級", "第2種第1級", "第2種第2級", "第3種第1級", "第3種第2級",
-    "第3種第3級", "第3種第4級", "第3種第5級", "第4種第1級", "第4種第2級", "第4種第3級", "第4種第4級"};
-constexpr std::array<std::string_view, 8> kDesignSpeeds = {"120 km/h", "100 km/h", "80 km/h", "60 km/h",
-                                                           "50 km/h",  "40 km/h",  "30 km/h", "20 km/h"};
-constexpr std::array<std::string_view, 3> kMarkSeries = {"１２３４５", "ＡＢＣＤＥ", "ａｂｃｄｅ"};
+using Classificat = VornRoadInfo::Classificat;
+using CtrlMarkType = VornFormCtrl::CtrlMarkType;
+using DesignSpeed = VornRoadInfo::DesignSpeed;
 
-std::string TextOf(std::span<const std::string_view> texts, std::int32_t code) {
-  const bool isKnown = code >= 0 && static_cast<std::size_t>(code) < texts.size();
-  return isKnown ? std::string(texts[static_cast<std::size_t>(code)]) : std::string();
+/// A setting whose values are those of an enumeration.
+template <typename Enum>
+IntegerSetting CodeSetting(const VornIntegerSetting& setting, Enum first, Enum last,
+                           std::string (*meaning)(std::int32_t)) {
+  return {setting, static_cast<std::int32_t>(first), static_cast<std::int32_t>(last), meaning};
+}
+
+std::vector<KnownSetting> CollectKnownSettings() {
+  constexpr const char* kRoad = VornRoadGmData::kSettingsKey;
+  constexpr const char* kFormCtrl = VornFormCtrl::kSettingsKey;
+  std::vector<KnownSetting> settings = {
+      {kRoad, CodeSetting(VornRoadGmData::kClassificatSetting, Classificat::Type1Class1, Classificat::Type4Class4,
+                          RoadClassMeaning)},
+      {kRoad, CodeSetting(VornRoadGmData::kSpeedSetting, DesignSpeed::Kmh120, DesignSpeed::Kmh20, DesignSpeedMeaning)},
+      {kRoad, IntegerSetting{VornRoadGmData::kTrafficSetting}},
+  };
+  for (const VornFormCtrl::ItemName& name : VornFormCtrl::kItemNames) settings.push_back({kFormCtrl, name.setting});
+  for (const VornIntegerSetting& mark : VornFormCtrl::kMarkSettings) {
+    settings.push_back(
+        {kFormCtrl, CodeSetting(mark, CtrlMarkType::Digits, CtrlMarkType::SmallLetters, MarkSeriesMeaning)});
+  }
+  return settings;
 }
 
 }  // namespace
 
-std::string RoadClassMeaning(std::int32_t code) { return TextOf(kRoadClasses, code); }
-std::string DesignSpeedMeaning(std::int32_t code) { return TextOf(kDesignSpeeds, code); }
-std::string MarkSeriesMeaning(std::int32_t code) { return TextOf(kMarkSeries, code); }
+const char* KnownSetting::Name() const {
+  return std::visit([](const auto& setting) { return setting.name; }, kind);
+}
+
+const std::vector<KnownSetting>& KnownSettings() {
+  static const std::vector<KnownSetting> settings = CollectKnownSettings();
+  return settings;
+}
+
+std::string DottedName(const KnownSetting& setting) { return DottedName({setting.group}, setting.Name()); }
 
 const KnownSetting* FindKnownSetting(std::string_view dottedName) {
-  const auto* found = std::find_if(kKnownSettings.begin(), kKnownSettings.end(), [&](const KnownSetting& setting) {
-    return IsSameName(DottedName({std::string(setting.group)}, setting.name), dottedName);
+  const auto found = std::find_if(KnownSettings().begin(), KnownSettings().end(), [&](const KnownSetting& setting) {
+    return IsSameName(DottedName(setting), dottedName);
   });
-  return found != kKnownSettings.end() ? found : nullptr;
+  return found != KnownSettings().end() ? &*found : nullptr;
+}
+
+std::string RoadClassMeaning(std::int32_t code) {
+  return ToUtf8(VornRoadInfo::GetClassificatRoad(static_cast<Classificat>(code)).View());
+}
+
+std::string DesignSpeedMeaning(std::int32_t code) {
+  const std::int32_t kmh = VornRoadInfo::GetSpeed(static_cast<DesignSpeed>(code));
+  return kmh > 0 ? std::to_string(kmh) + " km/h" : std::string();
+}
+
+std::string MarkSeriesMeaning(std::int32_t code) {
+  return ToUtf8(VornFormCtrl::GetMarkTypeStr(static_cast<CtrlMarkType>(code)).View());
 }
 
 }  // namespace vorn_host

@@ -81,11 +81,10 @@ std::optional<SettingValue> ValueOf(const Data& data) {
   return FromUtf16(std::wstring_view(text).substr(0, text.find(L'\0')));
 }
 
-std::string ShownText(const Data& data) {
-  const std::optional<SettingValue> value = ValueOf(data);
-  if (!value) return "a value of type " + std::to_string(data.type);
-  const auto* text = std::get_if<std::string>(&*value);
-  return text != nullptr ? '"' + *text + '"' : std::to_string(std::get<std::int32_t>(*value));
+SettingsEntry EntryOf(const SettingsPath& path, std::string name, const Data& data) {
+  std::optional<SettingValue> value = ValueOf(data);
+  std::string shown = value ? ShownText(*value) : "a value of type " + std::to_string(data.type);
+  return {path, std::move(name), std::move(value), std::move(shown)};
 }
 
 void Collect(HKEY key, SettingsPath& path, std::vector<SettingsEntry>& entries) {
@@ -97,7 +96,7 @@ void Collect(HKEY key, SettingsPath& path, std::vector<SettingsEntry>& entries) 
        ++i, length = kLongestValueName) {
     const std::wstring valueName = name.substr(0, length);
     const std::optional<Data> data = ReadData(key, valueName);
-    if (data) entries.push_back({path, FromUtf16(valueName), ValueOf(*data), ShownText(*data)});
+    if (data) entries.push_back(EntryOf(path, FromUtf16(valueName), *data));
   }
   length = kLongestKeyName;
   for (DWORD i = 0; RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
@@ -127,7 +126,7 @@ LSTATUS Store(HKEY key, const std::wstring& name, const std::string& text) {
 }  // namespace
 
 RegistryStore::RegistryStore(std::string rootPath, ProblemHandler report)
-    : m_rootPath(std::move(rootPath)), m_report(report ? std::move(report) : [](const std::string&) {}) {}
+    : SettingsStore(std::move(report)), m_rootPath(std::move(rootPath)) {}
 
 std::string RegistryStore::Place() const { return "HKEY_CURRENT_USER\\" + m_rootPath; }
 
@@ -173,22 +172,6 @@ std::optional<SettingValue> RegistryStore::Read(std::string_view path, std::stri
   return data ? ValueOf(*data) : std::nullopt;
 }
 
-std::optional<std::int32_t> RegistryStore::ReadInt(std::string_view path, std::string_view name) const {
-  return IntegerOf(Read(path, name));
-}
-
-std::optional<CString> RegistryStore::ReadString(std::string_view path, std::string_view name) const {
-  return TextOf(Read(path, name));
-}
-
-bool RegistryStore::WriteInt(std::string_view path, std::string_view name, std::int32_t value) {
-  return Write(path, name, value);
-}
-
-bool RegistryStore::WriteString(std::string_view path, std::string_view name, std::string_view value) {
-  return Write(path, name, ToStoredText(value));
-}
-
 bool RegistryStore::Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) {
   // The store itself is a key from the beginning, in the registry only from its first value on.
   if (path.empty() && !CreateKey(path)) return false;
@@ -203,7 +186,7 @@ bool RegistryStore::Write(std::string_view path, std::string_view name, const st
 }
 
 bool RegistryStore::Check(long status) const {
-  if (status != ERROR_SUCCESS) m_report(Place() + ": cannot be written: " + MessageOf(status));
+  if (status != ERROR_SUCCESS) Report(Place() + ": cannot be written: " + MessageOf(status));
   return status == ERROR_SUCCESS;
 }
 

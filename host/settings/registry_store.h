@@ -2,7 +2,6 @@
 
 #ifdef _WIN32
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,22 +22,16 @@ class RegistryStore final : public SettingsStore {
 
   [[nodiscard]] bool KeyExists(std::string_view path) const override;
   bool CreateKey(std::string_view path) override;
-  [[nodiscard]] std::optional<std::int32_t> ReadInt(std::string_view path, std::string_view name) const override;
-  /// None also for a text that code page 932 cannot hold.
-  [[nodiscard]] std::optional<CString> ReadString(std::string_view path, std::string_view name) const override;
-  bool WriteInt(std::string_view path, std::string_view name, std::int32_t value) override;
-  bool WriteString(std::string_view path, std::string_view name, std::string_view value) override;
 
  private:
   /// The path below HKEY_CURRENT_USER of one below the store, in UTF-16; none when it is no text in code page 932.
   [[nodiscard]] std::optional<std::wstring> FullPath(std::string_view path) const;
-  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const;
-  bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value);
+  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const override;
+  bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) override;
   /// Whether a system call succeeded; reports when it did not.
   bool Check(long status) const;
 
   std::string m_rootPath;
-  ProblemHandler m_report;
 };
 
 }  // namespace vorn_host

@@ -23,7 +23,7 @@ fs::path LockPath(const fs::path& path) { return Beside(path, ".lock"); }
 void MakeDirectoryOf(const fs::path& path) {
   std::error_code error;
   fs::create_directories(path.parent_path(), error);
-  if (error) throw DocumentError(path.string() + ": its directory cannot be made: " + error.message());
+  if (error) ThrowFileError(path, "its directory cannot be made", error);
 }
 
 /// A name that nothing has yet.
@@ -55,7 +55,7 @@ SettingsPath Folded(SettingsPath path) {
 }  // namespace
 
 SettingsFile::SettingsFile(fs::path path, ProblemHandler report)
-    : m_path(std::move(path)), m_report(report ? std::move(report) : [](const std::string&) {}) {}
+    : SettingsStore(std::move(report)), m_path(std::move(path)) {}
 
 // --- the file --------------------------------------------------------------------------------------------------------
 
@@ -88,8 +88,8 @@ void SettingsFile::SetAside(const SettingsSyntaxError& damage) const {
   std::error_code error;
   fs::rename(m_path, aside, error);
   if (error) ThrowNotSetAside(m_path, damage, error.message());
-  m_report(m_path.string() + ": " + damage.what() + "; the file was set aside as " + aside.filename().string() +
-           ", and the defaults are used");
+  Report(m_path.string() + ": " + damage.what() + "; the file was set aside as " + aside.filename().string() +
+         ", and the defaults are used");
 }
 
 const SettingsText& SettingsFile::Current() const {
@@ -129,22 +129,6 @@ std::optional<SettingValue> SettingsFile::Read(std::string_view path, std::strin
   return names && valueName ? Current().Find(*names, *valueName) : std::nullopt;
 }
 
-std::optional<std::int32_t> SettingsFile::ReadInt(std::string_view path, std::string_view name) const {
-  return IntegerOf(Read(path, name));
-}
-
-std::optional<CString> SettingsFile::ReadString(std::string_view path, std::string_view name) const {
-  return TextOf(Read(path, name));
-}
-
-bool SettingsFile::WriteInt(std::string_view path, std::string_view name, std::int32_t value) {
-  return Write(path, name, value);
-}
-
-bool SettingsFile::WriteString(std::string_view path, std::string_view name, std::string_view value) {
-  return Write(path, name, ToStoredText(value));
-}
-
 bool SettingsFile::Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) {
   const std::optional<SettingsPath> names = ToSettingsPath(path);
   if (!names || !KeyExists(*names)) return false;
@@ -178,7 +162,7 @@ void SettingsFile::Change(const SettingsPath& path, const std::string& name, con
 void SettingsFile::ReportOnce(std::string& last, const std::string& problem) const {
   if (problem == last) return;
   last = problem;
-  m_report(problem);
+  Report(problem);
 }
 
 }  // namespace vorn_host

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -29,11 +28,6 @@ class SettingsFile final : public SettingsStore {
 
   [[nodiscard]] bool KeyExists(std::string_view path) const override;
   bool CreateKey(std::string_view path) override;
-  [[nodiscard]] std::optional<std::int32_t> ReadInt(std::string_view path, std::string_view name) const override;
-  /// None also for a text that code page 932 cannot hold.
-  [[nodiscard]] std::optional<CString> ReadString(std::string_view path, std::string_view name) const override;
-  bool WriteInt(std::string_view path, std::string_view name, std::int32_t value) override;
-  bool WriteString(std::string_view path, std::string_view name, std::string_view value) override;
 
  private:
   /// What the file says now; nothing when there is none. Throws `DocumentError`, or `SettingsSyntaxError` when the file
@@ -48,8 +42,8 @@ class SettingsFile final : public SettingsStore {
   void SetAside(const SettingsSyntaxError& damage) const;
 
   [[nodiscard]] bool KeyExists(const SettingsPath& path) const;
-  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const;
-  bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value);
+  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const override;
+  bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) override;
   /// Throws `DocumentError`.
   void Change(const SettingsPath& path, const std::string& name, const SettingValue& value);
 
@@ -57,7 +51,6 @@ class SettingsFile final : public SettingsStore {
   void ReportOnce(std::string& last, const std::string& problem) const;
 
   std::filesystem::path m_path;
-  ProblemHandler m_report;
   std::set<SettingsPath> m_created;   ///< with the names folded
   mutable SettingsText m_text;        ///< what the file said when it was last read
   mutable std::string m_readProblem;  ///< reported, and not over yet

@@ -14,6 +14,29 @@ char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 
 
 }  // namespace
 
+SettingsStore::SettingsStore(ProblemHandler report)
+    : m_report(report ? std::move(report) : [](const std::string&) {}) {}
+
+std::optional<std::int32_t> SettingsStore::ReadInt(std::string_view path, std::string_view name) const {
+  return IntegerOf(Read(path, name));
+}
+
+std::optional<CString> SettingsStore::ReadString(std::string_view path, std::string_view name) const {
+  return TextOf(Read(path, name));
+}
+
+bool SettingsStore::WriteInt(std::string_view path, std::string_view name, std::int32_t value) {
+  return Write(path, name, value);
+}
+
+bool SettingsStore::WriteString(std::string_view path, std::string_view name, std::string_view value) {
+  return Write(path, name, ToStoredText(value));
+}
+
+bool SettingsEntry::IsAt(const SettingsPath& key, std::string_view valueName) const {
+  return std::equal(path.begin(), path.end(), key.begin(), key.end(), IsSameName) && IsSameName(name, valueName);
+}
+
 std::optional<std::string> ToStoredText(std::string_view text) {
   std::string utf8;
   if (!code_page_932::AppendAsUtf8(text, utf8)) return std::nullopt;
@@ -47,11 +70,18 @@ std::optional<CString> TextOf(const std::optional<SettingValue>& value) {
   return text ? std::optional<CString>(std::in_place, std::move(*text)) : std::nullopt;
 }
 
+std::string ShownText(const SettingValue& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return text != nullptr ? '"' + *text + '"' : std::to_string(std::get<std::int32_t>(value));
+}
+
 std::string DottedName(const SettingsPath& path, std::string_view name) {
   std::string dotted;
   for (const std::string& part : path) (dotted += part) += '.';
   return dotted += name;
 }
+
+std::string DottedName(const SettingsEntry& entry) { return DottedName(entry.path, entry.name); }
 
 std::string FoldedName(std::string name) {
   std::transform(name.begin(), name.end(), name.begin(), Folded);
@@ -60,10 +90,6 @@ std::string FoldedName(std::string name) {
 
 bool IsSameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Folded(x) == Folded(y); });
-}
-
-bool IsSamePath(const SettingsPath& a, const SettingsPath& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), IsSameName);
 }
 
 }  // namespace vorn_host

@@ -7,11 +7,11 @@
 #include <sstream>
 #include <utility>
 
+#include "host/document/text_encoding.h"
+
 namespace vorn_host {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // --- values ----------------------------------------------------------------------------------------------------------
 
@@ -111,11 +111,11 @@ void Collect(const toml::table& table, SettingsPath& path, std::vector<SettingsE
 
 /// The byte at a line and a column, which count characters, from 1.
 std::size_t OffsetOf(std::string_view text, toml::source_position position) {
-  std::size_t at = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+  std::size_t at = text.starts_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
   for (toml::source_index line = 1; line < position.line; ++line) at = text.find('\n', at) + 1;
   for (toml::source_index column = 1; column < position.column; ++column) {
     do ++at;
-    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80);
+    while (at < text.size() && IsUtf8Continuation(text[at]));
   }
   return std::min(at, text.size());
 }
@@ -174,7 +174,7 @@ struct SettingsText::Edit {
   /// A section at the end of the text.
   static Edit Append(std::string_view text, const std::string& header, const std::string& line) {
     const std::string ending(LineEnd(text));
-    const bool isEmpty = text.empty() || text == kByteOrderMark;
+    const bool isEmpty = text.empty() || text == kUtf8ByteOrderMark;
     std::string section = isEmpty || text.ends_with('\n') ? "" : ending;
     if (!isEmpty) section += ending;
     return {text.size(), 0, section + header + ending + line + ending};
@@ -195,7 +195,7 @@ SettingsText::~SettingsText() = default;
 
 SettingsText::SettingsText(std::string text) : m_text(std::move(text)) {
   std::string_view body = m_text;
-  if (body.starts_with(kByteOrderMark)) body.remove_prefix(kByteOrderMark.size());
+  if (body.starts_with(kUtf8ByteOrderMark)) body.remove_prefix(kUtf8ByteOrderMark.size());
   try {
     m_tree = std::make_unique<const Tree>(Tree{toml::parse(body)});
   } catch (const toml::parse_error& error) {
@@ -263,9 +263,7 @@ bool SettingsText::Follows(const SettingsText& former, const SettingsPath& path,
                            const SettingValue& value) const {
   const auto others = [&](const SettingsText& text) {
     std::vector<SettingsEntry> entries = text.Entries();
-    std::erase_if(entries, [&](const SettingsEntry& entry) {
-      return IsSamePath(entry.path, path) && IsSameName(entry.name, name);
-    });
+    std::erase_if(entries, [&](const SettingsEntry& entry) { return entry.IsAt(path, name); });
     return entries;
   };
   return Find(path, name) == value && others(*this) == others(former);

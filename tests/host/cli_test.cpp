@@ -29,8 +29,9 @@ class Cli : public ToolTest {};
 // --- the command line ------------------------------------------------------------------------------------------------
 
 TEST_F(Cli, ExplainsItself) {
-  EXPECT_THAT(Output({"--help"}), AllOf(HasSubstr("info"), HasSubstr("check"), HasSubstr("convert"),
-                                        HasSubstr("sample"), HasSubstr("settings")));
+  EXPECT_THAT(Output({"--help"}),
+              AllOf(HasSubstr("info"), HasSubstr("check"), HasSubstr("convert"), HasSubstr("sample"),
+                    HasSubstr("datums"), HasSubstr("crs"), HasSubstr("settings")));
   EXPECT_THAT(Output({"convert", "--help"}), AllOf(HasSubstr("--edition"), HasSubstr("maff-1.0")));
   EXPECT_THAT(Output({"--version"}), StartsWith("vorn "));
 }

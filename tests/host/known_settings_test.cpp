@@ -1,16 +1,24 @@
 #include "host/settings/known_settings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
 #include <set>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "host/document/text_encoding.h"
-#include "host/settings/settings_store.h"
+#include "host/settings/settings_file.h"
+#include "tests/host/temporary_directory.h"
+#include "vorn/framework/define_manager.h"
+#include "vorn/platform/wex_key.h"
+#include "vorn/road/form_ctrl.h"
+#include "vorn/road/road_gm_data.h"
 
 namespace vorn_host {
 namespace {
@@ -37,13 +45,13 @@ constexpr Expected kExpected[] = {
     {"FormCtrl.othermark", nullptr, 0, 0, 2}};
 
 TEST(KnownSettings, HaveTheirNamesDefaultsAndRanges) {
-  ASSERT_EQ(kKnownSettings.size(), std::size(kExpected));
-  for (std::size_t i = 0; i < kKnownSettings.size(); ++i) {
-    const KnownSetting& setting = kKnownSettings[i];
+  ASSERT_EQ(KnownSettings().size(), std::size(kExpected));
+  for (std::size_t i = 0; i < KnownSettings().size(); ++i) {
+    const KnownSetting& setting = KnownSettings()[i];
     const Expected& expected = kExpected[i];
-    EXPECT_EQ(DottedName({std::string(setting.group)}, setting.name), expected.key);
+    EXPECT_EQ(DottedName(setting), expected.key);
     if (expected.text != nullptr) {
-      EXPECT_EQ(ToUtf8(std::get<TextSetting>(setting.kind).defaultValue), expected.text);
+      EXPECT_EQ(ToUtf8(std::get<VornTextSetting>(setting.kind).defaultValue), expected.text);
     } else {
       const auto& integer = std::get<IntegerSetting>(setting.kind);
       EXPECT_EQ(integer.defaultValue, expected.number) << expected.key;
@@ -53,22 +61,39 @@ TEST(KnownSettings, HaveTheirNamesDefaultsAndRanges) {
   }
 }
 
+TEST(KnownSettings, AreThoseThatTheLibraryStores) {
+  const host_test::TemporaryDirectory directory;
+  const auto store = std::make_shared<SettingsFile>(directory / "vorn.toml", nullptr);
+  WexSetApplicationStore(store, "");
+  WexKey root;
+  ASSERT_TRUE(VornGetBaseRegKey(&root));
+  VornRoadGmData().StoreRegistry();
+  VornFormCtrl().StoreRegistry(&root);
+  WexSetApplicationStore(nullptr, "");
+
+  std::vector<std::string> stored;
+  for (const SettingsEntry& entry : store->Entries()) stored.push_back(DottedName(entry));
+  std::vector<std::string> known;
+  for (const KnownSetting& setting : KnownSettings()) known.push_back("情報化施工." + DottedName(setting));
+  EXPECT_THAT(stored, testing::UnorderedElementsAreArray(known));
+}
+
 TEST(KnownSettings, AreFoundWithoutRegardToCase) {
-  EXPECT_EQ(FindKnownSetting("RoadInfo.speed"), &kKnownSettings[1]);
-  EXPECT_EQ(FindKnownSetting("ROADINFO.Speed"), &kKnownSettings[1]);
+  EXPECT_EQ(FindKnownSetting("RoadInfo.speed"), &KnownSettings()[1]);
+  EXPECT_EQ(FindKnownSetting("ROADINFO.Speed"), &KnownSettings()[1]);
   EXPECT_EQ(FindKnownSetting("speed"), nullptr);
   EXPECT_EQ(FindKnownSetting("FormCtrl.speed"), nullptr);
   EXPECT_EQ(FindKnownSetting(""), nullptr);
 }
 
 TEST(KnownSettings, EveryCodeOfTheRangeHasAMeaningOfItsOwnAndNoOtherHas) {
-  for (const KnownSetting& setting : kKnownSettings) {
+  for (const KnownSetting& setting : KnownSettings()) {
     const auto* integer = std::get_if<IntegerSetting>(&setting.kind);
     if (integer == nullptr || integer->meaning == nullptr) continue;
     std::set<std::string> meanings;
     for (std::int32_t code = integer->min; code <= integer->max; ++code) meanings.insert(integer->meaning(code));
-    EXPECT_EQ(meanings.size(), static_cast<std::size_t>(integer->max - integer->min + 1)) << setting.name;
-    EXPECT_FALSE(meanings.contains("")) << setting.name;
+    EXPECT_EQ(meanings.size(), static_cast<std::size_t>(integer->max - integer->min + 1)) << setting.Name();
+    EXPECT_FALSE(meanings.contains("")) << setting.Name();
     for (const std::int32_t code : {kMin, -1, integer->max + 1, kMax}) EXPECT_EQ(integer->meaning(code), "") << code;
   }
 }

@@ -129,6 +129,13 @@ TEST_F(SettingsCommand, GetKnowsWhateverElseIsStored) {
   EXPECT_EQ(GoodJson({"get", "LandXML書込み.Unit"})["value"], "m");
 }
 
+TEST_F(SettingsCommand, GetPlacesValuesByTheWidthOfTheName) {
+  WriteText("[\"表\"]\n\"é\" = 1\n\"ｶﾅ\" = 2\n\"書込み\" = 3\n");
+  EXPECT_EQ(Good({"get", "表.書込み"}), "表.書込み           3\n");
+  EXPECT_EQ(Good({"get", "表.ｶﾅ"}), "表.ｶﾅ               2\n") << "half-width katakana";
+  EXPECT_EQ(Good({"get", "表.é"}), "表.é                1\n") << "a character outside code page 932";
+}
+
 TEST_F(SettingsCommand, SetTakesEveryValueOfTheRange) {
   for (const char* value : {"0", "14"}) EXPECT_EQ(Settings({"set", "RoadInfo.classificat", value}).exitCode, 0);
   for (const char* value : {"0", "7"}) EXPECT_EQ(Settings({"set", "RoadInfo.speed", value}).exitCode, 0);

@@ -165,6 +165,19 @@ class FormCtrlSettings : public test_support::SettingsTest {
   WexKey m_parent;
 };
 
+TEST(FormCtrl, TellsTheSettingsOfNamesAndMarks) {
+  EXPECT_STREQ(VornFormCtrl::kSettingsKey, "FormCtrl");
+  for (std::size_t i = 0; i < 10; ++i) {
+    EXPECT_EQ(VornFormCtrl::kItemNames[i].initial, kInitialNames[i]) << i;
+    EXPECT_STREQ(VornFormCtrl::kItemNames[i].setting.name, kNameSettings[i].name) << i;
+    EXPECT_EQ(VornFormCtrl::kItemNames[i].setting.defaultValue, kNameSettings[i].defaultText) << i;
+  }
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_STREQ(VornFormCtrl::kMarkSettings[i].name, kMarkSettings[i]) << i;
+    EXPECT_EQ(VornFormCtrl::kMarkSettings[i].defaultValue, 0) << i;
+  }
+}
+
 TEST_F(FormCtrlSettings, KeepsNamesAndMarksUnderTheirNames) {
   FullFormCtrl().StoreRegistry(&m_parent);
   for (std::size_t i = 0; i < 10; ++i) {

@@ -1,7 +1,5 @@
 #include "vorn/road/form_ctrl.h"
 
-#include <string_view>
-
 #include "vorn/framework/enum_table.h"
 #include "vorn/platform/code_page_932.h"
 
@@ -15,34 +13,23 @@ constexpr std::array kMarkTypes = {
     EnumText<CtrlMarkType>{CtrlMarkType::SmallLetters, u8"ａｂｃｄｅ"_cp932},
 };
 
-/// A control item's name as it is set at first, and in the settings.
-struct ItemName {
-  std::string_view initial;
-  const char* setting;
-  std::string_view settingDefault;
-};
+}  // namespace
 
-/// By `VornFormCtrl::NameIndex`.
-constexpr std::array<ItemName, VornFormCtrl::NameCount> kItemNames = {{
-    {u8"道路中心"_cp932, "basec", u8"道路中心"_cp932},
-    {u8"道路(左)"_cp932, "basel", u8"道路端左"_cp932},
-    {u8"道路(右)"_cp932, "baser", u8"道路端右"_cp932},
-    {u8"法面(左)"_cp932, "noril", u8"左法面"_cp932},
-    {u8"法面(右)"_cp932, "norir", u8"右法面"_cp932},
-    {u8"道路面"_cp932, "widthrd", u8"道路面"_cp932},
-    {u8"小段(左)"_cp932, "widthl", u8"左小段"_cp932},
-    {u8"小段(右)"_cp932, "widthr", u8"右小段"_cp932},
-    {u8"その他(左)"_cp932, "otherl", u8"左その他"_cp932},
-    {u8"その他(右)"_cp932, "otherr", u8"右その他"_cp932},
+constexpr std::array<VornFormCtrl::ItemName, VornFormCtrl::NameCount> VornFormCtrl::kItemNames = {{
+    {u8"道路中心"_cp932, {"basec", u8"道路中心"_cp932}},
+    {u8"道路(左)"_cp932, {"basel", u8"道路端左"_cp932}},
+    {u8"道路(右)"_cp932, {"baser", u8"道路端右"_cp932}},
+    {u8"法面(左)"_cp932, {"noril", u8"左法面"_cp932}},
+    {u8"法面(右)"_cp932, {"norir", u8"右法面"_cp932}},
+    {u8"道路面"_cp932, {"widthrd", u8"道路面"_cp932}},
+    {u8"小段(左)"_cp932, {"widthl", u8"左小段"_cp932}},
+    {u8"小段(右)"_cp932, {"widthr", u8"右小段"_cp932}},
+    {u8"その他(左)"_cp932, {"otherl", u8"左その他"_cp932}},
+    {u8"その他(右)"_cp932, {"otherr", u8"右その他"_cp932}},
 }};
 
-/// Names of the marks in the settings, by `VornFormCtrl::MarkIndex`.
-constexpr std::array<const char*, VornFormCtrl::MarkCount> kMarkSettings = {"norimark", "widthmark", "roadmark",
-                                                                            "othermark"};
-
-constexpr const char* kFormCtrlKey = "FormCtrl";
-
-}  // namespace
+constexpr std::array<VornIntegerSetting, VornFormCtrl::MarkCount> VornFormCtrl::kMarkSettings = {
+    {{"norimark", 0}, {"widthmark", 0}, {"roadmark", 0}, {"othermark", 0}}};
 
 void VornFormCtrl::Init() {
   for (std::size_t i = 0; i < NameCount; ++i) m_names[i] = kItemNames[i].initial;
@@ -50,18 +37,16 @@ void VornFormCtrl::Init() {
 
 void VornFormCtrl::LoadRegistry(WexKey* parent) {
   WexKey key;
-  if (!key.Open(parent, kFormCtrlKey)) return;
-  for (std::size_t i = 0; i < NameCount; ++i) {
-    m_names[i] = key.GetString(kItemNames[i].setting, kItemNames[i].settingDefault.data());
-  }
-  for (std::size_t i = 0; i < MarkCount; ++i) m_marks[i] = static_cast<CtrlMarkType>(key.GetInt(kMarkSettings[i], 0));
+  if (!key.Open(parent, kSettingsKey)) return;
+  for (std::size_t i = 0; i < NameCount; ++i) m_names[i] = kItemNames[i].setting.Load(key);
+  for (std::size_t i = 0; i < MarkCount; ++i) m_marks[i] = static_cast<CtrlMarkType>(kMarkSettings[i].Load(key));
 }
 
 void VornFormCtrl::StoreRegistry(WexKey* parent) const {
   WexKey key;
-  if (!key.Create(parent, kFormCtrlKey)) return;
-  for (std::size_t i = 0; i < NameCount; ++i) key.SetString(kItemNames[i].setting, m_names[i]);
-  for (std::size_t i = 0; i < MarkCount; ++i) key.SetInt(kMarkSettings[i], static_cast<std::int32_t>(m_marks[i]));
+  if (!key.Create(parent, kSettingsKey)) return;
+  for (std::size_t i = 0; i < NameCount; ++i) kItemNames[i].setting.Store(key, m_names[i]);
+  for (std::size_t i = 0; i < MarkCount; ++i) kMarkSettings[i].Store(key, static_cast<std::int32_t>(m_marks[i]));
 }
 
 CString VornFormCtrl::GetMarkTypeStr(CtrlMarkType type) { return EnumToText(kMarkTypes, type); }

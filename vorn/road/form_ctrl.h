@@ -3,11 +3,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "vorn/platform/carchive.h"
 #include "vorn/platform/cstring.h"
 #include "vorn/platform/wex_key.h"
 #include "vorn/road/record.h"
+#include "vorn/road/setting.h"
 
 /// How the as-built control items are called and their points marked.
 class VornFormCtrl : public VornRecord {
@@ -33,6 +35,18 @@ class VornFormCtrl : public VornRecord {
 
   using Names = std::array<CString, NameCount>;
   using Marks = std::array<CtrlMarkType, MarkCount>;
+
+  /// What a control item is called in a new object, and the setting of its name. Intended: the two defaults differ.
+  struct ItemName {
+    std::string_view initial;
+    VornTextSetting setting;
+  };
+  /// By `NameIndex`.
+  static const std::array<ItemName, NameCount> kItemNames;
+  /// By `MarkIndex`; the values are those of `CtrlMarkType`.
+  static const std::array<VornIntegerSetting, MarkCount> kMarkSettings;
+  /// Name of the key that the settings lie in.
+  static constexpr const char* kSettingsKey = "FormCtrl";
 
   VornFormCtrl() { Init(); }
 

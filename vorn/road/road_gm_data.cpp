@@ -5,33 +5,23 @@
 #include "vorn/framework/define_manager.h"
 #include "vorn/platform/wex_key.h"
 
-namespace {
-
-// Names in the settings.
-constexpr const char* kRoadInfoKey = "RoadInfo";
-constexpr const char* kClassificatValue = "classificat";
-constexpr const char* kSpeedValue = "speed";
-constexpr const char* kTrafficValue = "traffic";
-
-}  // namespace
-
 void VornRoadGmData::LoadRegistry() {
   WexKey root;
   if (!VornGetBaseRegKey(&root)) return;
   WexKey key;
-  key.Open(&root, kRoadInfoKey);  // a key that is not there stays closed, and gives the defaults
-  m_roadInfo.SetClassificat(static_cast<Classificat>(key.GetInt(kClassificatValue, 0)));
-  m_roadInfo.SetDesignSpeed(static_cast<DesignSpeed>(key.GetInt(kSpeedValue, 0)));
-  m_roadInfo.SetTraffic(key.GetInt(kTrafficValue, 1));
+  key.Open(&root, kSettingsKey);  // a key that is not there stays closed, and gives the defaults
+  m_roadInfo.SetClassificat(static_cast<Classificat>(kClassificatSetting.Load(key)));
+  m_roadInfo.SetDesignSpeed(static_cast<DesignSpeed>(kSpeedSetting.Load(key)));
+  m_roadInfo.SetTraffic(kTrafficSetting.Load(key));
 }
 
 void VornRoadGmData::StoreRegistry() const {
   WexKey root;
   WexKey key;
-  if (!VornGetBaseRegKey(&root) || !key.Create(&root, kRoadInfoKey)) return;
-  key.SetInt(kClassificatValue, static_cast<std::int32_t>(m_roadInfo.GetClassificat()));
-  key.SetInt(kSpeedValue, static_cast<std::int32_t>(m_roadInfo.GetSpeed()));
-  key.SetInt(kTrafficValue, m_roadInfo.GetTraffic());
+  if (!VornGetBaseRegKey(&root) || !key.Create(&root, kSettingsKey)) return;
+  kClassificatSetting.Store(key, static_cast<std::int32_t>(m_roadInfo.GetClassificat()));
+  kSpeedSetting.Store(key, static_cast<std::int32_t>(m_roadInfo.GetSpeed()));
+  kTrafficSetting.Store(key, m_roadInfo.GetTraffic());
 }
 
 std::int32_t VornRoadGmData::GetDesignSpeedVal(DesignSpeed speed) { return std::max(VornRoadInfo::GetSpeed(speed), 0); }

@@ -9,6 +9,7 @@
 #include "vorn/road/alignment.h"
 #include "vorn/road/record.h"
 #include "vorn/road/road_info.h"
+#include "vorn/road/setting.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/structure_type.h"
 
@@ -18,6 +19,13 @@ class VornRoadGmData : public VornRecord {
  public:
   using Classificat = VornRoadInfo::Classificat;
   using DesignSpeed = VornRoadInfo::DesignSpeed;
+
+  /// Name of the key that the settings lie in.
+  static constexpr const char* kSettingsKey = "RoadInfo";
+  /// The settings: values of `Classificat` and of `DesignSpeed`, and the traffic class.
+  static constexpr VornIntegerSetting kClassificatSetting{"classificat", 0};
+  static constexpr VornIntegerSetting kSpeedSetting{"speed", 0};
+  static constexpr VornIntegerSetting kTrafficSetting{"traffic", 1};
 
   /// The record of the project archive; the store version is compared as a number here. Archive and file exceptions
   /// pass through.
