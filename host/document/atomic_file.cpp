@@ -146,7 +146,7 @@ void Duplicate(const fs::path& from, const fs::path& to, const fs::path& path) {
   std::error_code error;
   fs::create_hard_link(from, to, error);
   if (error) fs::copy_file(from, to, error);
-  if (error) Fail(path, "the former file cannot be kept", error.value());
+  if (error) ThrowFileError(path, "the former file cannot be kept", error);
 }
 
 /// Makes the file that is about to be replaced its own backup.
@@ -155,7 +155,7 @@ void KeepFormer(const fs::path& target, const fs::path& path) {
   Duplicate(target, second.path, path);
   std::error_code error;
   fs::rename(second.path, BackupOf(target), error);
-  if (error) Fail(path, "the former file cannot be kept", error.value());
+  if (error) ThrowFileError(path, "the former file cannot be kept", error);
   // When a program was ended between these steps, both names already are the same file: renaming does nothing then,
   // and the second name goes away with its object.
 }
