@@ -82,28 +82,6 @@ class FullFile : public CMemFile {
   int m_writes = 0;
 };
 
-<<<<<<< HEAD
-/// A file that claims more bytes than it has and notes the largest read that it was asked for.
-class BoastfulFile : public CMemFile {
- public:
-  BoastfulFile(test_support::Bytes bytes, std::uint64_t claimed) : CMemFile(std::move(bytes)), m_claimed(claimed) {}
-
-  std::uint32_t Read(void* bytes, std::uint32_t count) override {
-    m_largestRead = std::max(m_largestRead, count);
-    return CMemFile::Read(bytes, count);
-  }
-  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
-  [[nodiscard]] std::uint64_t GetLength() const override { return m_claimed; }
-
-  [[nodiscard]] std::uint32_t LargestRead() const { return m_largestRead; }
-
- private:
-  std::uint64_t m_claimed;
-  std::uint32_t m_largestRead = 0;
-};
-
-=======
->>>>>>> mends
 /// A file that hands out one byte at a time, as a slow line does.
 class SlowFile : public CMemFile {
  public:

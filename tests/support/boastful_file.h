@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "tests/support/archive_bytes.h"
@@ -17,6 +18,7 @@ class BoastfulFile : public CMemFile {
     m_largestRead = std::max(m_largestRead, count);
     return CMemFile::Read(bytes, count);
   }
+  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
   [[nodiscard]] std::uint64_t GetLength() const override { return m_claimed; }
 
   [[nodiscard]] std::uint32_t LargestRead() const { return m_largestRead; }
