@@ -25,7 +25,7 @@ VornFormCtrl FullFormCtrl() {
 }
 
 ExpectedBytes FormCtrlBytes(const Layout& at) {
-  const bool isNew = at.IsSince("02.50");
+  const bool isNew = at.IsReadSince("02.50");
   return {
       {"empty 1", Text("")},
       {"empty 2", Text("")},
