@@ -19,6 +19,7 @@ import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TOOL = os.path.join(ROOT, "tools", "archive_dump.py")
+GOLDEN = os.path.join(ROOT, "tests", "data", "archives")
 DESCRIPTION = os.path.join(ROOT, "docs", "archive-format.md")
 
 sys.dont_write_bytecode = True
@@ -345,6 +346,13 @@ class Reading(unittest.TestCase):
             data = b"".join(Filler.fill(record, version) for record, version in parts)
             read = self.alike(data, "linear-xml-data")
             self.assertEqual(tuple(part["storeVersion"] for part in read.values()), versions)
+
+    def test_the_road_data_of_every_age_are_read_alike(self):
+        files = sorted(name for name in os.listdir(GOLDEN) if name.startswith("road-"))
+        self.assertGreaterEqual(len(files), 8)
+        for name in files:
+            with self.subTest(file=name), open(os.path.join(GOLDEN, name), "rb") as file:
+                self.alike(file.read(), "linear-xml-data")
 
     def test_a_road_geometry_takes_its_version_for_a_number(self):
         for version in ["3", "+3.0", " 03.00", "\t10", ".3e1", "2.999", "0299e-2", "300e-3", "03e", "-3", "x", ""]:
