@@ -34,6 +34,8 @@ class VornAlignment : public VornRecord {
   void SetAttr2(std::uint16_t attr) { m_attr2 = attr; }
   [[nodiscard]] std::uint16_t GetAttr3() const { return m_attr3; }
   void SetAttr3(std::uint16_t attr) { m_attr3 = attr; }
+  /// The set of cross sections. One that was never asked for to be changed is shared by all new alignments: a reference
+  /// from a constant alignment is good until then.
   [[nodiscard]] const VornXSections& GetXSections() const { return m_xSections.Get(); }
   [[nodiscard]] VornXSections& GetXSections() { return m_xSections.Get(); }
   void SetXSections(const VornXSections& sections) { m_xSections.Get() = sections; }
