@@ -7,13 +7,14 @@
 #include "vorn/model/x_sections.h"
 #include "vorn/platform/carchive.h"
 #include "vorn/platform/dov_data_table.h"
+#include "vorn/road/linear_xml_data.h"
 #include "vorn/types/bld_name_map.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/structure_type.h"
 
 namespace vorn_fuzz {
 
-/// File information as road data hold it, which has a `Serialize` of its own.
+/// File information in the form for hosts, which has a `Serialize` of its own.
 struct HostFileInfo {
   VornFileInfo info;
 };
@@ -33,6 +34,12 @@ void Transfer(CArchive& ar, Record& record, const CString& version) {
 }
 inline void Transfer(CArchive& ar, HostFileInfo& record, const CString& version) {
   record.info.Serialize(ar, version.GetString());
+}
+/// All road data carry their store versions; the version is that of the library, the newest that it reads.
+inline void Transfer(CArchive& ar, VornLinearXMLData& record, const CString& version) {
+  record.GetInfoConstrcut().SetStoreVersion(version);
+  record.GetRoadCenter().SetStoreVersion(version);
+  record.Serialize(ar, version);
 }
 
 /// Calls `visit` with an empty record of a kind.
@@ -67,6 +74,10 @@ void VisitRecord(RecordKind kind, Visit visit) {
       return visit(Vorn_FormCtrlTargetArray());
     case RecordKind::Ground:
       return visit(VornExistingBuildFormArray());
+    case RecordKind::Road:
+      return visit(VornLinearXMLData());
+    case RecordKind::LandXml:
+      return visit(VornLandXMLData());
   }
 }
 

@@ -20,9 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 
 /// The names of the records, in the order of `RecordKind`.
-constexpr const char* kKindNames[] = {"sets",     "registry", "structure_type", "file_infos", "small_file_info",
-                                      "pavement", "table",    "texts",          "date",       "section",
-                                      "form",     "point",    "targets",        "ground"};
+constexpr const char* kKindNames[] = {
+    "sets", "registry", "structure_type", "file_infos", "small_file_info", "pavement", "table", "texts",
+    "date", "section",  "form",           "point",      "targets",         "ground",   "road",  "land_xml"};
 static_assert(std::size(kKindNames) == vorn_fuzz::kRecordKinds);
 
 bool JudgeFile(const fs::path& path) {

@@ -119,6 +119,104 @@ VornFileInfo MakeFileInfo() {
   return info;
 }
 
+VornCrsArray MakeSystems() {
+  VornCrsData crs;
+  crs.SetName("crs");
+  crs.SetGeoDatum(VornCrsData::GeoDatum::Jgd2011);
+  crs.SetVerticalDatum("T.P");
+  crs.SetVerticalHeight(0.5);
+  crs.SetHorizonCoordinate(VornCrsData::HorizonCoordinate::Plane9);
+  crs.SetAuxText("aux");
+  VornCrsArray systems;
+  systems.Add(std::move(crs));
+  return systems;
+}
+
+template <typename Point>
+Point MakeSurveyPoint(std::uint16_t number) {
+  Point point;
+  point.SetNumber(number);
+  point.SetName("P");
+  return point;
+}
+
+VornCtrlPoints MakeCtrlPoints() {
+  VornCtrlPoints points;
+  points.SetName("points");
+  points.GetCtrlPos().Add(MakeSurveyPoint<VornCtrlPoint>(1));
+  points.GetBenchMarks().Add(MakeSurveyPoint<VornBenchMark>(2));
+  return points;
+}
+
+VornGmPntsArray MakeGroups() {
+  VornGmPnts group;
+  group.SetName("group");
+  group.GetPoints().Add(MakeSurveyPoint<VornGmPnt>(3));
+  VornGmPntsArray groups;
+  groups.Add(std::move(group));
+  return groups;
+}
+
+/// With a cross section that has nothing in it: there are other records for these.
+VornAlignment MakeAlignment() {
+  VornAlignment alignment;
+  alignment.SetName("align");
+  alignment.SetCrsName("crs");
+  alignment.SetAttr3(7);
+  VornXSection section;
+  section.SetCumulativeDist(20.0);
+  section.SetName("NO.1");
+  alignment.GetXSections().SetRefAlign("align");
+  alignment.GetXSections().SetRefVertical("vertical");
+  alignment.GetXSections().GetXSectionArray().Add(std::move(section));
+  alignment.GetUpDate().SetDate(COleDateTime(2024, 2, 29, 12, 0, 0));
+  return alignment;
+}
+
+VornRoadInfo MakeRoadInfo() {
+  VornRoadInfo info;
+  info.SetName("road");
+  info.SetClassificat(VornRoadInfo::Classificat::Type3Class2);
+  info.SetDesignSpeed(VornRoadInfo::DesignSpeed::Kmh60);
+  return info;
+}
+
+VornRoadGmData MakeRoad() {
+  VornRoadGmData road;
+  road.SetRoadInfo(MakeRoadInfo());
+  road.GetAlignments().Add(MakeAlignment());
+  road.GetAlignments().SetCurrent(0);
+  road.GetFileInfos().Add(MakeFileInfo());
+  road.GetStructureType().SetType(VornStructureType::Type::RoadEarthwork);
+  road.SetText("text");
+  return road;
+}
+
+VornProjectData MakeProject() {
+  VornCreatorInfoData creator;
+  creator.SetName("creator");
+  VornProjectData project;
+  project.SetName("project");
+  project.SetDate(COleDateTime(2024, 2, 29, 12, 0, 0));
+  project.GetCreators().Add(std::move(creator));
+  return project;
+}
+
+VornLandXMLData MakeLandXml() {
+  VornLandXMLAlignment alignment;
+  alignment.SetName("align");
+  alignment.SetFlag(1);
+  VornLandXMLCgPoint point;
+  point.SetNumber(3);
+  VornLandXMLData data;
+  data.GetProject().SetName("project");
+  data.GetTexts().AddTail("a");
+  data.GetTexts().AddTail("");
+  data.GetCgPoints().Add(std::move(point));
+  data.GetAlignments().Add(std::move(alignment));
+  return data;
+}
+
 // Each overload fills the record of one kind.
 
 void Fill(Vorn_XSectionsArray& sets) { sets = MakeSets(); }
@@ -150,10 +248,20 @@ void Fill(VornXSection& section) { section = MakeSection(40.0); }
 void Fill(VornBuildForm& form) { form = MakeForm(u8"切土面"_cp932); }
 void Fill(VornComposedPnt& point) { point = MakePoint(VornLocation::Right, 3.5, "R1"); }
 void Fill(Vorn_FormCtrlTargetArray& targets) { targets = MakeTargets(); }
+void Fill(VornLinearXMLData& data) {
+  data.GetInfoConstrcut().SetCrsArray(MakeSystems());
+  data.GetInfoConstrcut().SetCtrlPoints(MakeCtrlPoints());
+  data.GetInfoConstrcut().SetRoadGm(MakeRoad());
+  data.GetRoadCenter().SetProject(MakeProject());
+  data.GetRoadCenter().SetCrsArray(MakeSystems());
+  data.GetRoadCenter().SetGmPnts(MakeGroups());
+  data.GetRoadCenter().SetRoadGm(MakeRoad());
+  data.SetLandXml(MakeLandXml());
+}
+void Fill(VornLandXMLData& data) { data = MakeLandXml(); }
 void Fill(VornExistingBuildFormArray& grounds) { grounds = MakeGround(); }
 
-// --- archives
-// ----------------------------------------------------------------------------------------------------------
+// --- archives --------------------------------------------------------------------------------------------------------
 
 std::size_t IndexOf(std::string_view version) {
   std::size_t index = 0;
@@ -239,10 +347,71 @@ void WriteOldSets(CArchive& ar, const CString& tag) {
   WriteOldTarget(ar, tag);
 }
 
+void WriteOldAlignments(CArchive& ar, const CString& tag, VORN_DataKind kind) {
+  VornAlignment alignment = MakeAlignment();
+  ar << std::int32_t{0} << std::int32_t{1};
+  ar << alignment.GetName() << alignment.GetCrsName() << alignment.GetAuxText() << alignment.GetAttr1()
+     << alignment.GetAttr2() << alignment.GetAttr3();
+  if (kind == VORN_DataKind::FormControl && !IsFrom(tag, "02.50")) return;
+  ar << kEmptyTable << CString("align") << CString("vertical");
+  if (IsAfter(tag, "03.00")) ar << CString("phase") << true;
+  ar << std::uint32_t{0};
+  if (IsAfter(tag, "03.00")) ar << std::uint32_t{0};
+  alignment.GetUpDate().Serialize(ar, tag);
+}
+
+void WriteOldRoad(CArchive& ar, const CString& tag, VORN_DataKind kind) {
+  VornRoadGmData road = MakeRoad();
+  const bool isNew = IsFrom(tag, "03.00");
+  if (isNew) ar << kEmptyTable;
+  road.GetRoadInfo().Serialize(ar, tag);
+  if (isNew) ar << road.GetOption() << road.GetSchemaVersion() << road.GetOption2() << road.GetText();
+  WriteOldAlignments(ar, tag, kind);
+  if (!isNew) return;
+  road.GetXSectType().Serialize(ar, tag);
+  road.GetFileInfos().Serialize(ar, tag);
+  road.GetStructureType().Serialize(ar, tag);
+}
+
+void WriteOldFormCtrl(CArchive& ar, const CString& tag) {
+  VornFormCtrl formCtrl;
+  if (IsFrom(tag, "02.50")) return formCtrl.Serialize(ar, tag);
+  for (int i = 0; i < 10; ++i) ar << CString(i < 2 ? "" : "name");
+  ar << std::int32_t{1} << std::int32_t{2} << formCtrl.GetValue();
+}
+
+/// LandXML data of their own version.
+void WriteLandXml(CArchive& ar, std::string_view version) {
+  VornLandXMLData data = MakeLandXml();
+  ar << CString(version);
+  if (version >= "01.11") {
+    ar << data.GetFlagAny() << data.GetOption1() << data.GetOption3() << data.GetValue();
+    data.GetTexts().Serialize(ar);
+  }
+  data.GetProject().Serialize(ar, "", "");
+  data.GetCgPoints().Serialize(ar, "", "");
+  data.GetAlignments().Serialize(ar, "", "");
+}
+
+void WriteOldRoadData(CArchive& ar, const CString& tag) {
+  ar << tag;
+  MakeSystems().Serialize(ar, tag.GetString());
+  MakeCtrlPoints().Serialize(ar, tag, false);
+  WriteOldRoad(ar, tag, VORN_DataKind::FormControl);
+  WriteOldFormCtrl(ar, tag);
+  ar << tag;
+  MakeProject().Serialize(ar, tag);
+  MakeSystems().Serialize(ar, tag.GetString());
+  MakeGroups().Serialize(ar, tag.GetString());
+  WriteOldRoad(ar, tag, VORN_DataKind::RoadGeometry);
+  WriteLandXml(ar, "01.10");
+}
+
 Seed OldSeed(RecordKind kind, std::string_view version) {
   return SeedOf(kind, version, [&](CArchive& ar, const CString& tag) {
     if (kind == RecordKind::Form) return WriteOldForm(ar, tag);
     if (kind == RecordKind::Section) return WriteOldSection(ar, tag);
+    if (kind == RecordKind::Road) return WriteOldRoadData(ar, tag);
     WriteOldSets(ar, tag);
   });
 }
@@ -269,6 +438,12 @@ std::vector<Seed> MakeSeeds() {
   for (const char* version : {"05.00", "06.00"}) seeds.push_back(StoredSeed(RecordKind::Targets, version));
   for (const char* version : {"03.50", "04.00", "05.50", "06.00", "06.50"}) {
     seeds.push_back(StoredSeed(RecordKind::Point, version));
+  }
+  for (const char* version : {"01.11", "02.50", "03.00", "04.00"}) seeds.push_back(OldSeed(RecordKind::Road, version));
+  for (const char* version : {"05.00", "06.00"}) seeds.push_back(StoredSeed(RecordKind::Road, version));
+  for (const char* version : {"01.10", "01.11"}) {
+    seeds.push_back(
+        SeedOf(RecordKind::LandXml, version, [&](CArchive& ar, const CString&) { WriteLandXml(ar, version); }));
   }
   return seeds;
 }

@@ -41,6 +41,9 @@ bool IsLoaded(const Bytes& bytes, Record& record, const CString& version, std::u
     Transfer(ar, record, version);
   } catch (const CArchiveException&) {
     loaded = false;
+  } catch (bool known) {
+    if (known) Finding("a newer record is thrown as true", version);
+    loaded = false;
   }
   if (meter.Peak() > kMemoryBase + kMemoryFactor * bytes.size()) Finding("loading took too much memory", version);
   return loaded;

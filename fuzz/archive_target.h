@@ -6,8 +6,9 @@
 #include <span>
 #include <vector>
 
-// What is asked of every archive, whoever wrote it: it loads, or is refused as an archive, without taking much more
-// memory than it has bytes; and what was loaded is stored for good, so that loading that gives the same again.
+// What is asked of every archive, whoever wrote it: it loads, or is refused as an archive or as newer than the library,
+// without taking much more memory than it has bytes; and what was loaded is stored for good, so that loading that gives
+// the same again.
 
 namespace vorn_fuzz {
 
@@ -31,8 +32,10 @@ enum class RecordKind : std::uint8_t {
   Point,
   Targets,
   Ground,
+  Road,
+  LandXml,
 };
-inline constexpr std::size_t kRecordKinds = 14;
+inline constexpr std::size_t kRecordKinds = 16;
 
 /// The first byte of an input: the store version in the low half, the record in the high one.
 [[nodiscard]] constexpr std::uint8_t FirstByte(RecordKind kind, std::size_t version) {

@@ -1,18 +1,21 @@
 #!/usr/bin/env python3
 """Prints a record of the project archive as a tree, each value with its offset in the file.
 
+    tools/archive_dump.py --record linear-xml-data FILE
     tools/archive_dump.py --version 05.00 --record x-sections FILE
     tools/archive_dump.py --version 06.00 --record file-info-array --json - < FILE
 
-An archive tells neither its store version nor what it holds: the application that wrote it knows both, and they have
-to be given here. The name of a record with "-array" behind it is a collection of such records. docs/archive-format.md
-describes the bytes; the tables below are that description as data.
+An archive does not tell what it holds, and nearly no record tells its store version: the application that wrote it
+knows both, and they have to be given here. The three parts of all road data carry their versions themselves. The name
+of a record with "-array" behind it is a collection of such records. docs/archive-format.md describes the bytes; the
+tables below are that description as data.
 
 Exit codes: 0 the record was read, 1 the data is damaged or more bytes follow, 2 the command was misused or the file
 could not be read.
 """
 
 import argparse
+import functools
 import json
 import math
 import os
@@ -28,13 +31,27 @@ Number = namedtuple("Number", "code show")
 Bool = namedtuple("Bool", "")
 Text = namedtuple("Text", "")
 Real = namedtuple("Real", "")
+# A real that is never unset.
+Double = namedtuple("Double", "")
 Date = namedtuple("Date", "")
+# The store version of the record that it heads: every other field goes by it. newest is the last one that is known,
+# None when the application says which one it takes.
+OwnVersion = namedtuple("OwnVersion", "newest")
 # An extension table; names tells what its keys stand for.
 Table = namedtuple("Table", "names")
 # 32-bit count, then the elements: a type or the name of a record.
 List = namedtuple("List", "element")
 # A list that numbers its elements: before the count the next serial.
 NumberedList = namedtuple("NumberedList", "element")
+# A list whose count has a sign: below 1 it is empty.
+SignedList = namedtuple("SignedList", "element")
+# A count of 16 bits, or 0xFFFF and 32 bits, then the texts.
+TextList = namedtuple("TextList", "")
+# A record that holds data of a kind, which tells whether its alignments have cross sections.
+OfKind = namedtuple("OfKind", "record kind")
+
+COLLECTIONS = (List, NumberedList, SignedList)
+KINDS = FORM_CONTROL, ROAD_GEOMETRY = "form-control", "road-geometry"
 
 UNSET_REAL = -1e-99
 UNASSIGNED = 0xFFFFFFFF
@@ -56,7 +73,9 @@ WORK_CODE = Number("i", lambda value: f"{value} ({'切土工' if value else '盛
 BOOL = Bool()
 TEXT = Text()
 REAL = Real()
+DOUBLE = Double()
 DATE = Date()
+TEXTS = TextList()
 TABLE = Table({})
 IDS = List(ID)
 
@@ -85,6 +104,26 @@ TARGET_PNT_TYPE = enumeration(
     Unset=-1, ShoulderToe=0, ToeShoulder=1, InnerOuter=2, LeftRight=3, TargetPnt=4, UpperLower=5, LowerUpper=6
 )
 CROSS_POINT_TYPE = enumeration(None_=0)
+GEO_DATUM = enumeration(Unset=-1, Jgd2000=0, Tokyo=1, World=2, Jgd2011=3)
+HORIZON_COORDINATE = enumeration(Unset=-1, Geodetic=19, **{f"Plane{i + 1}": i for i in range(19)})
+CTRL_CLASS = enumeration(
+    Unset=-1, GnssStation=0, FirstOrder=1, SecondOrder=2, ThirdOrder=3, FourthOrder=4, Grade1=5, Grade2=6, Grade3=7,
+    Grade4=8,
+)  # fmt: skip
+BM_CLASS = enumeration(
+    Unset=-1, FirstOrder=0, SecondOrder=1, ThirdOrder=2, Grade1=3, Grade2=4, Grade3=5, Grade4=6, Simple=7
+)
+CLASSIFICAT = enumeration(
+    Unset=-1, Type1Class1=0, Type1Class2=1, Type1Class3=2, Type1Class4=3, Type2Class1=4, Type2Class2=5, Type3Class1=6,
+    Type3Class2=7, Type3Class3=8, Type3Class4=9, Type3Class5=10, Type4Class1=11, Type4Class2=12, Type4Class3=13,
+    Type4Class4=14,
+)  # fmt: skip
+DESIGN_SPEED = enumeration(
+    Unset=-1, Kmh120=0, Kmh100=1, Kmh80=2, Kmh60=3, Kmh50=4, Kmh40=5, Kmh30=6, Kmh20=7
+)  # fmt: skip
+SCHEMA_VERSION = enumeration(VersionUnknown=-2, Version20=0, Version40=1, Version41=2)
+PROJ_PHASE = enumeration(Outline=0, Preliminary=1, Detailed=2, Construction=3)
+MARK_TYPE = enumeration(Digits=0, Capitals=1, SmallLetters=2)
 
 ELEMENT_TYPE_KEY = 1
 PAVEMENT_KEYS = {1: "paveID", 2: "scaleID"}
@@ -94,7 +133,8 @@ PAVEMENT_KEYS.update({200 + i: f"furtherID[{i}]" for i in range(6)})
 # --- records ---------------------------------------------------------------------------------------------------------
 
 # A field of a record. `read` and `written` tell in which store versions it is read and written, as conditions that
-# all have to hold: "" for always, ">=04.00 <05.00", "never".
+# all have to hold: "" for always, ">=04.00 <05.00", "never". "number<3" and "integer>=3" look at the number that the
+# version begins with. Behind " or " stands another way to hold; "road-geometry" does for data of that kind.
 Field = namedtuple("Field", "name type read written")
 
 
@@ -105,6 +145,149 @@ def field(name, type_, read="", written=None):
 EXTENSION = field("extension", TABLE)
 
 RECORDS = {
+    "linear-xml-data": [
+        field("infoConstrcut", "info-constrcut"),
+        field("roadCenter", "road-center-data"),
+        field("landXml", "land-xml-data"),
+    ],
+    "info-constrcut": [
+        field("storeVersion", OwnVersion(None)),
+        field("crsArray", SignedList("crs-data")),
+        field("ctrlPoints", "ctrl-points"),
+        field("roadGm", OfKind("road-gm-data", FORM_CONTROL)),
+        field("formCtrl", "form-ctrl"),
+    ],
+    "info-constrcut-parts": [
+        field("crsArray", SignedList("crs-data")),
+        field("ctrlPoints", "ctrl-points"),
+        field("roadGm", OfKind("road-gm-data", FORM_CONTROL)),
+        field("formCtrl", "form-ctrl"),
+    ],
+    "road-center-data": [
+        field("storeVersion", OwnVersion(None)),
+        field("project", "project-data"),
+        field("crsArray", SignedList("crs-data")),
+        field("gmPnts", SignedList("gm-pnts")),
+        field("roadGm", OfKind("road-gm-data", ROAD_GEOMETRY)),
+    ],
+    "crs-data": [
+        field("name", TEXT),
+        field("geoDatum", GEO_DATUM),
+        field("verticalDatum", TEXT),
+        field("verticalHeight", DOUBLE),
+        field("horizonCoordinate", HORIZON_COORDINATE),
+        field("auxCode", I32),
+        field("auxText", TEXT),
+    ],
+    "ctrl-points": [
+        field("name", TEXT),
+        field("ctrlPos", SignedList("ctrl-point")),
+        field("benchMarks", SignedList("bench-mark")),
+    ],
+    "ctrl-points-with-groups": [
+        field("name", TEXT),
+        field("ctrlPos", SignedList("ctrl-point")),
+        field("benchMarks", SignedList("bench-mark")),
+        field("gmPnts", SignedList("gm-pnts")),
+    ],
+    "ctrl-point": [field("number", U16), field("ctrlClass", CTRL_CLASS), field("name", TEXT)],
+    "bench-mark": [field("number", U16), field("bmClass", BM_CLASS), field("name", TEXT)],
+    "gm-pnts": [field("name", TEXT), field("name2", TEXT), field("points", SignedList("gm-pnt"))],
+    "gm-pnt": [field("number", U16), field("name", TEXT)],
+    "road-gm-data": [
+        field("extension", TABLE, "number>=3"),
+        field("roadInfo", "road-info", "number>=3"),
+        field("option", I32, "number>=3"),
+        field("schemaVersion", SCHEMA_VERSION, "number>=3"),
+        field("option2", I32, "number>=3"),
+        field("text", TEXT, "number>=3"),
+        field("alignments", "alignments", "number>=3"),
+        field("xSectType", "x-section-type", "number>=3"),
+        field("fileInfos", List("file-info"), "number>=3"),
+        field("structureType", "structure-type", "number>=3"),
+        # Before 03.00.
+        field("roadInfo", "road-info", "number<3", written="never"),
+        field("option", I32, "number<3 integer>=3", written="never"),
+        field("alignments", "alignments", "number<3"),
+        field("extension", TABLE, "number<3 integer>=3"),
+    ],
+    "old-road-gm-data": [
+        field("roadInfo", "road-info", written="never"),
+        field("option", I32, "integer>=3", written="never"),
+        field("alignments", "alignments"),
+        field("extension", TABLE, "integer>=3"),
+    ],
+    "road-info": [
+        field("name", TEXT),
+        field("classificat", CLASSIFICAT),
+        field("designSpeed", DESIGN_SPEED),
+        field("traffic", I32),
+    ],
+    "alignments": [field("current", I32), field("items", SignedList("alignment"))],
+    "alignment": [
+        field("name", TEXT),
+        field("crsName", TEXT),
+        field("auxText", TEXT),
+        field("attr1", U16),
+        field("attr2", U16),
+        field("attr3", U16),
+        field("xSections", "x-sections", ">=02.50 or road-geometry", written=""),
+        field("upDate", "up-date", ">=02.50 or road-geometry", written=""),
+    ],
+    "up-date": [field("date1", DATE), field("date2", DATE), field("date3", DATE)],
+    "project-data": [
+        field("name", TEXT),
+        field("date", DATE),
+        field("projPhase", PROJ_PHASE),
+        field("text", TEXT),
+        field("creators", SignedList("creator-info-data")),
+    ],
+    "creator-info-data": [field("name", TEXT), field("text", TEXT)],
+    "form-ctrl": [
+        field("reservedText1", TEXT),
+        field("reservedText2", TEXT),
+        field("roadCenter", TEXT),
+        field("roadLeft", TEXT),
+        field("roadRight", TEXT),
+        field("slopeLeft", TEXT),
+        field("slopeRight", TEXT),
+        field("roadSurface", TEXT),
+        field("bermLeft", TEXT),
+        field("bermRight", TEXT),
+        field("otherLeft", TEXT, ">=02.50", written=""),
+        field("otherRight", TEXT, ">=02.50", written=""),
+        field("slopeMarks", MARK_TYPE),
+        field("bermMarks", MARK_TYPE),
+        field("roadMarks", MARK_TYPE, ">=02.50", written=""),
+        field("otherMarks", MARK_TYPE, ">=02.50", written=""),
+        field("value", DOUBLE),
+    ],
+    "land-xml-data": [
+        field("storeVersion", OwnVersion("01.11")),
+        field("flagAny", I32, ">=01.11"),
+        field("option1", I32, ">=01.11"),
+        field("option3", I32, ">=01.11"),
+        field("value", DOUBLE, ">=01.11"),
+        field("texts", TEXTS, ">=01.11"),
+        field("project", "land-xml-project"),
+        field("cgPoints", "land-xml-cg-points"),
+        field("alignments", SignedList("land-xml-alignment")),
+    ],
+    "land-xml-project": [field("name", TEXT), field("desc", TEXT)],
+    "land-xml-cg-points": [
+        field("points", SignedList("land-xml-cg-point")),
+        field("option1", I32),
+        field("option2", I32),
+    ],
+    "land-xml-cg-point": [field("number", U16)],
+    "land-xml-alignment": [
+        field("name", TEXT),
+        field("text", TEXT),
+        field("flag", I32),
+        field("code1", U16),
+        field("code2", U16),
+        field("code3", U16),
+    ],
     "x-sections": [
         EXTENSION,
         field("refAlign", TEXT),
@@ -277,35 +460,81 @@ RECORDS = {
 
 # Records whose collections number their elements.
 NUMBERED = ("build-form", "composed-pnt", "form-ctrl-target")
+# Records whose collections have a count with a sign.
+SIGNED = (
+    "crs-data", "ctrl-point", "bench-mark", "gm-pnts", "gm-pnt", "alignment", "creator-info-data", "land-xml-cg-point",
+    "land-xml-alignment",
+)  # fmt: skip
+# What an element of a collection takes at least. A count that the bytes left cannot back is not believed.
+LEAST_BYTES = {
+    "x-sections": 10, "build-form": 18, "existing-build-form": 9, "crs-data": 23, "ctrl-point": 7, "bench-mark": 7,
+    "gm-pnts": 6, "gm-pnt": 3, "alignment": 9, "creator-info-data": 2, "land-xml-cg-point": 2,
+    "land-xml-alignment": 12,
+}  # fmt: skip
+LEAST_BYTES_OF_OTHERS = 4
+
+
+def record_of(name):
+    """The record that a name is of, which may be that of a collection."""
+    return name[: -len("-array")] if name.endswith("-array") else name
 
 
 def type_of(record_name):
     """The type of a record or, with "-array" behind the name, of a collection of it; None when there is none."""
-    if record_name in RECORDS:
-        return record_name
-    element, suffix = record_name[: -len("-array")], record_name[-len("-array") :]
-    if suffix != "-array" or element not in RECORDS:
+    record = record_of(record_name)
+    if record not in RECORDS:
         return None
-    return NumberedList(element) if element in NUMBERED else List(element)
+    if record == record_name:
+        return record
+    if record in NUMBERED:
+        return NumberedList(record)
+    return SignedList(record) if record in SIGNED else List(record)
 
 
-_CONDITION = re.compile(r"(>=|<=|>|<|=)(\d\d\.\d\d)")
+def carries_version(record_name):
+    """Whether a record, or each of its parts, is headed by its own store version."""
+    types = [f.type for f in RECORDS[record_name]]
+    if isinstance(types[0], OwnVersion):
+        return True
+    return all(isinstance(type_, str) and carries_version(type_) for type_ in types)
 
 
-def holds(condition, version):
+_CONDITION = re.compile(r"(number|integer)?(>=|<=|>|<|=)([\d.]+)")
+_NUMBERS = {
+    "number": re.compile(r"[ \t\n\v\f\r]*([+-]?(?:[0-9]+\.?[0-9]*|\.[0-9]+)(?:[eE][+-]?[0-9]+)?)"),
+    "integer": re.compile(r"[ \t\n\v\f\r]*([+-]?[0-9]+)"),
+}
+
+
+def leading_number(text, of):
+    """The number or integer that a text begins with, 0 when there is none."""
+    found = _NUMBERS[of].match(text)
+    return float(found.group(1)) if found else 0.0
+
+
+def _holds_alone(condition, version, kind):
+    if condition == ROAD_GEOMETRY:
+        return kind == ROAD_GEOMETRY
+    of, operator, other = _CONDITION.fullmatch(condition).groups()
+    if of:
+        version, other = leading_number(version, of), float(other)
+    order = (version > other) - (version < other)
+    return {">=": order >= 0, "<=": order <= 0, ">": order > 0, "<": order < 0, "=": order == 0}[operator]
+
+
+@functools.lru_cache(maxsize=None)
+def holds(condition, version, kind=FORM_CONTROL):
     """Whether a condition of a field holds. Store versions are compared as texts, byte by byte."""
     if condition == "never":
         return False
-    for operator, other in (_CONDITION.fullmatch(part).groups() for part in condition.split()):
-        order = (version > other) - (version < other)
-        if not {">=": order >= 0, "<=": order <= 0, ">": order > 0, "<": order < 0, "=": order == 0}[operator]:
-            return False
-    return True
+    return any(
+        all(_holds_alone(part, version, kind) for part in way.split()) for way in condition.split(" or ")
+    )
 
 
-def fields_of(record_name, version, written):
-    """The fields that a record has in a store version."""
-    return [f for f in RECORDS[record_name] if holds(f.written if written else f.read, version)]
+def has_field(f, version, kind, written):
+    """Whether a store version has the field of a record."""
+    return holds(f.written if written else f.read, version, kind)
 
 
 # --- decoding --------------------------------------------------------------------------------------------------------
@@ -322,26 +551,31 @@ class ArchiveError(Exception):
 class Decoder:
     """Reads values from bytes and hands them to a sink, in the order of the archive."""
 
-    # What an element takes at least. A count that the bytes left cannot back is not believed.
-    LEAST_ELEMENT = 4
     LEAST_TABLE_ENTRY = 6
+    LEAST_TEXT = 1
 
-    def __init__(self, data, version, sink, offset=0, written=False):
+    def __init__(self, data, version, sink, offset=0, written=False, kind=FORM_CONTROL):
         self.data = data
         self.at = offset
         self._version = version
         self._sink = sink
         self._written = written
-        self._fields = {}
+        self._kind = kind
         self._path = []
 
     def value(self, name, type_):
         """Reads a value of any type."""
         self._path.append(name)
         if isinstance(type_, str):
-            self._record(name, type_)
-        elif isinstance(type_, (List, NumberedList)):
+            self._record(name, type_, self._kind)
+        elif isinstance(type_, OfKind):
+            self._record(name, type_.record, type_.kind)
+        elif isinstance(type_, COLLECTIONS):
             self._list(name, type_)
+        elif isinstance(type_, TextList):
+            self._text_list(name)
+        elif isinstance(type_, OwnVersion):
+            self._own_version(name, type_)
         elif isinstance(type_, Table):
             self._table(name, type_)
         else:
@@ -350,13 +584,24 @@ class Decoder:
             self._sink.leaf(name, offset, value, shown)
         self._path.pop()
 
-    def _record(self, name, record_name):
+    def _record(self, name, record_name, kind):
+        """A record; a store version or a kind of its own ends with it."""
+        outside = self._version, self._kind
+        self._kind = kind
         self._sink.open_record(name, self.at, record_name)
-        if record_name not in self._fields:
-            self._fields[record_name] = fields_of(record_name, self._version, self._written)
-        for f in self._fields[record_name]:
-            self.value(f.name, f.type)
+        for f in RECORDS[record_name]:
+            if has_field(f, self._version, self._kind, self._written):
+                self.value(f.name, f.type)
         self._sink.close()
+        self._version, self._kind = outside
+
+    def _own_version(self, name, type_):
+        offset = self.at
+        version, shown = self._scalar(TEXT)
+        self._sink.leaf(name, offset, version, shown)
+        if type_.newest is not None and version > type_.newest:
+            raise self._error(offset, f"store version {shown} is newer than {type_.newest}, the last one known")
+        self._version = version
 
     def _list(self, name, type_):
         offset = self.at
@@ -364,10 +609,22 @@ class Decoder:
         numbered = isinstance(type_, NumberedList)
         if numbered and (self._written or holds(">=05.00", self._version)):
             next_serial = self._number("I")
-        count = self._count(self.LEAST_ELEMENT)
+        least = LEAST_BYTES.get(type_.element, LEAST_BYTES_OF_OTHERS)
+        count = self._count(least, "i" if isinstance(type_, SignedList) else "I")
         self._sink.open_list(name, offset, count, numbered, next_serial)
         for i in range(count):
             self.value(f"[{i}]", type_.element)
+        self._sink.close()
+
+    def _text_list(self, name):
+        offset = self.at
+        count = self._number("H")
+        if count == 0xFFFF:
+            count = self._number("I")
+        self._require_count(offset, count, self.LEAST_TEXT)
+        self._sink.open_list(name, offset, count, False, None)
+        for i in range(count):
+            self.value(f"[{i}]", TEXT)
         self._sink.close()
 
     def _table(self, name, type_):
@@ -399,6 +656,9 @@ class Decoder:
         if isinstance(type_, Real):
             value = self._number("d")
             return json_real(value), "unset" if value == UNSET_REAL else repr(value)
+        if isinstance(type_, Double):
+            value = self._number("d")
+            return json_real(value, unset=None), repr(value)
         if isinstance(type_, Date):
             status = self._number("i")
             days = self._number("d")
@@ -421,14 +681,18 @@ class Decoder:
         # A byte that is no character becomes U+DC80 to U+DCFF, so that nothing is lost.
         return self._take(length).decode("cp932", "surrogateescape")
 
-    def _count(self, least):
+    def _count(self, least, code="I"):
         offset = self.at
-        count = self._number("I")
+        count = max(self._number(code), 0)
+        self._require_count(offset, count, least)
+        return count
+
+    def _require_count(self, offset, count, least):
+        """A count is believed as far as the bytes left can back it."""
         if count * least > self._remaining():
             raise self._error(offset, f"a count of {count}, which the {self._remaining()} bytes left cannot back")
         if count > 0x7FFFFFFF:
             raise self._error(offset, f"a count of {count}, more than a collection holds")
-        return count
 
     def _number(self, code):
         size = struct.calcsize("<" + code)
@@ -518,10 +782,10 @@ class Json:
         self._open.pop()
 
 
-def load(data, record_name, version, written=False):
+def load(data, record_name, version, written=False, kind=FORM_CONTROL):
     """The record as JSON has it, from all of the bytes. Throws ArchiveError."""
     sink = Json()
-    decoder = Decoder(data, version, sink, written=written)
+    decoder = Decoder(data, version, sink, written=written, kind=kind)
     decoder.value(record_name, type_of(record_name))
     refuse_rest(decoder)
     return sink.value
@@ -541,8 +805,16 @@ def parse_arguments(arguments):
         description="Prints a record of the project archive as a tree, each value with its offset in the file.",
         epilog="Records, each also as a collection with -array behind the name: " + ", ".join(RECORDS) + ".",
     )
-    parser.add_argument("--version", required=True, help='store version of the archive, such as "05.50"')
+    parser.add_argument(
+        "--version", help='store version of the archive, such as "05.50"; not for a record that carries its own'
+    )
     parser.add_argument("--record", required=True, help="what the archive holds")
+    parser.add_argument(
+        "--kind",
+        choices=KINDS,
+        default=FORM_CONTROL,
+        help=f"of which kind alignments outside their set are ({FORM_CONTROL})",
+    )
     parser.add_argument("--json", action="store_true", help="JSON for programs")
     parser.add_argument(
         "--as-written",
@@ -553,10 +825,12 @@ def parse_arguments(arguments):
     parser.add_argument("--partial", action="store_true", help="more bytes may follow the record")
     parser.add_argument("file", metavar="FILE", help='"-" for standard input')
     options = parser.parse_args(arguments)
-    if not re.fullmatch(r"[0-9]{2}\.[0-9]{2}", options.version):
-        parser.error('a store version is two digits, a point and two digits, such as "05.50"')
     if type_of(options.record) is None:
         parser.error(f'there is no record "{options.record}"; known are {", ".join(RECORDS)}, and each with -array')
+    if carries_version(record_of(options.record)):
+        options.version = ""
+    elif not re.fullmatch(r"[0-9]{2}\.[0-9]{2}", options.version or ""):
+        parser.error('--version: a store version is two digits, a point and two digits, such as "05.50"')
     if options.offset < 0:
         parser.error("an offset is not negative")
     return options
@@ -579,7 +853,7 @@ def main(arguments):
 
     sys.stdout.reconfigure(encoding="utf-8")
     sink = Json() if options.json else Tree(sys.stdout)
-    decoder = Decoder(data, options.version, sink, options.offset, options.as_written)
+    decoder = Decoder(data, options.version, sink, options.offset, options.as_written, options.kind)
     try:
         decoder.value(options.record, type_of(options.record))
         if not options.partial:

@@ -19,6 +19,7 @@ import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TOOL = os.path.join(ROOT, "tools", "archive_dump.py")
+GOLDEN = os.path.join(ROOT, "tests", "data", "archives")
 DESCRIPTION = os.path.join(ROOT, "docs", "archive-format.md")
 
 sys.dont_write_bytecode = True
@@ -27,7 +28,15 @@ archive_dump = importlib.util.module_from_spec(_description)
 _description.loader.exec_module(archive_dump)
 
 VERSIONS = ["01.10", "01.11", "02.50", "03.00", "03.50", "04.00", "05.00", "05.50", "06.00", "06.50"]
+# With " of " and a kind behind the name where alignments of that kind are meant.
 RECORDS = [
+    "linear-xml-data", "info-constrcut", "info-constrcut-parts", "road-center-data", "crs-data", "crs-data-array",
+    "ctrl-points", "ctrl-points-with-groups", "ctrl-point", "ctrl-point-array", "bench-mark", "bench-mark-array",
+    "gm-pnts", "gm-pnts-array", "gm-pnt", "gm-pnt-array", "road-gm-data", "road-gm-data of road-geometry",
+    "old-road-gm-data", "old-road-gm-data of road-geometry", "road-info", "alignments", "alignments of road-geometry",
+    "alignment", "alignment of road-geometry", "up-date", "project-data", "creator-info-data",
+    "creator-info-data-array", "form-ctrl", "land-xml-data", "land-xml-project", "land-xml-cg-points",
+    "land-xml-cg-point", "land-xml-alignment", "land-xml-alignment-array",
     "x-sections", "x-sections-array", "x-section", "x-section-array", "build-form", "build-form-array",
     "cross-point-info", "composed-pnt", "composed-pnt-array", "measure-infos", "measure-info", "form-ctrl-target",
     "form-ctrl-target-array", "form-ctrl-target-pnt", "form-ctrl-target-pnt-array", "existing-build-form",
@@ -51,6 +60,21 @@ def library_reads(data, record, version):
     return json.loads(probe("load", record, version, data=data))
 
 
+def with_kind(record):
+    """The name of a record, and the kind of its alignments."""
+    name, _, kind = record.partition(" of ")
+    return name, kind or archive_dump.FORM_CONTROL
+
+
+def dumper_reads(data, record, version, written=False):
+    name, kind = with_kind(record)
+    return archive_dump.load(data, name, version, written=written, kind=kind)
+
+
+def type_of(record):
+    return archive_dump.type_of(with_kind(record)[0])
+
+
 def dump(*arguments, data=b""):
     """The dumper as a person runs it: exit code, standard output, standard error."""
     result = subprocess.run([sys.executable, TOOL, *arguments], input=data, capture_output=True, check=False)
@@ -63,15 +87,16 @@ def dump(*arguments, data=b""):
 class Filler:
     """Writes records as a reader expects them, with a new value in every place."""
 
-    def __init__(self, version):
+    def __init__(self, version, kind):
         self._version = version
+        self._kind = kind
         self._last = 1000
         self._bytes = io.BytesIO()
 
     @staticmethod
     def fill(record, version):
-        filler = Filler(version)
-        filler._value(record, archive_dump.type_of(record))
+        filler = Filler(version, with_kind(record)[1])
+        filler._value(record, type_of(record))
         return filler._bytes.getvalue()
 
     def _next(self):
@@ -83,27 +108,43 @@ class Filler:
 
     def _value(self, name, type_):
         if isinstance(type_, str):
-            for f in archive_dump.fields_of(type_, self._version, written=False):
-                self._value(f.name, f.type)
-        elif isinstance(type_, (archive_dump.List, archive_dump.NumberedList)):
+            self._record(type_, self._kind)
+        elif isinstance(type_, archive_dump.OfKind):
+            self._record(type_.record, type_.kind)
+        elif isinstance(type_, archive_dump.COLLECTIONS):
             if isinstance(type_, archive_dump.NumberedList) and self._version >= "05.00":
                 self._pack("I", self._next())
             self._pack("I", 2)
             for _ in range(2):
                 self._value("", type_.element)
+        elif isinstance(type_, archive_dump.TextList):
+            self._bytes.write(b"\x02\0" if self._next() % 2 else b"\xff\xff\x02\0\0\0")
+            for _ in range(2):
+                self._text(f"文{self._next()}")
+        elif isinstance(type_, archive_dump.OwnVersion):
+            self._version = min(self._version, type_.newest or self._version)
+            self._bytes.write(bytes([len(self._version)]) + self._version.encode())
         elif isinstance(type_, archive_dump.Table):
             self._table(type_)
         elif isinstance(type_, archive_dump.Number):
             self._pack(type_.code, self._number(type_.code))
         elif isinstance(type_, archive_dump.Bool):
             self._pack("B", (0, 1, 255)[self._next() % 3])
-        elif isinstance(type_, archive_dump.Real):
+        elif isinstance(type_, (archive_dump.Real, archive_dump.Double)):
             self._real()
         elif isinstance(type_, archive_dump.Date):
             self._pack("i", self._next())
             self._pack("d", self._next() + 0.25)
         else:
             self._text(f"名{self._next()}" if name != "key" else self._full_width(self._next()))
+
+    def _record(self, name, kind):
+        outside = self._version, self._kind
+        self._kind = kind
+        for f in archive_dump.RECORDS[name]:
+            if archive_dump.has_field(f, self._version, self._kind, written=False):
+                self._value(f.name, f.type)
+        self._version, self._kind = outside
 
     def _number(self, code):
         """Every other value has its highest bit, so that signed and unsigned ones are told apart."""
@@ -149,9 +190,31 @@ class Filler:
 NO_CROSSING = {
     "dist": None, "id": 0, "dekiPairID": UNASSIGNED, "thDPairIDs": [], "autoLinePrev": 1, "autoLineNext": 1,
 }  # fmt: skip
+NO_TARGETS = {"nextSerialID": 0, "items": []}
+NO_SECTIONS = {
+    "refAlign": "", "refVertical": "", "projectPhase": "", "alignment": True, "xSections": [],
+    "formCtrlTargets": NO_TARGETS,
+}  # fmt: skip
+NO_DATES = {f"date{i}": {"status": 2, "days": 0.0} for i in (1, 2, 3)}
+NO_NEW_ROAD = {
+    "option": 0, "schemaVersion": 0, "option2": 0, "text": "", "xSectType": {}, "fileInfos": [],
+    "structureType": {"type": "", "jobName": "", "company": "", "stationType": "NO"},
+}  # fmt: skip
+CONTROL_ITEMS = {
+    "roadCenter": "道路中心", "roadLeft": "道路(左)", "roadRight": "道路(右)", "slopeLeft": "法面(左)",
+    "slopeRight": "法面(右)", "roadSurface": "道路面", "bermLeft": "小段(左)", "bermRight": "小段(右)",
+    "otherLeft": "その他(左)", "otherRight": "その他(右)",
+}  # fmt: skip
 # What a member has when the store version does not hold it, and the members that no archive holds.
 DEFAULTS = {
-    "x-sections": {"projectPhase": "", "alignment": True, "formCtrlTargets": {"nextSerialID": 0, "items": []}},
+    "info-constrcut-parts": {"storeVersion": "05.00"},
+    "ctrl-points": {"gmPnts": [{"name": "", "name2": "", "points": []}]},
+    "road-gm-data": NO_NEW_ROAD,
+    "old-road-gm-data": NO_NEW_ROAD,
+    "alignment": {"xSections": NO_SECTIONS, "upDate": NO_DATES},
+    "form-ctrl": {"roadMarks": 0, "otherMarks": 0},
+    "land-xml-data": {"flagAny": 1, "option1": 1, "option2": 0, "option3": 0, "value": 5.0, "texts": []},
+    "x-sections": {"projectPhase": "", "alignment": True, "formCtrlTargets": NO_TARGETS},
     "x-section": {"directionAngle": "", "targetPntID": "", "sectionID": UNASSIGNED, "height": None},
     "build-form": {
         "xSectType": "", "serialID": UNASSIGNED, "xSectTypeID": 0, "parentID": UNASSIGNED, "paveSetIdx": 0,
@@ -173,16 +236,19 @@ DEFAULTS = {
     },
     "name-item": {"used": 0},
 }  # fmt: skip
-NO_MEMBERS = {"extension", "reserved", "reserved16", "reserved32"}
+NO_MEMBERS = {"extension", "reserved", "reserved16", "reserved32", "reservedText1", "reservedText2"}
+WRITTEN_WITHOUT_MEMBER = {"reserved": UNASSIGNED, "reservedText1": "", "reservedText2": ""}
 AUTO_LINES = ("autoLinePrev", "autoLineNext")
 
 
 def model(type_, dumped):
     """The library's object, from what the dumper read."""
+    if isinstance(type_, archive_dump.OfKind):
+        type_ = type_.record
     if isinstance(type_, archive_dump.NumberedList):
         items = [model(type_.element, item) for item in dumped["items"]]
         return {"nextSerialID": dumped.get("nextSerialID", 0), "items": items}
-    if isinstance(type_, archive_dump.List):
+    if isinstance(type_, archive_dump.COLLECTIONS):
         return [model(type_.element, item) for item in dumped]
     if not isinstance(type_, str):
         return dumped
@@ -225,6 +291,17 @@ def point_model(point, dumped):
     return point
 
 
+def form_control_model(form_control, dumped):
+    """The names of an archive that does not have all of them do not count."""
+    return form_control if "otherLeft" in dumped else form_control | CONTROL_ITEMS
+
+
+def land_xml_model(data, _):
+    if data["storeVersion"] == "01.10":
+        data["flagAny"] = int(any(alignment["flag"] for alignment in data["alignments"]))
+    return data
+
+
 def registry_model(registry, _):
     return sorted(registry["classes"], key=lambda c: c["key"].encode("cp932"))
 
@@ -239,6 +316,8 @@ MADE_FROM = {
     "x-section": section_model,
     "build-form": form_model,
     "composed-pnt": point_model,
+    "form-ctrl": form_control_model,
+    "land-xml-data": land_xml_model,
     "measure-infos": lambda members, _: members["infos"],
     "name-registry": registry_model,
     "name-list": lambda members, _: members["items"],
@@ -253,18 +332,53 @@ class Reading(unittest.TestCase):
             for version in VERSIONS:
                 with self.subTest(record=record, version=version):
                     self.maxDiff = None
-                    data = Filler.fill(record, version)
-                    dumped = archive_dump.load(data, record, version)
-                    self.assertEqual(
-                        model(archive_dump.type_of(record), dumped), library_reads(data, record, version)
-                    )
+                    self.alike(Filler.fill(record, version), record, version)
+
+    def alike(self, data, record, version=""):
+        """Both read the same; gives what the library reads."""
+        read = library_reads(data, record, version)
+        self.assertEqual(model(type_of(record), dumper_reads(data, record, version)), read)
+        return read
+
+    def test_each_part_of_all_road_data_has_its_own_version(self):
+        for versions in [("02.00", "05.00", "01.10"), ("06.00", "02.00", "01.11"), ("03.50", "06.50", "01.00")]:
+            parts = zip(("info-constrcut", "road-center-data", "land-xml-data"), versions)
+            data = b"".join(Filler.fill(record, version) for record, version in parts)
+            read = self.alike(data, "linear-xml-data")
+            self.assertEqual(tuple(part["storeVersion"] for part in read.values()), versions)
+
+    def test_the_road_data_of_every_age_are_read_alike(self):
+        files = sorted(name for name in os.listdir(GOLDEN) if name.startswith("road-"))
+        self.assertGreaterEqual(len(files), 8)
+        for name in files:
+            with self.subTest(file=name), open(os.path.join(GOLDEN, name), "rb") as file:
+                self.alike(file.read(), "linear-xml-data")
+
+    def test_a_road_geometry_takes_its_version_for_a_number(self):
+        for version in ["3", "+3.0", " 03.00", "\t10", ".3e1", "2.999", "0299e-2", "300e-3", "03e", "-3", "x", ""]:
+            for record in ["road-gm-data", "road-gm-data of road-geometry", "old-road-gm-data"]:
+                with self.subTest(record=record, version=version):
+                    self.alike(Filler.fill(record, version), record, version)
+
+    def test_the_flag_of_an_old_export_is_that_of_any_alignment(self):
+        head = b"\x0501.10" + b"\0\0" + struct.pack("<iii", 0, 1, 0)
+        alignment = b"\0\0" + struct.pack("<iHHH", 0, 1, 2, 3)
+        flagged = b"\0\0" + struct.pack("<iHHH", -1, 1, 2, 3)
+        for alignments, expected in [([], 0), ([alignment] * 2, 0), ([alignment, flagged], 1)]:
+            data = head + struct.pack("<i", len(alignments)) + b"".join(alignments)
+            self.assertEqual(self.alike(data, "land-xml-data")["flagAny"], expected)
+        older = head.replace(b"01.10", b"01.09") + struct.pack("<i", 0)
+        self.assertEqual(self.alike(older, "land-xml-data")["flagAny"], 1)
 
     def test_each_cut_is_noticed_by_both(self):
-        for record in ["composed-pnt", "form-ctrl-target", "file-info", "name-registry", "cross-point-info"]:
+        for record in [
+            "composed-pnt", "form-ctrl-target", "file-info", "name-registry", "cross-point-info", "form-ctrl",
+            "land-xml-data", "project-data", "ctrl-points-with-groups", "road-gm-data of road-geometry",
+        ]:  # fmt: skip
             data = Filler.fill(record, "06.00")
             for kept in range(0, len(data), 1 + len(data) // 25):
                 with self.subTest(record=record, kept=kept):
-                    self.assertRaises(archive_dump.ArchiveError, archive_dump.load, data[:kept], record, "06.00")
+                    self.assertRaises(archive_dump.ArchiveError, dumper_reads, data[:kept], record, "06.00")
                     self.assertRaises(RuntimeError, library_reads, data[:kept], record, "06.00")
 
 
@@ -274,10 +388,12 @@ class Reading(unittest.TestCase):
 class Writing(unittest.TestCase):
     def written_matches(self, type_, dumped, whole, path):
         """Every member that the dumper finds in written bytes is the model's."""
+        if isinstance(type_, archive_dump.OfKind):
+            type_ = type_.record
         if isinstance(type_, archive_dump.NumberedList):
             self.assertEqual(dumped["nextSerialID"], whole["nextSerialID"], path)
             dumped, whole = dumped["items"], whole["items"]
-        if isinstance(type_, (archive_dump.List, archive_dump.NumberedList)):
+        if isinstance(type_, archive_dump.COLLECTIONS):
             self.assertEqual(len(dumped), len(whole), path)
             for i, (item, member) in enumerate(zip(dumped, whole)):
                 self.written_matches(type_.element, item, member, f"{path}[{i}]")
@@ -292,10 +408,12 @@ class Writing(unittest.TestCase):
                 entries = [{"key": 1, "type": "integer", "value": whole["elementType"]}] if keeps else []
                 self.assertEqual(value, entries, here)
             elif name in NO_MEMBERS:
-                self.assertEqual(value, UNASSIGNED if name == "reserved" else 0, here)
+                self.assertEqual(value, WRITTEN_WITHOUT_MEMBER.get(name, 0), here)
+            elif name == "storeVersion":
+                self.assertEqual(value, types[name].newest or self.version, here)
             elif name in AUTO_LINES and type_ in ("composed-pnt", "composed-pnt-detail"):
                 self.assertEqual(value, 0, here)
-            elif name == "presPoints":
+            elif name == "presPoints" or type_ == "x-section-type":
                 self.assertEqual(value, [], here)
             elif type_ in ("measure-infos", "name-list", "name-registry"):
                 self.written_matches(types[name], value, whole, here)
@@ -309,25 +427,39 @@ class Writing(unittest.TestCase):
         for record in [name for name in RECORDS if name not in tables]:
             for version in VERSIONS:
                 with self.subTest(record=record, version=version):
+                    self.version = version
                     # A store version that fills every member which the version written has a place for.
                     source = "05.50" if version < "06.00" else "06.00"
                     data = Filler.fill(record, source)
                     stored = probe("store", record, source, version, data=data)
-                    dumped = archive_dump.load(stored, record, version, written=True)
-                    self.written_matches(
-                        archive_dump.type_of(record), dumped, library_reads(data, record, source), record
-                    )
+                    dumped = dumper_reads(stored, record, version, written=True)
+                    self.written_matches(type_of(record), dumped, library_reads(data, record, source), record)
 
     def test_what_is_written_from_0500_on_reads_back_alike(self):
-        for record in RECORDS:
+        for record in [name for name in RECORDS if not name.startswith("old-")]:
             for version in [v for v in VERSIONS if v >= "05.00"]:
                 with self.subTest(record=record, version=version):
                     self.maxDiff = None
                     stored = probe("store", record, version, version, data=Filler.fill(record, version))
-                    dumped = archive_dump.load(stored, record, version)
-                    self.assertEqual(
-                        model(archive_dump.type_of(record), dumped), library_reads(stored, record, version)
-                    )
+                    dumped = dumper_reads(stored, record, version)
+                    self.assertEqual(model(type_of(record), dumped), library_reads(stored, record, version))
+
+    def test_what_does_not_read_back_before_its_version(self):
+        for record, version in [
+            ("alignment", "02.00"), ("road-gm-data", "02.50"), ("form-ctrl", "02.00"), ("info-constrcut", "02.00"),
+            ("road-center-data", "02.50"), ("old-road-gm-data", "06.00"),
+        ]:  # fmt: skip
+            with self.subTest(record=record):
+                stored = probe("store", record, "06.00", version, data=Filler.fill(record, "06.00"))
+                self.assertRaises(RuntimeError, library_reads, stored, record, version)
+                self.assertRaises(archive_dump.ArchiveError, dumper_reads, stored, record, version)
+                self.assertTrue(dumper_reads(stored, record, version, written=True))
+
+    def test_the_export_is_written_in_its_newest_version(self):
+        data = Filler.fill("land-xml-data", "01.10")
+        self.assertEqual(dumper_reads(data, "land-xml-data", "")["storeVersion"], "01.10")
+        stored = probe("store", "land-xml-data", "", "01.10", data=data)
+        self.assertEqual(dumper_reads(stored, "land-xml-data", "")["storeVersion"], "01.11")
 
     def test_the_pavement_settings_are_written_with_all_their_keys(self):
         stored = probe("store", "pavement-settings", "06.00", "06.00", data=struct.pack("<I", 0))
@@ -361,6 +493,31 @@ class Primitives(unittest.TestCase):
         self.note(b"\xff\xff\xff\xfe\xff\x00\x00", b"n" * 0xFFFE)
         self.note(b"\xff\xff\xff\x03\x00\x00\x00", b"abc")
 
+    def test_counts_of_texts_have_two_forms(self):
+        head, options = b"\x0501.11", struct.pack("<iiid", 1, 2, 3, 4.5)
+        rest = b"\0\0" + struct.pack("<iiii", 0, 0, 0, 0)
+        for count, texts in [
+            (b"\0\0", 0), (b"\x01\0", 1), (b"\xfe\xff", 0xFFFE), (b"\xff\xff\xff\xff\0\0", 0xFFFF),
+            (b"\xff\xff\x01\0\0\0", 1),
+        ]:  # fmt: skip
+            data = head + options + count + b"\x01t" * texts + rest
+            dumped = dumper_reads(data, "land-xml-data", "")
+            self.assertEqual(dumped["texts"], ["t"] * texts)
+            self.assertEqual(library_reads(data, "land-xml-data", "")["texts"], ["t"] * texts)
+
+    def test_counts_of_road_records_below_one_are_none(self):
+        for count in (0, -1, -(1 << 31)):
+            for record in ("crs-data-array", "land-xml-alignment-array"):
+                data = struct.pack("<i", count)
+                self.assertEqual(dumper_reads(data, record, "05.00"), [])
+                self.assertEqual(library_reads(data, record, "05.00"), [])
+
+    def test_a_double_is_never_unset(self):
+        data = b"\0" + struct.pack("<i", 0) + b"\0" + struct.pack("<dii", -1e-99, 0, 0) + b"\0"
+        dumped = dumper_reads(data, "crs-data", "05.00")
+        self.assertEqual(dumped, library_reads(data, "crs-data", "05.00"))
+        self.assertEqual(dumped["verticalHeight"], -1e-99)
+
     def test_reals_that_json_does_not_have(self):
         data = struct.pack("<Iddd", 0, float("inf"), float("nan"), -1e-99)
         dumped = archive_dump.load(data[:20], "pres-point", "06.00")
@@ -388,6 +545,33 @@ class Damage(unittest.TestCase):
         self.refused(b"\x02\0\0\0" + b"\0" * 7, "pres-point", 0, "a count of 2, which the 7 bytes left")
         self.refused(b"\xff\xff\xff\xff" + b"\0" * 99, "file-info-array", 0, "a count of 4294967295")
         self.refused(b"\0\0\0\0\x05\0\0\0" + b"\0" * 19, "measure-infos", 4, "measure-infos.infos: a count of 5")
+
+    def test_counts_that_the_rest_cannot_back_by_the_shortest_form(self):
+        for record, least in archive_dump.LEAST_BYTES.items():
+            if record in archive_dump.NUMBERED:
+                continue  # the next serial comes first
+            name = record + "-array"
+            message = f"a count of 2, which the {2 * least - 1} bytes left cannot back"
+            data = struct.pack("<I", 2) + b"\0" * (2 * least - 1)
+            with self.assertRaises(archive_dump.ArchiveError) as caught:
+                dumper_reads(data, name, "05.00")
+            self.assertEqual((caught.exception.offset, message in str(caught.exception)), (0, True), record)
+            try:
+                dumper_reads(data + b"\0", name, "05.00")
+            except archive_dump.ArchiveError as error:  # the count is believed, an element needs more
+                self.assertGreaterEqual(error.offset, 4, record)
+
+    def test_lists_of_more_texts_than_bytes(self):
+        data = b"\x0501.11" + struct.pack("<iiidH", 1, 2, 3, 4.5, 9) + b"\0" * 8
+        self.refused(data, "land-xml-data", 26, "a count of 9, which the 8 bytes left cannot back")
+
+    def test_an_export_newer_than_the_library(self):
+        self.refused(b"\x0501.12" + b"\0" * 99, "land-xml-data", 0, '"01.12" is newer than 01.11')
+
+    def test_road_data_newer_than_the_library_are_shown(self):
+        data = Filler.fill("info-constrcut", "07.00")
+        self.assertRaisesRegex(RuntimeError, "newer", library_reads, data, "info-constrcut", "")
+        self.assertEqual(dumper_reads(data, "info-constrcut", "")["storeVersion"], "07.00")
 
     def test_texts_that_end_behind_the_archive(self):
         self.refused(b"\0\0\0\0\x04abc", "name-item", 4, "a text of 4 bytes, but only 3 bytes are left")
@@ -436,6 +620,20 @@ class CommandLine(unittest.TestCase):
         self.assertEqual((code, error), (0, ""))
         self.assertEqual(json.loads(out), archive_dump.load(data, "x-sections-array", "05.50"))
 
+    def test_road_data_need_no_version(self):
+        data = Filler.fill("linear-xml-data", "05.00")
+        code, out, error = dump("--record", "linear-xml-data", "--json", "-", data=data)
+        self.assertEqual((code, error), (0, ""))
+        self.assertEqual(json.loads(out), dumper_reads(data, "linear-xml-data", ""))
+
+    def test_the_kind_of_an_alignment_is_given(self):
+        for kind in archive_dump.KINDS:
+            data = Filler.fill(f"alignment of {kind}", "02.00")
+            arguments = ("--version", "02.00", "--record", "alignment", "--kind", kind, "--json", "-")
+            code, out, _ = dump(*arguments, data=data)
+            self.assertEqual(code, 0)
+            self.assertEqual("xSections" in json.loads(out), kind == archive_dump.ROAD_GEOMETRY)
+
     def test_enumerations_are_named_in_the_tree(self):
         data = Filler.fill("composed-pnt", "06.00")
         at = 4 + 9  # the second half of the first entry: its value
@@ -460,6 +658,8 @@ class CommandLine(unittest.TestCase):
             ("--version", "06.00", "--record", "pres-point", "--offset", "1", "-"),
             ("--version", "06.00", "--record", "pres-point", "/nonexistent/archive"),
             ("--record", "pres-point", "-"),
+            ("--record", "road-gm-data", "-"),
+            ("--version", "05.00", "--record", "alignment", "--kind", "other", "-"),
         ]:
             with self.subTest(arguments=arguments):
                 code, out, error = dump(*arguments)
@@ -496,7 +696,8 @@ class Description(unittest.TestCase):
     @staticmethod
     def condition(cell):
         cell = cell.replace("always", "").replace(",", "").replace("≥", ">=").replace("≤", "<=")
-        return re.sub(r"([<>=]) ", r"\1", cell)
+        cell = cell.replace("road geometry", archive_dump.ROAD_GEOMETRY)
+        return re.sub(r"(number|integer|[<>=]) ", r"\1", cell)
 
     @staticmethod
     def kind(type_):
@@ -505,6 +706,10 @@ class Description(unittest.TestCase):
             return f"record `{type_}`"
         numbers = {"B": "`u8`", "H": "`u16`", "I": "`u32`", "i": "`i32`"}
         kinds = {
+            archive_dump.OfKind: lambda: f"record `{type_.record}` of kind {type_.kind.replace('-', ' ')}",
+            archive_dump.OwnVersion: lambda: "`text`",
+            archive_dump.TextList: lambda: "list of texts",
+            archive_dump.SignedList: lambda: "signed collection of",
             archive_dump.Number: lambda: numbers[type_.code],
             archive_dump.NumberedList: lambda: "numbered collection of",
             archive_dump.List: lambda: "list of" if type_.element is archive_dump.ID else "collection of",
@@ -527,8 +732,54 @@ class Description(unittest.TestCase):
                     kind = row["Type"].replace("`id`", "`u32`").replace("`enum`", "`i32`")
                     self.assertTrue(kind.startswith(self.kind(f.type)), f"{f.name}: {kind}")
 
-    def test_the_worked_example_is_what_the_library_reads(self):
-        example = "\n".join(self.lines).split("```")[1].strip("\n")
+    def test_the_shortest_forms_are_those_of_the_dumper(self):
+        first = self.lines.index("### Shortest forms")
+        rows = [line for line in self.lines[first:] if line.startswith("| `")]
+        pairs = [re.findall(r"`([a-z-]+)` \| (\d+)", row) for row in rows]
+        described = {record: int(least) for row in pairs for record, least in row}
+        for record, least in archive_dump.LEAST_BYTES.items():
+            self.assertEqual(described[record], least)
+            self.assertEqual(least, min(self.shortest(record, version) for version in VERSIONS), record)
+        self.assertEqual(described.keys(), archive_dump.LEAST_BYTES.keys())
+
+    def shortest(self, type_, version):
+        """The bytes of a value that is empty wherever it can be."""
+        if isinstance(type_, str):
+            fields = archive_dump.RECORDS[type_]
+            held = [f for f in fields if archive_dump.has_field(f, version, archive_dump.FORM_CONTROL, written=False)]
+            return sum(self.shortest(f.type, version) for f in held)
+        if isinstance(type_, archive_dump.Number):
+            return struct.calcsize("<" + type_.code)
+        if isinstance(type_, archive_dump.NumberedList):
+            return 8 if version >= "05.00" else 4
+        sizes = {
+            archive_dump.Bool: 1, archive_dump.Text: 1, archive_dump.Real: 8, archive_dump.Double: 8,
+            archive_dump.Date: 12, archive_dump.Table: 4, archive_dump.List: 4, archive_dump.SignedList: 4,
+        }  # fmt: skip
+        return sizes[type(type_)]
+
+    def test_the_enumerations_are_those_of_the_dumper(self):
+        """Each value that the page names in a table is named alike in the tree."""
+        fields = [f for record in archive_dump.RECORDS.values() for f in record]
+        shows = {f.name: f.type.show for f in fields if isinstance(f.type, archive_dump.Number)}
+        for title, name in [
+            ("Geodetic datum", "geoDatum"), ("Control point class", "ctrlClass"), ("Bench mark class", "bmClass"),
+            ("Road class", "classificat"), ("Design speed", "designSpeed"), ("Element type", None),
+            ("Component type", "componentType"), ("Control item", "controlItem"),
+            ("Pair of points", "targetPntType"),
+        ]:  # fmt: skip
+            show = shows[name] if name else archive_dump.ELEMENT_TYPE.show
+            first = self.lines.index("#### " + title)
+            section = self.lines[first + 1 :]
+            ends = [i for i, line in enumerate(section) if line.startswith("#")]
+            named = re.findall(r"\| (-?\d+) \| (\w+) (?=\|)", " ".join(section[: ends[0]]))
+            self.assertGreater(len(named), 4, title)
+            for value, text in named:
+                self.assertEqual(show(int(value)), f"{value} ({text})", title)
+
+    def example_is_read(self, number, record, version):
+        """An example of the page is what the library reads and writes and what the dumper prints."""
+        example = "\n".join(self.lines).split("```")[2 * number + 1].strip("\n")
         hexes = [(line[:4].strip(), line[5:56]) for line in example.split("\n")]
         data = b"".join(bytes.fromhex(text) for _, text in hexes)
         at = 0
@@ -536,11 +787,17 @@ class Description(unittest.TestCase):
             if offset:
                 self.assertEqual(int(offset, 16), at)
             at += len(bytes.fromhex(text))
-        section = library_reads(data, "x-section", "06.00")
-        self.assertEqual(section, model("x-section", archive_dump.load(data, "x-section", "06.00")))
-        self.assertEqual(probe("store", "x-section", "06.00", "06.00", data=data), data)
-        _, out, _ = dump("--version", "06.00", "--record", "x-section", "-", data=data)
+        self.assertEqual(library_reads(data, record, version), model(record, dumper_reads(data, record, version)))
+        self.assertEqual(probe("store", record, version, version, data=data), data)
+        _, out, _ = dump("--version", version, "--record", record, "-", data=data)
         self.assertEqual([line[56:] for line in example.split("\n")], [line[10:] for line in out.splitlines()])
+        return data
+
+    def test_the_cross_section_is_what_the_library_reads(self):
+        self.assertEqual(len(self.example_is_read(0, "x-section", "06.00")), 487)
+
+    def test_the_new_road_data_are_what_the_library_reads(self):
+        self.example_is_read(1, "linear-xml-data", "05.00")
 
 
 if __name__ == "__main__":

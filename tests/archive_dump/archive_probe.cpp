@@ -3,8 +3,13 @@
 //   archive_probe load RECORD VERSION       prints the record on standard input as JSON
 //   archive_probe store RECORD FROM TO      reads the record at one store version and writes it at another
 //
+// Records that carry their store version are read in whichever they have, and written in TO where the library lets a
+// host choose.
+//
 // Exit codes: 0 done, 1 the archive was refused or bytes are left, 2 misuse.
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
@@ -14,6 +19,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "vorn/vorn.h"
@@ -23,8 +30,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using Json = nlohmann::ordered_json;
 
-// --- the model as JSON: members by the names of their accessors, unset reals as null
-// ----------------------------------
+// --- the model as JSON: members by the names of their accessors, unset reals as null ---------------------------------
 
 Json ToJson(const CString& text) {
   std::string utf8;
@@ -241,21 +247,232 @@ Json ToJson(const VornBldNameMap& registry) {
   return classes;
 }
 
-/// The file information as the road data holds it.
+// --- road and survey records as JSON ---------------------------------------------------------------------------------
+
+Json ToJson(const VornCrsData& crs) {
+  return {{"name", ToJson(crs.GetName())},
+          {"geoDatum", Number(crs.GetGeoDatum())},
+          {"verticalDatum", ToJson(crs.VerticalDatum())},
+          {"verticalHeight", crs.GetVerticalHeight()},
+          {"horizonCoordinate", Number(crs.GetHorizonCoordinate())},
+          {"auxCode", crs.GetAuxCode()},
+          {"auxText", ToJson(crs.GetAuxText())}};
+}
+
+Json ToJson(const VornCtrlPoint& point) {
+  return {
+      {"number", point.GetNumber()}, {"ctrlClass", Number(point.GetCtrlClass())}, {"name", ToJson(point.GetName())}};
+}
+
+Json ToJson(const VornBenchMark& mark) {
+  return {{"number", mark.GetNumber()}, {"bmClass", Number(mark.GetBMClass())}, {"name", ToJson(mark.GetName())}};
+}
+
+Json ToJson(const VornGmPnt& point) { return {{"number", point.GetNumber()}, {"name", ToJson(point.GetName())}}; }
+
+Json ToJson(const VornCreatorInfoData& creator) {
+  return {{"name", ToJson(creator.GetName())}, {"text", ToJson(creator.GetText())}};
+}
+
+Json ToJson(const VornUpDate& dates) {
+  return {{"date1", ToJson(dates.GetDates()[0])},
+          {"date2", ToJson(dates.GetDates()[1])},
+          {"date3", ToJson(dates.GetDates()[2])}};
+}
+
+Json ToJson(const VornAlignment& alignment) {
+  return {{"name", ToJson(alignment.GetName())},
+          {"crsName", ToJson(alignment.GetCrsName())},
+          {"auxText", ToJson(alignment.GetAuxText())},
+          {"attr1", alignment.GetAttr1()},
+          {"attr2", alignment.GetAttr2()},
+          {"attr3", alignment.GetAttr3()},
+          {"xSections", ToJson(alignment.GetXSections())},
+          {"upDate", ToJson(alignment.GetUpDate())}};
+}
+
+Json ToJson(const VornLandXMLCgPoint& point) { return {{"number", point.GetNumber()}}; }
+
+Json ToJson(const VornLandXMLAlignment& alignment) {
+  return {{"name", ToJson(alignment.GetName())}, {"text", ToJson(alignment.GetText())},
+          {"flag", alignment.GetFlag()},         {"code1", alignment.GetCode1()},
+          {"code2", alignment.GetCode2()},       {"code3", alignment.GetCode3()}};
+}
+
+Json ToJson(const VornGmPnts& group);
+
+/// The elements of a collection of road records.
+template <typename Type>
+Json ToJson(const VornRecordArray<Type>& items) {
+  Json array = Json::array();
+  for (const Type& item : items) array.push_back(ToJson(item));
+  return array;
+}
+
+Json ToJson(const VornGmPnts& group) {
+  return {
+      {"name", ToJson(group.GetName())}, {"name2", ToJson(group.GetName2())}, {"points", ToJson(group.GetPoints())}};
+}
+
+Json ToJson(const VornAlignmentsArray& alignments) {
+  const VornRecordArray<VornAlignment>& items = alignments;
+  return {{"current", alignments.GetCurrent()}, {"items", ToJson(items)}};
+}
+
+Json ToJson(const VornCtrlPoints& points) {
+  return {{"name", ToJson(points.GetName())},
+          {"ctrlPos", ToJson(points.GetCtrlPos())},
+          {"benchMarks", ToJson(points.GetBenchMarks())},
+          {"gmPnts", ToJson(points.GetGmPnts())}};
+}
+
+Json ToJson(const VornRoadInfo& info) {
+  return {{"name", ToJson(info.GetName())},
+          {"classificat", Number(info.GetClassificat())},
+          {"designSpeed", Number(info.GetSpeed())},
+          {"traffic", info.GetTraffic()}};
+}
+
+Json ToJson(const VornRoadGmData& road) {
+  return {{"roadInfo", ToJson(road.GetRoadInfo())},
+          {"option", road.GetOption()},
+          {"schemaVersion", Number(road.GetSchemaVersion())},
+          {"option2", road.GetOption2()},
+          {"text", ToJson(road.GetText())},
+          {"alignments", ToJson(road.GetAlignments())},
+          {"xSectType", ToJson(road.GetXSectType())},
+          {"fileInfos", ToJson(road.GetFileInfos())},
+          {"structureType", ToJson(road.GetStructureType())}};
+}
+
+Json ToJson(const VornProjectData& project) {
+  return {{"name", ToJson(project.GetName())},
+          {"date", ToJson(project.GetDate())},
+          {"projPhase", Number(project.GetProjPhase())},
+          {"text", ToJson(project.GetText())},
+          {"creators", ToJson(project.GetCreators())}};
+}
+
+Json ToJson(const VornFormCtrl& formCtrl) {
+  constexpr std::array kNames = {"roadCenter",  "roadLeft", "roadRight", "slopeLeft", "slopeRight",
+                                 "roadSurface", "bermLeft", "bermRight", "otherLeft", "otherRight"};
+  constexpr std::array kMarks = {"slopeMarks", "bermMarks", "roadMarks", "otherMarks"};
+  Json members = {{"value", formCtrl.GetValue()}};
+  for (std::size_t i = 0; i < kNames.size(); ++i) members[kNames[i]] = ToJson(formCtrl.GetNames()[i]);
+  for (std::size_t i = 0; i < kMarks.size(); ++i) members[kMarks[i]] = Number(formCtrl.GetMarks()[i]);
+  return members;
+}
+
+Json ToJson(const VornInfoConstrcut& info) {
+  return {{"storeVersion", ToJson(info.GetStoreVersion())},
+          {"crsArray", ToJson(info.GetCrsArray())},
+          {"ctrlPoints", ToJson(info.GetCtrlPoints())},
+          {"roadGm", ToJson(info.GetRoadGm())},
+          {"formCtrl", ToJson(info.GetFormCtrl())}};
+}
+
+Json ToJson(const VornRoadCenterData& center) {
+  return {{"storeVersion", ToJson(center.GetStoreVersion())},
+          {"project", ToJson(center.GetProject())},
+          {"crsArray", ToJson(center.GetCrsArray())},
+          {"gmPnts", ToJson(center.GetGmPnts())},
+          {"roadGm", ToJson(center.GetRoadGm())}};
+}
+
+Json ToJson(const VornLandXMLProject& project) {
+  return {{"name", ToJson(project.GetName())}, {"desc", ToJson(project.GetDesc())}};
+}
+
+Json ToJson(const VornLandXMLCgPointsArray& points) {
+  const VornRecordArray<VornLandXMLCgPoint>& items = points;
+  return {{"points", ToJson(items)}, {"option1", points.GetOption1()}, {"option2", points.GetOption2()}};
+}
+
+Json ToJson(const VornLandXMLData& data) {
+  Json texts = Json::array();
+  for (const CString& text : data.GetTexts()) texts.push_back(ToJson(text));
+  return {{"storeVersion", ToJson(data.GetStoreVersion())},
+          {"flagAny", data.GetFlagAny()},
+          {"option1", data.GetOption1()},
+          {"option2", data.GetOption2()},
+          {"option3", data.GetOption3()},
+          {"value", data.GetValue()},
+          {"texts", std::move(texts)},
+          {"project", ToJson(data.GetProject())},
+          {"cgPoints", ToJson(data.GetCgPoints())},
+          {"alignments", ToJson(data.GetAlignments())}};
+}
+
+Json ToJson(const VornLinearXMLData& data) {
+  return {{"infoConstrcut", ToJson(data.GetInfoConstrcut())},
+          {"roadCenter", ToJson(data.GetRoadCenter())},
+          {"landXml", ToJson(data.GetLandXml())}};
+}
+
+// --- records that hosts can ask for in other forms than those that records hold --------------------------------------
+
+/// File information with its table in front.
 class HostFileInfo : public VornFileInfo {
  public:
   void Serialize(CArchive& ar, const CString& tag) override { VornFileInfo::Serialize(ar, tag.GetString()); }
 };
 
-// --- commands
-// ----------------------------------------------------------------------------------------------------------
+/// The construction information without its store version.
+class InfoParts : public VornInfoConstrcut {
+ public:
+  void Serialize(CArchive& ar, const char* tag) { VornInfoConstrcut::Serialize(ar, tag); }
+};
+
+/// Control points with or without the groups of ground points.
+template <bool kWithGmPnts>
+class CtrlPoints : public VornCtrlPoints {
+ public:
+  void Serialize(CArchive& ar, const char* tag) { VornCtrlPoints::Serialize(ar, tag, kWithGmPnts); }
+};
+
+/// A record whose alignments are of a kind.
+template <typename Record, VORN_DataKind kKind>
+class OfKind : public Record {
+ public:
+  void Serialize(CArchive& ar, const char* tag) { Record::Serialize(ar, tag, kKind); }
+};
+
+/// The road geometry in the form before 03.00.
+template <VORN_DataKind kKind>
+class OldRoadGmData : public VornRoadGmData {
+ public:
+  void Serialize(CArchive& ar, const char* tag) { SerializeOld(ar, tag, kKind); }
+};
+
+/// A part of the LandXML data, none of which looks at a version.
+template <typename Record>
+class LandXMLPart : public Record {
+ public:
+  void Serialize(CArchive& ar, const char* tag) { Record::Serialize(ar, tag, "01.11"); }
+};
+
+// --- commands --------------------------------------------------------------------------------------------------------
+
+/// Newer than any version that a test carries in a record.
+constexpr const char* kNewestVersion = "06.50";
+
+// The store version of the library, for the records that carry theirs.
+
+template <typename Record>
+void SetLibVersion(Record&, const char*) {}
+void SetLibVersion(VornInfoConstrcut& info, const char* version) { info.SetStoreVersion(version); }
+void SetLibVersion(VornRoadCenterData& center, const char* version) { center.SetStoreVersion(version); }
+void SetLibVersion(VornLinearXMLData& data, const char* version) {
+  SetLibVersion(data.GetInfoConstrcut(), version);
+  SetLibVersion(data.GetRoadCenter(), version);
+}
 
 template <typename Record>
 void Serialize(Record& record, CArchive& ar, const CString& tag) {
-  if constexpr (requires { record.Serialize(ar, tag); }) {
-    record.Serialize(ar, tag);
-  } else {
+  if constexpr (std::is_same_v<Record, VornInfoConstrcut> || !requires { record.Serialize(ar, tag); }) {
     record.Serialize(ar);
+  } else {
+    record.Serialize(ar, tag);
   }
 }
 
@@ -271,11 +488,13 @@ void Load(Record& record, const Bytes& bytes, const CString& tag) {
 template <typename Record>
 void Probe(const Bytes& bytes, const CString& from, const CString* to) {
   Record record;
+  SetLibVersion(record, kNewestVersion);
   Load(record, bytes, from);
   if (to == nullptr) {
     std::cout << ToJson(record) << '\n';
     return;
   }
+  SetLibVersion(record, *to);
   CMemFile file;
   CArchive ar(&file, CArchive::store);
   Serialize(record, ar, *to);
@@ -287,7 +506,44 @@ void Probe(const Bytes& bytes, const CString& from, const CString* to) {
 using Command = std::function<void(const Bytes&, const CString&, const CString*)>;
 
 const std::map<std::string, Command>& Records() {
+  using enum VORN_DataKind;
   static const std::map<std::string, Command> records = {
+      {"linear-xml-data", Probe<VornLinearXMLData>},
+      {"info-constrcut", Probe<VornInfoConstrcut>},
+      {"info-constrcut-parts", Probe<InfoParts>},
+      {"road-center-data", Probe<VornRoadCenterData>},
+      {"crs-data", Probe<VornCrsData>},
+      {"crs-data-array", Probe<VornCrsArray>},
+      {"ctrl-points", Probe<CtrlPoints<false>>},
+      {"ctrl-points-with-groups", Probe<CtrlPoints<true>>},
+      {"ctrl-point", Probe<VornCtrlPoint>},
+      {"ctrl-point-array", Probe<VornCtrlPosArray>},
+      {"bench-mark", Probe<VornBenchMark>},
+      {"bench-mark-array", Probe<VornBenchMkArray>},
+      {"gm-pnts", Probe<VornGmPnts>},
+      {"gm-pnts-array", Probe<VornGmPntsArray>},
+      {"gm-pnt", Probe<VornGmPnt>},
+      {"gm-pnt-array", Probe<VornGmPntArray>},
+      {"road-gm-data", Probe<OfKind<VornRoadGmData, FormControl>>},
+      {"road-gm-data of road-geometry", Probe<OfKind<VornRoadGmData, RoadGeometry>>},
+      {"old-road-gm-data", Probe<OldRoadGmData<FormControl>>},
+      {"old-road-gm-data of road-geometry", Probe<OldRoadGmData<RoadGeometry>>},
+      {"road-info", Probe<VornRoadInfo>},
+      {"alignments", Probe<OfKind<VornAlignmentsArray, FormControl>>},
+      {"alignments of road-geometry", Probe<OfKind<VornAlignmentsArray, RoadGeometry>>},
+      {"alignment", Probe<OfKind<VornAlignment, FormControl>>},
+      {"alignment of road-geometry", Probe<OfKind<VornAlignment, RoadGeometry>>},
+      {"up-date", Probe<VornUpDate>},
+      {"project-data", Probe<VornProjectData>},
+      {"creator-info-data", Probe<VornCreatorInfoData>},
+      {"creator-info-data-array", Probe<VornCreatorInfoArray>},
+      {"form-ctrl", Probe<VornFormCtrl>},
+      {"land-xml-data", Probe<VornLandXMLData>},
+      {"land-xml-project", Probe<LandXMLPart<VornLandXMLProject>>},
+      {"land-xml-cg-points", Probe<LandXMLPart<VornLandXMLCgPointsArray>>},
+      {"land-xml-cg-point", Probe<LandXMLPart<VornLandXMLCgPoint>>},
+      {"land-xml-alignment", Probe<LandXMLPart<VornLandXMLAlignment>>},
+      {"land-xml-alignment-array", Probe<LandXMLPart<VornLandXMLAlignmentsArray>>},
       {"x-sections", Probe<VornXSections>},
       {"x-sections-array", Probe<Vorn_XSectionsArray>},
       {"x-section", Probe<VornXSection>},
@@ -340,6 +596,9 @@ int main(int argc, char** argv) {
     record->second(bytes, from, stores ? &to : nullptr);
   } catch (const std::exception& error) {
     std::cerr << "archive_probe: " << error.what() << '\n';
+    return 1;
+  } catch (bool) {
+    std::cerr << "archive_probe: the record is newer than the library\n";
     return 1;
   }
   return 0;

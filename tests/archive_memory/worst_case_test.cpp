@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -15,15 +17,21 @@
 #include "vorn/model/x_sections.h"
 #include "vorn/road/crs_data.h"
 #include "vorn/road/ctrl_points.h"
+#include "vorn/road/land_xml_data.h"
+#include "vorn/road/project_data.h"
+#include "vorn/road/road_gm_data.h"
 #include "vorn/types/bld_name_map.h"
 
 // What reading an archive allocates at most, measured by replacing the global allocation: therefore an executable of
-// its own. The inputs are the worst there are: as many of the shortest records as fit, one more than a growing array
-// has room for.
+// its own. The inputs are the worst there are: as many of the shortest records as fit, as many as make a growing array
+// hold the most.
 
 namespace {
 
 constexpr std::size_t kHeader = alignof(std::max_align_t);
+
+/// What a block of so many bytes really gives and therefore takes: many small nodes take more than their sizes.
+constexpr std::size_t Granted(std::size_t size) { return std::max<std::size_t>(24, (size + 7) / 16 * 16 + 8); }
 
 std::atomic<std::size_t> g_used{0};
 std::atomic<std::size_t> g_peak{0};
@@ -31,8 +39,8 @@ std::atomic<std::size_t> g_peak{0};
 void* Allocate(std::size_t size) {
   auto* block = static_cast<unsigned char*>(std::malloc(size + kHeader));
   if (block == nullptr) throw std::bad_alloc();
-  *reinterpret_cast<std::size_t*>(block) = size;
-  const std::size_t used = g_used += size;
+  *reinterpret_cast<std::size_t*>(block) = Granted(size);
+  const std::size_t used = g_used += Granted(size);
   std::size_t peak = g_peak;
   while (used > peak && !g_peak.compare_exchange_weak(peak, used)) {
   }
@@ -100,8 +108,17 @@ constexpr std::size_t kMiB = std::size_t{1} << 20;
 /// Small, so that small inputs show what large ones would come to.
 constexpr std::size_t kAllowedAlways = kMiB / 4;
 
-/// An array that doubles has room for so many elements, and holds two rooms when one more comes.
+/// Enough elements to be more than what is allowed always.
 constexpr std::uint32_t kRoom = std::uint32_t{8} << 11;
+
+/// Numbers of elements at which a growing array of them holds most: it doubles from what fits into so many bytes, and
+/// has two rooms at once when one element more comes.
+template <typename Array>
+std::array<std::uint32_t, 4> WorstCounts() {
+  auto room = static_cast<std::uint32_t>(std::max<std::size_t>(8, 32768 / sizeof(*Array().GetData())));
+  while (room < kRoom) room *= 2;
+  return {kRoom + 1, 2 * kRoom, 2 * room, 2 * room + 1};
+}
 
 Bytes Repeated(const Bytes& record, std::size_t times) {
   Bytes bytes;
@@ -120,6 +137,18 @@ struct Peak {
   }
 };
 
+/// Reads an array as its record asks for.
+template <typename Array>
+void Load(Array& array, CArchive& ar, const CString& version) {
+  if constexpr (requires { array.Serialize(ar); }) {
+    array.Serialize(ar);
+  } else if constexpr (requires { array.Serialize(ar, version.GetString(), "01.11"); }) {
+    array.Serialize(ar, version.GetString(), "01.11");
+  } else {
+    array.Serialize(ar, version);
+  }
+}
+
 /// Reads an array of a number of records that announces another number of them.
 template <typename Array>
 Peak PeakOf(const Bytes& record, const char* version, std::uint32_t announced, std::uint32_t elements) {
@@ -130,13 +159,7 @@ Peak PeakOf(const Bytes& record, const char* version, std::uint32_t announced, s
   const std::size_t before = g_used;
   g_peak = before;
   Array array;
-  const auto cause = ArchiveRefusal([&] {
-    if constexpr (requires { array.Serialize(*ar); }) {
-      array.Serialize(*ar);
-    } else {
-      array.Serialize(*ar, tag);
-    }
-  });
+  const auto cause = ArchiveRefusal([&] { Load(array, *ar, tag); });
   EXPECT_EQ(cause, announced > elements ? CArchiveException::endOfFile : CArchiveException::none);
   if (announced <= elements) {
     EXPECT_EQ(array.GetSize(), static_cast<int>(announced));
@@ -147,7 +170,7 @@ Peak PeakOf(const Bytes& record, const char* version, std::uint32_t announced, s
 template <typename Array>
 void ExpectModest(const ExpectedBytes& element, const char* version) {
   const Bytes record = element.All();
-  for (const std::uint32_t elements : {kRoom + 1, 2 * kRoom}) {
+  for (const std::uint32_t elements : WorstCounts<Array>()) {
     const Peak honest = PeakOf<Array>(record, version, elements, elements);
     EXPECT_LE(honest.bytes, kAllowedAlways + 32 * honest.input) << honest.Text();
     // More than there are, as many as records of so many bytes would be.
@@ -296,6 +319,66 @@ TEST(ArchiveMemory, GroundPoints) { ExpectModest<VornGmPntArray>({{"number", U16
 
 TEST(ArchiveMemory, GroupsOfGroundPoints) {
   ExpectModest<VornGmPntsArray>({{"name", Text("")}, {"name 2", Text("")}, {"count", I32(0)}}, "05.00");
+}
+
+/// Alignments of old construction information, which end before their cross sections.
+class OldAlignments : public VornAlignmentsArray {
+ public:
+  void Serialize(CArchive& ar, const CString& tag) { VornRecordArray::Serialize(ar, tag, VORN_DataKind::FormControl); }
+};
+
+const ExpectedBytes kOldAlignment = {{"name", Text("")}, {"crs name", Text("")}, {"aux text", Text("")},
+                                     {"attr 1", U16(0)}, {"attr 2", U16(0)},     {"attr 3", U16(0)}};
+
+TEST(ArchiveMemory, OldAlignments) { ExpectModest<OldAlignments>(kOldAlignment, "02.49"); }
+
+TEST(ArchiveMemory, AlignmentsWithoutCrossSections) {
+  const ExpectedBytes set = {
+      {"table", EmptyTable()}, {"alignment", Text("")}, {"vertical", Text("")}, {"sections", U32(0)}};
+  const ExpectedBytes date = {{"status", I32(2)}, {"date", Real(0)}};
+  ExpectModest<OldAlignments>(
+      {{"alignment", kOldAlignment}, {"set", set}, {"date 1", date}, {"date 2", date}, {"date 3", date}}, "02.50");
+}
+
+TEST(ArchiveMemory, Creators) { ExpectModest<VornCreatorInfoArray>({{"name", Text("")}, {"text", Text("")}}, "05.00"); }
+
+TEST(ArchiveMemory, PointsOfTheExport) {
+  ExpectModest<VornRecordArray<VornLandXMLCgPoint>>({{"number", U16(1)}}, "05.00");
+}
+
+TEST(ArchiveMemory, AlignmentsOfTheExport) {
+  ExpectModest<VornLandXMLAlignmentsArray>({{"name", Text("")},
+                                            {"text", Text("")},
+                                            {"flag", I32(0)},
+                                            {"code 1", U16(0)},
+                                            {"code 2", U16(0)},
+                                            {"code 3", U16(0)}},
+                                           "05.00");
+}
+
+TEST(ArchiveMemory, TextsOfTheExport) {
+  const ExpectedBytes options = {
+      {"version", Text("01.11")}, {"flag", I32(0)}, {"option 1", I32(0)}, {"option 3", I32(0)}, {"value", Real(0)}};
+  const ExpectedBytes rest = {{"name", Text("")},   {"desc", Text("")},   {"points", I32(0)},
+                              {"option 1", I32(0)}, {"option 2", I32(0)}, {"alignments", I32(0)}};
+  for (const std::uint32_t texts : {kRoom + 1, 70'001u, 200'000u}) {
+    for (const bool boasting : {false, true}) {
+      const auto announced = static_cast<std::uint32_t>(boasting ? texts + rest.All().size() : texts);
+      const Bytes count = announced < 0xFFFF ? U16(static_cast<std::uint16_t>(announced)).bytes
+                                             : U16(0xFFFF).bytes + U32(announced).bytes;
+      Bytes bytes = options.All() + count + Bytes(texts) + rest.All();
+      const std::size_t input = bytes.size();
+      LoadingArchive ar(std::move(bytes));
+      const std::size_t before = g_used;
+      g_peak = before;
+      VornLandXMLData data;
+      EXPECT_EQ(ArchiveRefusal([&] { data.Serialize(*ar, "05.00"); }),
+                boasting ? CArchiveException::endOfFile : CArchiveException::none);
+      EXPECT_GE(data.GetTexts().GetCount(), static_cast<int>(texts));
+      const Peak peak{g_peak - before, input};
+      EXPECT_LE(peak.bytes, kAllowedAlways + 32 * peak.input) << texts << ": " << peak.Text();
+    }
+  }
 }
 
 TEST(ArchiveMemory, Identifiers) { ExpectModest<VornUIntArray>({{"value", U32(7)}}, ""); }

@@ -75,11 +75,63 @@ TEST(CList, CopiesItsItems) {
   EXPECT_THAT(Items(list), ElementsAre(1, 2));
 }
 
+TEST(CList, IsItsOwnCopy) {
+  CList<int> list;
+  list.AddTail(1);
+  const CList<int>& same = list;
+  list = same;
+  list.AddTail(2);
+  EXPECT_THAT(Items(list), ElementsAre(1, 2));
+}
+
+TEST(CList, GoesOnWhereItWasWhenItIsMoved) {
+  CList<int> list;
+  list.AddTail(1);
+  const int* first = &*list.begin();
+  CList<int> moved = std::move(list);
+  moved.AddTail(2);
+  EXPECT_THAT(Items(moved), ElementsAre(1, 2));
+  EXPECT_EQ(&*moved.begin(), first);
+  EXPECT_EQ(moved.GetCount(), 2);
+  CList<int> other;
+  other.AddTail(7);
+  other = std::move(moved);
+  other.AddTail(3);
+  EXPECT_THAT(Items(other), ElementsAre(1, 2, 3));
+  EXPECT_EQ(&*other.begin(), first);
+}
+
+TEST(CList, IsEmptyAndUsableAfterItWasMovedFrom) {
+  CList<int> list;
+  list.AddTail(1);
+  const CList<int> moved = std::move(list);
+  EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(list.GetCount(), 0);
+  list.AddTail(2);
+  EXPECT_THAT(Items(list), ElementsAre(2));
+  EXPECT_THAT(Items(moved), ElementsAre(1));
+}
+
+TEST(CList, TakesAnEmptyList) {
+  CList<int> list;
+  list.AddTail(1);
+  list = CList<int>();
+  EXPECT_TRUE(list.IsEmpty());
+  list.AddTail(2);
+  CList<int> moved = CList<int>();
+  moved.AddTail(3);
+  EXPECT_THAT(Items(list), ElementsAre(2));
+  EXPECT_THAT(Items(moved), ElementsAre(3));
+}
+
 TEST(CList, RemovesAll) {
   CList<int> list;
   list.AddTail(1);
   list.RemoveAll();
   EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(list.GetCount(), 0);
+  list.AddTail(2);
+  EXPECT_THAT(Items(list), ElementsAre(2));
 }
 
 }  // namespace

@@ -57,9 +57,38 @@ void ExpectCenter(const VornRoadCenterData& center, const Layout& at) {
   ExpectRoad(center.GetRoadGm(), at, kRoadGeometry);
 }
 
+VornLinearXMLData FullData() {
+  VornLinearXMLData data;
+  data.SetSave();
+  data.SetInfoConstrcut(FullInfo());
+  data.SetRoadCenter(FullCenter());
+  data.SetLandXml(FullLandXml());
+  return data;
+}
+
 namespace {
 
 ExpectedBytes VersionedInfoBytes(const Layout& at) { return {{"version", Text(at.version)}, {"info", InfoBytes(at)}}; }
+
+}  // namespace
+
+ExpectedBytes DataBytes(const Layout& info, const Layout& center, std::string_view landXml) {
+  return {
+      {"info", VersionedInfoBytes(info)},
+      {"center", CenterBytes(center)},
+      {"land xml", LandXmlBytes(landXml)},
+  };
+}
+
+void ExpectData(const VornLinearXMLData& data, const Layout& info, const Layout& center, std::string_view landXml) {
+  EXPECT_EQ(data.GetInfoConstrcut().GetStoreVersion(), info.version);
+  ExpectInfo(data.GetInfoConstrcut(), info);
+  ExpectCenter(data.GetRoadCenter(), center);
+  ExpectLandXml(data.GetLandXml(), landXml);
+  EXPECT_FALSE(data.IsSave());
+}
+
+namespace {
 
 class ConstructionArchive : public InStoreVersion {};
 IN_EVERY_ROAD_VERSION(ConstructionArchive);
@@ -174,23 +203,6 @@ TEST_P(ConstructionArchive, RefusesTheRoadCentreOfANewerLibrary) {
 
 // --- all together ----------------------------------------------------------------------------------------------------
 
-VornLinearXMLData FullData() {
-  VornLinearXMLData data;
-  data.SetSave();
-  data.SetInfoConstrcut(FullInfo());
-  data.SetRoadCenter(FullCenter());
-  data.SetLandXml(FullLandXml());
-  return data;
-}
-
-ExpectedBytes DataBytes(const Layout& info, const Layout& center, std::string_view landXml) {
-  return {
-      {"info", VersionedInfoBytes(info)},
-      {"center", CenterBytes(center)},
-      {"land xml", LandXmlBytes(landXml)},
-  };
-}
-
 TEST_P(ConstructionArchive, WritesAllPartsInTheirOwnVersions) {
   const Layout newest{"05.00", Way::Written};
   EXPECT_TRUE(HasBytes(StoredWith(FullData(), GetParam()), DataBytes(newest, newest, "01.11")));
@@ -205,10 +217,7 @@ TEST_P(ConstructionArchive, ReadsAllPartsInTheirOwnVersions) {
   VornLinearXMLData data;
   data.GetInfoConstrcut().SetStoreVersion("06.50");
   ReadWith(data, DataBytes(Read(), {"05.00"}, "01.10").All(), GetParam());
-  ExpectInfo(data.GetInfoConstrcut(), Read());
-  ExpectCenter(data.GetRoadCenter(), {"05.00"});
-  ExpectLandXml(data.GetLandXml(), "01.10");
-  EXPECT_FALSE(data.IsSave());
+  ExpectData(data, Read(), {"05.00"}, "01.10");
 }
 
 TEST(ConstructionArchive, DoesNotArchiveTheMarkToSave) {

@@ -120,4 +120,9 @@ VornLandXMLData FullLandXml();
 ExpectedBytes LandXmlBytes(std::string_view version);
 void ExpectLandXml(const VornLandXMLData& data, std::string_view version);
 
+/// All road data together. Each part lies in a version of its own.
+VornLinearXMLData FullData();
+ExpectedBytes DataBytes(const Layout& info, const Layout& center, std::string_view landXml);
+void ExpectData(const VornLinearXMLData& data, const Layout& info, const Layout& center, std::string_view landXml);
+
 }  // namespace road_test

@@ -1,22 +1,42 @@
 #pragma once
 
-#include <list>
+#include <forward_list>
 #include <utility>
 
 /// The framework's linked list, in the measure that it is used: elements by value, whose addresses stay while others
 /// come and go.
+///
+/// Its nodes are linked one way: the shortest text takes one byte in an archive, and a list of a million of them must
+/// not take much more than the archive does.
 template <typename Type>
 class CList {
  public:
   /// @param blockSize how many nodes the framework allocates at once; taken for source compatibility only
   explicit CList([[maybe_unused]] int blockSize = 10) {}
+  CList(const CList& other) {
+    for (const Type& item : other) AddTail(item);
+  }
+  CList(CList&& other) noexcept { Take(other); }
+  CList& operator=(const CList& other) {
+    if (this != &other) *this = CList(other);
+    return *this;
+  }
+  CList& operator=(CList&& other) noexcept {
+    if (this != &other) Take(other);
+    return *this;
+  }
+  ~CList() = default;
 
-  [[nodiscard]] int GetCount() const { return static_cast<int>(m_items.size()); }
+  [[nodiscard]] int GetCount() const { return m_count; }
   [[nodiscard]] int GetSize() const { return GetCount(); }
   [[nodiscard]] bool IsEmpty() const { return m_items.empty(); }
-  void AddTail(const Type& item) { m_items.push_back(item); }
-  void AddTail(Type&& item) { m_items.push_back(std::move(item)); }
-  void RemoveAll() { m_items.clear(); }
+  void AddTail(const Type& item) { Append(item); }
+  void AddTail(Type&& item) { Append(std::move(item)); }
+  void RemoveAll() {
+    m_items.clear();
+    m_last = m_items.before_begin();
+    m_count = 0;
+  }
 
   [[nodiscard]] auto begin() { return m_items.begin(); }
   [[nodiscard]] auto end() { return m_items.end(); }
@@ -24,5 +44,20 @@ class CList {
   [[nodiscard]] auto end() const { return m_items.end(); }
 
  private:
-  std::list<Type> m_items;
+  template <typename Item>
+  void Append(Item&& item) {
+    m_last = m_items.insert_after(m_last, std::forward<Item>(item));
+    ++m_count;
+  }
+  /// Takes over the elements of another list, which is empty afterwards.
+  void Take(CList& other) noexcept {
+    m_items = std::move(other.m_items);
+    m_last = other.m_count > 0 ? other.m_last : m_items.before_begin();
+    m_count = other.m_count;
+    other.RemoveAll();
+  }
+
+  std::forward_list<Type> m_items;
+  typename std::forward_list<Type>::iterator m_last = m_items.before_begin();  ///< where the next element goes behind
+  int m_count = 0;
 };

@@ -5,6 +5,7 @@
 #include "vorn/framework/base.h"
 #include "vorn/model/x_sections.h"
 #include "vorn/platform/cstring.h"
+#include "vorn/road/on_demand.h"
 #include "vorn/road/record.h"
 #include "vorn/road/up_date.h"
 
@@ -33,9 +34,11 @@ class VornAlignment : public VornRecord {
   void SetAttr2(std::uint16_t attr) { m_attr2 = attr; }
   [[nodiscard]] std::uint16_t GetAttr3() const { return m_attr3; }
   void SetAttr3(std::uint16_t attr) { m_attr3 = attr; }
-  [[nodiscard]] const VornXSections& GetXSections() const { return m_xSections; }
-  [[nodiscard]] VornXSections& GetXSections() { return m_xSections; }
-  void SetXSections(const VornXSections& sections) { m_xSections = sections; }
+  /// The set of cross sections. One that was never asked for to be changed is shared by all new alignments: a reference
+  /// from a constant alignment is good until then.
+  [[nodiscard]] const VornXSections& GetXSections() const { return m_xSections.Get(); }
+  [[nodiscard]] VornXSections& GetXSections() { return m_xSections.Get(); }
+  void SetXSections(const VornXSections& sections) { m_xSections.Get() = sections; }
   [[nodiscard]] const VornUpDate& GetUpDate() const { return m_upDate; }
   [[nodiscard]] VornUpDate& GetUpDate() { return m_upDate; }
   void SetUpDate(const VornUpDate& dates) { m_upDate = dates; }
@@ -54,7 +57,7 @@ class VornAlignment : public VornRecord {
   std::uint16_t m_attr1 = 0;
   std::uint16_t m_attr2 = 0;
   std::uint16_t m_attr3 = 0;
-  VornXSections m_xSections;
+  OnDemand<VornXSections> m_xSections;  ///< old records of nine bytes have none
   VornUpDate m_upDate;
   CString m_memo1;
   CString m_memo2;
