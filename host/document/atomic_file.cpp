@@ -1,7 +1,10 @@
 #include "host/document/atomic_file.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -9,10 +12,13 @@
 #include <memory>
 #include <random>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -75,11 +81,6 @@ void WriteAll(File file, std::string_view content, const fs::path& path) {
   if (std::fclose(file.release()) != 0) ThrowFileError(path, "cannot be written", LastError());
 }
 
-fs::path TemporaryBeside(const fs::path& path) {
-  std::random_device random;
-  return path.parent_path() / (".vorn-" + std::to_string(random()) + ".tmp");
-}
-
 /// The file that a path names in the end, whether it exists yet or not.
 fs::path ThroughLinks(fs::path path) {
   constexpr int kMostLinks = 40;
@@ -90,35 +91,165 @@ fs::path ThroughLinks(fs::path path) {
   return path;
 }
 
+/// The longest name that a file in a directory may have, in units of its text.
+std::size_t LongestNameIn(const fs::path& directory) {
 #ifndef _WIN32
-/// Name of the file that is being written, for the signal handler; empty when there is none.
-std::array<char, 4096> unfinishedFile{};
+  const long limit = pathconf(directory.empty() ? "." : directory.c_str(), _PC_NAME_MAX);
+  if (limit > 0) return static_cast<std::size_t>(limit);
+#endif
+  return 255;
+}
 
-extern "C" void RemoveUnfinishedFile(int signal) {
-  if (unfinishedFile[0] != '\0') unlink(unfinishedFile.data());
+/// Whether a unit of a file name's text goes on with the character before it.
+bool IsWithinCharacter(fs::path::value_type unit) {
+  if constexpr (sizeof(unit) == 1) {
+    return (static_cast<unsigned char>(unit) & 0xC0) == 0x80;
+  } else {
+    return (static_cast<unsigned>(unit) & 0xFC00) == 0xDC00;
+  }
+}
+
+/// The file's name, its last characters left out where so many more units would make it too long.
+fs::path NameWithRoomFor(std::size_t more, const fs::path& file) {
+  fs::path::string_type name = file.filename().native();
+  const std::size_t longest = LongestNameIn(file.parent_path());
+  if (name.size() + more > longest) {
+    std::size_t end = longest > more ? longest - more : 0;
+    while (end > 0 && IsWithinCharacter(name[end])) --end;
+    name.resize(end);
+  }
+  return name;
+}
+
+constexpr std::string_view kTemporaryEnding = ".tmp";
+constexpr std::size_t kRandomDigits = 10;
+
+/// What the names of a file's temporaries begin with: ".NAME-"; behind it are the random digits and ".tmp".
+fs::path TemporaryPrefix(const fs::path& target) {
+  fs::path prefix(".");
+  prefix += NameWithRoomFor(2 + kRandomDigits + kTemporaryEnding.size(), target);
+  return prefix += "-";
+}
+
+fs::path TemporaryBeside(const fs::path& target) {
+  std::random_device random;
+  std::string digits = std::to_string(static_cast<std::uint32_t>(random()));
+  digits.insert(0, kRandomDigits - digits.size(), '0');
+  fs::path name = TemporaryPrefix(target);
+  return target.parent_path() / (name += digits.append(kTemporaryEnding));
+}
+
+bool IsTemporaryName(const fs::path& name, const fs::path& prefix) {
+  const fs::path::string_type& text = name.native();
+  const std::size_t start = prefix.native().size();
+  const auto isDigit = [](fs::path::value_type unit) { return unit >= '0' && unit <= '9'; };
+  return text.size() == start + kRandomDigits + kTemporaryEnding.size() &&
+         text.compare(0, start, prefix.native()) == 0 && name.extension() == kTemporaryEnding &&
+         std::all_of(text.begin() + static_cast<std::ptrdiff_t>(start),
+                     text.end() - static_cast<std::ptrdiff_t>(kTemporaryEnding.size()), isDigit);
+}
+
+/// Whether a temporary is left over from a program that was killed: nobody takes an hour to write one. A second name
+/// of a file has that file's age and may be in use now; it is left over once no other name leads there.
+bool IsStale(const fs::directory_entry& temporary) {
+  constexpr std::chrono::hours kLongestUse{1};
+  std::error_code error;
+  if (!fs::is_regular_file(temporary.symlink_status(error)) || temporary.hard_link_count(error) != 1) return false;
+  const fs::file_time_type written = temporary.last_write_time(error);
+  return !error && written < fs::file_time_type::clock::now() - kLongestUse;
+}
+
+/// Removes what saves of the file that were killed left behind. It matters to nobody whether that can be done.
+void RemoveStaleTemporaries(const fs::path& target) {
+  const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  const fs::path prefix = TemporaryPrefix(target);
+  std::vector<fs::path> stale;
+  std::error_code ignored;
+  for (fs::directory_iterator entry(directory, ignored), end; entry != end; entry.increment(ignored)) {
+    if (IsTemporaryName(entry->path().filename(), prefix) && IsStale(*entry)) stale.push_back(entry->path());
+  }
+  for (const fs::path& path : stale) fs::remove(path, ignored);
+}
+
+#ifndef _WIN32
+/// Names of the temporaries in use, for the signal handler; empty ones are free. A save has at most two.
+std::array<std::array<char, 4096>, 2> unfinishedFiles{};
+
+extern "C" void RemoveUnfinishedFiles(int signal) {
+  for (const auto& name : unfinishedFiles) {
+    if (name[0] != '\0') unlink(name.data());
+  }
   std::signal(signal, SIG_DFL);
   std::raise(signal);
 }
 
-void RememberUnfinishedFile(const std::string& path) {
-  if (path.size() < unfinishedFile.size()) std::strcpy(unfinishedFile.data(), path.c_str());
-}
+/// Has a file removed when a signal stops the program, while this lives.
+class RemovedOnSignals {
+ public:
+  explicit RemovedOnSignals(const std::string& path) {
+    for (auto& name : unfinishedFiles) {
+      if (name[0] != '\0' || path.empty() || path.size() >= name.size()) continue;
+      // The first byte comes last: the handler never sees half a name.
+      std::strcpy(name.data() + 1, path.c_str() + 1);
+      std::atomic_signal_fence(std::memory_order_seq_cst);
+      name[0] = path[0];
+      m_name = name.data();
+      return;
+    }
+  }
+  RemovedOnSignals(const RemovedOnSignals&) = delete;
+  RemovedOnSignals& operator=(const RemovedOnSignals&) = delete;
+  ~RemovedOnSignals() {
+    if (m_name != nullptr) *m_name = '\0';
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+  }
+
+ private:
+  char* m_name = nullptr;
+};
 #else
-void RememberUnfinishedFile(const std::string&) {}
+struct RemovedOnSignals {
+  explicit RemovedOnSignals(const std::string&) {}
+};
 #endif
 
-/// Removes the temporary file unless it was renamed into place.
-struct TemporaryFile {
-  explicit TemporaryFile(fs::path where) : path(std::move(where)) { RememberUnfinishedFile(path.string()); }
+/// A temporary file beside the one that is to be saved; it goes away with the object unless it was renamed.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& target)
+      : m_path(TemporaryBeside(target)), m_removedOnSignals(m_path.string()) {}
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
     std::error_code ignored;
-    if (!path.empty()) fs::remove(path, ignored);
-    RememberUnfinishedFile("");
+    if (m_isOurs) fs::remove(m_path, ignored);
   }
 
-  fs::path path;
+  [[nodiscard]] const fs::path& Path() const { return m_path; }
+
+  /// Makes the file, which must not be there yet: what another program made is not ours to overwrite.
+  File Create(const fs::path& path) {
+    File file = Open(m_path, "wbx", path, "cannot be written in its directory");
+    m_isOurs = true;
+    return file;
+  }
+  /// Makes it a second name of a file, where the file system has such a thing.
+  bool LinkTo(const fs::path& target) {
+    std::error_code error;
+    fs::create_hard_link(target, m_path, error);
+    return m_isOurs = !error;
+  }
+  /// Renames it, over what has the name. Where that is the same file already, nothing happens.
+  std::error_code RenameTo(const fs::path& name) {
+    std::error_code error;
+    fs::rename(m_path, name, error);
+    return error;
+  }
+
+ private:
+  fs::path m_path;
+  RemovedOnSignals m_removedOnSignals;
+  bool m_isOurs = false;
 };
 
 /// Whether the file itself may be written: a read-only file is protected, although its directory would let another
@@ -132,32 +263,64 @@ bool IsWritable(const fs::path& path) {
 }
 
 /// Gives the temporary file the rights and, where that is allowed, the owner of the file that it replaces.
-void TakeOver(const fs::path& temporary, const fs::path& former, fs::perms permissions) {
-  std::error_code ignored;
+void TakeOver(const fs::path& temporary, const fs::path& former) {
+  std::error_code error;
+  const fs::file_status status = fs::status(former, error);
+  if (!fs::exists(status)) return;
 #ifndef _WIN32
   struct stat owner {};
   if (stat(former.c_str(), &owner) == 0 && chown(temporary.c_str(), owner.st_uid, owner.st_gid) != 0) errno = 0;
 #endif
-  fs::permissions(temporary, permissions, ignored);
+  fs::permissions(temporary, status.permissions(), error);
 }
 
-/// Gives a file a second name, or where the file system has no such thing, a copy.
-void Duplicate(const fs::path& from, const fs::path& to, const fs::path& path) {
-  std::error_code error;
-  fs::create_hard_link(from, to, error);
-  if (error) fs::copy_file(from, to, error);
-  if (error) ThrowFileError(path, "the former file cannot be kept", error);
+/// Fills a temporary file that is to replace `former` or to be its copy; `path` is what messages name.
+void Fill(TemporaryFile& temporary, std::string_view content, const fs::path& former, const fs::path& path) {
+  File file = temporary.Create(path);
+  TakeOver(temporary.Path(), former);
+  WriteAll(std::move(file), content, path);
 }
 
-/// Makes the file that is about to be replaced its own backup.
-void KeepFormer(const fs::path& target, const fs::path& path) {
-  TemporaryFile second(TemporaryBeside(target));
-  Duplicate(target, second.path, path);
-  std::error_code error;
-  fs::rename(second.path, BackupOf(target), error);
-  if (error) ThrowFileError(path, "the former file cannot be kept", error);
-  // When a program was ended between these steps, both names already are the same file: renaming does nothing then,
-  // and the second name goes away with its object.
+/// Whether a further name of the file could be removed again in any directory: in one with the sticky bit only the
+/// owner may do that.
+bool MayHaveSecondName(const fs::path& file) {
+#ifdef _WIN32
+  (void)file;
+  return true;
+#else
+  struct stat owner {};
+  return geteuid() == 0 || (lstat(file.c_str(), &owner) == 0 && owner.st_uid == geteuid());
+#endif
+}
+
+/// Makes the renaming of files outlast a power failure, where a file system can do so.
+void FlushDirectory(const fs::path& directory) {
+#ifdef _WIN32
+  (void)directory;
+#else
+  const int handle = open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  fsync(handle);
+  close(handle);
+#endif
+}
+
+void PutInPlace(TemporaryFile& temporary, const fs::path& target, const fs::path& path) {
+  if (const std::error_code error = temporary.RenameTo(target)) ThrowFileError(path, "cannot be put in place", error);
+}
+
+/// Puts a file in place and makes the one that was there its backup. An earlier backup stays until the new file is in
+/// place, and what was there comes back when it cannot become the backup: a save that fails changes neither.
+void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, const fs::path& path) {
+  TemporaryFile former(target);
+  if (!MayHaveSecondName(target) || !former.LinkTo(target)) {
+    Fill(former, ReadFileIfThere(target).value_or(std::string()), target, path);
+  }
+  PutInPlace(temporary, target, path);
+  const std::error_code error = former.RenameTo(BackupOf(target));
+  if (!error) return;
+  former.RenameTo(target);
+  ThrowFileError(path, "the former file cannot be kept", error);
 }
 
 }  // namespace
@@ -185,8 +348,10 @@ std::string ReadFile(const fs::path& path) {
 }
 
 fs::path BackupOf(const fs::path& path) {
-  fs::path backup = ThroughLinks(path);
-  return backup += ".bak";
+  constexpr std::string_view kEnding = ".bak";
+  const fs::path target = ThroughLinks(path);
+  fs::path name = NameWithRoomFor(kEnding.size(), target);
+  return target.parent_path() / (name += kEnding);
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
@@ -205,20 +370,20 @@ void WriteFileAtomically(const fs::path& path, std::string_view content, FormerF
 
   const fs::path target = ThroughLinks(path);
   if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
-  TemporaryFile temporary(TemporaryBeside(target));
-  File file = Open(temporary.path, "wb", path, "cannot be written in its directory");
-  if (fs::exists(status)) TakeOver(temporary.path, target, status.permissions());
-  WriteAll(std::move(file), content, path);
-  if (former == FormerFile::Keep && fs::exists(status)) KeepFormer(target, path);
-  RememberUnfinishedFile(temporary.path.string());
-  fs::rename(temporary.path, target, error);
-  if (error) ThrowFileError(path, "cannot be put in place", error);
-  temporary.path.clear();
+  RemoveStaleTemporaries(target);
+  TemporaryFile temporary(target);
+  Fill(temporary, content, target, path);
+  if (former == FormerFile::Keep && fs::exists(status)) {
+    PutInPlaceKeepingFormer(temporary, target, path);
+  } else {
+    PutInPlace(temporary, target, path);
+  }
+  FlushDirectory(target.parent_path());
 }
 
 void RemoveUnfinishedFilesOnSignals() {
 #ifndef _WIN32
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, RemoveUnfinishedFile);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, RemoveUnfinishedFiles);
   std::signal(SIGXFSZ, SIG_IGN);
 #endif
 }

@@ -3,21 +3,66 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 #endif
 
 #include "tests/host/documents.h"
 #include "tests/host/temporary_directory.h"
+
+// Stands before the system calls that put a file in place, so that a test can let one fail or stop the program there.
+#ifdef __linux__
+
+namespace {
+
+/// What happens in place of a call; 0 for the call itself, else the error it fails with.
+struct SystemCalls {
+  std::function<int()> onLink;
+  std::function<int(const char* to)> onRename;
+  int flushedDirectories = 0;
+};
+SystemCalls* systemCalls = nullptr;
+
+int Failed(int error) {
+  errno = error;
+  return -1;
+}
+
+}  // namespace
+
+extern "C" int link(const char* from, const char* to) noexcept {
+  const int error = systemCalls != nullptr && systemCalls->onLink ? systemCalls->onLink() : 0;
+  return error != 0 ? Failed(error) : linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+extern "C" int rename(const char* from, const char* to) noexcept {
+  const int error = systemCalls != nullptr && systemCalls->onRename ? systemCalls->onRename(to) : 0;
+  return error != 0 ? Failed(error) : renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+
+extern "C" int fsync(int file) {
+  struct stat status {};
+  if (systemCalls != nullptr && fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) ++systemCalls->flushedDirectories;
+  return fdatasync(file);
+}
+
+#endif
 
 namespace vorn_host {
 namespace {
@@ -194,6 +239,32 @@ TEST(WriteFileAtomically, TakesTheLongestNamesThatAFileSystemHas) {
   EXPECT_THAT(directory.Names(), ElementsAre(name));
 }
 
+TEST(WriteFileAtomically, TakesTheLongestNamesAgainAndAgainWithTheFormerFileKept) {
+  const TemporaryDirectory directory;
+  for (const int length : {255, 252, 251}) {
+    const std::string name = std::string(length - 5, 'n') + ".vorn";
+    const std::string backup = name.substr(0, 251) + ".bak";
+    for (const std::string content : {"1", "2", "3"}) {
+      EXPECT_EQ(ErrorOf([&] { WriteFileAtomically(directory / name, content, FormerFile::Keep); }), "");
+    }
+    EXPECT_EQ(BackupOf(directory / name), directory / backup);
+    EXPECT_EQ(ReadFile(directory / name), "3");
+    EXPECT_EQ(ReadFile(directory / backup), "2");
+    EXPECT_EQ(directory.Names().size(), 2u);
+    fs::remove(directory / name);
+    fs::remove(directory / backup);
+  }
+}
+
+TEST(WriteFileAtomically, ShortensNamesBetweenCharacters) {
+  const TemporaryDirectory directory;
+  std::string name;
+  for (int i = 0; i < 85; ++i) name += "路";  // 255 bytes; the cut for ".bak" falls into a character
+  WriteFileAtomically(directory / name, "1", FormerFile::Keep);
+  WriteFileAtomically(directory / name, "2", FormerFile::Keep);
+  EXPECT_EQ(ReadFile(directory / (name.substr(0, 249) + ".bak")), "1");
+}
+
 TEST(WriteFileAtomically, DoesNotRunInCirclesOfLinks) {
   const TemporaryDirectory directory;
   fs::create_symlink("b", directory / "a");
@@ -203,6 +274,137 @@ TEST(WriteFileAtomically, DoesNotRunInCirclesOfLinks) {
 }
 
 #endif  // _WIN32
+
+// --- what killed programs left ---------------------------------------------------------------------------------------
+
+/// Makes a file of that name which was written two hours ago.
+void LeaveOld(const TemporaryDirectory& directory, const std::string& name) {
+  directory.Write(name, "half");
+  fs::last_write_time(directory / name, fs::file_time_type::clock::now() - std::chrono::hours(2));
+}
+
+TEST(WriteFileAtomically, RemovesWhatAKilledSaveOfTheSameFileLeft) {
+  const TemporaryDirectory directory;
+  LeaveOld(directory, ".a.vorn-0123456789.tmp");
+  WriteFileAtomically(directory / "a.vorn", "new");
+  EXPECT_THAT(directory.Names(), ElementsAre("a.vorn"));
+}
+
+TEST(WriteFileAtomically, LeavesAlikeFilesAlone) {
+  const TemporaryDirectory directory;
+  directory.Write(".a-0123456789.tmp", "in use by another program");
+  for (const char* name : {".a-1.tmp", ".a-2-0123456789.tmp", ".a-012345678x.tmp", ".b-0123456789.tmp", "a-1.tmp"}) {
+    LeaveOld(directory, name);
+  }
+  WriteFileAtomically(directory / "a", "new");
+  EXPECT_EQ(directory.Names().size(), 7u);
+}
+
+TEST(WriteFileAtomically, LeavesASecondNameOfAnOldFileToTheSaveThatMayBeUsingIt) {
+  const TemporaryDirectory directory;
+  LeaveOld(directory, "a");
+  fs::create_hard_link(directory / "a", directory / ".a-0123456789.tmp");
+  WriteFileAtomically(directory / "a", "new");
+  EXPECT_THAT(directory.Names(), ElementsAre(".a-0123456789.tmp", "a"));
+  WriteFileAtomically(directory / "a", "newer");
+  EXPECT_THAT(directory.Names(), ElementsAre("a")) << "the second name is the only one now";
+}
+
+// --- every step may fail ---------------------------------------------------------------------------------------------
+
+#ifdef __linux__
+
+/// A directory with a file and its backup, and system calls that a test may let fail.
+class SavingAgain : public testing::Test {
+ protected:
+  SavingAgain() {
+    m_directory.Write("a", "former");
+    m_directory.Write("a.bak", "older");
+    systemCalls = &m_calls;
+  }
+  ~SavingAgain() override { systemCalls = nullptr; }
+
+  std::string Save() {
+    return ErrorOf([&] { WriteFileAtomically(m_directory / "a", "new", FormerFile::Keep); });
+  }
+  void ExpectFiles(const std::string& file, const std::string& backup) {
+    EXPECT_EQ(ReadFile(m_directory / "a"), file);
+    EXPECT_EQ(ReadFile(m_directory / "a.bak"), backup);
+    EXPECT_THAT(m_directory.Names(), ElementsAre("a", "a.bak"));
+  }
+
+  TemporaryDirectory m_directory;
+  SystemCalls m_calls;
+};
+
+TEST_F(SavingAgain, MakesTheFormerFileTheBackupAndFlushesTheDirectory) {
+  EXPECT_EQ(Save(), "");
+  ExpectFiles("new", "former");
+  EXPECT_EQ(m_calls.flushedDirectories, 1);
+}
+
+TEST_F(SavingAgain, CopiesWhereTheFileSystemHasNoSecondNames) {
+  m_calls.onLink = [] { return EPERM; };
+  fs::permissions(m_directory / "a", fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(Save(), "");
+  ExpectFiles("new", "former");
+  EXPECT_EQ(fs::status(m_directory / "a.bak").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(SavingAgain, KeepsAnEmptyFileToo) {
+  m_calls.onLink = [] { return EPERM; };
+  m_directory.Write("a", "");
+  EXPECT_EQ(Save(), "");
+  EXPECT_EQ(ReadFileIfThere(m_directory / "a.bak"), "");
+}
+
+TEST_F(SavingAgain, ChangesNothingWhenTheNewFileCannotBePutInPlace) {
+  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a" ? EBUSY : 0; };
+  EXPECT_THAT(Save(), HasSubstr("cannot be put in place"));
+  ExpectFiles("former", "older");
+}
+
+TEST_F(SavingAgain, ChangesNothingWhenTheFormerFileCannotBecomeTheBackup) {
+  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a.bak" ? EACCES : 0; };
+  EXPECT_THAT(Save(), HasSubstr("the former file cannot be kept"));
+  ExpectFiles("former", "older");
+}
+
+TEST_F(SavingAgain, ChangesNothingWhenThereIsADirectoryInTheBackupsPlace) {
+  fs::remove(m_directory / "a.bak");
+  fs::create_directory(m_directory / "a.bak");
+  EXPECT_THAT(Save(), HasSubstr("the former file cannot be kept"));
+  EXPECT_EQ(ReadFile(m_directory / "a"), "former");
+  EXPECT_THAT(m_directory.Names(), ElementsAre("a", "a.bak"));
+}
+
+/// Saves in a process of its own.
+template <typename Save>
+void SaveInAChild(Save&& save) {
+  const pid_t child = fork();
+  if (child == 0) {
+    RemoveUnfinishedFilesOnSignals();
+    save();
+    _exit(0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
+}
+
+TEST_F(SavingAgain, TakesBothOfItsFilesAwayWhenItIsStoppedBeforeTheNewOneIsInPlace) {
+  m_calls.onRename = [](const char*) { return std::raise(SIGINT); };
+  SaveInAChild([&] { Save(); });
+  ExpectFiles("former", "older");
+}
+
+TEST_F(SavingAgain, LeavesTheNewFileWhenItIsStoppedBeforeTheBackup) {
+  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a.bak" ? std::raise(SIGINT) : 0; };
+  SaveInAChild([&] { Save(); });
+  ExpectFiles("new", "older");
+}
+
+#endif  // __linux__
 
 }  // namespace
 }  // namespace vorn_host
