@@ -31,10 +31,11 @@
 
 namespace {
 
-/// What happens in place of a call; 0 for the call itself, else the error it fails with.
+/// What happens before a call: 0 lets it do its work, any other number is the error that it fails with.
 struct SystemCalls {
   std::function<int()> onLink;
   std::function<int(const char* to)> onRename;
+  int flushedFiles = 0;
   int flushedDirectories = 0;
 };
 SystemCalls* systemCalls = nullptr;
@@ -58,7 +59,9 @@ extern "C" int rename(const char* from, const char* to) noexcept {
 
 extern "C" int fsync(int file) {
   struct stat status {};
-  if (systemCalls != nullptr && fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) ++systemCalls->flushedDirectories;
+  if (systemCalls != nullptr && fstat(file, &status) == 0) {
+    ++(S_ISDIR(status.st_mode) ? systemCalls->flushedDirectories : systemCalls->flushedFiles);
+  }
   return fdatasync(file);
 }
 
@@ -349,6 +352,7 @@ TEST_F(SavingAgain, CopiesWhereTheFileSystemHasNoSecondNames) {
   EXPECT_EQ(Save(), "");
   ExpectFiles("new", "former");
   EXPECT_EQ(fs::status(m_directory / "a.bak").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(m_calls.flushedFiles, 2) << "the copy has to outlast a power failure too";
 }
 
 TEST_F(SavingAgain, KeepsAnEmptyFileToo) {
