@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Takes every sample through the tool's main jobs: look at it, check it, make a project of it, edit that, write
-# documents of all editions from both, and check the results. What came back is compared with what went in.
+# documents of all editions from both, and check the results. What came back is compared with what went in, and what
+# was edited in the project with what the same steps make of the document.
 # VORN_TOOL names another tool than the release build's; OUT another directory for the results.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -33,6 +34,28 @@ write_editions() {
   done
 }
 
+# Compares the documents of a project with those of a document that has to hold the same design.
+compare_editions() {
+  local from=$1 name=$2
+  for edition in "${editions[@]}"; do
+    "$tool" convert "$from" "$out/expected.xml" --edition "$edition" >/dev/null || fail "$from, $edition"
+    cmp <(without_time "$out/expected.xml") <(without_time "$out/$name-$edition.xml") ||
+      fail "the project gives another document of edition $edition than $from does."
+    rm "$out/expected.xml"
+    compared=$((compared + 1))
+  done
+}
+
+# Edits a document like the project, for comparison; where it has existing ground, the design has to meet it.
+edit_for_comparison() {
+  local from=$1 to=$2 report
+  shift 2
+  report=$("$tool" edit "$from" "$to" "$@" --json) || fail "$from could not be edited."
+  if grep -q '<tsf:ExistingBuildForm' "$from"; then
+    grep -q '"what": "crossings found"' <<<"$report" || fail "no crossing with the ground was found in $from."
+  fi
+}
+
 # Height of the centre line at which a sample's design meets most of its ground. Documents do not tell it.
 height_of() {
   case $1 in
@@ -63,18 +86,16 @@ for sample in "${samples[@]}"; do
   run convert "$sample" "$project"
   run info "$project"
   write_editions "$project" "$name"
-  for edition in "${editions[@]}"; do
-    "$tool" convert "$sample" "$out/expected.xml" --edition "$edition" >/dev/null || fail "$sample, $edition"
-    cmp <(without_time "$out/expected.xml") <(without_time "$out/$name-$edition.xml") ||
-      fail "the project gives another document of edition $edition than $sample does."
-    rm "$out/expected.xml"
-    compared=$((compared + 1))
-  done
+  compare_editions "$sample" "$name"
 
-  printf '\n-- the project edited: placed, its crossings with the ground recomputed, shifted --\n'
-  run edit "$project" "$project" --recalc "$(height_of "$name")" --cross-points --shift 0.25,0 --regulate
+  printf '\n-- the project edited: placed, shifted, its crossings with the ground recomputed --\n'
+  steps=(--recalc "$(height_of "$name")" --shift "0.25,0" --cross-points --regulate)
+  run edit "$project" "$project" "${steps[@]}"
   run check "$project"
   write_editions "$project" "$name-edited"
+  edit_for_comparison "$sample" "$out/edited.xml" "${steps[@]}"
+  compare_editions "$out/edited.xml" "$name-edited"
+  rm "$out/edited.xml"
 
   printf '\n-- a turned-over design, straight from the document --\n'
   run edit "$sample" "$out/$name-mirrored.xml" --mirror
@@ -84,4 +105,4 @@ done
 
 printf '\nDone: %d samples read; %d projects and %d documents written to %s/ and checked;\n' \
   "${#samples[@]}" "${#samples[@]}" "$written" "${out%/}"
-printf '%d documents that came back from projects are the same as those from the samples.\n' "$compared"
+printf '%d documents from projects are the same as those from the samples, edited alike.\n' "$compared"
