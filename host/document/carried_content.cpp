@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <span>
+#include <unordered_set>
 
 #include "host/document/carried_item.h"
 #include "host/document/element_knowledge.h"
@@ -16,11 +17,6 @@ namespace {
 constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
 constexpr std::string_view kTargetPnt = "tsf:FormCtrlTargetPnt";
 constexpr std::string_view kXSection = "tsf:XSection";
-
-template <typename Range, typename Value>
-bool Contains(const Range& range, const Value& value) {
-  return std::find(std::begin(range), std::end(range), value) != std::end(range);
-}
 
 std::string DescribeNode(pugi::xml_node node) {
   switch (node.type()) {
@@ -76,24 +72,61 @@ void RemoveLayout(pugi::xml_node text) {
 
 /// Replaces the URI of namespace declarations in an element and below it.
 void ReplaceNamespace(pugi::xml_node element, const std::string& from, const std::string& to) {
-  for (pugi::xml_attribute attribute : element.attributes()) {
-    if (std::string_view(attribute.name()).starts_with("xmlns") && from == attribute.value()) {
-      attribute.set_value(to.c_str());
+  WalkNodes(element, [&](pugi::xml_node node, int) {
+    for (pugi::xml_attribute attribute : node.attributes()) {
+      if (std::string_view(attribute.name()).starts_with("xmlns") && from == attribute.value()) {
+        attribute.set_value(to.c_str());
+      }
+    }
+  });
+}
+
+/// An attribute that an element has twice; empty when there is none. Elements with many attributes do not come, but
+/// they must not take for ever.
+std::string_view RepeatedAttribute(pugi::xml_node element) {
+  constexpr int kFew = 16;
+  int count = 0;
+  for (const pugi::xml_attribute attribute : element.attributes()) {
+    if (++count > kFew) break;
+    for (pugi::xml_attribute before = element.first_attribute(); before != attribute;
+         before = before.next_attribute()) {
+      if (std::string_view(before.name()) == attribute.name()) return attribute.name();
     }
   }
-  for (const pugi::xml_node child : element.children()) ReplaceNamespace(child, from, to);
+  if (count <= kFew) return {};
+  std::unordered_set<std::string_view> names;
+  for (const pugi::xml_attribute attribute : element.attributes()) {
+    if (!names.insert(attribute.name()).second) return attribute.name();
+  }
+  return {};
 }
 
 }  // namespace
 
-void AddRow(std::vector<CarriedContent::Row>& rows, const std::string& name) {
-  const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& existing) { return existing.name == name; });
-  if (row == rows.end()) {
-    rows.push_back({name, 1});
-  } else {
-    ++row->count;
+std::string FaultOf(pugi::xml_node node, int level) {
+  if (node.type() != pugi::node_element) return {};
+  if (level > kDeepestLevel) {
+    return "elements are nested more than " + std::to_string(kDeepestLevel) + " levels deep";
   }
+  const std::string_view repeated = RepeatedAttribute(node);
+  if (repeated.empty()) return {};
+  return std::string(node.name()) + " has the attribute " + std::string(repeated) + " twice";
 }
+
+// --- rows ------------------------------------------------------------------------------------------------------------
+
+void RowCounter::Add(const std::string& name) {
+  const auto [place, isNew] = m_places.try_emplace(name, m_rows.size());
+  if (isNew) m_rows.push_back({name, 0});
+  ++m_rows[place->second].count;
+}
+
+std::vector<CarriedContent::Row> RowCounter::Take() {
+  m_places.clear();
+  return std::exchange(m_rows, {});
+}
+
+// --- collecting ------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -230,12 +263,12 @@ const std::vector<int>& CarriedContent::SectionOrder(int set) const {
 }
 
 std::vector<CarriedContent::Row> CarriedContent::Rows() const {
-  std::vector<Row> rows;
+  RowCounter rows;
   for (const auto& [name, value] : m_impl->rootAttributes) {
-    if (!IsWrittenByHost(name, value)) AddRow(rows, "attribute " + name + " of " + m_impl->rootTag);
+    if (!IsWrittenByHost(name, value)) rows.Add("attribute " + name + " of " + m_impl->rootTag);
   }
-  for (const CarriedItem& item : m_impl->items) AddRow(rows, item.name);
-  return rows;
+  for (const CarriedItem& item : m_impl->items) rows.Add(item.name);
+  return rows.Take();
 }
 
 bool CarriedContent::HasRoadGeometry() const {
@@ -255,39 +288,41 @@ std::vector<CarriedContent::Row> CarriedContent::DropBelowControlTargets() {
     return std::any_of(item.parent.begin(), item.parent.end(),
                        [](const ElementStep& step) { return step.tag == kTarget || step.tag == kTargetPnt; });
   };
-  std::vector<Row> dropped;
+  RowCounter dropped;
   for (const CarriedItem& item : m_impl->items) {
-    if (isBelowTarget(item)) AddRow(dropped, item.name);
+    if (isBelowTarget(item)) dropped.Add(item.name);
   }
   std::erase_if(m_impl->items, isBelowTarget);
-  return dropped;
+  return dropped.Take();
 }
 
 namespace {
 
 /// Finds where the element that holds an item is now: the item goes with the sibling that it follows, and points may
 /// move to another form. False when the element is gone.
-bool FollowParent(const CarriedItem& item, const std::function<bool(ElementPath&)>& follow, ElementPath& parent) {
+bool FollowParent(const CarriedItem& item, const CarriedContent::Moves& moves, ElementPath& parent) {
   parent = item.parent;
   if (!item.anchors.empty()) {
     parent.push_back(item.anchors.front());
-    if (follow(parent)) {
+    if (moves.follow(parent)) {
       parent.pop_back();
       return true;
     }
     parent = item.parent;
   }
-  return follow(parent);
+  return moves.follow(parent);
 }
 
 /// Moves the anchors of an item: a sibling that is gone gives way to the one before it of the same tag.
-void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const std::function<bool(ElementPath&)>& follow) {
+void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedContent::Moves& moves) {
   std::vector<ElementStep> moved;
-  for (ElementStep anchor : item.anchors) {
-    for (; anchor.index >= 0; --anchor.index) {
-      ElementPath path = item.parent;
-      path.push_back(anchor);
-      if (!follow(path) || !std::equal(newParent.begin(), newParent.end(), path.begin(), path.end() - 1)) continue;
+  for (const ElementStep& anchor : item.anchors) {
+    ElementPath former = item.parent;
+    former.push_back(anchor);
+    for (; former.back().index >= 0; former.back().index = moves.siblingBefore(former)) {
+      ElementPath path = former;
+      if (!moves.follow(path) || !std::equal(newParent.begin(), newParent.end(), path.begin(), path.end() - 1))
+        continue;
       moved.push_back(path.back());
       break;
     }
@@ -297,20 +332,20 @@ void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const std::fun
 
 }  // namespace
 
-std::vector<CarriedContent::Row> CarriedContent::MoveElements(const std::function<bool(ElementPath&)>& follow) {
-  std::vector<Row> dropped;
+std::vector<CarriedContent::Row> CarriedContent::MoveElements(const Moves& moves) {
+  RowCounter dropped;
   std::erase_if(m_impl->items, [&](CarriedItem& item) {
     if (item.place != CarriedItem::Place::InElement) return false;
     ElementPath parent;
-    if (!FollowParent(item, follow, parent)) {
-      AddRow(dropped, item.name);
+    if (!FollowParent(item, moves, parent)) {
+      dropped.Add(item.name);
       return true;
     }
-    MoveAnchors(item, parent, follow);
+    MoveAnchors(item, parent, moves);
     item.parent = std::move(parent);
     return false;
   });
-  return dropped;
+  return dropped.Take();
 }
 
 std::string Describe(const std::vector<CarriedContent::Row>& rows) {

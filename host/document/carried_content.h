@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -27,6 +29,15 @@ class CarriedContent {
   struct Row {
     std::string name;  ///< "rgm:RoadGm", "comment", "attribute version of tsf:BuildForm"
     int count = 0;
+  };
+
+  /// Where elements are after a change of the model, told by the paths that they had before.
+  struct Moves {
+    /// Turns the path of an element into where it is now; false when it is gone or never was.
+    std::function<bool(std::vector<ElementStep>&)> follow;
+    /// Index of the last element of the same tag and parent before an element that is still in the model, maybe below
+    /// another parent; -1 when there is none.
+    std::function<int(const std::vector<ElementStep>&)> siblingBefore;
   };
 
   CarriedContent();
@@ -64,13 +75,14 @@ class CarriedContent {
   /// @returns what was dropped
   std::vector<Row> DropBelowControlTargets();
   /// Moves items along with their elements when the model changes.
-  /// @param follow turns the path of an element into where it is now; false when it is gone
   /// @returns what was dropped, as the element that held it is gone
-  std::vector<Row> MoveElements(const std::function<bool(std::vector<ElementStep>&)>& follow);
+  std::vector<Row> MoveElements(const Moves& moves);
 
   /// Writes everything below an element of another document, so that it can be kept apart from the design.
   void Store(pugi::xml_node parent) const;
-  /// Reads what `Store` wrote. Throws `DocumentError` when it is damaged; name stands for the file.
+  /// Reads what `Store` wrote. Throws `DocumentError` when it is damaged, or such that the document written from it
+  /// could not be read again; name stands for the file.
+  /// @param parent names the document's edition in its attribute "edition": what the library models depends on it
   [[nodiscard]] static CarriedContent Load(pugi::xml_node parent, const std::string& name);
 
   struct Impl;
@@ -82,7 +94,16 @@ class CarriedContent {
 /// "rgm:RoadGm, comment (3)".
 [[nodiscard]] std::string Describe(const std::vector<CarriedContent::Row>& rows);
 
-/// Adds one to the row of that name, or a new row.
-void AddRow(std::vector<CarriedContent::Row>& rows, const std::string& name);
+/// Counts carried items by name, the names in the order in which they come.
+class RowCounter {
+ public:
+  void Add(const std::string& name);
+  /// The rows; the counter is empty then.
+  [[nodiscard]] std::vector<CarriedContent::Row> Take();
+
+ private:
+  std::vector<CarriedContent::Row> m_rows;
+  std::unordered_map<std::string, std::size_t> m_places;
+};
 
 }  // namespace vorn_host

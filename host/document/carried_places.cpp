@@ -2,28 +2,32 @@
 
 #include <algorithm>
 
+#include "vorn/framework/schema.h"
+
 namespace vorn_host {
 
 namespace {
 
 bool IsWritten(const VornBuildForm& form) {
-  return form.GetOmitFlag() == 0 && form.GetExport() != 0 && form.GetComposedPntArray().GetSize() >= 2;
+  const bool isExported = form.GetExport() != 0 || VornSchema::Instance().IsVer2();  // edition 2.0 exports every form
+  return form.GetOmitFlag() == 0 && isExported && form.GetComposedPntArray().GetSize() >= 2;
 }
 
 bool IsWritten(const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() >= 2; }
 
-/// How many of the first forms, up to and with the one at index, are written.
+/// For each form the index that it or the last one before it has among the written ones; -1 when none is written.
 template <typename Forms>
-int CountWrittenUpTo(const Forms& forms, int index) {
-  const int end = std::min(index + 1, forms.GetSize());
-  return static_cast<int>(
-      std::count_if(forms.begin(), forms.begin() + end, [](const auto& form) { return IsWritten(form); }));
+std::vector<int> WrittenIndexes(const Forms& forms) {
+  std::vector<int> indexes;
+  int last = -1;
+  for (const auto& form : forms) indexes.push_back(last += IsWritten(form) ? 1 : 0);
+  return indexes;
 }
 
-void AddUnplaced(const CarriedPlaces::Element& element, std::vector<CarriedContent::Row>& rows) {
+void AddUnplaced(const CarriedPlaces::Element& element, RowCounter& rows) {
   if (!element.isWritten) {
-    for (const CarriedItem* item : element.attributes) AddRow(rows, item->name);
-    for (const CarriedItem* item : element.nodes) AddRow(rows, item->name);
+    for (const CarriedItem* item : element.attributes) rows.Add(item->name);
+    for (const CarriedItem* item : element.nodes) rows.Add(item->name);
   }
   for (const auto& [step, child] : element.children) AddUnplaced(*child, rows);
 }
@@ -68,20 +72,27 @@ int CarriedPlaces::WrittenUpTo(const ElementStep& anchor, const ElementPath& par
   const bool isForm = anchor.tag == "tsf:BuildForm";
   const bool isGround = anchor.tag == "tsf:ExistingBuildForm";
   if (!isForm && !isGround) return anchor.index;  // all of them are written, or none
-  if (!m_sets.IsRange(parent[0].index)) return -1;
-  const Vorn_XSectionArray& sections = m_sets[parent[0].index].GetXSectionArray();
-  if (!sections.IsRange(parent[1].index)) return -1;
-  const VornXSection& section = sections[parent[1].index];
-  return (isForm ? CountWrittenUpTo(section.GetBuildFormArray(), anchor.index)
-                 : CountWrittenUpTo(section.GetExistingBuildFormArray(), anchor.index)) -
-         1;
+  const WrittenForms& written = FormsOf(parent[0].index, parent[1].index);
+  const std::vector<int>& indexes = isForm ? written.forms : written.grounds;
+  if (indexes.empty() || anchor.index < 0) return -1;
+  return indexes[std::min(static_cast<std::size_t>(anchor.index), indexes.size() - 1)];
+}
+
+const CarriedPlaces::WrittenForms& CarriedPlaces::FormsOf(int set, int section) const {
+  const auto [written, isNew] = m_writtenForms.try_emplace({set, section});
+  if (!isNew || !m_sets.IsRange(set)) return written->second;
+  const Vorn_XSectionArray& sections = m_sets[set].GetXSectionArray();
+  if (!sections.IsRange(section)) return written->second;
+  written->second = {WrittenIndexes(sections[section].GetBuildFormArray()),
+                     WrittenIndexes(sections[section].GetExistingBuildFormArray())};
+  return written->second;
 }
 
 std::vector<CarriedContent::Row> CarriedPlaces::Unplaced() const {
-  std::vector<CarriedContent::Row> rows;
-  for (const CarriedItem* item : m_withoutPlace) AddRow(rows, item->name);
+  RowCounter rows;
+  for (const CarriedItem* item : m_withoutPlace) rows.Add(item->name);
   AddUnplaced(m_root, rows);
-  return rows;
+  return rows.Take();
 }
 
 }  // namespace vorn_host

@@ -27,7 +27,7 @@ class CarriedPlaces {
     [[nodiscard]] Element* Child(std::string_view tag, int index);
   };
 
-  /// Both have to outlive the places.
+  /// Both have to outlive the places, and the edition that is selected is the one to be written.
   CarriedPlaces(const CarriedContent& carried, const Vorn_XSectionsArray& sets);
 
   [[nodiscard]] Element& Root() { return m_root; }
@@ -41,9 +41,18 @@ class CarriedPlaces {
   [[nodiscard]] int WrittenUpTo(const ElementStep& anchor, const ElementPath& parent) const;
 
  private:
+  /// For the forms of a section, the index among those written: of the form itself or the last one before it.
+  struct WrittenForms {
+    std::vector<int> forms;
+    std::vector<int> grounds;
+  };
+
   [[nodiscard]] Element* Place(const ElementPath& path);
+  /// Counted once for each section; none for a section that is not in the model.
+  [[nodiscard]] const WrittenForms& FormsOf(int set, int section) const;
 
   const Vorn_XSectionsArray& m_sets;
+  mutable std::map<std::pair<int, int>, WrittenForms> m_writtenForms;
   Element m_root;
   std::vector<const CarriedItem*> m_beforeRoot;
   std::vector<const CarriedItem*> m_afterRoot;

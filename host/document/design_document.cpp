@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
 #include "host/document/document_error.h"
 #include "host/document/element_knowledge.h"
@@ -129,17 +130,11 @@ void RequireNoControlCharacters(std::string_view text, const std::string& name) 
             "the control character " + DescribeCharacter(static_cast<char32_t>(*found)) + " is not allowed");
 }
 
-void Parse(const std::string& text, const std::string& name, pugi::xml_document& tree) {
-  RequireXml(text, name);
-  RequireNoControlCharacters(text, name);
-  RequirePlainReferences(text, name);
-  const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
-  if (!result) {
-    const auto offset = static_cast<std::size_t>(result.offset > 0 ? result.offset : 0);
-    Malformed(name, text, offset, std::string("the document is malformed: ") + result.description());
-  }
+/// Refuses what cannot stand beside the root element, and a document without one.
+void RequireOneRoot(const pugi::xml_document& tree, const std::string& text, const std::string& name) {
   const pugi::xml_node root = tree.document_element();
   if (!root) Malformed(name, text, text.size(), "the document is malformed: there is no element");
+  bool typeMayFollow = true;
   for (const pugi::xml_node node : tree.children()) {
     const auto offset = static_cast<std::size_t>(node.offset_debug());
     if (node.type() == pugi::node_element && node != root) {
@@ -149,7 +144,29 @@ void Parse(const std::string& text, const std::string& name, pugi::xml_document&
       Malformed(name, text, text.find_first_not_of(kXmlBlanks, offset),
                 "the document is malformed: text outside the root element");
     }
+    if (node.type() == pugi::node_doctype && !typeMayFollow) {
+      Malformed(name, text, offset, "the document is malformed: one document type may stand, before the root element");
+    }
+    typeMayFollow = typeMayFollow && node != root && node.type() != pugi::node_doctype;
   }
+}
+
+void Parse(const std::string& text, const std::string& name, pugi::xml_document& tree) {
+  RequireXml(text, name);
+  RequireNoControlCharacters(text, name);
+  RequirePlainReferences(text, name);
+  const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+  if (!result) {
+    const auto offset = static_cast<std::size_t>(result.offset > 0 ? result.offset : 0);
+    Malformed(name, text, offset, std::string("the document is malformed: ") + result.description());
+  }
+  RequireOneRoot(tree, text, name);
+  WalkNodes(tree.document_element(), [&](pugi::xml_node node, int level) {
+    const std::string fault = FaultOf(node, level);
+    if (!fault.empty()) {
+      Malformed(name, text, static_cast<std::size_t>(node.offset_debug()), "the document is malformed: " + fault);
+    }
+  });
 }
 
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when

@@ -58,6 +58,14 @@ bool HoldsText(const CarriedPlaces::Element& element) {
                      [](const CarriedItem* item) { return IsText(item->node); });
 }
 
+/// Whether layout would make a node grow beyond measure: each line of it is indented by its level.
+bool IsTooDeepForLayout(pugi::xml_node top) {
+  constexpr int kDeepestLayout = 64;
+  int deepest = 0;
+  WalkNodes(top, [&](pugi::xml_node, int level) { deepest = std::max(deepest, level); });
+  return deepest > kDeepestLayout;
+}
+
 struct AppendingWriter : pugi::xml_writer {
   explicit AppendingWriter(std::string& target) : out(target) {}
   void write(const void* data, std::size_t size) override { out.append(static_cast<const char*>(data), size); }
@@ -224,7 +232,7 @@ bool XmlTextWriter::GetTagName(CString& tag) const {
 void XmlTextWriter::PutNode(pugi::xml_node node, std::size_t depth, bool inText) {
   AppendingWriter writer(m_out);
   // Text among elements gets a line of its own: the line breaks around it are layout.
-  const bool ownLine = IsText(node) && !inText;
+  const bool ownLine = !inText && (IsText(node) || IsTooDeepForLayout(node));
   if (ownLine) Indent(depth);
   const unsigned format = inText || ownLine ? pugi::format_raw : pugi::format_indent;
   node.print(writer, "  ", format, pugi::encoding_utf8, static_cast<unsigned>(depth));

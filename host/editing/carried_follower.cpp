@@ -1,5 +1,7 @@
 #include "host/editing/carried_follower.h"
 
+#include <iterator>
+
 #include "host/document/carried_item.h"
 
 namespace vorn_host {
@@ -43,7 +45,12 @@ void CarriedFollower::Trace(int set, int section, bool mirrored) {
 void CarriedFollower::FollowTargets(int set, const std::vector<TargetFate>& fates) {
   std::vector<TargetMove>& moves = m_targetMoves[set];
   int index = 0;
-  for (const TargetFate& fate : fates) moves.push_back({fate.removed ? -1 : index++, fate.swapped});
+  int before = -1;
+  for (const TargetFate& fate : fates) {
+    const auto former = static_cast<int>(moves.size());
+    moves.push_back({fate.removed ? -1 : index++, before, fate.swapped});
+    if (!fate.removed) before = former;
+  }
 }
 
 void CarriedFollower::MarkForms(VornXSection& section) {
@@ -111,34 +118,67 @@ void CarriedFollower::TraceGround(const VornXSection& section, bool mirrored, Mo
 bool CarriedFollower::FollowIntoSection(ElementPath& path) const {
   const auto moves = m_moves.find({path[0].index, path[1].index});
   if (moves == m_moves.end()) return true;
-  const bool isForm = path.size() == 3;
-  const Element former(path[2].tag, path[2].index, isForm ? std::string_view() : path[3].tag,
-                       isForm ? -1 : path[3].index);
-  const auto move = moves->second.find(former);
+  const auto move = moves->second.find(ElementOf(path));
   if (move == moves->second.end()) return false;
   path[2].index = move->second.first;
-  if (!isForm) path[3].index = move->second.second;
+  if (path.size() > 3) path[3].index = move->second.second;
   return true;
 }
 
 bool CarriedFollower::FollowTarget(ElementPath& path) const {
   const auto moves = m_targetMoves.find(path[0].index);
   if (moves == m_targetMoves.end()) return true;
-  const TargetMove& move = moves->second[static_cast<std::size_t>(path[1].index)];
+  const auto former = static_cast<std::size_t>(path[1].index);
+  if (former >= moves->second.size()) return false;  // never was; so is -1
+  const TargetMove& move = moves->second[former];
   if (move.index < 0) return false;
   path[1].index = move.index;
-  const bool isOfPair = path.size() > 2 && path[2].index <= 1;
+  const bool isOfPair = path.size() > 2 && (path[2].index == 0 || path[2].index == 1);
   if (isOfPair && move.swapped) path[2].index = 1 - path[2].index;
   return true;
 }
 
+bool CarriedFollower::Follow(ElementPath& path) const {
+  if (path.size() < 2 || path[0].tag != kSet) return true;
+  if (path[1].tag == kTarget) return FollowTarget(path);
+  return path[1].tag != kSection || path.size() < 3 || FollowIntoSection(path);
+}
+
+int CarriedFollower::SiblingBefore(const ElementPath& path) const {
+  if (path.size() == 2 && path[1].tag == kTarget) return TargetBefore(path);
+  const bool isMovedAlone = path.size() == 3 || path.size() == 4;
+  return isMovedAlone && path[1].tag == kSection ? SiblingBeforeInSection(path) : -1;
+}
+
+int CarriedFollower::SiblingBeforeInSection(const ElementPath& path) const {
+  const auto moves = m_moves.find({path[0].index, path[1].index});
+  if (moves == m_moves.end()) return -1;
+  const auto next = moves->second.lower_bound(ElementOf(path));
+  if (next == moves->second.begin()) return -1;
+  const auto& [tag, index, tagInForm, indexInForm] = std::prev(next)->first;
+  if (path.size() == 3) return tag == path[2].tag ? index : -1;  // or in a form that is gone itself
+  const bool isSibling = tag == path[2].tag && index == path[2].index && tagInForm == path[3].tag;
+  return isSibling ? indexInForm : -1;
+}
+
+int CarriedFollower::TargetBefore(const ElementPath& path) const {
+  const auto moves = m_targetMoves.find(path[0].index);
+  if (moves == m_targetMoves.end() || moves->second.empty() || path[1].index < 0) return -1;
+  const auto former = static_cast<std::size_t>(path[1].index);
+  if (former < moves->second.size()) return moves->second[former].before;
+  return moves->second.back().index < 0 ? moves->second.back().before : static_cast<int>(moves->second.size()) - 1;
+}
+
+CarriedFollower::Element CarriedFollower::ElementOf(const ElementPath& path) {
+  if (path.size() == 3) return {path[2].tag, path[2].index, {}, -1};
+  return {path[2].tag, path[2].index, path[3].tag, path[3].index};
+}
+
 std::vector<CarriedContent::Row> CarriedFollower::Apply() {
   if (m_moves.empty() && m_targetMoves.empty()) return {};
-  std::vector<CarriedContent::Row> dropped = m_document.carried.MoveElements([this](ElementPath& path) {
-    if (path.size() < 2 || path[0].tag != kSet) return true;
-    if (path[1].tag == kTarget) return FollowTarget(path);
-    return path[1].tag != kSection || path.size() < 3 || FollowIntoSection(path);
-  });
+  std::vector<CarriedContent::Row> dropped =
+      m_document.carried.MoveElements({[this](ElementPath& path) { return Follow(path); },
+                                       [this](const ElementPath& path) { return SiblingBefore(path); }});
   m_moves.clear();
   m_targetMoves.clear();
   return dropped;

@@ -47,9 +47,11 @@ class CarriedFollower {
     std::vector<Place> targets;
   };
 
-  /// What became of a control target of a set: its index now (-1 when it is gone).
+  /// What became of a control target of a set: its index now (-1 when it is gone), and the former index of the one
+  /// before it that is left (-1 when there is none).
   struct TargetMove {
     int index = -1;
+    int before = -1;
     bool swapped = false;
   };
 
@@ -57,8 +59,14 @@ class CarriedFollower {
   void TraceForms(VornXSection& section, Moves& moves) const;
   static void TraceGround(const VornXSection& section, bool mirrored, Moves& moves);
   // Each leads a path to where its element is now; false when that is gone.
+  [[nodiscard]] bool Follow(std::vector<ElementStep>& path) const;
   [[nodiscard]] bool FollowIntoSection(std::vector<ElementStep>& path) const;
   [[nodiscard]] bool FollowTarget(std::vector<ElementStep>& path) const;
+  // Each tells the former index of the last sibling before an element that is left; -1 when there is none.
+  [[nodiscard]] int SiblingBefore(const std::vector<ElementStep>& path) const;
+  [[nodiscard]] int SiblingBeforeInSection(const std::vector<ElementStep>& path) const;
+  [[nodiscard]] int TargetBefore(const std::vector<ElementStep>& path) const;
+  static Element ElementOf(const std::vector<ElementStep>& path);
 
   DesignDocument& m_document;
   std::set<SectionKey> m_carrying;
