@@ -4,14 +4,19 @@
 //       <attribute name="version" value="3"/>
 //     </root>
 //     <sections order="0 2 1"/>                                      one for each set
-//     <item in="tsf:XSections/0 tsf:XSection/4" behind="tsf:BuildForm/1 tsf:ExistingBuildForm/0"><!--node--></item>
-//     <item in="tsf:XSections/0" attribute="note" value="checked"/>
-//     <item place="before-root" doctype="..."/>
+//     <item in="tsf:XSections/0 tsf:XSection/4" behind="tsf:BuildForm/1 tsf:ExistingBuildForm/0"
+//           name="comment"><!--node--></item>
+//     <item in="tsf:XSections/0" name="attribute note of tsf:XSections" attribute="note" value="checked"/>
+//     <item place="before-root" name="document type" doctype="..."/>
+//
+// The name is what reports call the item; nothing else depends on it.
 
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <optional>
 #include <pugixml.hpp>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,7 +26,10 @@
 #include "host/document/carried_content.h"
 #include "host/document/carried_item.h"
 #include "host/document/document_error.h"
+#include "host/document/edition.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/text_encoding.h"
+#include "host/document/xml_cursor.h"
 
 namespace vorn_host {
 
@@ -69,16 +77,61 @@ void ForEachWord(std::string_view text, Read&& read) {
   }
 }
 
+constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
+
+/// Whether a text can be the name of an element or attribute, as far as the parser that reads documents distinguishes:
+/// what came through it once does so again.
+bool IsXmlName(std::string_view text) {
+  const auto isStart = [](char c) {
+    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return isLetter || c == '_' || c == ':' || static_cast<unsigned char>(c) > 0x7F;
+  };
+  const auto isPart = [&](char c) { return isStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+  return !text.empty() && isStart(text.front()) && std::all_of(text.begin(), text.end(), isPart);
+}
+
+/// Whether a text is that of a document type and does not reach beyond it.
+bool IsDocumentType(const std::string& text) {
+  const std::string written = "<!DOCTYPE " + text + ">";
+  pugi::xml_document tree;
+  const bool isRead =
+      tree.load_buffer(written.data(), written.size(), pugi::parse_doctype | pugi::parse_fragment, pugi::encoding_utf8);
+  const pugi::xml_node first = tree.first_child();
+  return isRead && first.type() == pugi::node_doctype && first.value() == text && !first.next_sibling();
+}
+
+/// Whether bytes are UTF-8 by the rule that holds for documents.
+bool IsUtf8(std::string_view bytes) {
+  try {
+    (void)DecodeDocument(std::string(kUtf8ByteOrderMark).append(bytes), {});
+    return true;
+  } catch (const DocumentError&) {
+    return false;
+  }
+}
+
+/// Takes what was stored into the carried content. It refuses what no document can have held: written into one, it
+/// would make the document unreadable or change the design.
 class Loader {
  public:
-  Loader(CarriedContent::Impl& into, const std::string& name) : m_into(into), m_name(name) {}
+  Loader(CarriedContent::Impl& into, const std::string& name, bool edition20)
+      : m_into(into), m_name(name), m_edition20(edition20) {}
 
   void LoadRoot(pugi::xml_node root) {
-    m_into.rootTag = root.attribute("tag").value();
+    if (m_hasRoot) Damaged("there is a second root");
+    m_hasRoot = true;
+    m_into.rootTag = root.attribute("tag").value();  // empty for a document that was never read
+    if (!m_into.rootTag.empty()) RequireName(m_into.rootTag);
+    std::set<std::string> names;
     for (const pugi::xml_node attribute : root.children("attribute")) {
-      m_into.rootAttributes.emplace_back(attribute.attribute("name").value(), attribute.attribute("value").value());
+      std::string name = attribute.attribute("name").value();
+      std::string value = attribute.attribute("value").value();
+      RequireName(name);
+      RequireText(value);
+      if (!names.insert(name).second) Damaged("the root has the attribute " + name + " twice");
+      m_into.rootAttributes.emplace_back(std::move(name), std::move(value));
     }
-    ForEachWord(root.attribute("order").value(), [&](std::string_view tag) { m_into.rootOrder.push_back(Tag(tag)); });
+    ForEachWord(root.attribute("order").value(), [&](std::string_view tag) { AddToRootOrder(tag); });
   }
 
   void LoadSections(pugi::xml_node sections) {
@@ -88,23 +141,19 @@ class Loader {
 
   void LoadItem(pugi::xml_node element) {
     CarriedItem item;
-    const std::string_view place = element.attribute("place").value();
-    if (place == kBeforeRoot) item.place = CarriedItem::Place::BeforeRoot;
-    if (place == kAfterRoot) item.place = CarriedItem::Place::AfterRoot;
+    item.place = Place(element.attribute("place"));
     item.parent = Steps(element.attribute("in").value());
     item.anchors = Steps(element.attribute("behind").value());
     RequireNesting(item);
     item.name = element.attribute("name").value();
+    RequireText(item.name);
+    RequireOneNode(element);
     if (const pugi::xml_attribute attribute = element.attribute("attribute")) {
-      item.attributeName = attribute.value();
-      item.attributeValue = element.attribute("value").value();
+      TakeAttribute(attribute.value(), element.attribute("value").value(), item);
     } else if (const pugi::xml_attribute doctype = element.attribute("doctype")) {
-      item.node = m_into.store.append_child(pugi::node_doctype);
-      item.node.set_value(doctype.value());
-    } else if (element.first_child()) {
-      item.node = m_into.store.append_copy(element.first_child());
+      TakeDocumentType(doctype.value(), item);
     } else {
-      Damaged("an item is empty");
+      TakeNode(element.first_child(), item);
     }
     m_into.items.push_back(std::move(item));
   }
@@ -114,10 +163,113 @@ class Loader {
     throw DocumentError(m_name + ": what is carried over from the document is damaged: " + what);
   }
 
+  // --- items ---
+
+  [[nodiscard]] CarriedItem::Place Place(pugi::xml_attribute attribute) const {
+    const std::string_view place = attribute.value();
+    if (place == kBeforeRoot) return CarriedItem::Place::BeforeRoot;
+    if (place == kAfterRoot) return CarriedItem::Place::AfterRoot;
+    if (attribute) Damaged("\"" + std::string(place) + "\" is no place");
+    return CarriedItem::Place::InElement;
+  }
+
+  void RequireOneNode(pugi::xml_node element) const {
+    int nodes = (element.attribute("attribute") ? 1 : 0) + (element.attribute("doctype") ? 1 : 0);
+    for (pugi::xml_node child = element.first_child(); child && nodes < 2; child = child.next_sibling()) ++nodes;
+    if (nodes == 0) Damaged("an item is empty");
+    if (nodes > 1) Damaged("an item holds more than one node");
+  }
+
+  void TakeAttribute(const std::string& name, const std::string& value, CarriedItem& item) {
+    RequireName(name);
+    RequireText(value);
+    if (item.place != CarriedItem::Place::InElement || item.parent.empty()) {
+      Damaged("the attribute " + name + " stands in no element");
+    }
+    const std::string_view owner = item.parent.back().tag;
+    if (Contains(FindKnownElement(owner)->attributes, name)) {
+      Damaged("the attribute " + name + " of " + std::string(owner) + " belongs to the design");
+    }
+    // A place that is none (-1) is never written, and several items may have lost theirs.
+    const bool isPlaced =
+        std::all_of(item.parent.begin(), item.parent.end(), [](auto& step) { return step.index >= 0; });
+    if (isPlaced && !m_attributes.insert(PathText(item.parent) + ' ' + name).second) {
+      Damaged(std::string(owner) + " has the attribute " + name + " twice");
+    }
+    item.attributeName = name;
+    item.attributeValue = value;
+  }
+
+  void TakeDocumentType(const std::string& text, CarriedItem& item) {
+    RequireText(text);
+    if (item.place != CarriedItem::Place::BeforeRoot || std::exchange(m_hasDocumentType, true)) {
+      Damaged("one document type may stand, before the root");
+    }
+    if (!IsDocumentType(text)) Damaged("\"" + text + "\" is no document type");
+    item.node = m_into.store.append_child(pugi::node_doctype);
+    item.node.set_value(text.c_str());
+  }
+
+  void TakeNode(pugi::xml_node node, CarriedItem& item) {
+    const bool isElement = node.type() == pugi::node_element;
+    if (item.place != CarriedItem::Place::InElement) {
+      if (isElement || IsText(node)) Damaged("only comments and instructions may stand outside the root");
+    } else if (isElement && Contains(ChildrenOf(item.parent), node.name())) {
+      Damaged("the element " + std::string(node.name()) + " belongs to the design where an item stands");
+    } else if (IsText(node) && HoldsText(item.parent)) {
+      Damaged("the text of " + std::string(item.parent.back().tag) + " belongs to the design");
+    }
+    RequireFit(node, static_cast<int>(item.parent.size()) + 1);
+    item.node = m_into.store.append_copy(node);
+  }
+
+  /// @param above how many levels lie above the node
+  void RequireFit(pugi::xml_node top, int above) const {
+    WalkNodes(top, [&](pugi::xml_node node, int level) {
+      const std::string fault = FaultOf(node, above + level);
+      if (!fault.empty()) Damaged(fault);
+      RequireText(node.name());
+      RequireText(node.value());
+      for (const pugi::xml_attribute attribute : node.attributes()) {
+        RequireText(attribute.name());
+        RequireText(attribute.value());
+      }
+    });
+  }
+
+  // --- names and texts ---
+
+  void RequireName(const std::string& name) const {
+    if (!IsXmlName(name)) Damaged("\"" + name + "\" is no name");
+    RequireText(name);
+  }
+
+  /// Refuses text that no document can hold.
+  void RequireText(std::string_view text) const {
+    const auto isControl = [](char c) {
+      return static_cast<unsigned char>(c) < 0x20 && kXmlBlanks.find(c) == std::string_view::npos;
+    };
+    const auto control = std::find_if(text.begin(), text.end(), isControl);
+    if (control != text.end()) {
+      Damaged("it holds the control character " + DescribeCharacter(static_cast<char32_t>(*control)));
+    }
+    if (!IsAscii(text) && !IsUtf8(text)) Damaged("it holds bytes that are not UTF-8");
+  }
+
+  // --- places ---
+
   [[nodiscard]] std::string_view Tag(std::string_view tag) const {
     const KnownElement* known = FindKnownElement(tag);
     if (known == nullptr) Damaged("there is no element " + std::string(tag));
     return known->tag;
+  }
+
+  /// An element twice in the order would be written twice.
+  void AddToRootOrder(std::string_view tag) {
+    tag = Tag(tag);
+    if (!Contains(kRootChildren, tag)) Damaged(std::string(tag) + " does not stand directly below the root");
+    if (Contains(m_into.rootOrder, tag)) Damaged(std::string(tag) + " is twice in the order of the root");
+    m_into.rootOrder.push_back(tag);
   }
 
   [[nodiscard]] int Number(std::string_view text) const {
@@ -130,14 +282,29 @@ class Loader {
     return number;
   }
 
+  /// The elements that the library models below another: whether it reads the points of control targets depends on the
+  /// edition.
+  [[nodiscard]] std::span<const std::string_view> ChildrenOf(const ElementPath& parent) const {
+    if (parent.empty()) return kRootChildren;
+    if (m_edition20 && parent.back().tag == kTarget) return {};
+    return FindKnownElement(parent.back().tag)->children;
+  }
+
+  /// Whether the library models the text of an element; that of control targets in edition 2.0 only.
+  [[nodiscard]] bool HoldsText(const ElementPath& parent) const {
+    if (parent.empty()) return false;
+    return parent.back().tag == kTarget ? m_edition20 : FindKnownElement(parent.back().tag)->hasText;
+  }
+
   /// Every step has to be a child of the one before it, and so have the siblings: whoever looks for the place relies on
   /// it.
   void RequireNesting(const CarriedItem& item) const {
+    const bool isOutside = item.place != CarriedItem::Place::InElement;
+    if (isOutside && !(item.parent.empty() && item.anchors.empty()))
+      Damaged("an item outside the root has a place in it");
     std::span<const std::string_view> children = kRootChildren;
     const auto require = [&](const ElementStep& step) {
-      if (std::find(children.begin(), children.end(), step.tag) == children.end()) {
-        Damaged("there is no " + std::string(step.tag) + " where an item stands");
-      }
+      if (!Contains(children, step.tag)) Damaged("there is no " + std::string(step.tag) + " where an item stands");
     };
     for (const ElementStep& step : item.parent) {
       require(step);
@@ -158,6 +325,10 @@ class Loader {
 
   CarriedContent::Impl& m_into;
   const std::string& m_name;
+  bool m_edition20;
+  bool m_hasRoot = false;
+  bool m_hasDocumentType = false;
+  std::set<std::string> m_attributes;  ///< of the items so far, with the paths of their elements
 };
 
 }  // namespace
@@ -183,7 +354,8 @@ void CarriedContent::Store(pugi::xml_node parent) const {
 
 CarriedContent CarriedContent::Load(pugi::xml_node parent, const std::string& name) {
   CarriedContent carried;
-  Loader loader(*carried.m_impl, name);
+  const std::optional<Edition> edition = ParseEdition(parent.attribute("edition").value());
+  Loader loader(*carried.m_impl, name, !edition || IsEdition20(*edition));
   for (const pugi::xml_node child : parent.children()) {
     const std::string_view tag = child.name();
     if (tag == "root") loader.LoadRoot(child);
