@@ -9,6 +9,7 @@
 #include "host/cli/command_options.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
+#include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
 #include "host/project/design_file.h"
 #include "vorn/platform/fixed_decimal.h"
@@ -40,11 +41,8 @@ struct ConvertSummary {
   std::string fromEdition;
   bool assumed = false;
   std::string toEdition;
-  std::string encoding;          ///< empty when a project is written
-  std::string fromStoreVersion;  ///< empty when a document is read
-  std::string storeVersion;      ///< empty when a document is written
-  std::vector<Project::Loss> notStored;
-  bool roadDataLeft = false;  ///< a document takes nothing of the project but the design
+  std::string encoding;  ///< empty when a project is written
+  StoredSummary stored;
   int sections = 0;
   std::size_t replacedInReading = 0;
   std::size_t replacedInWriting = 0;
@@ -54,37 +52,18 @@ struct ConvertSummary {
   std::vector<vorn_host::CarriedContent::Row> unplaced;
 };
 
-/// Whether a project holds anything that a document of its design leaves behind.
-bool HoldsRoadData(const VornLinearXMLData& data) {
-  const VornInfoConstrcut& info = data.GetInfoConstrcut();
-  const VornCtrlPoints& points = info.GetCtrlPoints();
-  const VornRoadCenterData& center = data.GetRoadCenter();
-  return !info.GetCrsArray().IsEmpty() || !points.GetCtrlPos().IsEmpty() || !points.GetBenchMarks().IsEmpty() ||
-         !info.GetRoadGm().GetRoadInfo().IsInit() || !center.GetCrsArray().IsEmpty() || !center.GetGmPnts().IsEmpty() ||
-         !center.GetProject().GetName().IsEmpty() || !center.GetRoadGm().GetAlignments().IsEmpty() ||
-         !data.GetLandXml().GetAlignments().IsEmpty() || !data.GetLandXml().GetCgPoints().IsEmpty();
-}
-
 ConvertSummary Convert(const ConvertOptions& options) {
   constexpr int kSteps = 3;
   Progress progress(Progress::IsLong(options.in));
   progress.Show("reading", 0, kSteps);
   DesignFile file = DesignFile::Read(options.in, {options.assume, options.lossy});
   DesignDocument& document = file.design;
-  const bool toProject = vorn_host::IsProjectName(options.out);
 
   ConvertSummary summary;
   summary.in = options.in;
   summary.out = options.out;
   summary.fromEdition = vorn_host::EditionName(document.edition);
   summary.assumed = document.assumed;
-  if (file.project) summary.fromStoreVersion = file.project->GetStoreVersion();
-  if (toProject) {
-    summary.storeVersion = options.storeVersion.empty() ? Project::kNewestStoreVersion : options.storeVersion;
-  } else {
-    summary.encoding = vorn_host::EncodingName(options.encoding);
-    summary.roadDataLeft = file.project && HoldsRoadData(file.project->data);
-  }
   summary.replacedInReading = document.replacedCharacters;
   summary.notUnderstood = document.unreadValues;
   for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
@@ -95,11 +74,11 @@ ConvertSummary Convert(const ConvertOptions& options) {
   summary.carried = document.carried.Rows();
 
   progress.Show("writing", 2, kSteps);
-  DesignFile::WriteReport written =
-      std::move(file).Write(options.out, {{options.encoding, options.lossy}, summary.storeVersion});
-  summary.replacedInWriting = written.document.replacedCharacters;
-  summary.unplaced = std::move(written.document.unplaced);
-  summary.notStored = std::move(written.losses);
+  DesignDocument::WriteReport written = WriteDesign(
+      std::move(file), options.out, {{options.encoding, options.lossy}, options.storeVersion}, summary.stored);
+  if (summary.stored.storeVersion.empty()) summary.encoding = vorn_host::EncodingName(options.encoding);
+  summary.replacedInWriting = written.replacedCharacters;
+  summary.unplaced = std::move(written.unplaced);
   return summary;
 }
 
@@ -114,7 +93,7 @@ void PrintText(const ConvertSummary& summary) {
   report.Row("Written", summary.out);
   report.Row("Edition", editions);
   if (!summary.encoding.empty()) report.Row("Encoding", summary.encoding);
-  if (!summary.storeVersion.empty()) report.Row("Store version", summary.storeVersion);
+  PrintStored(report, summary.stored);
   report.Row("Cross sections", std::to_string(summary.sections));
   if (conversion.convertedPoints > 0) {
     std::string moved = std::to_string(conversion.convertedPoints) + " expressed anew, largest displacement " +
@@ -129,15 +108,14 @@ void PrintText(const ConvertSummary& summary) {
   }
   PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
   PrintNotUnderstood(report, summary.notUnderstood);
-  if (!conversion.dropped.empty()) report.Line("Dropped, as edition " + summary.toEdition + " cannot hold it:");
-  for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
-  if (!summary.notStored.empty()) {
-    report.Line("Dropped, as store version " + summary.storeVersion + " cannot hold it:");
+  const bool toProject = !summary.stored.storeVersion.empty();
+  if (!conversion.dropped.empty()) {
+    report.Line(toProject ? "Kept in the project, but not in documents of edition " + summary.toEdition + ":"
+                          : "Dropped, as edition " + summary.toEdition + " cannot hold it:");
   }
-  for (const Project::Loss& loss : summary.notStored) report.CountRow(loss.count, loss.what);
-  if (summary.roadDataLeft)
-    report.Line("Note: a document holds the design alone; the project's road data are not in it");
-  if (!conversion.notWritten.empty()) report.Line("Not written, in any edition:");
+  for (const ConversionReport::Dropped& dropped : conversion.dropped) report.CountRow(dropped.count, dropped.what);
+  if (!conversion.notWritten.empty())
+    report.Line(toProject ? "Not in documents, in any edition:" : "Not written, in any edition:");
   for (const ConversionReport::Dropped& left : conversion.notWritten) report.CountRow(left.count, left.what);
   if (!conversion.lostTargets.empty()) report.Line("Lost control targets:");
   for (const std::string& target : conversion.lostTargets) report.Line(target, 4);
@@ -147,8 +125,6 @@ void PrintText(const ConvertSummary& summary) {
   Print(report);
 }
 
-Json TextOrNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
-
 void PrintJson(const ConvertSummary& summary) {
   const ConversionReport& conversion = summary.conversion;
   Json json = {{"in", summary.in},
@@ -156,11 +132,7 @@ void PrintJson(const ConvertSummary& summary) {
                {"fromEdition", summary.fromEdition},
                {"editionAssumed", summary.assumed},
                {"toEdition", summary.toEdition},
-               {"encoding", TextOrNull(summary.encoding)},
-               {"fromStoreVersion", TextOrNull(summary.fromStoreVersion)},
-               {"storeVersion", TextOrNull(summary.storeVersion)},
-               {"notStored", Json::array()},
-               {"roadDataLeft", summary.roadDataLeft},
+               {"encoding", summary.encoding.empty() ? Json(nullptr) : Json(summary.encoding)},
                {"crossSections", summary.sections},
                {"replacedInReading", summary.replacedInReading},
                {"replacedInWriting", summary.replacedInWriting},
@@ -175,9 +147,7 @@ void PrintJson(const ConvertSummary& summary) {
                {"notes", conversion.notes},
                {"carriedOver", RowsToJson(summary.carried)},
                {"unplaced", RowsToJson(summary.unplaced)}};
-  for (const Project::Loss& loss : summary.notStored) {
-    json["notStored"].push_back({{"what", loss.what}, {"count", loss.count}});
-  }
+  AddStored(json, summary.stored);
   for (const ConversionReport::Dropped& left : conversion.notWritten) {
     json["notWritten"].push_back({{"what", left.what}, {"count", left.count}});
   }
@@ -204,9 +174,13 @@ void AddConvertCommand(CLI::App& app, int& exitCode) {
   AddAssumeOption(*command, options->assume);
   command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
   command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
-    if (!options->storeVersion.empty() && !vorn_host::IsProjectName(options->out)) {
+  command->callback([options, command, &exitCode] {
+    const bool toProject = vorn_host::IsWrittenAsProject(options->out);
+    if (!options->storeVersion.empty() && !toProject) {
       throw CLI::ValidationError("--store-version", "only a project (.vorn) has a store version");
+    }
+    if (toProject && command->count("--encoding") > 0) {
+      throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }
     const ConvertSummary summary = Convert(*options);
     options->json ? PrintJson(summary) : PrintText(summary);

@@ -13,6 +13,7 @@
 #include "host/cli/command_options.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
+#include "host/cli/stored_output.h"
 #include "host/editing/design_editor.h"
 #include "host/project/design_file.h"
 
@@ -45,6 +46,7 @@ struct EditOptions {
 struct EditSummary {
   std::string in;
   std::string out;
+  StoredSummary stored;
   std::string edition;
   std::string encoding;
   int sections = 0;
@@ -88,10 +90,11 @@ EditSummary Edit(const EditOptions& options) {
   progress.Show("writing", stages - 1, stages);
   const vorn_host::TextEncoding encoding = options.encoding.value_or(
       vorn_host::ParseEncoding(document.encodingName).value_or(vorn_host::TextEncoding::Utf8));
-  if (!vorn_host::IsProjectName(options.out)) summary.encoding = vorn_host::EncodingName(encoding);
-  DesignFile::WriteReport written = std::move(file).Write(options.out, {{encoding, options.lossy}});
-  summary.replacedInWriting = written.document.replacedCharacters;
-  summary.unplaced = std::move(written.document.unplaced);
+  DesignDocument::WriteReport written =
+      WriteDesign(std::move(file), options.out, {{encoding, options.lossy}, {}}, summary.stored);
+  if (summary.stored.storeVersion.empty()) summary.encoding = vorn_host::EncodingName(encoding);
+  summary.replacedInWriting = written.replacedCharacters;
+  summary.unplaced = std::move(written.unplaced);
   return summary;
 }
 
@@ -143,6 +146,7 @@ void PrintText(const EditSummary& summary, bool verbose) {
   report.Row("Written", summary.out);
   report.Row("Edition", summary.edition);
   if (!summary.encoding.empty()) report.Row("Encoding", summary.encoding);
+  PrintStored(report, summary.stored);
   report.Row("Cross sections", std::to_string(summary.sections));
   PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
   PrintNotUnderstood(report, summary.notUnderstood);
@@ -171,18 +175,20 @@ void PrintJson(const EditSummary& summary) {
                      {"remarks", toJson(step.remarks)},
                      {"notes", step.notes}});
   }
-  Print(Json{{"in", summary.in},
-             {"out", summary.out},
-             {"edition", summary.edition},
-             {"encoding", summary.encoding.empty() ? Json(nullptr) : Json(summary.encoding)},
-             {"crossSections", summary.sections},
-             {"replacedInReading", summary.replacedInReading},
-             {"replacedInWriting", summary.replacedInWriting},
-             {"notUnderstood", UnreadValuesToJson(summary.notUnderstood)},
-             {"steps", std::move(steps)},
-             {"lostTargets", summary.lostTargets},
-             {"carriedOver", RowsToJson(summary.carried)},
-             {"unplaced", RowsToJson(summary.unplaced)}});
+  Json json = {{"in", summary.in},
+               {"out", summary.out},
+               {"edition", summary.edition},
+               {"encoding", summary.encoding.empty() ? Json(nullptr) : Json(summary.encoding)},
+               {"crossSections", summary.sections},
+               {"replacedInReading", summary.replacedInReading},
+               {"replacedInWriting", summary.replacedInWriting},
+               {"notUnderstood", UnreadValuesToJson(summary.notUnderstood)},
+               {"steps", std::move(steps)},
+               {"lostTargets", summary.lostTargets},
+               {"carriedOver", RowsToJson(summary.carried)},
+               {"unplaced", RowsToJson(summary.unplaced)}};
+  AddStored(json, summary.stored);
+  Print(json);
 }
 
 // --- steps of the command line ---------------------------------------------------------------------------------------
@@ -336,6 +342,9 @@ void AddEditCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--verbose", options->verbose, "tell what each step changed in each section");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
+    if (options->encoding && vorn_host::IsWrittenAsProject(options->out)) {
+      throw CLI::ValidationError("--encoding", "only a document has an encoding");
+    }
     if (options->steps.empty()) throw CLI::RequiredError("a step, such as --cross-points,");
     const EditSummary summary = Edit(*options);
     options->json ? PrintJson(summary) : PrintText(summary, options->verbose);

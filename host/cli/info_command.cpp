@@ -168,14 +168,15 @@ class SetSummariser {
 
 DocumentSummary::Project SummariseProject(const vorn_host::Project& project) {
   const VornInfoConstrcut& info = project.data.GetInfoConstrcut();
-  const VornRoadInfo& road = info.GetRoadGm().GetRoadInfo();
+  const VornRoadGmData& roadGm = project.GetRoadGm();
+  const VornRoadInfo& road = roadGm.GetRoadInfo();
   DocumentSummary::Project summary;
   summary.storeVersion = project.GetStoreVersion();
   summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName().View());
   summary.road = ToUtf8(road.GetName().View());
-  summary.roadClass = ToUtf8(road.GetClassificatRoad().View());
+  summary.roadClass = ToUtf8(road.Class(roadGm.GetStructureType().GetType()).View());
   if (const int speed = road.Speed(); speed > 0) summary.designSpeed = speed;
-  for (const VornAlignment& alignment : info.GetRoadGm().GetAlignments()) {
+  for (const VornAlignment& alignment : roadGm.GetAlignments()) {
     summary.alignments.push_back(ToUtf8(alignment.GetName().View()));
   }
   for (const VornCrsData& crs : info.GetCrsArray()) {

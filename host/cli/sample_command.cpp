@@ -9,7 +9,9 @@
 #include "host/cli/command_options.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
+#include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
+#include "host/project/design_file.h"
 #include "host/sample/sample_design.h"
 
 namespace vorn_cli {
@@ -17,6 +19,7 @@ namespace vorn_cli {
 namespace {
 
 using vorn_host::DesignDocument;
+using vorn_host::DesignFile;
 using vorn_host::Edition;
 using vorn_host::SampleKind;
 
@@ -38,13 +41,14 @@ const std::map<std::string, SampleKind>& Kinds() {
   return kinds;
 }
 
-void WriteSample(const SampleCommandOptions& options) {
+StoredSummary WriteSample(const SampleCommandOptions& options) {
   const Edition edition = options.edition.value_or(Edition::V41);
   Progress progress(options.sample.sections >= kLongDesign);
   // Making the design takes about a fifth of the time, writing it the rest.
   vorn_host::SampleDesign design = vorn_host::MakeSampleDesign(
       options.sample, [&](int done, int total) { progress.Show("making cross sections", done, total * 5); });
-  DesignDocument document;
+  DesignFile file;
+  DesignDocument& document = file.design;
   document.fileInfos = std::move(design.fileInfos);
   document.structureType = std::move(design.structureType);
   document.hasStructureType = true;
@@ -53,15 +57,20 @@ void WriteSample(const SampleCommandOptions& options) {
   document.edition = vorn_host::IsEdition20(edition) ? Edition::V41 : edition;
   vorn_host::ConvertEdition(document, edition);
   progress.Show("writing", 1, 5);
-  document.Write(options.out, {options.encoding, false});
+  StoredSummary stored;
+  WriteDesign(std::move(file), options.out, {{options.encoding, false}, {}}, stored);
+  return stored;
 }
 
 }  // namespace
 
 void AddSampleCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<SampleCommandOptions>();
-  CLI::App* command = app.add_subcommand("sample", "Write a realistic synthetic document, for trying out and tests");
-  command->add_option("OUT", options->out, "the document to write")->required()->type_name("");
+  CLI::App* command =
+      app.add_subcommand("sample", "Write a realistic synthetic document or project, for trying out and tests");
+  command->add_option("OUT", options->out, "the document to write, or a project when it ends with .vorn")
+      ->required()
+      ->type_name("");
   command->add_option("--sections", options->sample.sections, "number of cross sections")
       ->check(CLI::Range(1, kMostSections))
       ->capture_default_str();
@@ -75,15 +84,21 @@ void AddSampleCommand(CLI::App& app, int& exitCode) {
   command->add_option("--seed", options->sample.seed, "another number gives another terrain")->capture_default_str();
   AddEncodingOption(*command, options->encoding);
   command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
-    WriteSample(*options);
+  command->callback([options, command, &exitCode] {
+    if (command->count("--encoding") > 0 && vorn_host::IsWrittenAsProject(options->out)) {
+      throw CLI::ValidationError("--encoding", "only a document has an encoding");
+    }
+    const StoredSummary stored = WriteSample(*options);
     const std::string edition(vorn_host::EditionName(options->edition.value_or(Edition::V41)));
     if (options->json) {
-      Print(Json{{"written", options->out}, {"edition", edition}, {"crossSections", options->sample.sections}});
+      Json json = {{"written", options->out}, {"edition", edition}, {"crossSections", options->sample.sections}};
+      AddStored(json, stored);
+      Print(json);
     } else {
       TextReport report;
       report.Row("Written", options->out);
       report.Row("Edition", edition);
+      PrintStored(report, stored);
       report.Row("Cross sections", std::to_string(options->sample.sections));
       Print(report);
     }

@@ -123,6 +123,11 @@ void ConvertSectionPoints(VornXSection& section, const std::string& setPath, boo
 
 /// Gives a target of edition 2.0 the points that its code text names. Made while 2.0 is the selected edition.
 void MakeTargetPoints(VornFormCtrlTarget& target, const VornXSection& section, const VornBuildForm& form) {
+  // Points that an application gave say more than the codes.
+  for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+    if (point.GetBuildFormName().IsEmpty()) point.SetBuildFormName(form.GetName());
+  }
+  if (!target.GetTargetPntArray().IsEmpty()) return;
   CStringArray codes;
   Vorn_Base::DivideString(target.GetCode().View(), codes);
   for (const CString& code : codes) {

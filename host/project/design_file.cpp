@@ -1,18 +1,60 @@
 #include "host/project/design_file.h"
 
+#include <algorithm>
+#include <array>
+#include <fstream>
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/document_error.h"
 #include "host/project/project_file.h"
 #include "vorn/platform/cstring.h"
 
 namespace vorn_host {
 
-bool IsProjectName(const std::filesystem::path& path) {
-  return CString(path.extension().string()).CompareNoCase(".vorn") == 0;
+namespace fs = std::filesystem;
+
+namespace {
+
+bool EndsWith(const fs::path& path, const char* ending) {
+  const CString name(path.filename().string());
+  return name.Right(CString(ending).GetLength()).CompareNoCase(ending) == 0;
 }
 
-DesignFile DesignFile::Read(const std::filesystem::path& path, const DesignDocument::ReadOptions& options) {
+/// Whether there is a regular file that begins like a project.
+bool HoldsProject(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return false;
+  std::array<char, 8> head{};
+  std::ifstream file(path, std::ios::binary);
+  file.read(head.data(), head.size());
+  return ProjectFile::IsProject({head.data(), static_cast<std::size_t>(file.gcount())});
+}
+
+std::string VersionToWrite(const std::optional<Project>& project) {
+  const auto& known = Project::kWritableStoreVersions;
+  const bool kept = project && std::find(known.begin(), known.end(), project->GetStoreVersion()) != known.end();
+  return kept ? project->GetStoreVersion() : std::string(Project::kNewestStoreVersion);
+}
+
+}  // namespace
+
+bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
+
+bool IsWrittenAsProject(const fs::path& path) {
+  std::error_code error;
+  const fs::path target = fs::weakly_canonical(path, error);
+  if (IsProjectName(path) || (!error && IsProjectName(target))) return true;
+  if (!HoldsProject(path)) return false;
+  if (EndsWith(path, ".xml")) {
+    throw DocumentError(path.string() +
+                        ": this file is a project, although it is named like a document; a document in "
+                        "its place would lose the project's road data");
+  }
+  return true;
+}
+
+DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOptions& options) {
   std::string content = ReadFile(path);
   DesignFile file;
   if (IsProjectName(path) || ProjectFile::IsProject(content)) {
@@ -24,15 +66,17 @@ DesignFile DesignFile::Read(const std::filesystem::path& path, const DesignDocum
   return file;
 }
 
-DesignFile::WriteReport DesignFile::Write(const std::filesystem::path& path, const WriteOptions& options) && {
+DesignFile::WriteReport DesignFile::Write(const fs::path& path, const WriteOptions& options) && {
   WriteReport report;
-  if (!IsProjectName(path)) {
+  if (!IsWrittenAsProject(path)) {
     report.document = design.Write(path, options.document);
     return report;
   }
+  report.storeVersion = options.storeVersion.empty() ? VersionToWrite(project) : options.storeVersion;
+  if (HoldsProject(path)) report.formerProject = BackupOf(path);
   if (!project) project.emplace();
   project->TakeDesign(std::move(design));
-  report.losses = project->Save(path, options.storeVersion);
+  report.losses = project->Save(path, report.storeVersion);
   return report;
 }
 

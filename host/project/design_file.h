@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,30 +10,43 @@
 
 namespace vorn_host {
 
-/// Whether a file name is that of a project, ending with ".vorn" in letters of either case.
+/// Whether a file name is that of a project: it ends with ".vorn", in letters of either case.
 [[nodiscard]] bool IsProjectName(const std::filesystem::path& path);
+
+/// Whether a design is written into that file as a project: the file that the name leads to is named like one, or is
+/// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document:
+/// a document in its place would lose all its road data.
+[[nodiscard]] bool IsWrittenAsProject(const std::filesystem::path& path);
 
 /// A file with a design, whichever of the two kinds it is: a document, or a project, whose design then is worked on as
 /// a document.
 struct DesignFile {
   struct WriteOptions {
     DesignDocument::WriteOptions document;
-    /// For a project only.
-    std::string storeVersion{Project::kNewestStoreVersion};
+    /// For a project: the store version to write. Without one, that of the project that was read, when it can be
+    /// written, else the newest.
+    std::string storeVersion;
   };
   struct WriteReport {
     DesignDocument::WriteReport document;
+    /// Empty when a document was written.
+    std::string storeVersion;
     /// What the store version could not hold.
     std::vector<Project::Loss> losses;
+    /// Where the project that was there before is kept now; empty when there was none.
+    std::filesystem::path formerProject;
   };
 
   /// Reads a project when the file is named or begins like one, else a document. Throws `DocumentError`.
   [[nodiscard]] static DesignFile Read(const std::filesystem::path& path, const DesignDocument::ReadOptions& options);
 
-  /// Writes a project when the file is named like one, else a document, whole or not at all. A design that was read
-  /// from a document becomes a new project; what a project holds besides the design is not part of a document. The
-  /// design is written from where it is and not needed afterwards. Throws `DocumentError`.
+  /// Writes a project or a document (`IsWrittenAsProject`), whole or not at all. A design that was read from a document
+  /// becomes a new project; what a project holds besides the design is not part of a document. The design is written
+  /// from where it is and not needed afterwards. Throws `DocumentError`.
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options) &&;
+
+  /// Whether writing a document leaves road data of the project behind.
+  [[nodiscard]] bool HoldsRoadData() const { return project && project->HoldsRoadData(); }
 
   DesignDocument design;
   /// The project that the design was read from.

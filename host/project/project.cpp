@@ -1,6 +1,7 @@
 #include "host/project/project.h"
 
 #include <algorithm>
+#include <functional>
 #include <pugixml.hpp>
 #include <sstream>
 #include <utility>
@@ -70,27 +71,67 @@ void GiveTargetsTheirPoints(VornLinearXMLData& data) {
   });
 }
 
-/// In documents of edition 2.0 control targets are told by their codes alone, and their points are made from these.
-void TakeTargetsTheirPoints(VornXSections& set) {
+bool IsAlike(const VornFormCtrlTargetPnt& a, const VornFormCtrlTargetPnt& b) {
+  return a.GetCumulativeDist().Value() == b.GetCumulativeDist().Value() && a.GetXSectChg() == b.GetXSectChg() &&
+         a.GetBuildFormName() == b.GetBuildFormName() && a.GetCode() == b.GetCode() &&
+         a.GetSerialID() == b.GetSerialID() && a.GetBuildFormID() == b.GetBuildFormID() &&
+         a.GetSectionID() == b.GetSectionID() && a.GetCrossPointType() == b.GetCrossPointType() &&
+         a.GetXSectType() == b.GetXSectType() && a.GetSectNameID() == b.GetSectNameID();
+}
+
+/// Takes the points away that storing gave to a control target without any. In its form a document tells a target by
+/// its codes, and points that say no more than these would become a second statement of the same. Points that an
+/// application gave, with forms and identifiers, are others and stay.
+void TakeMadePoints(VornFormCtrlTarget& target, const NurReal& station, VornBuildForm& form) {
+  VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+  if (points.IsEmpty()) return;
+  VornFormCtrlTarget bare = target;
+  bare.GetTargetPntArray().RemoveAll();
+  bare.RegulatePnt(station, &form);
+  const VornFormCtrlTargetPntArray& made = bare.GetTargetPntArray();
+  if (std::equal(points.begin(), points.end(), made.begin(), made.end(), IsAlike)) points.RemoveAll();
+}
+
+void TakeMadePoints(VornXSections& set) {
   for (VornXSection& section : set.GetXSectionArray()) {
     for (VornBuildForm& form : section.GetBuildFormArray()) {
-      for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) target.GetTargetPntArray().RemoveAll();
+      for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+        TakeMadePoints(target, section.GetCumulativeDist(), form);
+      }
     }
   }
 }
 
-/// Whether an alignment belongs into a document.
+/// Whether an alignment has a design, where no document tells it.
 bool HasDesign(const VornAlignment& alignment) {
   const VornXSections& set = alignment.GetXSections();
-  return !set.GetXSectionArray().IsEmpty() || !set.GetRefAlign().IsEmpty() || !set.GetRefVertical().IsEmpty();
+  return !set.GetXSectionArray().IsEmpty() || !set.GetFormCtrlTargetArray().IsEmpty() || !set.GetRefAlign().IsEmpty() ||
+         !set.GetRefVertical().IsEmpty() || !set.GetProjectPhase().IsEmpty();
+}
+
+/// The record of road data in the newest store version.
+std::vector<std::uint8_t> RecordOf(VornLinearXMLData& data) {
+  const CString tag(Project::kNewestStoreVersion);
+  data.GetInfoConstrcut().SetStoreVersion(tag);
+  data.GetRoadCenter().SetStoreVersion(tag);
+  CMemFile file;
+  CArchive ar(&file, CArchive::store);
+  data.Serialize(ar, tag);
+  ar.Close();
+  return file.Detach();
 }
 
 // --- older store versions --------------------------------------------------------------------------------------------
 
+/// Whether the second role of a point says something that the first does not: before "06.00" it becomes a copy of it.
 bool IsSubOfItsOwn(const VornComposedPnt& point) {
   using PntType = VornComposedPnt::PntType;
-  return point.IsUsedSub() || !point.Measure(PntType::Sub).IsEmpty() ||
-         (!point.GetCode(PntType::Sub).IsEmpty() && point.GetCode(PntType::Sub) != point.GetCode(PntType::Main));
+  const auto differs = [](const auto& sub, const auto& main, const auto& unset) { return sub != unset && sub != main; };
+  return differs(point.GetXSectType(PntType::Sub), point.GetXSectType(), 0u) ||
+         differs(point.GetXSectNameID(PntType::Sub), point.GetXSectNameID(), 0u) ||
+         differs(point.GetDekiPairID(PntType::Sub), point.GetDekiPairID(), 0xFFFFFFFFu) ||
+         differs(point.GetXSectName(PntType::Sub), point.GetXSectName(), CString()) ||
+         differs(point.GetCode(PntType::Sub), point.GetCode(), CString()) || !point.Measure(PntType::Sub).IsEmpty();
 }
 
 /// Before "06.00" a point has one detail record and no element type, and target points name no work type.
@@ -131,6 +172,13 @@ std::vector<Project::Loss> GiveUpFor(VornLinearXMLData& data, std::string_view s
   }
   std::erase_if(losses, [](const Project::Loss& loss) { return loss.count == 0; });
   return losses;
+}
+
+/// Removes an alignment; the current one stays the current one, or when it is the one that goes, gives way to the next.
+void RemoveAlignment(VornAlignmentsArray& alignments, int index) {
+  alignments.RemoveAt(index);
+  const int current = alignments.GetCurrent() - (index < alignments.GetCurrent() ? 1 : 0);
+  alignments.SetCurrent(std::min(current, alignments.GetUpperBound()));
 }
 
 Edition EditionOf(VornSchema::Version version) {
@@ -174,11 +222,7 @@ Project Project::FromBytes(std::string_view content, const std::string& name) {
     const EditionScope scope(project.m_edition);
     project.LoadRecord(file.record, name);
   }
-  if (file.document.empty()) {
-    const VornRoadGmData& roadGm = project.RoadGm();
-    project.m_edition = EditionOf(roadGm.GetSchemaVersion());
-    project.m_hasStructureType = !roadGm.GetStructureType().GetTypeStr().IsEmpty();
-  }
+  project.FindDesign(name);
   return project;
 }
 
@@ -218,6 +262,7 @@ std::vector<Project::Loss> Project::Save(const std::filesystem::path& path, std:
 
 std::vector<std::uint8_t> Project::ToBytes(const std::string& name, std::string_view storeVersion,
                                            std::vector<Loss>& losses) {
+  if (m_isOut) throw DocumentError(name + ": the project cannot be saved while its design is handed out");
   const auto* const known = std::find(kWritableStoreVersions.begin(), kWritableStoreVersions.end(), storeVersion);
   if (known == kWritableStoreVersions.end()) {
     throw DocumentError(name + ": store version " + std::string(storeVersion) +
@@ -245,13 +290,44 @@ VornRoadGmData& Project::RoadGm() {
   return m_designInRoadCenter ? data.GetRoadCenter().GetRoadGm() : data.GetInfoConstrcut().GetRoadGm();
 }
 
+const VornRoadGmData& Project::GetRoadGm() const {
+  return m_designInRoadCenter ? data.GetRoadCenter().GetRoadGm() : data.GetInfoConstrcut().GetRoadGm();
+}
+
+std::vector<int> Project::DesignAlignments() const {
+  if (m_isOut) return m_given;
+  std::vector<int> found;
+  const VornAlignmentsArray& alignments = GetRoadGm().GetAlignments();
+  for (int i = 0; i < alignments.GetSize(); ++i) {
+    const bool isEmptySet = std::find(m_emptySets.begin(), m_emptySets.end(), i) != m_emptySets.end();
+    if (isEmptySet || HasDesign(alignments[i])) found.push_back(i);
+  }
+  return found;
+}
+
+void Project::FindDesign(const std::string& name) {
+  if (m_isOfDocument) {
+    const VornAlignmentsArray& alignments = GetRoadGm().GetAlignments();
+    const bool inOrder = std::is_sorted(m_emptySets.begin(), m_emptySets.end(), std::less_equal<>());
+    if (!inOrder || (!m_emptySets.empty() && (m_emptySets.front() < 0 || !alignments.IsRange(m_emptySets.back())))) {
+      throw DocumentError(name + ": the document part of the project is damaged: a set has no alignment of its own");
+    }
+    return;
+  }
+  m_designInRoadCenter = false;
+  if (DesignAlignments().empty()) {
+    m_designInRoadCenter = true;
+    m_designInRoadCenter = !DesignAlignments().empty();
+  }
+  m_edition = EditionOf(GetRoadGm().GetSchemaVersion());
+  m_hasStructureType = !GetRoadGm().GetStructureType().GetTypeStr().IsEmpty();
+}
+
 DesignDocument Project::GiveDesign() {
-  const auto hasDesign = [](VornRoadGmData& roadGm) {
-    const VornAlignmentsArray& alignments = roadGm.GetAlignments();
-    return std::any_of(alignments.begin(), alignments.end(), HasDesign);
-  };
-  m_designInRoadCenter = !hasDesign(data.GetInfoConstrcut().GetRoadGm()) && hasDesign(data.GetRoadCenter().GetRoadGm());
+  const EditionScope scope(m_edition);
   VornRoadGmData& roadGm = RoadGm();
+  m_given = DesignAlignments();
+  m_isOut = true;
 
   DesignDocument design;
   design.edition = m_edition;
@@ -260,14 +336,11 @@ DesignDocument Project::GiveDesign() {
   design.structureType = roadGm.GetStructureType();
   design.hasStructureType = m_hasStructureType;
   design.carried = std::exchange(m_carried, CarriedContent());
-  m_given.clear();
-  for (int i = 0; i < roadGm.GetAlignments().GetSize(); ++i) {
-    VornAlignment& alignment = roadGm.GetAlignments()[i];
-    if (!HasDesign(alignment)) continue;
-    m_given.push_back(i);
+  for (const int index : m_given) {
+    VornAlignment& alignment = roadGm.GetAlignments()[index];
     VornXSections& set = design.sets[design.sets.Add(std::exchange(alignment.GetXSections(), VornXSections()))];
-    if (set.GetRefAlign().IsEmpty()) set.SetRefAlign(alignment.GetName());
-    if (IsEdition20(m_edition)) TakeTargetsTheirPoints(set);
+    if (!m_isOfDocument && set.GetRefAlign().IsEmpty()) set.SetRefAlign(alignment.GetName());
+    TakeMadePoints(set);
   }
   return design;
 }
@@ -275,6 +348,8 @@ DesignDocument Project::GiveDesign() {
 void Project::TakeDesign(DesignDocument design) {
   VornRoadGmData& roadGm = RoadGm();
   VornAlignmentsArray& alignments = roadGm.GetAlignments();
+  std::vector<int> places = DesignAlignments();
+  std::erase_if(places, [&](int index) { return !alignments.IsRange(index); });
   m_edition = design.edition;
   m_encodingName = std::move(design.encodingName);
   m_hasStructureType = design.hasStructureType;
@@ -283,27 +358,57 @@ void Project::TakeDesign(DesignDocument design) {
   roadGm.SetFileInfos(design.fileInfos);
   roadGm.SetStructureType(design.structureType);
 
-  const auto given = static_cast<int>(m_given.size());
-  for (int i = 0; i < design.sets.GetSize(); ++i) {
-    VornXSections& set = design.sets[i];
-    const int place = i < given ? m_given[static_cast<std::size_t>(i)] : alignments.Add(VornAlignment());
-    VornAlignment& alignment = alignments[place];
+  const auto sets = static_cast<std::size_t>(design.sets.GetSize());
+  while (places.size() < sets) places.push_back(alignments.Add(VornAlignment()));
+  for (std::size_t i = 0; i < sets; ++i) {
+    VornXSections& set = design.sets[static_cast<int>(i)];
+    VornAlignment& alignment = alignments[places[i]];
     if (alignment.GetName().IsEmpty()) alignment.SetName(set.GetRefAlign());
     alignment.GetXSections() = std::move(set);
   }
-  for (int i = given - 1; i >= design.sets.GetSize(); --i) alignments.RemoveAt(m_given[static_cast<std::size_t>(i)]);
+  for (; places.size() > sets; places.pop_back()) RemoveAlignment(alignments, places.back());
+  std::erase_if(places, [&](int index) { return HasDesign(alignments[index]); });
+  m_emptySets = std::move(places);
   if (alignments.GetCurrent() < 0 && !alignments.IsEmpty()) alignments.SetCurrent(0);
-  m_given.clear();
+  m_isOfDocument = true;
+  m_isOut = false;
+}
+
+bool Project::HoldsRoadData() const {
+  Project rest;
+  rest.data = data;
+  rest.m_designInRoadCenter = m_designInRoadCenter;
+  VornRoadGmData& roadGm = rest.RoadGm();
+  const VornRoadGmData none;
+  roadGm.SetFileInfos(none.GetFileInfos());
+  roadGm.SetStructureType(none.GetStructureType());
+  roadGm.SetSchemaVersion(none.GetSchemaVersion());
+  // An alignment that says no more than the name that its set refers to goes with the design.
+  VornAlignmentsArray& alignments = roadGm.GetAlignments();
+  alignments.RemoveIf([](const VornAlignment& alignment) {
+    VornLinearXMLData one;
+    one.GetInfoConstrcut().GetRoadGm().GetAlignments().Add(alignment);
+    VornLinearXMLData named;
+    named.GetInfoConstrcut().GetRoadGm().GetAlignments().SetSize(1);
+    named.GetInfoConstrcut().GetRoadGm().GetAlignments()[0].SetName(alignment.GetName());
+    return RecordOf(one) == RecordOf(named);
+  });
+  alignments.SetCurrent(none.GetAlignments().GetCurrent());
+  VornLinearXMLData empty;
+  return RecordOf(rest.data) != RecordOf(empty);
 }
 
 // --- what the records do not hold ------------------------------------------------------------------------------------
 
 std::string Project::DocumentPart() const {
+  if (!m_isOfDocument) return {};
   pugi::xml_document tree;
   pugi::xml_node element = tree.append_child(kDocumentElement);
   element.append_attribute("edition") = std::string(EditionName(m_edition)).c_str();
   element.append_attribute("encoding") = m_encodingName.c_str();
   element.append_attribute("structureType") = m_hasStructureType;
+  if (m_designInRoadCenter) element.append_attribute("roadCenter") = true;
+  for (const int index : m_emptySets) element.append_child("set").append_attribute("alignment") = index;
   m_carried.Store(element);
   std::ostringstream text;
   tree.save(text, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
@@ -312,6 +417,7 @@ std::string Project::DocumentPart() const {
 
 void Project::LoadDocumentPart(std::string_view text, const std::string& name) {
   if (text.empty()) return;
+  m_isOfDocument = true;
   pugi::xml_document tree;
   const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
   const pugi::xml_node element = tree.child(kDocumentElement);
@@ -330,6 +436,8 @@ void Project::LoadDocumentPart(std::string_view text, const std::string& name) {
   }
   m_encodingName = element.attribute("encoding").value();
   m_hasStructureType = element.attribute("structureType").as_bool();
+  m_designInRoadCenter = element.attribute("roadCenter").as_bool();
+  for (const pugi::xml_node set : element.children("set")) m_emptySets.push_back(set.attribute("alignment").as_int(-1));
   m_carried = CarriedContent::Load(element, name);
 }
 

@@ -20,7 +20,7 @@ namespace vorn_host {
 ///     project.Save("ring-road.vorn");
 ///
 /// What the library does not model of a document stays with the project, so that a document made from it later has it
-/// again.
+/// again. Some of the model is in no project, since no record of the archive has it (docs/project-file.md).
 class Project {
  public:
   /// The store version that the library's records have now, and those that it can write: older ones are only read.
@@ -43,24 +43,30 @@ class Project {
   [[nodiscard]] static Project FromBytes(std::string_view content, const std::string& name);
 
   /// Writes the project, whole or not at all; the file that was there before is kept beside it as
-  /// `BackupOf(path)`. Throws `DocumentError`. Writing an older store version gives up what that cannot hold, in the
-  /// project as well.
-  /// @returns what was given up
+  /// `BackupOf(path)`. Throws `DocumentError`, also while the design is out. An older store version cannot hold
+  /// everything; what a point is in its second role is lost in the project as well then.
+  /// @returns what the file does not hold
   std::vector<Loss> Save(const std::filesystem::path& path, std::string_view storeVersion = kNewestStoreVersion);
   /// The content that `Save` writes.
   [[nodiscard]] std::vector<std::uint8_t> ToBytes(const std::string& name, std::string_view storeVersion,
                                                   std::vector<Loss>& losses);
 
-  /// Hands out the design: one set for each alignment that has cross sections or whose document named it. The road
-  /// data are without it until it is taken back.
+  /// Hands out the design: the sets of the document that it came from, or without one, those of all alignments that
+  /// have a design. The road data are without it until it is taken back; alignments are not to be added or removed
+  /// meanwhile.
   [[nodiscard]] DesignDocument GiveDesign();
-  /// Makes a design the project's own: one alignment for each set, named as the set refers to it. What an alignment
-  /// holds besides its cross sections stays. Two sets that refer to one alignment become two of that name, since an
-  /// alignment holds one set.
+  /// Makes a design the project's own in place of the one that it has: one alignment for each set, named as the set
+  /// refers to it. What an alignment holds besides its cross sections stays. Two sets that refer to one alignment
+  /// become two of that name, since an alignment holds one set. Copies of alignments in the road-centre data stay as
+  /// they are (`VornRoadCenterData::SetCommonData` renews them).
   void TakeDesign(DesignDocument design);
+  /// Whether the project holds anything besides the design. To be asked while the design is out.
+  [[nodiscard]] bool HoldsRoadData() const;
 
-  /// Store version that the project was read in.
+  /// Store version that the project was read in; the newest for a new one.
   [[nodiscard]] const std::string& GetStoreVersion() const { return m_storeVersion; }
+  /// The road geometry that the design belongs to.
+  [[nodiscard]] const VornRoadGmData& GetRoadGm() const;
 
   /// All road data. The design is in the construction information; data of hosts that keep it with the road centre
   /// are taken from there.
@@ -68,13 +74,21 @@ class Project {
 
  private:
   [[nodiscard]] VornRoadGmData& RoadGm();
+  /// The alignments that hold the design, ascending.
+  [[nodiscard]] std::vector<int> DesignAlignments() const;
+  /// Settles where the design is, once everything is read.
+  void FindDesign(const std::string& name);
   void LoadRecord(std::string_view record, const std::string& name);
   [[nodiscard]] std::string DocumentPart() const;
   void LoadDocumentPart(std::string_view text, const std::string& name);
 
   std::string m_storeVersion{kNewestStoreVersion};
   bool m_designInRoadCenter = false;
-  std::vector<int> m_given;  ///< alignments whose sets were handed out
+  bool m_isOfDocument = false;  ///< the design came from a document
+  bool m_isOut = false;         ///< the design is handed out
+  std::vector<int> m_given;     ///< while the design is out: the alignment of each set
+  /// Alignments whose sets hold nothing, and yet are sets of the document.
+  std::vector<int> m_emptySets;
 
   // What the records do not hold of the design's document.
   Edition m_edition = Edition::V41;

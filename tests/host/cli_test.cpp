@@ -428,6 +428,20 @@ TEST_F(Cli, LeavesNothingInADirectoryItMayNotWriteTo) {
   ExpectFailure(Shell(asNobody + Command({"info", Path("secret.xml")})), HasSubstr("Permission denied"));
 }
 
+TEST_F(Cli, LeavesNothingInASharedDirectoryWhereAnotherUsersFileStays) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs two users";
+  const std::string asNobody = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
+  if (Shell(asNobody + Command({"--version"})).exitCode != 0) GTEST_SKIP() << "cannot run the tool as another user";
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("a.vorn")});
+  const std::string former = ReadAll(Path("a.vorn"));
+  chmod(Path("a.vorn").c_str(), 0666);
+  chmod(Path("").c_str(), 01777);
+  ExpectFailure(Shell(asNobody + Command({"convert", Sample("river-2.0.xml"), Path("a.vorn")})),
+                HasSubstr("cannot be put in place: Operation not permitted"));
+  EXPECT_TRUE(ReadAll(Path("a.vorn")) == former);
+  EXPECT_EQ(FileCount(), 1u) << "a second name that only the owner can remove";
+}
+
 TEST_F(Cli, TakesItsUnfinishedFileAwayWhenItIsStopped) {
   // Stopped at several moments, among them some while the file is being written.
   for (const char* seconds : {"0.1", "0.2", "0.3", "0.4", "0.6", "0.8"}) {
@@ -459,6 +473,21 @@ TEST_F(Cli, SampleTellsProgramsWhatItWrote) {
   EXPECT_EQ(json["written"], Path("a.xml"));
   EXPECT_EQ(json["edition"], "2.0");
   EXPECT_EQ(json["crossSections"], 3);
+}
+
+TEST_F(Cli, SampleMakesAProjectWhereOneIsNamedAndKeepsTheFormerOne) {
+  const auto make = [&](const std::string& kind) {
+    return OutputJson({"sample", Path("a.vorn"), "--kind", kind, "--sections", "3", "--json"});
+  };
+  EXPECT_EQ(make("road")["storeVersion"], "06.00");
+  const std::string first = ReadAll(Path("a.vorn"));
+  EXPECT_THAT(first, StartsWith("\x89VORN"));
+  EXPECT_EQ(OutputJson({"info", Path("a.vorn"), "--json"})["sets"][0]["crossSections"]["count"], 3);
+  EXPECT_EQ(OutputJson({"check", Path("a.vorn"), "--json"})["valid"], true);
+
+  EXPECT_EQ(make("river")["formerProject"], Path("a.vorn.bak"));
+  EXPECT_TRUE(ReadAll(Path("a.vorn.bak")) == first);
+  ExpectFailure({"sample", Path("a.vorn"), "--encoding", "shift_jis"}, HasSubstr("only a document has an encoding"));
 }
 
 TEST_F(Cli, SampleIsTheSameForASeed) {

@@ -130,6 +130,55 @@ TEST_F(ProjectCommand, RecognisesAProjectByItsContentToo) {
   EXPECT_TRUE(OutputJson({"info", Path("p.data"), "--json"})["project"].is_object());
 }
 
+TEST_F(ProjectCommand, NeverPutsADocumentInTheProjectsPlace) {
+  namespace fs = std::filesystem;
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  const auto isProject = [&](const std::string& name) {
+    return OutputJson({"info", Path(name), "--json"})["project"].is_object();
+  };
+  fs::create_symlink(Path("p.vorn"), Path("latest"));
+  (void)Output({"edit", Path("latest"), Path("latest"), "--mirror"});
+  EXPECT_TRUE(isProject("p.vorn"));
+  (void)Output({"edit", Path("p.vorn.bak"), Path("p.vorn.bak"), "--mirror"});
+  EXPECT_TRUE(isProject("p.vorn.bak"));
+  fs::copy_file(Path("p.vorn"), Path("p.data"));
+  (void)Output({"convert", Path("p.data"), Path("p.data")});
+  EXPECT_TRUE(isProject("p.data"));
+  fs::copy_file(Path("p.vorn"), Path("p.xml"));
+  ExpectFailure({"convert", Path("p.vorn"), Path("p.xml")},
+                AllOf(HasSubstr("p.xml: this file is a project"), HasSubstr("road data")));
+  EXPECT_TRUE(isProject("p.xml"));
+}
+
+TEST_F(ProjectCommand, SaysWhereTheFormerProjectIsKept) {
+  EXPECT_EQ(OutputJson({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--json"})["formerProject"], nullptr);
+  EXPECT_EQ(OutputJson({"convert", Sample("river-2.0.xml"), Path("p.vorn"), "--json"})["formerProject"],
+            Path("p.vorn.bak"));
+  EXPECT_THAT(Output({"convert", Sample("river-2.0.xml"), Path("p.vorn")}),
+              AllOf(HasSubstr("Former project"), HasSubstr("p.vorn.bak")));
+}
+
+TEST_F(ProjectCommand, KeepsTheStoreVersionOfAProject) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--store-version", "05.00"});
+  EXPECT_EQ(OutputJson({"edit", Path("p.vorn"), Path("p.vorn"), "--mirror", "--json"})["storeVersion"], "05.00");
+  EXPECT_EQ(OutputJson({"info", Path("p.vorn"), "--json"})["project"]["storeVersion"], "05.00");
+  EXPECT_THAT(Output({"convert", Path("p.vorn"), Path("p.vorn"), "--store-version", "06.00"}),
+              HasSubstr("06.00 from 05.00"));
+}
+
+TEST_F(ProjectCommand, TellsWhatADocumentOfAnEditionWillLackAndKeepsIt) {
+  const std::string text = Output({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--edition", "2.0"});
+  EXPECT_THAT(text,
+              AllOf(HasSubstr("Kept in the project, but not in documents of edition 2.0"), Not(HasSubstr("Dropped"))));
+}
+
+TEST_F(ProjectCommand, TakesAnEncodingForDocumentsOnly) {
+  ExpectFailure({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--encoding", "utf-8"},
+                HasSubstr("only a document has an encoding"));
+  ExpectFailure({"edit", Sample("road-4.1.xml"), Path("p.vorn"), "--mirror", "--encoding", "utf-8"},
+                HasSubstr("only a document has an encoding"));
+}
+
 TEST_F(ProjectCommand, RefusesWhatIsNoProject) {
   std::filesystem::copy_file(Sample("road-4.1.xml"), Path("p.vorn"));
   ExpectFailure({"info", Path("p.vorn")}, AllOf(HasSubstr("p.vorn"), HasSubstr("not a project file")));

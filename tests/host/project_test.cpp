@@ -177,6 +177,63 @@ TEST(Project, KeepsExistingGroundInUseWhenItsFirstFormHasPoints) {
   EXPECT_EQ(loaded.sets[0].GetXSectionArray()[2].GetExistingFlag(), 0);
 }
 
+TEST(Project, GivesBackEmptySetsAndWhatHangsOnThem) {
+  const std::string text = Xml(
+      Edition::V41,
+      "<tsf:XSections projectPhase=\"x\" foo=\"bar\"><!-- keep --></tsf:XSections>"
+      "<tsf:XSections refAlign=\"A\" refVertical=\"V\" note=\"n\"><tsf:XSection cumulativeDist=\"20.0000\" mark=\"m\"/>"
+      "</tsf:XSections><tsf:XSections alignment=\"false\"/>");
+  DesignDocument document = ReadText(text);
+  const std::string expected = WriteText(document);
+  Project project = ProjectOf(ReadText(text));
+  Project loaded = Reloaded(project);
+  DesignDocument design = loaded.GiveDesign();
+  ASSERT_EQ(design.sets.GetSize(), 3);
+  EXPECT_EQ(WriteText(design), expected);
+  EXPECT_THAT(expected, AllOf(HasSubstr("foo=\"bar\""), HasSubstr("mark=\"m\"")));
+}
+
+TEST(Project, InventsNoPointsForTheControlTargetsOfForms) {
+  for (const Edition edition : {Edition::V20, Edition::V41}) {
+    for (const auto item : {VornFormCtrlTarget::ControlItem::Width, VornFormCtrlTarget::ControlItem::SlopeLength,
+                            VornFormCtrlTarget::ControlItem::Height}) {
+      DesignDocument design = SmallDesign();
+      design.edition = edition;
+      VornFormCtrlTarget target = host_test::Target();
+      target.SetControlItem(item);
+      target.SetCode("L1 R1");
+      design.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0].GetFormCtrlTargetArray().Add(target);
+      Project project = ProjectOf(std::move(design));
+      const DesignDocument loaded = Reloaded(project).GiveDesign();
+      const auto& form = loaded.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0];
+      ASSERT_EQ(form.GetFormCtrlTargetArray().GetSize(), 1);
+      EXPECT_TRUE(form.GetFormCtrlTargetArray()[0].GetTargetPntArray().IsEmpty());
+      EXPECT_EQ(form.GetFormCtrlTargetArray()[0].GetCodeName(), "L1 R1");
+    }
+  }
+}
+
+TEST(Project, KeepsThePointsThatAnApplicationGaveToControlTargets) {
+  DesignDocument design = SmallDesign();
+  design.edition = Edition::V20;
+  for (const auto item : {VornFormCtrlTarget::ControlItem::Width, VornFormCtrlTarget::ControlItem::Thickness}) {
+    VornFormCtrlTarget target = host_test::TargetOn(20.0, "Plan", {"L1", "R1"});
+    target.SetControlItem(item);
+    target.GetTargetPntArray()[0].SetBuildFormID(7);
+    target.GetTargetPntArray()[1].SetSectionID(8);
+    design.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0].GetFormCtrlTargetArray().Add(target);
+  }
+  Project project = ProjectOf(std::move(design));
+  const DesignDocument loaded = Reloaded(project).GiveDesign();
+  const auto& targets = loaded.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0].GetFormCtrlTargetArray();
+  for (const VornFormCtrlTarget& target : targets) {
+    ASSERT_EQ(target.GetTargetPntArray().GetSize(), 2);
+    EXPECT_EQ(target.GetTargetPntArray()[0].GetCode(), "L1");
+    EXPECT_EQ(target.GetTargetPntArray()[0].GetBuildFormID(), 7u);
+    EXPECT_EQ(target.GetTargetPntArray()[1].GetSectionID(), 8u);
+  }
+}
+
 // --- where a design goes ---------------------------------------------------------------------------------------------
 
 TEST(Project, HasAnAlignmentForEachSetOfADocument) {
@@ -281,6 +338,86 @@ TEST(Project, OfAnotherHostTakesItsEditionFromTheSchemaVersion) {
   }
 }
 
+TEST(Project, RemembersThatItsDesignLiesWithTheRoadCentre) {
+  VornLinearXMLData data;
+  data.GetRoadCenter().GetRoadGm().GetAlignments().SetSize(1);
+  data.GetRoadCenter().GetRoadGm().GetAlignments()[0].GetXSections().GetXSectionArray().SetSize(2);
+  Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kName));
+  project.TakeDesign(project.GiveDesign());
+  Project again = Reloaded(project);
+  EXPECT_EQ(again.GiveDesign().sets[0].GetXSectionArray().GetSize(), 2);
+}
+
+TEST(Project, TakesADesignInPlaceOfTheOneThatItHas) {
+  DesignDocument design = SmallDesign();
+  design.sets.Add(VornXSections());
+  Project project = ProjectOf(std::move(design));
+  project.TakeDesign(SmallDesign());  // nothing was handed out
+  const VornAlignmentsArray& alignments = project.data.GetInfoConstrcut().GetRoadGm().GetAlignments();
+  ASSERT_EQ(alignments.GetSize(), 1);
+  EXPECT_EQ(alignments.GetCurrent(), 0);
+}
+
+TEST(Project, MovesTheCurrentAlignmentWithThoseThatGo) {
+  DesignDocument design;
+  design.sets.SetSize(3);
+  Project project = ProjectOf(std::move(design));
+  VornAlignmentsArray& alignments = project.data.GetInfoConstrcut().GetRoadGm().GetAlignments();
+  alignments.SetCurrent(2);
+  DesignDocument given = project.GiveDesign();
+  given.sets.SetSize(2);
+  project.TakeDesign(std::move(given));
+  EXPECT_EQ(alignments.GetCurrent(), 1);
+  project.TakeDesign(DesignDocument());
+  EXPECT_TRUE(alignments.IsEmpty());
+  EXPECT_EQ(alignments.GetCurrent(), -1);
+}
+
+TEST(Project, IsNotSavedWhileItsDesignIsOut) {
+  const TemporaryDirectory directory;
+  Project project = ProjectOf(SmallDesign());
+  DesignDocument design = project.GiveDesign();
+  EXPECT_THAT(ErrorOf([&] { project.Save(directory / "p.vorn"); }), HasSubstr("while its design is handed out"));
+  EXPECT_THAT(directory.Names(), IsEmpty());
+  project.TakeDesign(std::move(design));
+  project.Save(directory / "p.vorn");
+}
+
+TEST(Project, RefusesSetsWithoutAlignmentsOfTheirOwn) {
+  Project project = ProjectOf(SmallDesign());
+  const std::string content = Stored(project);
+  const std::string_view record = ProjectFile::Parse(content, "p").record;
+  for (const char* sets : {"<set alignment=\"1\"/>", "<set alignment=\"-1\"/>", "<set/>",
+                           "<set alignment=\"0\"/><set alignment=\"0\"/>"}) {
+    EXPECT_THAT(ReadError(FileOf("06.00", record, "<document edition=\"4.1\">" + std::string(sets) + "</document>")),
+                HasSubstr("no alignment of its own"))
+        << sets;
+  }
+}
+
+TEST(Project, TellsWhetherItHoldsMoreThanTheDesign) {
+  using Change = void (*)(VornLinearXMLData&);
+  const auto holds = [](Change change) {
+    DesignDocument design = SmallDesign();
+    design.fileInfos.SetSize(1);
+    design.structureType.SetJobName("job");
+    design.edition = Edition::V20;
+    Project project = ProjectOf(std::move(design));
+    change(project.data);
+    (void)project.GiveDesign();
+    return project.HoldsRoadData();
+  };
+  EXPECT_FALSE(holds([](VornLinearXMLData&) {}));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetInfoConstrcut().GetCrsArray().SetSize(1); }));
+  EXPECT_TRUE(holds(
+      [](VornLinearXMLData& data) { data.GetInfoConstrcut().GetRoadGm().GetAlignments()[0].SetCrsName("plane 9"); }));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetInfoConstrcut().GetRoadGm().GetRoadInfo().SetName("R 1"); }));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetInfoConstrcut().GetRoadGm().SetOption(1); }));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetLandXml().GetProject().SetName("name"); }));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetRoadCenter().GetProject().SetName("name"); }));
+  EXPECT_TRUE(holds([](VornLinearXMLData& data) { data.GetInfoConstrcut().GetFormCtrl().SetValue(3.0); }));
+}
+
 // --- store versions --------------------------------------------------------------------------------------------------
 
 TEST(Project, LoadsEveryEarlierStoreVersion) {
@@ -313,6 +450,7 @@ TEST(Project, TellsWhatAnOlderStoreVersionCannotHold) {
     VornBuildForm& form = design.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0];
     form.SetOrgSurface(true);
     form.GetComposedPntArray()[1].SetXSectType(7, VornComposedPnt::PntType::Sub);
+    form.GetComposedPntArray()[2].SetDekiPairID(9, VornComposedPnt::PntType::Sub);
     form.GetComposedPntArray()[2].ElmType(VornComposedPnt::ElementType::Shoulder);
     VornFormCtrlTarget target = host_test::TargetOn(20.0, "Plan", {"L1", "R1"});
     target.GetTargetPntArray()[0].SetXSectType(3);
@@ -327,7 +465,7 @@ TEST(Project, TellsWhatAnOlderStoreVersionCannotHold) {
   Project middle = makeProject();
   (void)middle.ToBytes("p", "05.50", losses);
   EXPECT_THAT(losses, ElementsAre(what("second role"), what("element type"), what("control target")));
-  EXPECT_EQ(losses[0].count, 1);
+  EXPECT_EQ(losses[0].count, 2);
   Project oldest = makeProject();
   (void)oldest.ToBytes("p", "05.00", losses);
   EXPECT_THAT(losses,
