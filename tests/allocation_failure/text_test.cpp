@@ -43,7 +43,7 @@ TEST(TextWithoutMemory, IsAsItWasWhenAssigned) {
   const SmallText longText(kLong);
   ExpectKept<SmallText>([](SmallText& text) { text.assign(kLong); });
   ExpectKept<SmallText>([&](SmallText& text) { text = longText; });
-  ExpectKept<SmallText>([](SmallText& text) { (void)text.overwrite(300); });
+  ExpectKept<SmallText>([](SmallText& text) { (void)text.resize(300); });
 }
 
 TEST(TextWithoutMemory, IsAsItWasWhenAppendedTo) {

@@ -63,6 +63,10 @@ TEST(CString, GivesItsBytesToBeWritten) {
     }
   }
   CString text("kept");
+  EXPECT_EQ(std::string_view(text.GetBufferSetLength(40), 4), "kept") << "what it held stays";
+  (void)text.GetBufferSetLength(3);
+  EXPECT_EQ(text, "kep");
+  text = "kept";
   EXPECT_THROW((void)text.GetBufferSetLength(-1), CInvalidArgException);
   EXPECT_EQ(text, "kept");
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <stdexcept>
@@ -134,8 +135,10 @@ TEST(SmallText, GivesItsBytesToBeWritten) {
     for (const std::size_t after : kSizes) {
       SmallText text(Letters(before));
       const std::string letters = Letters(after);
-      char* const bytes = text.overwrite(after);
+      char* const bytes = text.resize(after);
       EXPECT_EQ(bytes, text.data());
+      const std::size_t kept = std::min(before, after);
+      EXPECT_EQ(std::string_view(bytes, kept), Letters(before).substr(0, kept)) << before << " to " << after;
       std::memcpy(bytes, letters.data(), after);
       EXPECT_TRUE(Holds(text, letters)) << before << " to " << after;
     }
@@ -150,7 +153,7 @@ TEST(SmallText, RefusesFourGibibytesAndStays) {
       SmallText text(kept);
       EXPECT_THROW(text.assign(huge), std::length_error);
       EXPECT_THROW(text.append(huge), std::length_error);
-      EXPECT_THROW((void)text.overwrite(huge.size()), std::length_error);
+      EXPECT_THROW((void)text.resize(huge.size()), std::length_error);
       EXPECT_TRUE(Holds(text, kept));
     }
   }

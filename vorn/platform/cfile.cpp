@@ -5,7 +5,6 @@
 #include <cstring>
 #include <limits>
 #include <new>
-#include <stdexcept>
 
 const char* CFileException::what() const noexcept {
   switch (m_cause) {
@@ -59,8 +58,6 @@ void CMemFile::Write(const void* bytes, std::uint32_t count) {
   try {
     Put(static_cast<const std::uint8_t*>(bytes), count, static_cast<std::size_t>(last));
   } catch (const std::bad_alloc&) {
-    throw CFileException(CFileException::diskFull);
-  } catch (const std::length_error&) {
     throw CFileException(CFileException::diskFull);
   }
   m_position = last;

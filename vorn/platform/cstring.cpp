@@ -46,7 +46,7 @@ void CString::SetAt(int index, char byte) { m_text.data()[CheckedIndex(index, m_
 
 char* CString::GetBufferSetLength(int length) {
   if (length < 0) throw CInvalidArgException();
-  return m_text.overwrite(static_cast<std::size_t>(length));
+  return m_text.resize(static_cast<std::size_t>(length));
 }
 
 int CString::Compare(std::string_view other) const { return View().compare(other); }

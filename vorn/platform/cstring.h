@@ -11,7 +11,8 @@
 /// A source-compatible subset of the framework's 8-bit string. Positions and lengths count bytes, as there.
 /// Comparison is byte-exact; searching and case folding respect double-byte characters: a match never begins
 /// inside a character and the second byte of a character is never folded. Conversion to and from UTF-8 is the
-/// host's business (`vorn/platform/code_page_932.h`). A null `const char*` is an empty text everywhere.
+/// host's business (`vorn/platform/code_page_932.h`). Where a `const char*` is taken, a null one is an empty text;
+/// a `std::string_view` cannot be made of one.
 class CString {
  public:
   CString() = default;
@@ -39,8 +40,9 @@ class CString {
   char operator[](int index) const { return GetAt(index); }
   void SetAt(int index, char byte);
 
-  /// Gives the text a length and its bytes to be written, all of them, before anything else is asked of it. A negative
-  /// length throws `CInvalidArgException`; that, like a lack of memory, leaves the text as it was.
+  /// Cuts the text or makes it longer, and gives its bytes. Those that are new are to be written before anything else
+  /// is asked of it. A negative length throws `CInvalidArgException`; that, like a lack of memory, leaves the text as
+  /// it was.
   [[nodiscard]] char* GetBufferSetLength(int length);
 
   [[nodiscard]] const char* GetString() const { return m_text.data(); }

@@ -68,8 +68,14 @@ void SmallText::append(std::string_view text) {
   Adopt(apart, after);
 }
 
-char* SmallText::overwrite(std::size_t size) {
-  size <= Capacity() ? SetSize(size) : Adopt(Acquire(size), size);
+char* SmallText::resize(std::size_t size) {
+  if (size <= Capacity()) {
+    SetSize(size);
+  } else {
+    const Apart apart = Acquire(size);
+    std::memcpy(apart.bytes, data(), this->size());
+    Adopt(apart, size);
+  }
   return data();
 }
 

@@ -44,8 +44,9 @@ class SmallText {
 
   void assign(std::string_view text);
   void append(std::string_view text);
-  /// Gives the text a size and its bytes to be written, all of them: what is in them is not defined until then.
-  [[nodiscard]] char* overwrite(std::size_t size);
+  /// Cuts the text or makes it longer, and gives its bytes. Those that are new are to be written: what is in them is
+  /// not defined until then.
+  [[nodiscard]] char* resize(std::size_t size);
   /// Cuts the text to its first bytes; a longer size does nothing.
   void truncate(std::size_t size);
   /// Keeps memory for the next text.

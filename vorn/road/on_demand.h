@@ -10,7 +10,7 @@
 /// whole: references to the one before are good no longer. Moving hands the value over, references to it included, and
 /// leaves a new one behind. Copying or making it without memory throws `std::bad_alloc` and leaves it as it was.
 ///
-/// Threads may look into one object at a time as they please, but changing it excludes all others: `Change` changes it
+/// Any number of threads may look into an object at a time, but changing it excludes all others: `Change` changes it
 /// even when nothing is done with what it gives.
 /// @tparam Type new values of it are all alike, whenever they are made: objects share one until they change it
 template <typename Type>
@@ -26,8 +26,8 @@ class OnDemand {
   OnDemand& operator=(OnDemand&&) noexcept = default;
   ~OnDemand() = default;
 
-  /// The value to be looked into; before it is made, the one that all share. The reference is good until the value is
-  /// changed for the first time, replaced or moved away from here.
+  /// The value to be looked into; before it is made, the one that all share, whose making may throw too. The
+  /// reference is good until the value is changed for the first time, replaced or moved away from here.
   [[nodiscard]] const Type& Get() const {
     static const Type kNew;
     return m_value ? *m_value : kNew;
