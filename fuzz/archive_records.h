@@ -14,7 +14,8 @@
 
 namespace vorn_fuzz {
 
-/// File information in the form for hosts, which has a `Serialize` of its own.
+/// File information in the form that hosts can ask for on its own: no record holds it, and it has a `Serialize` of its
+/// own.
 struct HostFileInfo {
   VornFileInfo info;
 };

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -31,22 +32,54 @@ constexpr std::string_view kLatest = "06.50";
   std::abort();
 }
 
+/// A file that hands its bytes out only when it is asked to read them, as one on a disk does.
+class StreamedFile : public CMemFile {
+ public:
+  using CMemFile::CMemFile;
+  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
+};
+
+enum class Outcome { Loaded, Newer, Refused };
+
+/// What came of loading an archive. That must not depend on how its bytes are read.
+struct Loading {
+  Outcome outcome = Outcome::Loaded;
+  CArchiveException::Cause cause = CArchiveException::none;  ///< of a refusal
+  std::uint64_t remaining = 0;                               ///< bytes that were not read
+
+  friend bool operator==(const Loading&, const Loading&) = default;
+};
+
 template <typename Record>
-bool IsLoaded(const Bytes& bytes, Record& record, const CString& version, std::uint32_t bufferSize = kUsualBuffer) {
-  CMemFile file(bytes);
+Loading Load(CFile& file, Record& record, const CString& version, std::uint32_t bufferSize) {
   CArchive ar(&file, CArchive::load, bufferSize);
+  const std::uint64_t size = ar.Remaining();
   const MemoryMeter meter;
-  bool loaded = true;
+  Loading loading;
   try {
     Transfer(ar, record, version);
-  } catch (const CArchiveException&) {
-    loaded = false;
+  } catch (const CArchiveException& refusal) {
+    loading.outcome = Outcome::Refused;
+    loading.cause = refusal.m_cause;
   } catch (bool known) {
     if (known) Finding("a newer record is thrown as true", version);
-    loaded = false;
+    loading.outcome = Outcome::Newer;
   }
-  if (meter.Peak() > kMemoryBase + kMemoryFactor * bytes.size()) Finding("loading took too much memory", version);
-  return loaded;
+  if (meter.Peak() > kMemoryBase + kMemoryFactor * size) Finding("loading took too much memory", version);
+  loading.remaining = ar.Remaining();
+  return loading;
+}
+
+template <typename Record>
+Loading LoadInPlace(const Bytes& bytes, Record& record, const CString& version) {
+  CMemFile file(bytes);
+  return Load(file, record, version, kUsualBuffer);
+}
+
+template <typename Record>
+Loading LoadStreamed(const Bytes& bytes, Record& record, const CString& version) {
+  StreamedFile file(bytes);
+  return Load(file, record, version, kTinyBuffer);
 }
 
 template <typename Record>
@@ -67,7 +100,9 @@ void JudgeStoring(Record& record, const CString& version) {
   if (Stored(record, version, kTinyBuffer) != first) Finding("storing twice gives different bytes", version);
   if (version.Compare(kFirstReadable) < 0) return;
   Record again;
-  if (!IsLoaded(first, again, version, kTinyBuffer)) Finding("what was stored cannot be loaded", version);
+  if (LoadStreamed(first, again, version).outcome != Outcome::Loaded) {
+    Finding("what was stored cannot be loaded", version);
+  }
   if (Stored(again, version) != first) Finding("what was stored, loaded and stored again is not the same", version);
 }
 
@@ -80,8 +115,13 @@ bool JudgeArchive(std::span<const std::uint8_t> input) {
   const Bytes bytes(input.begin() + 1, input.end());
   bool loaded = false;
   VisitRecord(kind, [&](auto record) {
-    loaded = IsLoaded(bytes, record, version);
+    auto streamed = record;
+    const Loading loading = LoadInPlace(bytes, record, version);
+    if (LoadStreamed(bytes, streamed, version) != loading) Finding("loading depends on how bytes are read", version);
+    loaded = loading.outcome == Outcome::Loaded;
     if (!loaded) return;
+    auto copy = record;
+    if (Stored(copy, version) != Stored(streamed, version)) Finding("what is loaded depends on the buffer", version);
     JudgeStoring(record, version);
     JudgeStoring(record, CString(kLatest));
   });

@@ -7,8 +7,8 @@
 #include <vector>
 
 // What is asked of every archive, whoever wrote it: it loads, or is refused as an archive or as newer than the library,
-// without taking much more memory than it has bytes; and what was loaded is stored for good, so that loading that gives
-// the same again.
+// without taking much more memory than it has bytes, and alike however its bytes are read; and what was loaded is
+// stored for good, so that loading that gives the same again.
 
 namespace vorn_fuzz {
 

@@ -3,41 +3,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdlib>
-#include <new>
-#include <string>
 #include <vector>
 
+#include "tests/allocation_failure/failing_allocation.h"
 #include "tests/model/model_builders.h"
 #include "tests/support/archive_bytes.h"
 
-// What the build-name registry keeps when memory runs out half-way. The global allocation is replaced, to fail where a
-// test wants it to: therefore an executable of its own.
+// What the build-name registry keeps when memory runs out half-way.
 
 namespace {
 
-/// How many allocations succeed before one fails; none fails while negative.
-std::ptrdiff_t g_succeeding = -1;
-
-void* Allocate(std::size_t size) {
-  if (g_succeeding >= 0 && g_succeeding-- == 0) throw std::bad_alloc();
-  void* memory = std::malloc(size > 0 ? size : 1);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return Allocate(size); }
-void* operator new[](std::size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-
-namespace {
-
+using allocation_test::FailEachAllocation;
 using testing::ElementsAre;
 
 // Too long to be held without an allocation.
@@ -45,27 +21,6 @@ constexpr const char* kOldKey = "a class of work that is there from the beginnin
 constexpr const char* kNewKey = "a class of work that comes";
 constexpr const char* kOldName = "a name that is there from the beginning";
 constexpr const char* kNewName = "a name that comes after the other one";
-
-/// Does something again and again, each time with a later allocation failing, until it is done without a failure.
-/// `prepare` is called before, and `check` after every failure.
-template <typename Prepare, typename Action, typename Check>
-void FailEachAllocation(Prepare prepare, Action action, Check check) {
-  for (std::ptrdiff_t succeeding = 0;; ++succeeding) {
-    prepare();
-    try {
-      g_succeeding = succeeding;
-      action();
-      const bool done = g_succeeding >= 0;
-      g_succeeding = -1;
-      ASSERT_TRUE(done) << "a failure was swallowed";
-      ASSERT_GT(succeeding, 0) << "nothing was allocated";
-      return;
-    } catch (const std::bad_alloc&) {
-      check();
-      if (testing::Test::HasFailure()) return;
-    }
-  }
-}
 
 VornBldNameMap OldRegistry() {
   VornBldNameMap registry;

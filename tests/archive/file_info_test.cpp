@@ -62,13 +62,13 @@ TEST_P(FileInfoArchive, KeepsANoteWithoutAChangeDate) {
   EXPECT_EQ(ReadBack<VornFileInfo>(StoredAs(info, GetParam()), GetParam()).GetNote(), "alone");
 }
 
-TEST_P(FileInfoArchive, WritesTheRecordOfTheRoadDataWithTheTableFirst) {
+TEST_P(FileInfoArchive, WritesTheFormForHostsWithTheTableFirst) {
   VornFileInfo info = FullFileInfo();
   EXPECT_TRUE(
       HasBytes(test_support::Stored([&](CArchive& ar) { info.Serialize(ar, GetParam()); }), HostFileInfoBytes()));
 }
 
-TEST_P(FileInfoArchive, ReadsTheRecordOfTheRoadData) {
+TEST_P(FileInfoArchive, ReadsTheFormForHosts) {
   test_support::LoadingArchive ar(HostFileInfoBytes().All());
   VornFileInfo info;
   info.Serialize(*ar, GetParam());

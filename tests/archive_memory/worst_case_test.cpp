@@ -9,12 +9,14 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "tests/archive/expected_bytes.h"
 #include "vorn/model/measure_info.h"
 #include "vorn/model/pres_point.h"
 #include "vorn/model/x_sections.h"
+#include "vorn/platform/counted_archive.h"
 #include "vorn/road/crs_data.h"
 #include "vorn/road/ctrl_points.h"
 #include "vorn/road/land_xml_data.h"
@@ -78,11 +80,7 @@ using test_support::ArchiveRefusal;
 using test_support::LoadingArchive;
 using test_support::operator+;
 
-/// The shortest record of one kind in the version in which it is shortest.
-struct Shortest {
-  const char* version;
-  Bytes record;
-};
+// The shortest record of each kind, in the version in which it is shortest.
 
 const ExpectedBytes kOldPoint = {
     {"table", EmptyTable()}, {"distance", Real(0)}, {"height", Real(0)},   {"X", Real(0)},    {"Y", Real(0)},
@@ -111,14 +109,23 @@ constexpr std::size_t kAllowedAlways = kMiB / 4;
 /// Enough elements to be more than what is allowed always.
 constexpr std::uint32_t kRoom = std::uint32_t{8} << 11;
 
-/// Numbers of elements at which a growing array of them holds most: it doubles from what fits into so many bytes, and
-/// has two rooms at once when one element more comes.
-template <typename Array>
-std::array<std::uint32_t, 4> WorstCounts() {
-  auto room = static_cast<std::uint32_t>(std::max<std::size_t>(8, 32768 / sizeof(*Array().GetData())));
+/// A room of a growing array of such elements: it doubles from the first one.
+template <typename Item>
+constexpr std::uint32_t kGrownRoom = [] {
+  std::uint32_t room = kFirstCountedRoom<Item>;
   while (room < kRoom) room *= 2;
-  return {kRoom + 1, 2 * kRoom, 2 * room, 2 * room + 1};
-}
+  return room;
+}();
+
+/// Numbers of elements at which a growing array of them costs most. While it grows, the old room and the new one are
+/// both there: an array that grows for the last time half-way holds most for the elements that it gets, and one whose
+/// archive ends just then for those that it has.
+template <typename Item>
+constexpr std::array<std::uint32_t, 4> kWorstCounts = {kGrownRoom<Item>, kGrownRoom<Item> + 1, 2 * kGrownRoom<Item>,
+                                                       2 * kGrownRoom<Item> + 1};
+
+template <typename Array>
+using ItemOf = std::remove_cvref_t<decltype(*std::declval<Array&>().GetData())>;
 
 Bytes Repeated(const Bytes& record, std::size_t times) {
   Bytes bytes;
@@ -169,8 +176,12 @@ Peak PeakOf(const Bytes& record, const char* version, std::uint32_t announced, s
 
 template <typename Array>
 void ExpectModest(const ExpectedBytes& element, const char* version) {
+  using Item = ItemOf<Array>;
   const Bytes record = element.All();
-  for (const std::uint32_t elements : WorstCounts<Array>()) {
+  EXPECT_GE(PeakOf<Array>(record, version, 2 * kGrownRoom<Item>, 2 * kGrownRoom<Item>).bytes,
+            3 * kGrownRoom<Item> * sizeof(Item))
+      << "not the worst case: the old room and the new one at once";
+  for (const std::uint32_t elements : kWorstCounts<Item>) {
     const Peak honest = PeakOf<Array>(record, version, elements, elements);
     EXPECT_LE(honest.bytes, kAllowedAlways + 32 * honest.input) << honest.Text();
     // More than there are, as many as records of so many bytes would be.
@@ -194,7 +205,7 @@ TEST(ArchiveMemory, PresentationPoints) { ExpectModest<Vorn_Array<VornPresPoint>
 
 TEST(ArchiveMemory, RegistriesOfNames) {
   const ExpectedBytes item = {{"table", EmptyTable()}, {"name", Text("")}, {"color", U32(0)}};
-  for (const std::uint32_t names : {kRoom + 1, 2 * kRoom}) {
+  for (const std::uint32_t names : kWorstCounts<VornBuildItem>) {
     for (const std::uint32_t announced : {names, names * 2}) {
       const Bytes bytes = ExpectedBytes({{"table", EmptyTable()},
                                          {"count", U32(1)},
@@ -216,7 +227,7 @@ TEST(ArchiveMemory, RegistriesOfNames) {
 
 TEST(ArchiveMemory, RegistriesOfManyClasses) {
   const ExpectedBytes list = {{"table", EmptyTable()}, {"count", U32(0)}};
-  for (const std::uint32_t classes : {kRoom + 1, 2 * kRoom}) {
+  for (const std::uint32_t classes : kWorstCounts<std::pair<CString, VornBldNameList>>) {
     Bytes bytes = EmptyTable().bytes + U32(classes).bytes;
     for (std::uint32_t i = 0; i < classes; ++i) {
       const Bytes one = Text(std::to_string(i).c_str()).bytes + list.All();
@@ -232,14 +243,19 @@ TEST(ArchiveMemory, RegistriesOfManyClasses) {
 }
 
 TEST(ArchiveMemory, Measurements) {
-  const Bytes bytes = EmptyTable().bytes + U32(2 * kRoom).bytes + Repeated(kMeasure.All(), kRoom + 1);
-  LoadingArchive ar(bytes);
-  const CString tag("06.00");
-  const std::size_t before = g_used;
-  g_peak = before;
-  VornMeasureInfos measures;
-  EXPECT_EQ(ArchiveRefusal([&] { measures.Serialize(*ar, tag); }), CArchiveException::endOfFile);
-  EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size());
+  for (const std::uint32_t count : kWorstCounts<VornMeasureInfo>) {
+    for (const std::uint32_t announced : {count, 2 * count}) {
+      const Bytes bytes = EmptyTable().bytes + U32(announced).bytes + Repeated(kMeasure.All(), count);
+      LoadingArchive ar(bytes);
+      const CString tag("06.00");
+      const std::size_t before = g_used;
+      g_peak = before;
+      VornMeasureInfos measures;
+      EXPECT_EQ(ArchiveRefusal([&] { measures.Serialize(*ar, tag); }),
+                announced > count ? CArchiveException::endOfFile : CArchiveException::none);
+      EXPECT_LE(g_peak - before, kAllowedAlways + 32 * bytes.size()) << count << " of " << announced;
+    }
+  }
 }
 
 const ExpectedBytes kOldSet = {
@@ -278,7 +294,7 @@ Peak PeakOfNested(std::uint32_t sections, std::uint32_t forms, bool boasting) {
 }
 
 TEST(ArchiveMemory, FormsWithinSectionsWithinASet) {
-  for (const std::uint32_t forms : {kRoom / 2, kRoom + 1, 2 * kRoom}) {
+  for (const std::uint32_t forms : kWorstCounts<VornBuildForm>) {
     for (const bool boasting : {false, true}) {
       const Peak peak = PeakOfNested(200, forms, boasting);
       EXPECT_LE(peak.bytes, kAllowedAlways + 32 * peak.input) << forms << ": " << peak.Text();

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <span>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -23,8 +22,12 @@ using test_support::ArchiveRefusal;
 using test_support::BoastfulFile;
 using test_support::Bytes;
 using test_support::BytesOf;
+using test_support::kReadings;
 using test_support::LoadingArchive;
+using test_support::Reading;
 using test_support::Stored;
+using test_support::StreamedFile;
+using test_support::ToText;
 using test_support::TruncationOverlooked;
 using test_support::operator+;
 using testing::ElementsAre;
@@ -38,13 +41,19 @@ Bytes StoredValue(const T& value) {
   return Stored([&](CArchive& ar) { ar << value; });
 }
 
-/// The only value of an archive.
+/// The only value of an archive, however that is read.
 template <typename T>
 T LoadedValue(const Bytes& bytes) {
-  LoadingArchive ar(bytes);
-  T value{};
-  *ar >> value;
-  EXPECT_EQ(ar->Remaining(), 0u);
+  const auto load = [&](Reading reading) {
+    LoadingArchive ar(bytes, reading);
+    T value{};
+    *ar >> value;
+    EXPECT_EQ(ar->Remaining(), 0u) << ToText(reading);
+    return value;
+  };
+  const T value = load(test_support::kInPlace);
+  const Bytes stored = StoredValue(value);
+  for (const Reading reading : kReadings) EXPECT_EQ(StoredValue(load(reading)), stored) << ToText(reading);
   return value;
 }
 
@@ -83,15 +92,14 @@ class FullFile : public CMemFile {
 };
 
 /// A file that hands out one byte at a time, as a slow line does.
-class SlowFile : public CMemFile {
+class SlowFile : public StreamedFile {
  public:
-  using CMemFile::CMemFile;
-  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
+  using StreamedFile::StreamedFile;
   std::uint32_t Read(void* bytes, std::uint32_t count) override { return CMemFile::Read(bytes, std::min(count, 1u)); }
 };
 
 /// A file whose device fails in reading and moving.
-class BrokenFile : public CMemFile {
+class BrokenFile : public StreamedFile {
  public:
   std::uint32_t Read(void*, std::uint32_t) override { throw CFileException(CFileException::hardIO); }
 };
@@ -149,11 +157,13 @@ TYPED_TEST(CArchiveNumber, LoadsWhatWasStored) {
 }
 
 TYPED_TEST(CArchiveNumber, KeepsItsValueWhenTheArchiveEnds) {
-  for (std::size_t length = 0; length < sizeof(TypeParam); ++length) {
-    LoadingArchive ar(Bytes(length, 0x11));
-    TypeParam value{7};
-    EXPECT_EQ(ArchiveRefusal([&] { *ar >> value; }), CArchiveException::endOfFile) << length;
-    EXPECT_EQ(value, TypeParam{7}) << length;
+  for (const Reading reading : kReadings) {
+    for (std::size_t length = 0; length < sizeof(TypeParam); ++length) {
+      LoadingArchive ar(Bytes(length, 0x11), reading);
+      TypeParam value{7};
+      EXPECT_EQ(ArchiveRefusal([&] { *ar >> value; }), CArchiveException::endOfFile) << length;
+      EXPECT_EQ(value, TypeParam{7}) << length << ", " << ToText(reading);
+    }
   }
 }
 
@@ -244,19 +254,23 @@ TEST(CArchive, LoadsALengthInALongerFormThanItNeeds) {
 }
 
 TEST(CArchive, RefusesTextsOfWideCharacters) {
-  LoadingArchive ar({0xFF, 0xFE, 0xFF, 1, 'a', 0});
-  CString text("kept");
-  EXPECT_EQ(ArchiveRefusal([&] { *ar >> text; }), CArchiveException::badIndex);
-  EXPECT_EQ(text, "kept");
+  for (const Reading reading : kReadings) {
+    LoadingArchive ar({0xFF, 0xFE, 0xFF, 1, 'a', 0}, reading);
+    CString text("kept");
+    EXPECT_EQ(ArchiveRefusal([&] { *ar >> text; }), CArchiveException::badIndex) << ToText(reading);
+    EXPECT_EQ(text, "kept") << ToText(reading);
+  }
 }
 
 TEST(CArchive, KeepsATextWhoseBytesAreMissing) {
   for (const LengthForm& form : kLengthForms) {
     if (form.length == 0) continue;
-    LoadingArchive ar(form.prefix + Bytes(form.length - 1, 'x'));
-    CString text("kept");
-    EXPECT_EQ(ArchiveRefusal([&] { *ar >> text; }), CArchiveException::endOfFile) << form.length;
-    EXPECT_EQ(text, "kept") << form.length;
+    for (const Reading reading : kReadings) {
+      LoadingArchive ar(form.prefix + Bytes(form.length - 1, 'x'), reading);
+      CString text("kept");
+      EXPECT_EQ(ArchiveRefusal([&] { *ar >> text; }), CArchiveException::endOfFile) << form.length;
+      EXPECT_EQ(text, "kept") << form.length << ", " << ToText(reading);
+    }
   }
 }
 
@@ -287,11 +301,13 @@ TEST(CArchive, RefusesATextLongerThanAnyTextMayBe) {
 }
 
 TEST(CArchive, FindsTheEndOfAFileThatClaimedMoreThanItHas) {
-  BoastfulFile file({100, 'a', 'b'}, 1000);
-  CArchive ar(&file, CArchive::load);
-  CString text("kept");
-  EXPECT_EQ(ArchiveRefusal([&] { ar >> text; }), CArchiveException::endOfFile);
-  EXPECT_EQ(text, "kept");
+  for (const char* kept : {"kept", "kept in memory of its own"}) {
+    BoastfulFile file({100, 'a', 'b'}, 1000);
+    CArchive ar(&file, CArchive::load);
+    CString text(kept);
+    EXPECT_EQ(ArchiveRefusal([&] { ar >> text; }), CArchiveException::endOfFile);
+    EXPECT_EQ(text, kept);
+  }
 }
 
 // --- dates and lists -------------------------------------------------------------------------------------------------
@@ -312,7 +328,7 @@ TEST(CArchive, LoadsDatesOfEveryStatus) {
 TEST(CArchive, KeepsADateWhoseBytesAreMissing) {
   const Bytes whole = StoredValue(DateTime(1.5, COleDateTime::null));
   for (std::size_t kept = 0; kept < whole.size(); ++kept) {
-    LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)));
+    LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)), 3);
     COleDateTime dateTime = DateTime(7, COleDateTime::invalid);
     EXPECT_EQ(ArchiveRefusal([&] { *ar >> dateTime; }), CArchiveException::endOfFile) << kept;
     EXPECT_EQ(dateTime, DateTime(7, COleDateTime::invalid)) << kept;
@@ -447,6 +463,12 @@ TEST(CArchive, StoresAndLoadsTheSameBytesThroughEveryBuffer) {
   }
 }
 
+TEST(CArchive, LoadsTheSameWhereTheFileHoldsIt) {
+  LoadingArchive ar(Stored(StoreEverything));
+  LoadEverything(*ar);
+  EXPECT_EQ(ar->Remaining(), 0u);
+}
+
 TEST(CArchive, FindsItsEndWhereverItIsCut) {
   EXPECT_EQ(TruncationOverlooked(Stored(StoreEverything), LoadEverything), -1);
 }
@@ -463,8 +485,9 @@ TEST(CArchive, LoadsFromAFileThatGivesLessThanItIsAskedFor) {
 // --- raw bytes and what remains --------------------------------------------------------------------------------------
 
 TEST(CArchive, ReadsFewerBytesOnlyAtTheEnd) {
-  for (const std::uint32_t bufferSize : {1u, 4u, 100u}) {
-    LoadingArchive ar(Bytes{1, 2, 3, 4, 5, 6, 7}, bufferSize);
+  for (const Reading reading : kReadings) {
+    SCOPED_TRACE(ToText(reading));
+    LoadingArchive ar(Bytes{1, 2, 3, 4, 5, 6, 7}, reading);
     Bytes bytes(5, 0xEE);
     EXPECT_EQ(ar->Read(bytes.data(), 5), 5u);
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 4, 5));
@@ -475,12 +498,26 @@ TEST(CArchive, ReadsFewerBytesOnlyAtTheEnd) {
   }
 }
 
+TEST(CArchive, TakesWhatItsBufferHoldsBeforeALargeReadGoesToTheFile) {
+  LoadingArchive ar(Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, 4);
+  Bytes bytes(1);
+  ar->ReadExactly(bytes.data(), 1);
+  EXPECT_EQ(ar.File().GetPosition(), 4u) << "three bytes are in the buffer";
+  bytes.resize(8);
+  ar->ReadExactly(bytes.data(), 8);
+  EXPECT_THAT(bytes, ElementsAre(2, 3, 4, 5, 6, 7, 8, 9));
+  EXPECT_EQ(ar->Remaining(), 1u);
+}
+
 TEST(CArchive, ReadsExactlyOrNotAtAll) {
-  LoadingArchive ar(Bytes{1, 2, 3});
-  Bytes bytes(2);
-  ar->ReadExactly(bytes.data(), 2);
-  EXPECT_THAT(bytes, ElementsAre(1, 2));
-  EXPECT_EQ(ArchiveRefusal([&] { ar->ReadExactly(bytes.data(), 2); }), CArchiveException::endOfFile);
+  for (const Reading reading : kReadings) {
+    SCOPED_TRACE(ToText(reading));
+    LoadingArchive ar(Bytes{1, 2, 3}, reading);
+    Bytes bytes(2);
+    ar->ReadExactly(bytes.data(), 2);
+    EXPECT_THAT(bytes, ElementsAre(1, 2));
+    EXPECT_EQ(ArchiveRefusal([&] { ar->ReadExactly(bytes.data(), 2); }), CArchiveException::endOfFile);
+  }
 }
 
 TEST(CArchive, WritesRawBytesInOrder) {
@@ -503,20 +540,22 @@ TEST(CArchive, ReadsAndWritesNothingWithoutMemory) {
 }
 
 TEST(CArchive, KnowsWhatRemainsWhereverTheBufferEnds) {
-  for (const std::uint32_t bufferSize : {1u, 4u, 100u}) {
-    LoadingArchive ar(Bytes(10, 0), bufferSize);
+  for (const Reading reading : kReadings) {
+    SCOPED_TRACE(ToText(reading));
+    LoadingArchive ar(Bytes(10, 0), reading);
     for (std::uint64_t remaining = 10; remaining > 0; --remaining) {
-      EXPECT_EQ(ar->Remaining(), remaining) << bufferSize;
+      EXPECT_EQ(ar->Remaining(), remaining);
       std::uint8_t byte = 0;
       *ar >> byte;
     }
-    EXPECT_EQ(ar->Remaining(), 0u) << bufferSize;
+    EXPECT_EQ(ar->Remaining(), 0u);
   }
 }
 
 TEST(CArchive, RequiresNoMoreThanWhatRemains) {
-  for (const std::uint32_t bufferSize : {1u, 4u, 100u}) {
-    LoadingArchive ar(Bytes(10, 0), bufferSize);
+  for (const Reading reading : kReadings) {
+    SCOPED_TRACE(ToText(reading));
+    LoadingArchive ar(Bytes(10, 0), reading);
     std::uint16_t word = 0;
     *ar >> word;
     for (const std::uint64_t bytes : {0u, 1u, 7u, 8u}) {
@@ -650,22 +689,30 @@ TEST(CArchive, LeavesTheFileBehindTheLastByteThatItLoaded) {
     std::uint16_t word = 0;
     ar >> word;
   };
-  CMemFile file(Bytes{1, 2, 3, 4, 5, 6, 7});
-  {
-    CArchive ar(&file, CArchive::load);
-    loadTwo(ar);
-    ar.Flush();
-    EXPECT_EQ(file.GetPosition(), 2u);
-    EXPECT_EQ(ar.Remaining(), 5u);
-    loadTwo(ar);
-    ar.Close();
-    EXPECT_EQ(file.GetPosition(), 4u);
+  const auto leaves = [&](CMemFile& file, std::uint32_t bufferSize) {
+    {
+      CArchive ar(&file, CArchive::load, bufferSize);
+      loadTwo(ar);
+      ar.Flush();
+      EXPECT_EQ(file.GetPosition(), 2u);
+      EXPECT_EQ(ar.Remaining(), 5u);
+      loadTwo(ar);
+      ar.Close();
+      EXPECT_EQ(file.GetPosition(), 4u);
+    }
+    {
+      CArchive ar(&file, CArchive::load, bufferSize);
+      loadTwo(ar);
+    }
+    EXPECT_EQ(file.GetPosition(), 6u);
+  };
+  for (const std::uint32_t bufferSize : {0u, 1u, 3u, 4096u}) {
+    SCOPED_TRACE(bufferSize);
+    CMemFile inPlace(Bytes{1, 2, 3, 4, 5, 6, 7});
+    leaves(inPlace, bufferSize);
+    StreamedFile streamed(Bytes{1, 2, 3, 4, 5, 6, 7});
+    leaves(streamed, bufferSize);
   }
-  {
-    CArchive ar(&file, CArchive::load);
-    loadTwo(ar);
-  }
-  EXPECT_EQ(file.GetPosition(), 6u);
 }
 
 TEST(CArchive, AsksNothingOfTheFileWhenThereIsNothingToHandOver) {

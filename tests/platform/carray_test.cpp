@@ -363,4 +363,111 @@ TEST(KelArraySerial, KeepsValues) {
   EXPECT_TRUE(copy == array);
 }
 
+// --- without elements ------------------------------------------------------------------------------------------------
+
+// Nearly all arrays of a model are empty, most of them for as long as they live. That they then take no memory is
+// tested where allocations are counted.
+
+static_assert(sizeof(IntArray) == 2 * sizeof(void*), "the elements' pointer beside that of the virtual functions");
+
+/// Arrays without elements that came about in every way: never used, used and emptied, moved away.
+std::vector<CStringArray> ArraysWithoutElements() {
+  std::vector<CStringArray> arrays(4);
+  arrays[1].Reserve(10);
+  arrays[2] = FullTexts();
+  arrays[2].RemoveAll();
+  arrays[3] = FullTexts();
+  const CStringArray taken = std::move(arrays[3]);
+  return arrays;
+}
+
+TEST(CArrayWithoutElements, RefusesEveryIndex) {
+  for (CStringArray& array : ArraysWithoutElements()) {
+    for (const int index : {-1, 0, 1, kLargestInt, kSmallestInt}) {
+      EXPECT_THROW((void)array[index], CInvalidArgException) << index;
+      EXPECT_THROW((void)array.GetAt(index), CInvalidArgException) << index;
+      EXPECT_THROW((void)std::as_const(array)[index], CInvalidArgException) << index;
+      EXPECT_THROW((void)std::as_const(array).GetAt(index), CInvalidArgException) << index;
+      EXPECT_THROW(array.SetAt(index, "a"), CInvalidArgException) << index;
+      EXPECT_THROW(array.RemoveAt(index), CInvalidArgException) << index;
+    }
+    EXPECT_THROW(array.RemoveAt(1, 0), CInvalidArgException);
+    EXPECT_TRUE(array.IsEmpty());
+  }
+}
+
+TEST(CArrayWithoutElements, StaysSoWhenNothingIsDone) {
+  for (CStringArray& array : ArraysWithoutElements()) {
+    const CString* const data = array.GetData();
+    array.RemoveAt(0, 0);
+    array.RemoveAll();
+    array.SetSize(0);
+    array.Reserve(0);
+    array.InsertAt(0, "a", 0);
+    array.Copy(array);
+    EXPECT_EQ(array.Append(array), 0);
+    array.Copy(CStringArray());
+    EXPECT_EQ(array.Append(CStringArray()), 0);
+    EXPECT_THROW(array.SetSize(-1), CInvalidArgException);
+    EXPECT_THROW(array.InsertAt(-1, "a", 0), CInvalidArgException);
+    EXPECT_EQ(array.GetData(), data);
+    EXPECT_EQ(array.GetSize(), 0);
+    EXPECT_EQ(array.GetUpperBound(), -1);
+    EXPECT_TRUE(array.IsEmpty());
+    EXPECT_EQ(array.begin(), array.end());
+  }
+}
+
+TEST(CArrayWithoutElements, HasNoMemoryUntilItHoldsSomething) {
+  CStringArray array;
+  EXPECT_EQ(array.GetData(), nullptr);
+  array.InsertAt(0, "a", 0);
+  array.SetSize(0);
+  array.RemoveAt(0, 0);
+  EXPECT_EQ(array.GetData(), nullptr);
+  EXPECT_EQ(CStringArray(array).GetData(), nullptr);
+  array.Add("a");
+  EXPECT_NE(array.GetData(), nullptr);
+}
+
+TEST(CArrayWithoutElements, TakesElementsInEveryWay) {
+  for (std::size_t i = 0; i < ArraysWithoutElements().size(); ++i) {
+    const auto after = [&](auto action) {
+      CStringArray array = std::move(ArraysWithoutElements()[i]);
+      action(array);
+      return Items(array);
+    };
+    EXPECT_THAT(after([](CStringArray& a) { a.Add("a"); }), ElementsAre("a"));
+    EXPECT_THAT(after([](CStringArray& a) { a.AddDefault(); }), ElementsAre(""));
+    EXPECT_THAT(after([](CStringArray& a) { a.SetSize(2); }), ElementsAre("", ""));
+    EXPECT_THAT(after([](CStringArray& a) { a.SetAtGrow(0, "a"); }), ElementsAre("a"));
+    EXPECT_THAT(after([](CStringArray& a) { a.SetAtGrow(2, "a"); }), ElementsAre("", "", "a"));
+    EXPECT_THAT(after([](CStringArray& a) { a.InsertAt(0, "a"); }), ElementsAre("a"));
+    EXPECT_THAT(after([](CStringArray& a) { a.InsertAt(1, "a", 2); }), ElementsAre("", "a", "a"));
+    EXPECT_THAT(after([](CStringArray& a) { a.InsertAt(2, "a", 0); }), ElementsAre("", ""));
+    EXPECT_THAT(after([](CStringArray& a) { a.Append(FullTexts()); }), ElementsAre(kLong, "b"));
+    EXPECT_THAT(after([](CStringArray& a) { a.Copy(FullTexts()); }), ElementsAre(kLong, "b"));
+    EXPECT_THAT(after([](CStringArray& a) { a = FullTexts(); }), ElementsAre(kLong, "b"));
+  }
+}
+
+TEST(CArrayWithoutElements, IsEqualToAnyOtherWithout) {
+  for (const CStringArray& a : ArraysWithoutElements()) {
+    for (const CStringArray& b : ArraysWithoutElements()) EXPECT_TRUE(a == b);
+    EXPECT_FALSE(a == FullTexts());
+    EXPECT_FALSE(FullTexts() == a);
+  }
+}
+
+TEST(CArray, KeepsItsElementsWhenMovedToItself) {
+  CStringArray array = FullTexts();
+  CStringArray& same = array;
+  array = std::move(same);
+  EXPECT_THAT(Items(array), ElementsAre(kLong, "b"));
+  CStringArray empty;
+  CStringArray& sameEmpty = empty;
+  empty = std::move(sameEmpty);
+  EXPECT_TRUE(empty.IsEmpty());
+}
+
 }  // namespace

@@ -133,6 +133,61 @@ TEST(CMemFile, IsFullWhenNoMemoryCouldHoldIt) {
   EXPECT_THAT(file.Bytes(), ElementsAre(1));
 }
 
+// --- reading in place ------------------------------------------------------------------------------------------------
+
+TEST(CMemFile, GivesTheBytesFromItsPositionOnWhereTheyAre) {
+  for (const std::int64_t position : {0, 1, 3}) {
+    CMemFile file(Bytes{1, 2, 3, 4});
+    file.Seek(position, CFile::begin);
+    const auto held = file.ReadInPlace();
+    EXPECT_EQ(held.data(), file.Bytes().data() + position);
+    EXPECT_EQ(held.size(), 4u - static_cast<std::size_t>(position));
+    EXPECT_EQ(file.GetPosition(), 4u);
+    EXPECT_THAT(Read(file, 1), IsEmpty());
+  }
+}
+
+TEST(CMemFile, GivesNoBytesInPlaceAtItsEndOrBehindItAndStays) {
+  for (const std::int64_t position : {std::int64_t{4}, std::int64_t{5}, kFarthest}) {
+    CMemFile file(Bytes{1, 2, 3, 4});
+    file.Seek(position, CFile::begin);
+    EXPECT_TRUE(file.ReadInPlace().empty()) << position;
+    EXPECT_EQ(file.GetPosition(), static_cast<std::uint64_t>(position));
+  }
+}
+
+TEST(CMemFile, GivesNoBytesInPlaceWhenEmpty) {
+  CMemFile file;
+  EXPECT_TRUE(file.ReadInPlace().empty());
+  EXPECT_EQ(file.GetPosition(), 0u);
+}
+
+/// A file with nothing but what every file has.
+class PlainFile : public CFile {
+ public:
+  std::uint32_t Read(void*, std::uint32_t count) override {
+    m_position += count;
+    return count;
+  }
+  void Write(const void*, std::uint32_t) override {}
+  void Flush() override {}
+  void Close() override {}
+  [[nodiscard]] std::uint64_t GetLength() const override { return 100; }
+  [[nodiscard]] std::uint64_t GetPosition() const override { return m_position; }
+  std::uint64_t Seek(std::int64_t offset, SeekPosition) override {
+    return m_position = static_cast<std::uint64_t>(offset);
+  }
+
+ private:
+  std::uint64_t m_position = 7;
+};
+
+TEST(CFile, GivesNoBytesInPlaceUnlessItHoldsThem) {
+  PlainFile file;
+  EXPECT_TRUE(file.ReadInPlace().empty());
+  EXPECT_EQ(file.GetPosition(), 7u);
+}
+
 TEST(CMemFile, TakesBytesAndGivesThemBack) {
   CMemFile file(Bytes{1, 2});
   file.SeekToEnd();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <limits>
 #include <string>
@@ -32,6 +33,42 @@ TEST(CString, Concatenates) {
   text += static_cast<const char*>(nullptr);
   EXPECT_EQ(text, "abcde");
   EXPECT_EQ("x" + text + "y" + CString("z"), "xabcdeyz");
+}
+
+TEST(CString, TakesANullPointerForAnEmptyText) {
+  constexpr const char* kNull = nullptr;
+  CString text("abc");
+  EXPECT_TRUE(CString(kNull).IsEmpty());
+  EXPECT_TRUE(CString(kNull, 3).IsEmpty());
+  EXPECT_TRUE(CString() == kNull);
+  EXPECT_TRUE(kNull == CString());
+  EXPECT_FALSE(text == kNull);
+  EXPECT_TRUE(text != kNull);
+  EXPECT_EQ((text + kNull).View(), "abc");
+  EXPECT_EQ((kNull + text).View(), "abc");
+  text += kNull;
+  EXPECT_EQ(text.View(), "abc");
+  text = kNull;
+  EXPECT_TRUE(text.IsEmpty());
+}
+
+TEST(CString, GivesItsBytesToBeWritten) {
+  for (const int length : {0, 1, 15, 16, 300}) {
+    for (const char* before : {"", "abc", "a text in memory of its own"}) {
+      CString text(before);
+      const std::string written(static_cast<std::size_t>(length), 'x');
+      std::copy(written.begin(), written.end(), text.GetBufferSetLength(length));
+      EXPECT_EQ(text.View(), written);
+      EXPECT_EQ(text.GetString()[length], '\0');
+    }
+  }
+  CString text("kept");
+  EXPECT_EQ(std::string_view(text.GetBufferSetLength(40), 4), "kept") << "what it held stays";
+  (void)text.GetBufferSetLength(3);
+  EXPECT_EQ(text, "kep");
+  text = "kept";
+  EXPECT_THROW((void)text.GetBufferSetLength(-1), CInvalidArgException);
+  EXPECT_EQ(text, "kept");
 }
 
 TEST(CString, ReadsAndWritesBytes) {

@@ -235,4 +235,113 @@ TEST(DovDataTable, BelievesACountOnlyAsFarAsItsBytesReach) {
   EXPECT_EQ(Loaded(Bytes{5, 0, 0, 0} + emptyTexts).GetCount(), 5);
 }
 
+// --- the same bytes without a table ----------------------------------------------------------------------------------
+
+// Key 7 twice, once with an integer and once with a text, around another key.
+const Bytes kTextThenInteger = {3, 0, 0, 0, 7, 0, 0, 0, 3, 1, 'x', 8, 0, 0, 0,
+                                1, 9, 0, 0, 0, 7, 0, 0, 0, 1, 5,   0, 0, 0};
+const Bytes kIntegerThenText = {3, 0, 0, 0, 7, 0, 0, 0, 1, 5, 0, 0, 0, 8,  0,
+                                0, 0, 1, 9, 0, 0, 0, 7, 0, 0, 0, 3, 1, 'x'};
+constexpr std::int32_t kUntouched = -77;
+
+/// What loading an integer without a table gives, after a check that a table would give the same.
+std::int32_t LoadedInteger(const Bytes& bytes, std::int32_t key) {
+  std::int32_t value = kUntouched;
+  for (const auto reading : test_support::kReadings) {
+    LoadingArchive ar(bytes, reading);
+    value = kUntouched;
+    const bool found = DovDataTable::LoadInteger(*ar, key, value);
+    EXPECT_EQ(ar->Remaining(), 0u) << test_support::ToText(reading);
+    std::int32_t held = kUntouched;
+    EXPECT_EQ(found, Loaded(bytes).Lookup(key, held)) << test_support::ToText(reading);
+    EXPECT_EQ(value, held) << test_support::ToText(reading);
+  }
+  return value;
+}
+
+/// Why a table is refused without one, after checks that the output stays and that a table refuses it alike.
+CArchiveException::Cause RefusalToLoadInteger(const Bytes& bytes) {
+  LoadingArchive ar(bytes);
+  std::int32_t value = kUntouched;
+  const CArchiveException::Cause cause = ArchiveRefusal([&] { DovDataTable::LoadInteger(*ar, 7, value); });
+  EXPECT_EQ(value, kUntouched);
+  EXPECT_EQ(cause, RefusalToLoad(bytes));
+  LoadingArchive again(bytes);
+  EXPECT_EQ(ArchiveRefusal([&] { DovDataTable::SerializeEmpty(*again); }), cause);
+  return cause;
+}
+
+TEST(DovDataTable, StoresNothingAsAnEmptyTable) {
+  EXPECT_EQ(Stored([](CArchive& ar) { DovDataTable::SerializeEmpty(ar); }), StoredTable({}));
+}
+
+TEST(DovDataTable, ForgetsATableUpToItsEnd) {
+  for (const auto reading : test_support::kReadings) {
+    for (const Bytes& table : {Bytes{0, 0, 0, 0}, kOneOfEach, kTextThenInteger}) {
+      LoadingArchive ar(table + Bytes{0xAB}, reading);
+      DovDataTable::SerializeEmpty(*ar);
+      std::uint8_t next = 0;
+      *ar >> next;
+      EXPECT_EQ(next, 0xAB);
+    }
+  }
+}
+
+TEST(DovDataTable, StoresOneIntegerAsATableWithIt) {
+  for (const std::int32_t key : {7, 0, -1, INT32_MIN, INT32_MAX}) {
+    DovDataTable table;
+    table.SetAt(key, -2);
+    const Bytes bytes = Stored([&](CArchive& ar) { DovDataTable::StoreInteger(ar, key, -2); });
+    EXPECT_EQ(bytes, StoredTable(table)) << key;
+    EXPECT_EQ(LoadedInteger(bytes, key), -2) << key;
+  }
+}
+
+TEST(DovDataTable, TakesTheIntegerOfAKeyAmongOthers) {
+  EXPECT_EQ(LoadedInteger(kOneOfEach, -1), -2);
+  EXPECT_EQ(LoadedInteger(kTextThenInteger, 8), 9);
+}
+
+TEST(DovDataTable, TakesNoIntegerFromAnEmptyTableFromOtherKeysOrFromOtherTypes) {
+  EXPECT_EQ(LoadedInteger({0, 0, 0, 0}, 7), kUntouched);
+  EXPECT_EQ(LoadedInteger(kOneOfEach, 7), kUntouched);
+  EXPECT_EQ(LoadedInteger(kOneOfEach, 2), kUntouched) << "a real";
+  EXPECT_EQ(LoadedInteger(kOneOfEach, 3), kUntouched) << "a text";
+}
+
+TEST(DovDataTable, TakesTheLastValueOfAKeyWhateverTheTypes) {
+  EXPECT_EQ(LoadedInteger(kTextThenInteger, 7), 5);
+  EXPECT_EQ(LoadedInteger(kIntegerThenText, 7), kUntouched);
+  EXPECT_EQ(LoadedInteger({2, 0, 0, 0, 7, 0, 0, 0, 1, 5, 0, 0, 0, 7, 0, 0, 0, 1, 6, 0, 0, 0}, 7), 6);
+}
+
+TEST(DovDataTable, RefusesUnknownTypesWithoutATableToo) {
+  for (int type = 0; type < 256; ++type) {
+    if (type >= 1 && type <= 3) continue;
+    Bytes bytes = {2, 0, 0, 0, 7, 0, 0, 0, 1, 5, 0, 0, 0, 9, 0, 0, 0, static_cast<std::uint8_t>(type)};
+    bytes.resize(40);
+    EXPECT_EQ(RefusalToLoadInteger(bytes), CArchiveException::badIndex) << type;
+  }
+}
+
+TEST(DovDataTable, BelievesACountWithoutATableOnlyAsFarAsItsBytesReach) {
+  const Bytes five = {7, 0, 0, 0, 1, 5, 0, 0, 0};
+  for (const Bytes& count : {Bytes{2, 0, 0, 0}, Bytes{0xFF, 0xFF, 0xFF, 0xFF}, Bytes{0, 0, 0, 0x80}}) {
+    EXPECT_EQ(RefusalToLoadInteger(count + five), CArchiveException::endOfFile);
+    LoadingArchive ar(count + five);
+    EXPECT_EQ(ArchiveRefusal([&] { DovDataTable::SerializeEmpty(*ar); }), CArchiveException::endOfFile);
+    EXPECT_EQ(ar->Remaining(), five.size()) << "no entry was tried";
+  }
+}
+
+TEST(DovDataTable, FindsTheEndOfTheArchiveWithoutATableToo) {
+  for (const Bytes& whole : {kOneOfEach, kTextThenInteger, kIntegerThenText}) {
+    EXPECT_EQ(TruncationOverlooked(whole, [](CArchive& ar) { DovDataTable::SerializeEmpty(ar); }), -1);
+    for (std::size_t kept = 0; kept < whole.size(); ++kept) {
+      const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept));
+      EXPECT_EQ(RefusalToLoadInteger(cut), CArchiveException::endOfFile) << kept;
+    }
+  }
+}
+
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <stdexcept>
@@ -129,6 +130,21 @@ TEST(SmallText, CutsToTheFirstBytes) {
   }
 }
 
+TEST(SmallText, GivesItsBytesToBeWritten) {
+  for (const std::size_t before : kSizes) {
+    for (const std::size_t after : kSizes) {
+      SmallText text(Letters(before));
+      const std::string letters = Letters(after);
+      char* const bytes = text.resize(after);
+      EXPECT_EQ(bytes, text.data());
+      const std::size_t kept = std::min(before, after);
+      EXPECT_EQ(std::string_view(bytes, kept), Letters(before).substr(0, kept)) << before << " to " << after;
+      std::memcpy(bytes, letters.data(), after);
+      EXPECT_TRUE(Holds(text, letters)) << before << " to " << after;
+    }
+  }
+}
+
 TEST(SmallText, RefusesFourGibibytesAndStays) {
   if constexpr (sizeof(std::size_t) > 4) {
     // Never looked at: the length alone is refused.
@@ -137,6 +153,7 @@ TEST(SmallText, RefusesFourGibibytesAndStays) {
       SmallText text(kept);
       EXPECT_THROW(text.assign(huge), std::length_error);
       EXPECT_THROW(text.append(huge), std::length_error);
+      EXPECT_THROW((void)text.resize(huge.size()), std::length_error);
       EXPECT_TRUE(Holds(text, kept));
     }
   }

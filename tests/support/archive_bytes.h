@@ -1,7 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -33,17 +38,37 @@ Bytes Stored(Store store, std::uint32_t bufferSize = 4096) {
   return file.Detach();
 }
 
+/// A file that hands its bytes out only when it is asked to read them, as one on a disk does.
+class StreamedFile : public CMemFile {
+ public:
+  using CMemFile::CMemFile;
+  std::span<const std::uint8_t> ReadInPlace() override { return {}; }
+};
+
+/// How an archive gets at its bytes: where the file holds them, or through a buffer of a size.
+using Reading = std::optional<std::uint32_t>;
+inline constexpr Reading kInPlace = std::nullopt;
+/// Both ways, with values across the edges of the buffer and without.
+inline constexpr std::array<Reading, 6> kReadings = {kInPlace, 0, 1, 3, 8, 4096};
+
+inline std::string ToText(Reading reading) {
+  return reading ? "buffer of " + std::to_string(*reading) : std::string("in place");
+}
+
 /// An archive that loads the given bytes.
 class LoadingArchive {
  public:
-  explicit LoadingArchive(Bytes bytes, std::uint32_t bufferSize = 4096)
-      : m_file(std::move(bytes)), m_archive(&m_file, CArchive::load, bufferSize) {}
+  explicit LoadingArchive(Bytes bytes, Reading reading = kInPlace)
+      : m_file(reading ? std::make_unique<StreamedFile>(std::move(bytes))
+                       : std::make_unique<CMemFile>(std::move(bytes))),
+        m_archive(m_file.get(), CArchive::load, reading.value_or(4096)) {}
 
   CArchive& operator*() { return m_archive; }
   CArchive* operator->() { return &m_archive; }
+  [[nodiscard]] CMemFile& File() { return *m_file; }
 
  private:
-  CMemFile m_file;
+  std::unique_ptr<CMemFile> m_file;
   CArchive m_archive;
 };
 
@@ -59,12 +84,12 @@ CArchiveException::Cause ArchiveRefusal(Action action) {
 }
 
 /// The first bytes after which `load(archive)` does not find the end of the archive although the rest is missing; -1
-/// when it always does. With small buffers as well, so that values lie across their edges.
+/// when it always does. Reads in place and through buffers.
 template <typename Load>
 int TruncationOverlooked(const Bytes& whole, Load load) {
-  for (const std::uint32_t bufferSize : {1u, 3u, 8u, 4096u}) {
+  for (const Reading reading : kReadings) {
     for (std::size_t kept = 0; kept < whole.size(); ++kept) {
-      LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)), bufferSize);
+      LoadingArchive ar(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kept)), reading);
       if (ArchiveRefusal([&] { load(*ar); }) != CArchiveException::endOfFile) return static_cast<int>(kept);
     }
   }

@@ -1,6 +1,5 @@
 #include "vorn/platform/carchive.h"
 
-#include <string>
 #include <utility>
 
 namespace {
@@ -212,9 +211,9 @@ CArchive& CArchive::ReadText(CString& text) {
     m_next += length;
     return *this;
   }
-  std::string bytes(length, '\0');
-  ReadExactly(bytes.data(), length);
-  text = CString(std::move(bytes));
+  CString loaded;
+  ReadExactly(loaded.GetBufferSetLength(static_cast<int>(length)), length);
+  text = std::move(loaded);
   return *this;
 }
 

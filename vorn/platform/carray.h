@@ -48,8 +48,14 @@ class CArray {
     if (m_items) m_items->clear();
   }
 
-  [[nodiscard]] Type& GetAt(int index) { return (*m_items)[Checked(index)]; }
-  [[nodiscard]] const Type& GetAt(int index) const { return (*m_items)[Checked(index)]; }
+  [[nodiscard]] Type& GetAt(int index) {
+    const std::size_t at = Checked(index);
+    return (*m_items)[at];
+  }
+  [[nodiscard]] const Type& GetAt(int index) const {
+    const std::size_t at = Checked(index);
+    return (*m_items)[at];
+  }
   Type& operator[](int index) { return GetAt(index); }
   const Type& operator[](int index) const { return GetAt(index); }
   void SetAt(int index, ArgType item) { GetAt(index) = item; }
@@ -97,7 +103,7 @@ class CArray {
       Items().insert(Items().end(), static_cast<std::size_t>(count), kept);
       return;
     }
-    Items().insert(Items().begin() + index, static_cast<std::size_t>(count), item);
+    if (count > 0) Items().insert(Items().begin() + index, static_cast<std::size_t>(count), item);
   }
   /// Removes count elements from index on; the later ones move down.
   void RemoveAt(int index, int count = 1) {
@@ -117,6 +123,7 @@ class CArray {
   { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 
  private:
+  /// The index of an element that is there: without one there are no items to be looked into.
   [[nodiscard]] std::size_t Checked(int index) const {
     if (index < 0 || index >= GetSize()) throw CInvalidArgException();
     return static_cast<std::size_t>(index);

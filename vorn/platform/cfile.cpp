@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <new>
 
 const char* CFileException::what() const noexcept {
   switch (m_cause) {
@@ -54,14 +55,21 @@ void CMemFile::Write(const void* bytes, std::uint32_t count) {
   if (count == 0) return;
   const std::uint64_t last = m_position + count;
   if (last > m_bytes.max_size()) throw CFileException(CFileException::diskFull);
-  if (m_position == m_bytes.size()) {
-    const auto* first = static_cast<const std::uint8_t*>(bytes);
-    m_bytes.insert(m_bytes.end(), first, first + count);
-  } else {
-    if (last > m_bytes.size()) m_bytes.resize(static_cast<std::size_t>(last));
-    std::memcpy(m_bytes.data() + m_position, bytes, count);
+  try {
+    Put(static_cast<const std::uint8_t*>(bytes), count, static_cast<std::size_t>(last));
+  } catch (const std::bad_alloc&) {
+    throw CFileException(CFileException::diskFull);
   }
   m_position = last;
+}
+
+void CMemFile::Put(const std::uint8_t* bytes, std::size_t count, std::size_t last) {
+  if (m_position == m_bytes.size()) {
+    m_bytes.insert(m_bytes.end(), bytes, bytes + count);
+    return;
+  }
+  if (last > m_bytes.size()) m_bytes.resize(last);
+  std::memcpy(m_bytes.data() + m_position, bytes, count);
 }
 
 std::uint64_t CMemFile::Seek(std::int64_t offset, SeekPosition from) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>
@@ -38,10 +39,12 @@ class CFile {
   CFile& operator=(const CFile&) = delete;
   virtual ~CFile() = default;
 
-  /// Reads up to count bytes from the position on and gives their number; 0 at the end of the file.
+  /// Reads up to count bytes from the position on and gives their number; 0 at the end of the file. Whoever overrides
+  /// it below a file that gives its bytes in place overrides `ReadInPlace` too: otherwise those are read past it.
   virtual std::uint32_t Read(void* bytes, std::uint32_t count) = 0;
   /// A file that holds its bytes in memory gives those from the position on where they are, and moves the position to
-  /// its end; they stay valid until the file is written, emptied or destroyed. Other files give none and stay.
+  /// its end; they stay valid until the file is written, emptied or destroyed. Other files give none and stay, and so
+  /// does any file at its end or behind it.
   virtual std::span<const std::uint8_t> ReadInPlace() { return {}; }
   /// Writes all bytes at the position, or throws; then it is not known how many of them were written.
   virtual void Write(const void* bytes, std::uint32_t count) = 0;
@@ -68,9 +71,11 @@ class CMemFile : public CFile {
   [[nodiscard]] std::vector<std::uint8_t> Detach();
   [[nodiscard]] const std::vector<std::uint8_t>& Bytes() const { return m_bytes; }
 
+  /// A subclass that reads in its own way overrides both: an archive asks for the bytes in place first.
   std::uint32_t Read(void* bytes, std::uint32_t count) override;
   std::span<const std::uint8_t> ReadInPlace() override;
-  /// The bytes must not be those of the file itself.
+  /// The bytes must not be those of the file itself. Without the memory for them it throws `CFileException::diskFull`,
+  /// and content and position are as they were.
   void Write(const void* bytes, std::uint32_t count) override;
   void Flush() override {}
   /// Drops the content.
@@ -81,6 +86,9 @@ class CMemFile : public CFile {
   std::uint64_t Seek(std::int64_t offset, SeekPosition from) override;
 
  private:
+  /// Puts bytes at the position, up to `last`.
+  void Put(const std::uint8_t* bytes, std::size_t count, std::size_t last);
+
   std::vector<std::uint8_t> m_bytes;
   std::uint64_t m_position = 0;  ///< never above the largest signed value
 };

@@ -4,9 +4,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 #include <utility>
 
 #include "vorn/platform/carchive.h"
+
+/// How many elements room is made for before the first is loaded: so few that a promise may be believed, and enough for
+/// nearly every array there is. Beyond, the room doubles.
+template <typename Item>
+inline constexpr auto kFirstCountedRoom = static_cast<std::uint32_t>(std::max<std::size_t>(8, 32768 / sizeof(Item)));
 
 /// Stores or loads the elements of an array behind their 32-bit count; loading replaces what the array held.
 ///
@@ -32,8 +38,7 @@ void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer, std::uint
     throw CArchiveException(CArchiveException::badIndex);
   }
   items.RemoveAll();
-  // So little that a promise may be believed, and enough for nearly every array there is.
-  constexpr auto kFirstRoom = static_cast<std::uint32_t>(std::max<std::size_t>(8, 32768 / sizeof(*items.GetData())));
+  constexpr std::uint32_t kFirstRoom = kFirstCountedRoom<std::remove_cvref_t<decltype(*items.GetData())>>;
   std::uint32_t room = 0;
   for (std::uint32_t i = 0; i < count; ++i) {
     if (i == room) {

@@ -44,6 +44,11 @@ char CString::GetAt(int index) const { return View()[CheckedIndex(index, m_text.
 
 void CString::SetAt(int index, char byte) { m_text.data()[CheckedIndex(index, m_text.size())] = byte; }
 
+char* CString::GetBufferSetLength(int length) {
+  if (length < 0) throw CInvalidArgException();
+  return m_text.resize(static_cast<std::size_t>(length));
+}
+
 int CString::Compare(std::string_view other) const { return View().compare(other); }
 
 int CString::CompareNoCase(std::string_view other) const {

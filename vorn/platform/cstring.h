@@ -11,18 +11,19 @@
 /// A source-compatible subset of the framework's 8-bit string. Positions and lengths count bytes, as there.
 /// Comparison is byte-exact; searching and case folding respect double-byte characters: a match never begins
 /// inside a character and the second byte of a character is never folded. Conversion to and from UTF-8 is the
-/// host's business (`vorn/platform/code_page_932.h`).
+/// host's business (`vorn/platform/code_page_932.h`). Where a `const char*` is taken, a null one is an empty text;
+/// a `std::string_view` cannot be made of one.
 class CString {
  public:
   CString() = default;
-  CString(const char* text)
-      : m_text(text != nullptr ? std::string_view(text) : std::string_view()) {}  // NOLINT(google-explicit-constructor)
-  CString(std::string_view text) : m_text(text) {}                                // NOLINT(google-explicit-constructor)
+  CString(const char* text) : m_text(BytesOf(text)) {}  // NOLINT(google-explicit-constructor)
+  CString(std::string_view text) : m_text(text) {}      // NOLINT(google-explicit-constructor)
   explicit CString(const std::string& text) : m_text(text) {}
-  CString(const char* text, int length) : m_text(std::string_view(text, static_cast<std::size_t>(length))) {}
+  CString(const char* text, int length)
+      : m_text(text != nullptr ? std::string_view(text, static_cast<std::size_t>(length)) : std::string_view()) {}
 
   CString& operator=(const char* text) {
-    m_text.assign(text != nullptr ? std::string_view(text) : std::string_view());
+    m_text.assign(BytesOf(text));
     return *this;
   }
   CString& operator=(std::string_view text) {
@@ -39,6 +40,11 @@ class CString {
   char operator[](int index) const { return GetAt(index); }
   void SetAt(int index, char byte);
 
+  /// Cuts the text or makes it longer, and gives its bytes. Those that are new are to be written before anything else
+  /// is asked of it. A negative length throws `CInvalidArgException`; that, like a lack of memory, leaves the text as
+  /// it was.
+  [[nodiscard]] char* GetBufferSetLength(int length);
+
   [[nodiscard]] const char* GetString() const { return m_text.data(); }
   operator const char*() const { return m_text.data(); }  // NOLINT(google-explicit-constructor)
   operator std::string_view() const { return View(); }    // NOLINT(google-explicit-constructor)
@@ -50,7 +56,7 @@ class CString {
     return *this;
   }
   CString& operator+=(const char* text) {
-    if (text != nullptr) m_text.append(text);
+    m_text.append(BytesOf(text));
     return *this;
   }
   CString& operator+=(std::string_view text) {
@@ -87,14 +93,17 @@ class CString {
   CString& MakeLower();
 
   friend bool operator==(const CString& a, const CString& b) { return a.View() == b.View(); }
-  friend bool operator==(const CString& a, const char* b) { return a.View() == b; }
+  friend bool operator==(const CString& a, const char* b) { return a.View() == BytesOf(b); }
   friend bool operator==(const CString& a, std::string_view b) { return a.View() == b; }
   friend bool operator<(const CString& a, const CString& b) { return a.Compare(b.View()) < 0; }
   friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
-  friend CString operator+(const CString& a, const char* b) { return Joined(a.View(), b); }
-  friend CString operator+(const char* a, const CString& b) { return Joined(a, b.View()); }
+  friend CString operator+(const CString& a, const char* b) { return Joined(a.View(), BytesOf(b)); }
+  friend CString operator+(const char* a, const CString& b) { return Joined(BytesOf(a), b.View()); }
 
  private:
+  static std::string_view BytesOf(const char* text) {
+    return text != nullptr ? std::string_view(text) : std::string_view();
+  }
   static CString Joined(std::string_view a, std::string_view b) {
     CString text(a);
     text += b;

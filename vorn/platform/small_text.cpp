@@ -30,12 +30,18 @@ std::size_t SmallText::Capacity() const {
   return room;
 }
 
-void SmallText::SetSize(std::size_t size) {
+void SmallText::SetSize(std::size_t size) noexcept {
   if (!IsApart()) return SetInPlaceSize(size);
   Apart apart = GetApart();
   apart.size = static_cast<std::uint32_t>(size);
   apart.bytes[size] = '\0';
   SetApart(apart);
+}
+
+void SmallText::Adopt(Apart apart, std::size_t size) noexcept {
+  if (IsApart()) Release(GetApart());
+  SetApart(apart);
+  SetSize(size);
 }
 
 void SmallText::assign(std::string_view text) {
@@ -45,9 +51,7 @@ void SmallText::assign(std::string_view text) {
   }
   const Apart apart = Acquire(text.size());
   std::memcpy(apart.bytes, text.data(), text.size());
-  if (IsApart()) Release(GetApart());
-  SetApart(apart);
-  SetSize(text.size());
+  Adopt(apart, text.size());
 }
 
 void SmallText::append(std::string_view text) {
@@ -61,9 +65,18 @@ void SmallText::append(std::string_view text) {
   const Apart apart = Acquire(std::max(after, std::min(2 * before, kLongest)));
   std::memcpy(apart.bytes, data(), before);
   std::memcpy(apart.bytes + before, text.data(), text.size());
-  if (IsApart()) Release(GetApart());
-  SetApart(apart);
-  SetSize(after);
+  Adopt(apart, after);
+}
+
+char* SmallText::resize(std::size_t size) {
+  if (size <= Capacity()) {
+    SetSize(size);
+  } else {
+    const Apart apart = Acquire(size);
+    std::memcpy(apart.bytes, data(), this->size());
+    Adopt(apart, size);
+  }
+  return data();
 }
 
 void SmallText::truncate(std::size_t size) {

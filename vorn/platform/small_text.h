@@ -44,6 +44,9 @@ class SmallText {
 
   void assign(std::string_view text);
   void append(std::string_view text);
+  /// Cuts the text or makes it longer, and gives its bytes. Those that are new are to be written: what is in them is
+  /// not defined until then.
+  [[nodiscard]] char* resize(std::size_t size);
   /// Cuts the text to its first bytes; a longer size does nothing.
   void truncate(std::size_t size);
   /// Keeps memory for the next text.
@@ -78,10 +81,12 @@ class SmallText {
   }
 
   [[nodiscard]] std::size_t Capacity() const;
-  void SetSize(std::size_t size);
+  void SetSize(std::size_t size) noexcept;
+  /// Takes memory of its own in place of what it holds.
+  void Adopt(Apart apart, std::size_t size) noexcept;
   /// Memory for at least that many bytes and a terminator.
   static Apart Acquire(std::size_t capacity);
   static void Release(Apart apart) noexcept;
 
-  alignas(void*) std::array<char, kInPlace + 1> m_bytes;
+  alignas(void*) std::array<char, kInPlace + 1> m_bytes{};
 };

@@ -35,10 +35,11 @@ class VornAlignment : public VornRecord {
   [[nodiscard]] std::uint16_t GetAttr3() const { return m_attr3; }
   void SetAttr3(std::uint16_t attr) { m_attr3 = attr; }
   /// The set of cross sections. One that was never asked for to be changed is shared by all new alignments: a reference
-  /// from a constant alignment is good until then.
+  /// from a constant alignment is good until then. Assigning replaces the set as a whole, and moving hands it over:
+  /// whoever holds a reference asks for it again.
   [[nodiscard]] const VornXSections& GetXSections() const { return m_xSections.Get(); }
-  [[nodiscard]] VornXSections& GetXSections() { return m_xSections.Get(); }
-  void SetXSections(const VornXSections& sections) { m_xSections.Get() = sections; }
+  [[nodiscard]] VornXSections& GetXSections() { return m_xSections.Change(); }
+  void SetXSections(const VornXSections& sections) { m_xSections.Change() = sections; }
   [[nodiscard]] const VornUpDate& GetUpDate() const { return m_upDate; }
   [[nodiscard]] VornUpDate& GetUpDate() { return m_upDate; }
   void SetUpDate(const VornUpDate& dates) { m_upDate = dates; }

@@ -32,7 +32,7 @@ void VornAlignment::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind)
   const bool read =
       kind == VORN_DataKind::RoadGeometry || (kind == VORN_DataKind::FormControl && record.IsFrom("02.50"));
   if (record.IsLoading() && !read) return;
-  record.Field(m_xSections.Get());
+  record.Field(m_xSections.Change());
   record.Field(m_upDate);
 }
 

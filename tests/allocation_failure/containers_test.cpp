@@ -1,0 +1,158 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "tests/allocation_failure/failing_allocation.h"
+#include "tests/support/archive_bytes.h"
+#include "vorn/platform/carray.h"
+#include "vorn/platform/cfile.h"
+#include "vorn/platform/counted_archive.h"
+#include "vorn/road/on_demand.h"
+
+// What arrays, files in memory and members made on demand keep when memory runs out, and when they ask for none.
+
+namespace {
+
+using allocation_test::AllocationsOf;
+using allocation_test::AllowAllocations;
+using allocation_test::FailEachAllocation;
+using testing::ElementsAre;
+
+// Too long to be held without an allocation.
+constexpr const char* kOld = "a text that is there from the beginning";
+constexpr const char* kNew = "a text that comes after the other one";
+
+// --- arrays ----------------------------------------------------------------------------------------------------------
+
+TEST(CArrayMemory, IsNotAskedForWhileThereAreNoElements) {
+  const CString item("a");
+  EXPECT_EQ(AllocationsOf([&] {
+              CStringArray array;
+              array.SetSize(0);
+              array.Reserve(0);
+              array.RemoveAll();
+              array.RemoveAt(0, 0);
+              array.InsertAt(0, item, 0);
+              array.Copy(array);
+              array.Append(array);
+              array.Append(CStringArray());
+              CStringArray copy(array);
+              copy = array;
+              const CStringArray moved(std::move(copy));
+              EXPECT_TRUE(moved == array);
+            }),
+            0u);
+}
+
+// --- counted elements ------------------------------------------------------------------------------------------------
+
+TEST(CountedArchiveWithoutMemory, LeavesTheElementsThatWereLoadedWhole) {
+  constexpr std::uint32_t kCount = 5000;  // more than room is made for at first
+  const auto bytes = test_support::Stored([](CArchive& ar) {
+    ar << kCount;
+    for (std::uint32_t i = 0; i < kCount; ++i) ar << CString(kNew);
+  });
+  static_assert(kCount > 2 * kFirstCountedRoom<CString>);
+  int mostLoaded = 0;
+  // Room, then one allocation for each text: some of them in each room, and those around each growth.
+  for (const std::ptrdiff_t succeeding : {0, 1, 2, 3, 100, 2048, 2049, 2050, 2051, 4097, 4098, 4099, 4100, 5000}) {
+    test_support::LoadingArchive ar(bytes);
+    CStringArray texts;
+    texts.SetSize(3);
+    const auto load = [&] { SerializeCounted(*ar, texts, [&](CString& text) { *ar >> text; }); };
+    EXPECT_THROW(AllowAllocations(succeeding, load), std::bad_alloc) << succeeding;
+    EXPECT_LE(texts.GetSize(), succeeding);
+    EXPECT_GE(texts.GetSize(), succeeding > 0 ? succeeding - 5 : 0) << "nothing that was loaded whole is lost";
+    for (const CString& text : texts) ASSERT_EQ(text, kNew) << succeeding;
+    mostLoaded = std::max(mostLoaded, texts.GetSize());
+  }
+  EXPECT_GT(mostLoaded, 4096);
+}
+
+// --- files -----------------------------------------------------------------------------------------------------------
+
+/// Writes bytes at a position without memory for them, and then with it.
+void ExpectFull(std::int64_t position) {
+  const test_support::Bytes old = {1, 2, 3};
+  const test_support::Bytes added(100, 7);
+  CMemFile file;
+  int failures = 0;
+  const auto write = [&] {
+    try {
+      file.Write(added.data(), 100);
+    } catch (const CFileException& failure) {
+      EXPECT_EQ(failure.m_cause, CFileException::diskFull);
+      ++failures;
+      throw;
+    }
+  };
+  FailEachAllocation<CFileException>(
+      [&] {
+        file.Attach(old);
+        file.Seek(position, CFile::begin);
+      },
+      write,
+      [&] {
+        EXPECT_EQ(file.Bytes(), old);
+        EXPECT_EQ(file.GetPosition(), static_cast<std::uint64_t>(position));
+      });
+  EXPECT_GT(failures, 0);
+  EXPECT_EQ(file.GetLength(), static_cast<std::uint64_t>(position + 100));
+}
+
+TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenAppendedTo) { ExpectFull(3); }
+TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenWrittenOverItsEnd) { ExpectFull(1); }
+TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenWrittenBehindItsEnd) { ExpectFull(50); }
+
+// --- members made on demand ------------------------------------------------------------------------------------------
+
+using Member = OnDemand<std::string>;
+
+TEST(OnDemandWithoutMemory, IsANewValueWhenItCannotBeMade) {
+  Member member;
+  FailEachAllocation([&] { member = Member(); }, [&] { (void)member.Change(); },
+                     [&] { EXPECT_EQ(&member.Get(), &Member().Get()); });
+}
+
+TEST(OnDemandWithoutMemory, IsAsItWasWhenItCannotBeACopy) {
+  Member source;
+  source.Change() = kNew;
+  Member member;
+  FailEachAllocation(
+      [&] {
+        member = Member();
+        member.Change() = kOld;
+      },
+      [&] { member = source; },
+      [&] {
+        EXPECT_EQ(member.Get(), kOld);
+        EXPECT_EQ(source.Get(), kNew);
+      });
+  EXPECT_EQ(member.Get(), kNew);
+}
+
+TEST(OnDemandMemory, IsAskedForByNothingButAChange) {
+  (void)Member().Get();  // the value that new ones share
+  EXPECT_EQ(AllocationsOf([] {
+              Member member;
+              (void)member.Get();
+              Member copy(member);
+              copy = member;
+              const Member moved(std::move(copy));
+              EXPECT_TRUE(moved == member);
+            }),
+            0u);
+  Member member;
+  EXPECT_EQ(AllocationsOf([&] { (void)member.Change(); }), 1u);
+  EXPECT_EQ(AllocationsOf([&] { (void)member.Change(); }), 0u);
+}
+
+}  // namespace

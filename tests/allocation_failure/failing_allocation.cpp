@@ -1,0 +1,28 @@
+#include "tests/allocation_failure/failing_allocation.h"
+
+#include <cstdlib>
+
+namespace allocation_test {
+
+std::ptrdiff_t g_succeeding = -1;
+std::size_t g_allocations = 0;
+
+namespace {
+
+void* Allocate(std::size_t size) {
+  if (g_succeeding >= 0 && g_succeeding-- == 0) throw std::bad_alloc();
+  void* memory = std::malloc(size > 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  ++g_allocations;
+  return memory;
+}
+
+}  // namespace
+}  // namespace allocation_test
+
+void* operator new(std::size_t size) { return allocation_test::Allocate(size); }
+void* operator new[](std::size_t size) { return allocation_test::Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "tests/allocation_failure/failing_allocation.h"
+#include "tests/support/archive_bytes.h"
+#include "vorn/platform/carchive.h"
+#include "vorn/platform/cstring.h"
+#include "vorn/platform/small_text.h"
+
+// What a text keeps when memory runs out, and how often it asks for some.
+
+namespace {
+
+using allocation_test::AllocationsOf;
+using allocation_test::FailEachAllocation;
+
+/// Within the object, and in memory of its own.
+constexpr const char* kKept[] = {"", "kept", "exactly 15 byte", "kept in memory of its own"};
+const std::string kLong(300, 'x');
+
+/// Changes a text without the memory for it, and then with it.
+template <typename Text, typename Change>
+void ExpectKept(Change change) {
+  for (const std::string_view kept : kKept) {
+    Text text;
+    const auto prepare = [&] { text = Text(kept); };
+    FailEachAllocation(
+        prepare, [&] { change(text); },
+        [&] {
+          EXPECT_EQ(text.View(), kept);
+          EXPECT_EQ(text.View().data()[kept.size()], '\0');
+        });
+    EXPECT_NE(text.View(), kept);
+  }
+}
+
+TEST(TextWithoutMemory, IsAsItWasWhenAssigned) {
+  const SmallText longText(kLong);
+  ExpectKept<SmallText>([](SmallText& text) { text.assign(kLong); });
+  ExpectKept<SmallText>([&](SmallText& text) { text = longText; });
+  ExpectKept<SmallText>([](SmallText& text) { (void)text.resize(300); });
+}
+
+TEST(TextWithoutMemory, IsAsItWasWhenAppendedTo) {
+  ExpectKept<SmallText>([](SmallText& text) { text.append(kLong); });
+}
+
+TEST(TextWithoutMemory, IsAsItWasWhenAppendedToItself) {
+  SmallText text;
+  FailEachAllocation([&] { text = SmallText("a text of its own"); }, [&] { text.append(text.View()); },
+                     [&] { EXPECT_EQ(text.View(), "a text of its own"); });
+  EXPECT_EQ(text.View(), "a text of its owna text of its own");
+}
+
+TEST(TextWithoutMemory, IsAsItWasInEveryOperationOfTheFramework) {
+  const CString longText(kLong);
+  ExpectKept<CString>([&](CString& text) { text = longText; });
+  ExpectKept<CString>([](CString& text) { text = std::string_view(kLong); });
+  ExpectKept<CString>([](CString& text) { text = kLong.c_str(); });
+  ExpectKept<CString>([&](CString& text) { text += longText; });
+  ExpectKept<CString>([](CString& text) { text += std::string_view(kLong); });
+  ExpectKept<CString>([](CString& text) { text += kLong.c_str(); });
+  ExpectKept<CString>([](CString& text) { (void)text.GetBufferSetLength(300); });
+}
+
+TEST(TextWithoutMemory, IsAsItWasWhenLoaded) {
+  const auto bytes = test_support::Stored([](CArchive& ar) { ar << CString(kLong); });
+  for (const auto reading : test_support::kReadings) {
+    ExpectKept<CString>([&](CString& text) {
+      // The archive's own memory is not what is to fail.
+      const auto succeeding = std::exchange(allocation_test::g_succeeding, -1);
+      test_support::LoadingArchive ar(bytes, reading);
+      allocation_test::g_succeeding = succeeding;
+      *ar >> text;
+    });
+  }
+}
+
+TEST(TextMemory, IsAskedForOnceByALoadedText) {
+  const auto bytes = test_support::Stored([](CArchive& ar) { ar << CString(kLong); });
+  for (const auto reading : test_support::kReadings) {
+    test_support::LoadingArchive ar(bytes, reading);
+    CString text;
+    EXPECT_EQ(AllocationsOf([&] { *ar >> text; }), 1u) << test_support::ToText(reading);
+    EXPECT_EQ(text.View(), kLong);
+  }
+}
+
+TEST(TextMemory, GrowsGeometrically) {
+  SmallText text;
+  EXPECT_LE(AllocationsOf([&] {
+              for (int i = 0; i < 100'000; ++i) text.append("x");
+            }),
+            20u);
+  EXPECT_EQ(text.size(), 100'000u);
+}
+
+TEST(TextMemory, IsNotAskedForByShortTexts) {
+  EXPECT_EQ(AllocationsOf([] {
+              SmallText text("exactly 15 byte");
+              const SmallText copy(text);
+              text.truncate(3);
+              text.append("and so on");
+            }),
+            0u);
+}
+
+}  // namespace
