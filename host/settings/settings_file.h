@@ -25,8 +25,8 @@ void PauseForEditors();
 /// Reading changes nothing: of a file that cannot be understood the defaults are used, which is reported, and the file
 /// stays. A write renames such a file out of the way (settings.toml.damaged-1), and reports that, but only when the
 /// file says the same a moment later: editors empty a file before they fill it again. For the same reason a write takes
-/// a second look at an empty file that held settings, and where settings are missing that the object has
-/// seen in it, it keeps the file that it replaces (settings.toml.bak): what an editor still writes goes there.
+/// a second look at an empty file that held settings, and where settings are missing that the object has seen in it, it
+/// keeps the file that it replaces (settings.toml.bak): what an editor still writes goes there.
 class SettingsFile final : public SettingsStore {
  public:
   /// Neither the file nor its directory has to exist. `pause` lets time pass between two looks at a file that seems to

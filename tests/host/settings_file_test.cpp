@@ -26,6 +26,7 @@
 #include "tests/host/temporary_directory.h"
 #include "vorn/platform/code_page_932.h"
 #include "vorn/platform/wex_key.h"
+#include "vorn/road/form_ctrl.h"
 
 namespace vorn_host {
 namespace {
@@ -659,6 +660,40 @@ TEST_F(SettingsFileTest, ReadersNeverSeeAHalfWrittenFile) {
       }
     }
     return whole && m_problems.empty();
+  }));
+}
+
+/// Names of control items that are all the same.
+VornFormCtrl::Names Alike(const CString& name) {
+  VornFormCtrl::Names names;
+  names.fill(name);
+  return names;
+}
+
+TEST_F(SettingsFileTest, ReadersNeverSeeHalfOfAGroup) {
+  constexpr int kLast = 40;
+  const auto write = [] {
+    VornFormCtrl formCtrl;
+    for (int number = 0; number <= kLast; ++number) {
+      formCtrl.GetNames() = Alike(Numbered("name", number));
+      formCtrl.StoreRegistry(nullptr);
+    }
+    return true;
+  };
+  const auto read = [] {
+    constexpr int kMostReadings = 1'000'000;
+    VornFormCtrl formCtrl;
+    formCtrl.GetNames() = Alike("nothing yet");
+    const VornFormCtrl::Names last = Alike(Numbered("name", kLast));
+    for (int i = 0; i < kMostReadings && formCtrl.GetNames() != last; ++i) {
+      formCtrl.LoadRegistry(nullptr);
+      if (formCtrl.GetNames() != Alike(formCtrl.GetNames()[0])) return false;
+    }
+    return formCtrl.GetNames() == last;
+  };
+  EXPECT_TRUE(InProcesses(3, [&](int process) {
+    WexSetApplicationStore(std::make_shared<SettingsFile>(Path(), nullptr), "App");
+    return process == 0 ? write() : read();
   }));
 }
 
