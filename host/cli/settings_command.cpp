@@ -54,8 +54,9 @@ struct SettingsSummary {
 
 std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot().View()); }
 
-bool IsEntryOf(const SettingsEntry& entry, const KnownSetting& setting) {
-  return entry.IsAt({RootName(), setting.group}, setting.Name());
+/// What is stored for a setting. Of entries whose names differ in case only, the store knows which one counts.
+std::optional<SettingsEntry> EntryOf(const KnownSetting& setting, const SettingsStore& store) {
+  return store.Find({RootName(), setting.group}, setting.Name());
 }
 
 /// Whether a settings key gives the stored value, rather than the default, for a setting.
@@ -64,7 +65,7 @@ bool IsUsable(const SettingsEntry& entry, const KnownSetting& setting) {
                                                               : vorn_host::TextOf(entry.value).has_value();
 }
 
-SettingState ReadState(const KnownSetting& setting, const std::vector<SettingsEntry>& entries) {
+SettingState ReadState(const KnownSetting& setting, const SettingsStore& store) {
   WexKey root;
   WexKey group;
   if (VornGetBaseRegKey(&root)) group.Open(&root, setting.group);
@@ -78,9 +79,8 @@ SettingState ReadState(const KnownSetting& setting, const std::vector<SettingsEn
     state.defaultValue = vorn_host::ToUtf8(text.defaultValue);
     state.value = vorn_host::ToUtf8(text.Load(group).View());
   }
-  const auto entry = std::find_if(entries.begin(), entries.end(),
-                                  [&](const SettingsEntry& candidate) { return IsEntryOf(candidate, setting); });
-  state.isStored = entry != entries.end();
+  const std::optional<SettingsEntry> entry = EntryOf(setting, store);
+  state.isStored = entry.has_value();
   if (state.isStored && !IsUsable(*entry, setting)) state.ignored = entry->shown;
   return state;
 }
@@ -89,12 +89,11 @@ SettingsSummary Summarise(const SettingsStore& store) {
   SettingsSummary summary;
   summary.place = store.Place();
   summary.root = RootName();
-  const std::vector<SettingsEntry> entries = store.Entries();
-  for (const KnownSetting& setting : KnownSettings()) summary.settings.push_back(ReadState(setting, entries));
-  std::copy_if(entries.begin(), entries.end(), std::back_inserter(summary.others), [](const SettingsEntry& entry) {
-    return std::none_of(KnownSettings().begin(), KnownSettings().end(),
-                        [&](const KnownSetting& setting) { return IsEntryOf(entry, setting); });
-  });
+  summary.others = store.Entries();
+  for (const KnownSetting& setting : KnownSettings()) {
+    summary.settings.push_back(ReadState(setting, store));
+    if (const std::optional<SettingsEntry> entry = EntryOf(setting, store)) std::erase(summary.others, *entry);
+  }
   return summary;
 }
 
@@ -174,8 +173,15 @@ void PrintState(const SettingState& state, bool json) {
   json ? Print(ToJson(state)) : PrintRow(DottedName(*state.setting), StateText(state));
 }
 
-void PrintEntry(const SettingsEntry& entry, bool json) {
-  json ? Print(ToJson(entry)) : PrintRow(DottedName(entry), entry.shown);
+/// One entry, or several whose names read alike.
+void PrintEntries(const std::vector<SettingsEntry>& entries, bool json) {
+  if (!json) {
+    for (const SettingsEntry& entry : entries) PrintRow(DottedName(entry), entry.shown);
+    return;
+  }
+  Json all = Json::array();
+  for (const SettingsEntry& entry : entries) all.push_back(ToJson(entry));
+  Print(all.size() == 1 ? all[0] : all);
 }
 
 // --- choosing and changing -------------------------------------------------------------------------------------------
@@ -230,25 +236,37 @@ bool StoreValue(const KnownSetting& setting, const std::string& text) {
   return open() && std::get<VornTextSetting>(setting.kind).Store(group, value);
 }
 
+/// The entries of a dotted name: those spelled like it, or else those that differ from it in case only.
+std::vector<SettingsEntry> EntriesNamed(const std::string& key, const std::vector<SettingsEntry>& entries) {
+  std::vector<SettingsEntry> named;
+  const auto collect = [&](auto isNamed) {
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(named),
+                 [&](const SettingsEntry& entry) { return isNamed(DottedName(entry)); });
+  };
+  collect([&](const std::string& name) { return name == key; });
+  if (named.empty()) collect([&](const std::string& name) { return vorn_host::IsSameName(name, key); });
+  return named;
+}
+
 // --- the three commands ----------------------------------------------------------------------------------------------
 
 int List(const SettingsStore& store, const SettingsOptions& options) {
+  const WexKeyGroup together(nullptr);  // one state of the settings, whoever changes them meanwhile
   const SettingsSummary summary = Summarise(store);
   options.json ? PrintJson(summary) : PrintText(summary);
   return kOk;
 }
 
 int Get(const SettingsStore& store, const SettingsOptions& options) {
+  const WexKeyGroup together(nullptr);
   const std::vector<SettingsEntry> entries = store.Entries();
   if (const KnownSetting* setting = vorn_host::FindKnownSetting(options.key)) {
-    PrintState(ReadState(*setting, entries), options.json);
+    PrintState(ReadState(*setting, store), options.json);
     return kOk;
   }
-  const auto entry = std::find_if(entries.begin(), entries.end(), [&](const SettingsEntry& candidate) {
-    return vorn_host::IsSameName(DottedName(candidate), options.key);
-  });
-  if (entry == entries.end()) RefuseKey(options.key);
-  PrintEntry(*entry, options.json);
+  const std::vector<SettingsEntry> named = EntriesNamed(options.key, entries);
+  if (named.empty()) RefuseKey(options.key);
+  PrintEntries(named, options.json);
   return kOk;
 }
 
@@ -256,7 +274,7 @@ int Set(const SettingsStore& store, const SettingsOptions& options) {
   const KnownSetting* setting = vorn_host::FindKnownSetting(options.key);
   if (setting == nullptr) RefuseKey(options.key);
   if (!StoreValue(*setting, options.value)) return kFailed;
-  PrintState(ReadState(*setting, store.Entries()), options.json);
+  PrintState(ReadState(*setting, store), options.json);
   return kOk;
 }
 

@@ -40,10 +40,21 @@ std::string FromUtf16(std::wstring_view utf16) {
 
 std::string MessageOf(LSTATUS status) { return std::system_category().message(static_cast<int>(status)); }
 
-/// Opens a key below another; null, with the status told, when that fails.
-Key OpenKey(HKEY parent, const std::wstring& path, REGSAM rights, LSTATUS& status) {
+/// Whether there is no such key or value, which is nothing to report.
+bool IsMissing(LSTATUS status) { return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND; }
+
+/// Opens a key of the user for reading; null, with the status told, when that fails.
+Key OpenKey(const std::string& path, LSTATUS& status) {
   HKEY key = nullptr;
-  status = RegOpenKeyExW(parent, path.c_str(), 0, rights, &key);
+  status = RegOpenKeyExW(HKEY_CURRENT_USER, ToUtf16(path).c_str(), 0, KEY_READ, &key);
+  return Key(status == ERROR_SUCCESS ? key : nullptr);
+}
+
+/// Opens a key of the user for writing, and makes it and those above it if they are not there.
+Key MakeKey(const std::string& path, LSTATUS& status) {
+  HKEY key = nullptr;
+  status =
+      RegCreateKeyExW(HKEY_CURRENT_USER, ToUtf16(path).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
   return Key(status == ERROR_SUCCESS ? key : nullptr);
 }
 
@@ -53,10 +64,11 @@ struct Data {
   std::vector<std::byte> bytes;
 };
 
-std::optional<Data> ReadData(HKEY key, const std::wstring& name) {
+/// None, with the status told, when the value is not there or cannot be read.
+std::optional<Data> ReadData(HKEY key, const std::wstring& name, LSTATUS& status) {
   Data data;
   DWORD size = 0;
-  LSTATUS status = RegQueryValueExW(key, name.c_str(), nullptr, &data.type, nullptr, &size);
+  status = RegQueryValueExW(key, name.c_str(), nullptr, &data.type, nullptr, &size);
   // Someone else may make the value longer meanwhile.
   while (status == ERROR_SUCCESS || status == ERROR_MORE_DATA) {
     data.bytes.resize(size);
@@ -87,28 +99,29 @@ SettingsEntry EntryOf(const SettingsPath& path, std::string name, const Data& da
   return {path, std::move(name), std::move(value), std::move(shown)};
 }
 
-void Collect(HKEY key, SettingsPath& path, std::vector<SettingsEntry>& entries) {
-  constexpr DWORD kLongestValueName = 16384;
-  constexpr DWORD kLongestKeyName = 256;
-  std::wstring name(kLongestValueName, L'\0');
-  DWORD length = kLongestValueName;
-  for (DWORD i = 0; RegEnumValueW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-       ++i, length = kLongestValueName) {
-    const std::wstring valueName = name.substr(0, length);
-    const std::optional<Data> data = ReadData(key, valueName);
-    if (data) entries.push_back(EntryOf(path, FromUtf16(valueName), *data));
+/// Names of the values or of the keys in a key, in UTF-16. `Next(index, name, length)` gives the one of an index.
+template <typename Next>
+std::vector<std::wstring> Names(Next next) {
+  constexpr DWORD kLongestName = 16384;
+  std::vector<std::wstring> names;
+  std::wstring name(kLongestName, L'\0');
+  DWORD length = kLongestName;
+  for (DWORD i = 0; next(i, name.data(), &length) == ERROR_SUCCESS; ++i, length = kLongestName) {
+    names.emplace_back(name, 0, length);
   }
-  length = kLongestKeyName;
-  for (DWORD i = 0; RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-       ++i, length = kLongestKeyName) {
-    const std::wstring keyName = name.substr(0, length);
-    LSTATUS status = ERROR_SUCCESS;
-    const Key inner = OpenKey(key, keyName, KEY_READ, status);
-    if (!inner) continue;
-    path.push_back(FromUtf16(keyName));
-    Collect(inner.get(), path, entries);
-    path.pop_back();
-  }
+  return names;
+}
+
+std::vector<std::wstring> ValueNames(HKEY key) {
+  return Names([key](DWORD index, wchar_t* name, DWORD* length) {
+    return RegEnumValueW(key, index, name, length, nullptr, nullptr, nullptr, nullptr);
+  });
+}
+
+std::vector<std::wstring> KeyNames(HKEY key) {
+  return Names([key](DWORD index, wchar_t* name, DWORD* length) {
+    return RegEnumKeyExW(key, index, name, length, nullptr, nullptr, nullptr, nullptr);
+  });
 }
 
 LSTATUS Store(HKEY key, const std::wstring& name, std::int32_t number) {
@@ -128,65 +141,79 @@ LSTATUS Store(HKEY key, const std::wstring& name, const std::string& text) {
 RegistryStore::RegistryStore(std::string rootPath, ProblemHandler report)
     : SettingsStore(std::move(report)), m_rootPath(std::move(rootPath)) {}
 
-std::string RegistryStore::Place() const { return "HKEY_CURRENT_USER\\" + m_rootPath; }
+std::string RegistryStore::FullPath(const SettingsPath& path) const {
+  std::string full = m_rootPath;
+  for (const std::string& name : path) (full += kSeparator) += name;
+  return full;
+}
+
+// --- reading ---------------------------------------------------------------------------------------------------------
+
+void RegistryStore::CheckRead(const SettingsPath& path, long status) const {
+  if (status == ERROR_SUCCESS || IsMissing(status)) {
+    NoteSuccess(Access::Read);
+  } else {
+    ReportOnce(Access::Read, PlaceOf(path) + ": cannot be read: " + MessageOf(status));
+  }
+}
 
 std::vector<SettingsEntry> RegistryStore::Entries() const {
-  std::vector<SettingsEntry> entries;
   LSTATUS status = ERROR_SUCCESS;
-  const Key root = OpenKey(HKEY_CURRENT_USER, ToUtf16(m_rootPath), KEY_READ, status);
-  if (!root && status != ERROR_FILE_NOT_FOUND) throw DocumentError(Place() + ": cannot be read: " + MessageOf(status));
-  SettingsPath path;
-  if (root) Collect(root.get(), path, entries);
+  if (!OpenKey(m_rootPath, status) && !IsMissing(status)) {
+    throw DocumentError(Place() + ": cannot be read: " + MessageOf(status));
+  }
+  std::vector<SettingsEntry> entries;
+  Collect({}, entries);
   return entries;
 }
 
-std::optional<std::wstring> RegistryStore::FullPath(std::string_view path) const {
-  const std::optional<std::string> below = ToStoredText(path);
-  if (!below) return std::nullopt;
-  return ToUtf16(below->empty() ? m_rootPath : m_rootPath + kSeparator + *below);
-}
-
-bool RegistryStore::KeyExists(std::string_view path) const {
-  const std::optional<std::wstring> full = FullPath(path);
+void RegistryStore::Collect(const SettingsPath& path, std::vector<SettingsEntry>& entries) const {
   LSTATUS status = ERROR_SUCCESS;
-  return path.empty() || (full && OpenKey(HKEY_CURRENT_USER, *full, KEY_READ, status) != nullptr);
+  const Key key = OpenKey(FullPath(path), status);
+  CheckRead(path, status);
+  if (!key) return;
+  for (const std::wstring& name : ValueNames(key.get())) {
+    const std::optional<Data> data = ReadData(key.get(), name, status);
+    CheckRead(path, status);
+    if (data) entries.push_back(EntryOf(path, FromUtf16(name), *data));
+  }
+  SettingsPath inner = path;
+  for (const std::wstring& name : KeyNames(key.get())) {
+    inner.push_back(FromUtf16(name));
+    Collect(inner, entries);
+    inner.pop_back();
+  }
 }
 
-bool RegistryStore::CreateKey(std::string_view path) {
-  const std::optional<std::wstring> full = FullPath(path);
-  if (!full) return false;
-  HKEY key = nullptr;
-  const LSTATUS status =
-      RegCreateKeyExW(HKEY_CURRENT_USER, full->c_str(), 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr);
-  if (status == ERROR_SUCCESS) RegCloseKey(key);
-  return Check(status);
-}
-
-std::optional<SettingValue> RegistryStore::Read(std::string_view path, std::string_view name) const {
-  const std::optional<std::wstring> full = FullPath(path);
-  const std::optional<std::string> valueName = ToStoredText(name);
-  if (!full || !valueName) return std::nullopt;
+bool RegistryStore::HasKey(const SettingsPath& path) const {
   LSTATUS status = ERROR_SUCCESS;
-  const Key key = OpenKey(HKEY_CURRENT_USER, *full, KEY_READ, status);
-  const std::optional<Data> data = key ? ReadData(key.get(), ToUtf16(*valueName)) : std::nullopt;
-  return data ? ValueOf(*data) : std::nullopt;
+  const Key key = OpenKey(FullPath(path), status);
+  CheckRead(path, status);
+  return key != nullptr;
 }
 
-bool RegistryStore::Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) {
-  // The store itself is a key from the beginning, in the registry only from its first value on.
-  if (path.empty() && !CreateKey(path)) return false;
-  const std::optional<std::wstring> full = FullPath(path);
-  const std::optional<std::string> valueName = ToStoredText(name);
-  if (!full || !valueName || !value) return false;
+std::optional<SettingsEntry> RegistryStore::Find(const SettingsPath& path, std::string_view name) const {
   LSTATUS status = ERROR_SUCCESS;
-  const Key key = OpenKey(HKEY_CURRENT_USER, *full, KEY_SET_VALUE, status);
-  if (!key) return status != ERROR_FILE_NOT_FOUND && Check(status);
-  const std::wstring utf16Name = ToUtf16(*valueName);
-  return Check(std::visit([&](const auto& stored) { return Store(key.get(), utf16Name, stored); }, *value));
+  const Key key = OpenKey(FullPath(path), status);
+  const std::wstring utf16Name = ToUtf16(name);
+  const std::optional<Data> data = key ? ReadData(key.get(), utf16Name, status) : std::nullopt;
+  CheckRead(path, status);
+  return data ? std::optional(EntryOf(path, std::string(name), *data)) : std::nullopt;
 }
 
-bool RegistryStore::Check(long status) const {
-  if (status != ERROR_SUCCESS) Report(Place() + ": cannot be written: " + MessageOf(status));
+// --- writing ---------------------------------------------------------------------------------------------------------
+
+bool RegistryStore::Keep(SettingChange change) {
+  LSTATUS status = ERROR_SUCCESS;
+  if (const Key key = MakeKey(FullPath(change.path), status)) {
+    const std::wstring name = ToUtf16(change.name);
+    status = std::visit([&](const auto& value) { return Store(key.get(), name, value); }, change.value);
+  }
+  if (status == ERROR_SUCCESS) {
+    NoteSuccess(Access::Write);
+  } else {
+    ReportOnce(Access::Write, Place() + ": cannot be written: " + MessageOf(status));
+  }
   return status == ERROR_SUCCESS;
 }
 

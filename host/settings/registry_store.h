@@ -11,25 +11,29 @@
 
 namespace vorn_host {
 
-/// Settings in the system registry, under a key of HKEY_CURRENT_USER: integers as REG_DWORD, texts as REG_SZ.
+/// Settings in the system registry, under a key of HKEY_CURRENT_USER: integers as REG_DWORD, texts as REG_SZ. Every
+/// value is stored at once, in a group too: only single values are whole.
 class RegistryStore final : public SettingsStore {
  public:
   /// The store is the key at the path, which need not exist: Software\Company\Application, in UTF-8.
   RegistryStore(std::string rootPath, ProblemHandler report);
 
-  [[nodiscard]] std::string Place() const override;
+  [[nodiscard]] std::string Place() const override { return PlaceOf({}); }
+  /// Leaves out, and reports, keys within the store that cannot be read.
   [[nodiscard]] std::vector<SettingsEntry> Entries() const override;
-
-  [[nodiscard]] bool KeyExists(std::string_view path) const override;
-  bool CreateKey(std::string_view path) override;
+  [[nodiscard]] std::optional<SettingsEntry> Find(const SettingsPath& path, std::string_view name) const override;
 
  private:
-  /// The path below HKEY_CURRENT_USER of one below the store, in UTF-16; none when it is no text in code page 932.
-  [[nodiscard]] std::optional<std::wstring> FullPath(std::string_view path) const;
-  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const override;
-  bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) override;
-  /// Whether a system call succeeded; reports when it did not.
-  bool Check(long status) const;
+  [[nodiscard]] bool HasKey(const SettingsPath& path) const override;
+  bool Keep(SettingChange change) override;
+
+  /// The path of a key of the store, below HKEY_CURRENT_USER.
+  [[nodiscard]] std::string FullPath(const SettingsPath& path) const;
+  /// As messages name a key.
+  [[nodiscard]] std::string PlaceOf(const SettingsPath& path) const { return "HKEY_CURRENT_USER\\" + FullPath(path); }
+  /// Reports that a key cannot be read, unless it simply is not there.
+  void CheckRead(const SettingsPath& path, long status) const;
+  void Collect(const SettingsPath& path, std::vector<SettingsEntry>& entries) const;
 
   std::string m_rootPath;
 };

@@ -1,13 +1,14 @@
 #include "host/settings/settings_file.h"
 
+#include <algorithm>
+#include <chrono>
 #include <exception>
-#include <memory>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "host/document/atomic_file.h"
 #include "host/document/document_error.h"
-#include "host/document/text_encoding.h"
 #include "host/settings/file_lock.h"
 
 namespace vorn_host {
@@ -35,134 +36,180 @@ fs::path NameToSetAside(const fs::path& path) {
   return aside;
 }
 
-[[noreturn]] void ThrowNotSetAside(const fs::path& path, const SettingsSyntaxError& damage, const std::string& reason) {
-  throw DocumentError(path.string() + ": " + damage.what() + "; the file cannot be set aside: " + reason);
+/// Reading a pipe would wait for a writer, for ever if none comes.
+void RefuseWhatIsNoFile(const fs::path& path) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return;
+  if (!fs::is_character_file(status)) throw DocumentError(path.string() + ": this is no ordinary file");
 }
 
-std::unique_ptr<FileLock> LockToSetAside(const fs::path& path, const SettingsSyntaxError& damage) {
-  try {
-    return std::make_unique<FileLock>(LockPath(path));
-  } catch (const DocumentError& error) {
-    ThrowNotSetAside(path, damage, error.what());
-  }
+std::string ReadText(const fs::path& path) {
+  RefuseWhatIsNoFile(path);
+  return ReadFileIfThere(path).value_or("");
 }
 
-SettingsPath Folded(SettingsPath path) {
-  for (std::string& name : path) name = FoldedName(std::move(name));
-  return path;
+bool IsIn(const std::vector<SettingsEntry>& entries, const SettingsEntry& wanted) {
+  return std::any_of(entries.begin(), entries.end(), [&](const SettingsEntry& entry) {
+    return entry.name == wanted.name && entry.path == wanted.path;
+  });
+}
+
+/// Whether a text lacks settings that a former one had.
+bool Lacks(const SettingsText& text, const SettingsText& former) {
+  const std::vector<SettingsEntry> entries = text.Entries();
+  const std::vector<SettingsEntry> formerEntries = former.Entries();
+  return !std::all_of(formerEntries.begin(), formerEntries.end(),
+                      [&](const SettingsEntry& entry) { return IsIn(entries, entry); });
 }
 
 }  // namespace
 
-SettingsFile::SettingsFile(fs::path path, ProblemHandler report)
-    : SettingsStore(std::move(report)), m_path(std::move(path)) {}
+void PauseForEditors() { std::this_thread::sleep_for(std::chrono::milliseconds(100)); }
 
-// --- the file --------------------------------------------------------------------------------------------------------
+SettingsFile::SettingsFile(fs::path path, ProblemHandler report, std::function<void()> pause)
+    : SettingsStore(std::move(report)),
+      m_path(std::move(path)),
+      m_pause(std::move(pause)),
+      m_last(std::make_shared<const SettingsText>()),
+      m_known(m_last) {}
 
-const SettingsText& SettingsFile::Load() const {
-  std::string text = ReadFileIfThere(m_path).value_or("");
-  if (text != m_text.Text()) m_text = SettingsText(std::move(text));
-  return m_text;
+// --- reading ---------------------------------------------------------------------------------------------------------
+
+SettingsFile::Text SettingsFile::Understand(std::string text) const {
+  if (text == m_last->Text()) return m_last;
+  m_last = std::make_shared<const SettingsText>(std::move(text));
+  if (!Lacks(*m_last, *m_known)) m_known = m_last;
+  return m_last;
 }
 
-const SettingsText& SettingsFile::LoadLocked() const {
+SettingsFile::Text SettingsFile::Load() const { return Understand(ReadText(m_path)); }
+
+SettingsFile::Text SettingsFile::Remembered(Text text) const {
+  if (m_groups > 0) m_snapshot = text;
+  return text;
+}
+
+SettingsFile::Text SettingsFile::CurrentOrThrow() const {
+  if (m_snapshot != nullptr) return m_snapshot;
   try {
-    return Load();
+    Text text = Remembered(Load());
+    NoteSuccess(Access::Read);
+    return text;
   } catch (const SettingsSyntaxError& damage) {
-    SetAside(damage);
-    return m_text = SettingsText();
+    Text nothing = Remembered(std::make_shared<const SettingsText>());
+    ReportOnce(Access::Read, m_path.string() + ": " + damage.what() + "; the defaults are used");
+    return nothing;
   }
 }
 
-const SettingsText& SettingsFile::LoadUnderstood() const {
+SettingsFile::Text SettingsFile::Current() const {
   try {
-    return Load();
-  } catch (const SettingsSyntaxError& damage) {
-    const std::unique_ptr<FileLock> lock = LockToSetAside(m_path, damage);
-    return LoadLocked();  // another process may have put it right by now
+    return CurrentOrThrow();
+  } catch (const std::exception& error) {
+    Text nothing = Remembered(std::make_shared<const SettingsText>());
+    ReportOnce(Access::Read, error.what());
+    return nothing;
   }
 }
 
-void SettingsFile::SetAside(const SettingsSyntaxError& damage) const {
+std::vector<SettingsEntry> SettingsFile::Entries() const { return CurrentOrThrow()->Entries(); }
+
+std::optional<SettingsEntry> SettingsFile::Find(const SettingsPath& path, std::string_view name) const {
+  return Current()->FindEntry(path, name);
+}
+
+bool SettingsFile::HasKey(const SettingsPath& path) const { return Current()->HasKey(path); }
+
+// --- writing ---------------------------------------------------------------------------------------------------------
+
+bool SettingsFile::Keep(SettingChange change) {
+  if (m_groups == 0) return WriteTogether({&change, 1});
+  std::optional<SettingsText> changed = Current()->With(change.path, change.name, change.value);
+  if (changed) m_snapshot = std::make_shared<const SettingsText>(*std::move(changed));
+  m_changes.push_back(std::move(change));  // if there is no room for it, that is told at the end
+  return changed.has_value();
+}
+
+void SettingsFile::EndGroup() {
+  if (--m_groups > 0) return;
+  m_snapshot.reset();
+  const std::vector<SettingChange> changes = std::exchange(m_changes, {});
+  if (!changes.empty()) WriteTogether(changes);
+}
+
+bool SettingsFile::WriteTogether(std::span<const SettingChange> changes) {
+  std::string setAside;
+  std::string problem;
+  try {
+    ChangeFile(changes, setAside);
+  } catch (const std::exception& error) {
+    problem = error.what();
+  }
+  // The lock is free again: whoever hears of a problem may store a setting, or show a message for as long as it takes.
+  if (!setAside.empty()) Report(setAside);
+  problem.empty() ? NoteSuccess(Access::Write) : ReportOnce(Access::Write, problem);
+  return problem.empty();
+}
+
+void SettingsFile::ChangeFile(std::span<const SettingChange> changes, std::string& setAside) {
+  MakeDirectoryOf(m_path);
+  const FileLock lock(LockPath(m_path));
+  const Text former = LoadToChange(setAside);
+  Text text = former;
+  std::string refused;
+  for (const SettingChange& change : changes) {
+    std::optional<SettingsText> changed = text->With(change.path, change.name, change.value);
+    if (changed) {
+      text = std::make_shared<const SettingsText>(*std::move(changed));
+    } else {
+      refused += (refused.empty() ? "" : ", ") + DottedName(change.path, change.name);
+    }
+  }
+  if (text->Text() != former->Text()) {
+    // An editor that is not done yet goes on writing into the file that is kept.
+    const bool isLosing = former != m_known && Lacks(*former, *m_known);
+    WriteFileAtomically(m_path, text->Text(), isLosing ? FormerFile::Keep : FormerFile::Drop);
+  }
+  m_last = m_known = text;
+  if (!refused.empty()) {
+    throw DocumentError(m_path.string() + ": " + refused +
+                        " cannot be added: something else in the file is in its place");
+  }
+}
+
+SettingsFile::Text SettingsFile::LoadToChange(std::string& setAside) const {
+  constexpr int kMostLooks = 10;
+  const bool hadSettings = !m_known->Text().empty();
+  std::string text = ReadText(m_path);
+  for (int looks = 1; looks < kMostLooks; ++looks) {
+    std::optional<SettingsSyntaxError> damage;
+    try {
+      Text understood = Understand(text);
+      if (!text.empty() || !hadSettings) return understood;
+    } catch (const SettingsSyntaxError& error) {
+      damage = error;
+    }
+    m_pause();
+    std::string again = ReadText(m_path);
+    if (again == text) {
+      if (damage) setAside = SetAside(*damage);
+      return std::make_shared<const SettingsText>();
+    }
+    text = std::move(again);
+  }
+  throw DocumentError(m_path.string() + ": another program does not come to an end of changing the file");
+}
+
+std::string SettingsFile::SetAside(const SettingsSyntaxError& damage) const {
   const fs::path aside = NameToSetAside(m_path);
   std::error_code error;
   fs::rename(m_path, aside, error);
-  if (error) ThrowNotSetAside(m_path, damage, error.message());
-  Report(m_path.string() + ": " + damage.what() + "; the file was set aside as " + aside.filename().string() +
-         ", and the defaults are used");
-}
-
-const SettingsText& SettingsFile::Current() const {
-  try {
-    const SettingsText& text = LoadUnderstood();
-    m_readProblem.clear();
-    return text;
-  } catch (const std::exception& error) {
-    ReportOnce(m_readProblem, error.what());
-    return m_text = SettingsText();
+  if (!error) {
+    return m_path.string() + ": " + damage.what() + "; the file was set aside as " + aside.filename().string() +
+           ", and the defaults are used";
   }
-}
-
-std::vector<SettingsEntry> SettingsFile::Entries() const { return LoadUnderstood().Entries(); }
-
-// --- keys and values -------------------------------------------------------------------------------------------------
-
-bool SettingsFile::KeyExists(const SettingsPath& path) const {
-  return path.empty() || m_created.contains(Folded(path)) || Current().HasKey(path);
-}
-
-bool SettingsFile::KeyExists(std::string_view path) const {
-  const std::optional<SettingsPath> names = ToSettingsPath(path);
-  return names && KeyExists(*names);
-}
-
-bool SettingsFile::CreateKey(std::string_view path) {
-  std::optional<SettingsPath> names = ToSettingsPath(path);
-  if (!names) return false;
-  for (SettingsPath key = Folded(*names); !key.empty(); key.pop_back()) m_created.insert(key);
-  return true;
-}
-
-std::optional<SettingValue> SettingsFile::Read(std::string_view path, std::string_view name) const {
-  const std::optional<SettingsPath> names = ToSettingsPath(path);
-  const std::optional<std::string> valueName = ToStoredText(name);
-  return names && valueName ? Current().Find(*names, *valueName) : std::nullopt;
-}
-
-bool SettingsFile::Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) {
-  const std::optional<SettingsPath> names = ToSettingsPath(path);
-  if (!names || !KeyExists(*names)) return false;
-  try {
-    const std::optional<std::string> valueName = ToStoredText(name);
-    if (!valueName || !value) {
-      throw DocumentError(m_path.string() + ": " + DottedName(*names, ToUtf8(name)) +
-                          " cannot be written: it is no text in code page 932");
-    }
-    Change(*names, *valueName, *value);
-    m_writeProblem.clear();
-    return true;
-  } catch (const std::exception& error) {
-    ReportOnce(m_writeProblem, error.what());
-    return false;
-  }
-}
-
-void SettingsFile::Change(const SettingsPath& path, const std::string& name, const SettingValue& value) {
-  MakeDirectoryOf(m_path);
-  const FileLock lock(LockPath(m_path));
-  std::optional<SettingsText> changed = LoadLocked().With(path, name, value);
-  if (!changed) {
-    throw DocumentError(m_path.string() + ": " + DottedName(path, name) +
-                        " cannot be added: something else in the file is in its place");
-  }
-  if (changed->Text() != m_text.Text()) WriteFileAtomically(m_path, changed->Text());
-  m_text = std::move(*changed);
-}
-
-void SettingsFile::ReportOnce(std::string& last, const std::string& problem) const {
-  if (problem == last) return;
-  last = problem;
-  Report(problem);
+  throw DocumentError(m_path.string() + ": " + damage.what() + "; the file cannot be set aside: " + error.message());
 }
 
 }  // namespace vorn_host

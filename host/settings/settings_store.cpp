@@ -12,10 +12,51 @@ namespace {
 
 char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+SettingsPath FoldedPath(SettingsPath path) {
+  for (std::string& name : path) name = FoldedName(std::move(name));
+  return path;
+}
+
+bool HasNul(std::string_view text) { return text.find('\0') != std::string_view::npos; }
+
 }  // namespace
 
 SettingsStore::SettingsStore(ProblemHandler report)
     : m_report(report ? std::move(report) : [](const std::string&) {}) {}
+
+void SettingsStore::ReportOnce(Access access, const std::string& problem) const {
+  if (problem == Told(access)) return;
+  Told(access) = problem;
+  Report(problem);
+}
+
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+bool SettingsStore::KeyExists(const SettingsPath& path) const {
+  return path.empty() || m_created.contains(FoldedPath(path)) || HasKey(path);
+}
+
+bool SettingsStore::KeyExists(std::string_view path) const {
+  const std::optional<SettingsPath> names = ToSettingsPath(path);
+  return names && KeyExists(*names);
+}
+
+bool SettingsStore::CreateKey(std::string_view path) {
+  std::optional<SettingsPath> names = ToSettingsPath(path);
+  if (!names) return false;
+  for (SettingsPath key = FoldedPath(*std::move(names)); !key.empty(); key.pop_back()) m_created.insert(key);
+  return true;
+}
+
+// --- values ----------------------------------------------------------------------------------------------------------
+
+std::optional<SettingValue> SettingsStore::Read(std::string_view path, std::string_view name) const {
+  const std::optional<SettingsPath> names = ToSettingsPath(path);
+  const std::optional<std::string> valueName = ToStoredText(name);
+  if (!names || !valueName) return std::nullopt;
+  std::optional<SettingsEntry> entry = Find(*names, *valueName);
+  return entry ? std::move(entry->value) : std::nullopt;
+}
 
 std::optional<std::int32_t> SettingsStore::ReadInt(std::string_view path, std::string_view name) const {
   return IntegerOf(Read(path, name));
@@ -23,6 +64,16 @@ std::optional<std::int32_t> SettingsStore::ReadInt(std::string_view path, std::s
 
 std::optional<CString> SettingsStore::ReadString(std::string_view path, std::string_view name) const {
   return TextOf(Read(path, name));
+}
+
+bool SettingsStore::Write(std::string_view path, std::string_view name, std::optional<SettingValue> value) {
+  std::optional<SettingsPath> names = ToSettingsPath(path);
+  if (!names || !KeyExists(*names)) return false;
+  std::optional<std::string> valueName = ToStoredText(name);
+  if (valueName && value) return Keep({*std::move(names), *std::move(valueName), *std::move(value)});
+  ReportOnce(Access::Write, Place() + ": " + DottedName(*names, ToUtf8(name)) +
+                                " cannot be written: it is no text in code page 932, or has a NUL within");
+  return false;
 }
 
 bool SettingsStore::WriteInt(std::string_view path, std::string_view name, std::int32_t value) {
@@ -33,13 +84,15 @@ bool SettingsStore::WriteString(std::string_view path, std::string_view name, st
   return Write(path, name, ToStoredText(value));
 }
 
+// --- names and texts -------------------------------------------------------------------------------------------------
+
 bool SettingsEntry::IsAt(const SettingsPath& key, std::string_view valueName) const {
   return std::equal(path.begin(), path.end(), key.begin(), key.end(), IsSameName) && IsSameName(name, valueName);
 }
 
 std::optional<std::string> ToStoredText(std::string_view text) {
   std::string utf8;
-  if (!code_page_932::AppendAsUtf8(text, utf8)) return std::nullopt;
+  if (HasNul(text) || !code_page_932::AppendAsUtf8(text, utf8)) return std::nullopt;
   return utf8;
 }
 
@@ -66,7 +119,7 @@ std::optional<std::int32_t> IntegerOf(const std::optional<SettingValue>& value) 
 
 std::optional<CString> TextOf(const std::optional<SettingValue>& value) {
   const auto* stored = value ? std::get_if<std::string>(&*value) : nullptr;
-  std::optional<std::string> text = stored != nullptr ? FromUtf8(*stored) : std::nullopt;
+  std::optional<std::string> text = stored != nullptr && !HasNul(*stored) ? FromUtf8(*stored) : std::nullopt;
   return text ? std::optional<CString>(std::in_place, std::move(*text)) : std::nullopt;
 }
 

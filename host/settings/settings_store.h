@@ -1,8 +1,11 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -31,43 +34,73 @@ struct SettingsEntry {
   bool operator==(const SettingsEntry&) const = default;
 };
 
+/// A value that is to be stored.
+struct SettingChange {
+  SettingsPath path;
+  std::string name;
+  SettingValue value;
+};
+
 /// A store that outlasts the process. As the library asks it, it never throws: what cannot be read is not there, and
-/// what cannot be written gives false.
+/// what cannot be written gives false. A key that is created is remembered by the object, and comes into the store
+/// with its first value, so reading leaves no traces.
 class SettingsStore : public WexStore {
  public:
-  /// Hears, in one sentence for the user, why settings could not be read or kept. Must not throw; null is silence.
+  /// Hears, in one sentence for the user, why settings could not be read or kept. It may take its time and may use the
+  /// settings itself, as nothing is locked when it is called. Must not throw; null is silence.
   using ProblemHandler = std::function<void(const std::string& problem)>;
 
   /// Where the settings are, as messages name it: a file, a key of the system registry.
   [[nodiscard]] virtual std::string Place() const = 0;
   /// Everything that is stored. Throws `DocumentError` when the place cannot be read.
   [[nodiscard]] virtual std::vector<SettingsEntry> Entries() const = 0;
+  /// What a key gives for a name, as it is spelled where it is stored; none when nothing is stored there, or when the
+  /// place cannot be read.
+  [[nodiscard]] virtual std::optional<SettingsEntry> Find(const SettingsPath& path, std::string_view name) const = 0;
 
+  [[nodiscard]] bool KeyExists(std::string_view path) const final;
+  bool CreateKey(std::string_view path) final;
   [[nodiscard]] std::optional<std::int32_t> ReadInt(std::string_view path, std::string_view name) const final;
-  /// None also for a text that code page 932 cannot hold.
+  /// None also for a text that a settings key cannot give, see `TextOf`.
   [[nodiscard]] std::optional<CString> ReadString(std::string_view path, std::string_view name) const final;
   bool WriteInt(std::string_view path, std::string_view name, std::int32_t value) final;
   bool WriteString(std::string_view path, std::string_view name, std::string_view value) final;
 
  protected:
+  enum class Access : std::size_t { Read, Write };
+
   explicit SettingsStore(ProblemHandler report);
 
-  /// The value of a name in a key, of whatever kind it is.
-  [[nodiscard]] virtual std::optional<SettingValue> Read(std::string_view path, std::string_view name) const = 0;
-  /// Stores a value; false when that cannot be done. A value of none stands for a text that cannot be stored.
-  virtual bool Write(std::string_view path, std::string_view name, const std::optional<SettingValue>& value) = 0;
+  /// Whether a key is stored.
+  [[nodiscard]] virtual bool HasKey(const SettingsPath& path) const = 0;
+  /// Stores a value, with its key if that is not there yet; false, and a report, when that cannot be done.
+  virtual bool Keep(SettingChange change) = 0;
 
   void Report(const std::string& problem) const { m_report(problem); }
+  /// Reports a problem unless it is the one that was reported last.
+  void ReportOnce(Access access, const std::string& problem) const;
+  /// Notes that reading or writing succeeded: a problem that comes back is reported again.
+  void NoteSuccess(Access access) const { Told(access).clear(); }
 
  private:
-  ProblemHandler m_report;  ///< never null
+  [[nodiscard]] bool KeyExists(const SettingsPath& path) const;
+  [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const;
+  /// A value of none stands for a text that cannot be stored.
+  bool Write(std::string_view path, std::string_view name, std::optional<SettingValue> value);
+  [[nodiscard]] std::string& Told(Access access) const { return m_told[static_cast<std::size_t>(access)]; }
+
+  ProblemHandler m_report;                    ///< never null
+  std::set<SettingsPath> m_created;           ///< with the names folded
+  mutable std::array<std::string, 2> m_told;  ///< by `Access`: what was reported, and is not over yet
 };
 
-/// Splits a key's path and turns it into UTF-8; none when it is no text in code page 932.
+/// Splits a key's path and turns it into UTF-8; none where `ToStoredText` gives none.
 [[nodiscard]] std::optional<SettingsPath> ToSettingsPath(std::string_view path);
-/// Text of the library as UTF-8; none when it is no text in code page 932, which no store could give back.
+/// Text of the library as UTF-8; none when it is no text in code page 932 or has a NUL within, as no settings key could
+/// give it back.
 [[nodiscard]] std::optional<std::string> ToStoredText(std::string_view text);
-/// What a settings key is given of a stored value: an integer, or a text that code page 932 can hold.
+/// What a settings key is given of a stored value: an integer, or a text that code page 932 can hold and that has no
+/// NUL within, where whoever takes it for a C text would cut it short.
 [[nodiscard]] std::optional<std::int32_t> IntegerOf(const std::optional<SettingValue>& value);
 [[nodiscard]] std::optional<CString> TextOf(const std::optional<SettingValue>& value);
 /// A stored value as a person is shown it: 3, "道路中心".

@@ -49,11 +49,14 @@ std::string NameText(const std::string& name) {
   return isBare ? name : Quoted(name);
 }
 
-std::string HeaderText(const SettingsPath& path) {
-  std::string header;
-  for (const std::string& name : path) header += (header.empty() ? "[" : ".") + NameText(name);
-  return header + "]";
+/// The names from one on, with dots between them.
+std::string PathText(const SettingsPath& path, std::size_t first = 0) {
+  std::string text;
+  for (std::size_t i = first; i < path.size(); ++i) text += (i == first ? "" : ".") + NameText(path[i]);
+  return text;
 }
+
+std::string HeaderText(const SettingsPath& path) { return '[' + PathText(path) + ']'; }
 
 /// A name that is in a table, as it is spelled there.
 struct Found {
@@ -74,7 +77,9 @@ Found FindIn(const toml::table& table, std::string_view name) {
 struct Way {
   const toml::table* table;  ///< the last table there is
   SettingsPath path;
-  std::size_t length = 0;  ///< names followed
+  std::size_t length = 0;               ///< names followed
+  const toml::table* braces = nullptr;  ///< the last table on the way that is written in braces; null without any
+  std::size_t bracesLength = 0;         ///< names followed up to that
 };
 
 Way Follow(const toml::table& root, const SettingsPath& path) {
@@ -86,13 +91,15 @@ Way Follow(const toml::table& root, const SettingsPath& path) {
     name = found.key->str();
     way.table = next;
     ++way.length;
+    if (!next->is_inline()) continue;
+    way.braces = next;
+    way.bracesLength = way.length;
   }
   return way;
 }
 
-const toml::table* FindTable(const toml::table& root, const SettingsPath& path) {
-  const Way way = Follow(root, path);
-  return way.length == path.size() ? way.table : nullptr;
+SettingsEntry EntryOf(SettingsPath path, const Found& found) {
+  return {std::move(path), std::string(found.key->str()), ValueOf(*found.node), Literal(*found.node)};
 }
 
 void Collect(const toml::table& table, SettingsPath& path, std::vector<SettingsEntry>& entries) {
@@ -102,7 +109,7 @@ void Collect(const toml::table& table, SettingsPath& path, std::vector<SettingsE
       Collect(*inner, path, entries);
       path.pop_back();
     } else {
-      entries.push_back({path, std::string(key.str()), ValueOf(node), Literal(node)});
+      entries.push_back(EntryOf(path, {&key, &node}));
     }
   }
 }
@@ -205,12 +212,19 @@ SettingsText::SettingsText(std::string text) : m_text(std::move(text)) {
   }
 }
 
-bool SettingsText::HasKey(const SettingsPath& path) const { return FindTable(m_tree->root, path) != nullptr; }
+bool SettingsText::HasKey(const SettingsPath& path) const { return Follow(m_tree->root, path).length == path.size(); }
+
+std::optional<SettingsEntry> SettingsText::FindEntry(const SettingsPath& path, std::string_view name) const {
+  Way way = Follow(m_tree->root, path);
+  if (way.length < path.size()) return std::nullopt;
+  const Found found = FindIn(*way.table, name);
+  if (found.node == nullptr || found.node->is_table()) return std::nullopt;
+  return EntryOf(std::move(way.path), found);
+}
 
 std::optional<SettingValue> SettingsText::Find(const SettingsPath& path, std::string_view name) const {
-  const toml::table* table = FindTable(m_tree->root, path);
-  const toml::node* node = table != nullptr ? FindIn(*table, name).node : nullptr;
-  return node != nullptr ? ValueOf(*node) : std::nullopt;
+  std::optional<SettingsEntry> entry = FindEntry(path, name);
+  return entry ? std::move(entry->value) : std::nullopt;
 }
 
 std::vector<SettingsEntry> SettingsText::Entries() const {
@@ -237,13 +251,16 @@ std::optional<SettingsText::Edit> SettingsText::PlanEdit(const SettingsPath& pat
                                                          const std::string& literal) const {
   const Way way = Follow(m_tree->root, path);
   std::string entry = NameText(name) + " = " + literal;
-  if (way.length < path.size()) return Edit::Append(m_text, HeaderText(way.path), entry);
-
   const toml::table& table = *way.table;
-  const toml::node* former = FindIn(table, name).node;
+  const toml::node* former = way.length == path.size() ? FindIn(table, name).node : nullptr;
   if (former != nullptr && former->is_table()) return std::nullopt;
   if (former != nullptr) return Edit::Replace(m_text, former->source(), literal);
-  if (table.is_inline()) return Edit::InsertIntoBraces(m_text, table, entry);
+  if (way.braces != nullptr) {
+    // Nothing outside the braces can add to them.
+    const std::string inner = PathText(way.path, way.bracesLength);
+    return Edit::InsertIntoBraces(m_text, *way.braces, (inner.empty() ? "" : inner + '.') + entry);
+  }
+  if (way.length < path.size()) return Edit::Append(m_text, HeaderText(way.path), entry);
   if (const Found last = LastValueOf(table); last.key != nullptr) {
     // Indented like that value, and with whatever of the path stands before its name.
     const std::size_t lastName = OffsetOf(m_text, last.key->source().begin);

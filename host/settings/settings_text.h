@@ -36,6 +36,8 @@ class SettingsText {
   [[nodiscard]] bool HasKey(const SettingsPath& path) const;
   /// The value of a name; none when it is missing, or neither a text nor an integer of 32 bits.
   [[nodiscard]] std::optional<SettingValue> Find(const SettingsPath& path, std::string_view name) const;
+  /// As `Find`, but also for a value of another kind, and with path and name as they are spelled in the text.
+  [[nodiscard]] std::optional<SettingsEntry> FindEntry(const SettingsPath& path, std::string_view name) const;
   [[nodiscard]] std::vector<SettingsEntry> Entries() const;
 
   /// The text with one value in place of whatever has the name, or added. None when the text leaves no room for it:

@@ -83,12 +83,14 @@ TEST_F(SettingsCommand, ListTellsProgramsTheSame) {
 
 TEST_F(SettingsCommand, ListSaysWhatCannotBeUsed) {
   WriteText(
-      "[\"情報化施工\".roadinfo]\nSPEED = 99\ntraffic = 1.5\n[\"情報化施工\".FormCtrl]\nbasec = \"😀\"\nnoril = 5\n");
+      "[\"情報化施工\".roadinfo]\nSPEED = 99\ntraffic = 1.5\n[\"情報化施工\".FormCtrl]\nbasec = \"😀\"\nnoril = 5\n"
+      "norir = \"a\\u0000b\"\n");
   EXPECT_THAT(Good({"list"}),
               AllOf(ContainsRegex("speed +99 \\(no such code\\), stored; the default is 0 \\(120 km/h\\)"),
                     ContainsRegex("traffic +1, the default, as what is stored cannot be used: 1.5"),
                     ContainsRegex("basec +\"道路中心\", the default, as what is stored cannot be used: \"😀\""),
                     ContainsRegex("noril +\"左法面\", the default, as what is stored cannot be used: 5"),
+                    HasSubstr("\"右法面\", the default, as what is stored cannot be used: \"a\\u0000b\""),
                     Not(HasSubstr("Also stored"))));
 }
 
@@ -127,6 +129,29 @@ TEST_F(SettingsCommand, GetKnowsWhateverElseIsStored) {
   WriteText("[\"LandXML書込み\"]\nUnit = \"m\"\n");
   EXPECT_THAT(Good({"get", "LandXML書込み.unit"}), HasSubstr("\"m\""));
   EXPECT_EQ(GoodJson({"get", "LandXML書込み.Unit"})["value"], "m");
+}
+
+TEST_F(SettingsCommand, OfNamesThatDifferInCaseTheExactOneCounts) {
+  WriteText("[\"情報化施工\".RoadInfo]\nSPEED = 1\nspeed = 3\n[\"情報化施工\".ROADINFO]\ntraffic = 2\n");
+  EXPECT_THAT(Good({"list"}),
+              AllOf(ContainsRegex("speed +3 \\(60 km/h\\), stored"), ContainsRegex("traffic +1, the default\n"),
+                    HasSubstr("Also stored:\n"), HasSubstr("    情報化施工.RoadInfo.SPEED = 1\n"),
+                    HasSubstr("    情報化施工.ROADINFO.traffic = 2\n"), Not(HasSubstr("RoadInfo.speed = 3"))));
+  EXPECT_THAT(Good({"get", "RoadInfo.speed"}), HasSubstr("3 (60 km/h), stored"));
+  EXPECT_THAT(Good({"set", "RoadInfo.speed", "4"}), HasSubstr("4 (50 km/h), stored"));
+  EXPECT_THAT(Text(), HasSubstr("SPEED = 1\nspeed = 4\n"));
+
+  WriteText("[\"情報化施工\".RoadInfo]\nSPEED = \"fast\"\nspeed = 3\n");
+  EXPECT_EQ(GoodJson({"get", "RoadInfo.speed"})["ignored"], nullptr) << "the other one is not asked";
+}
+
+TEST_F(SettingsCommand, GetShowsAllEntriesThatReadAlike) {
+  WriteText("[grid]\nsize = 1\n[Grid]\nSize = 2\n[a]\n\"b.c\" = 3\n[\"a.b\"]\nc = 4\n");
+  EXPECT_EQ(GoodJson({"get", "grid.size"})["value"], 1) << "the exact spelling";
+  EXPECT_EQ(GoodJson({"get", "Grid.Size"})["value"], 2);
+  EXPECT_THAT(Good({"get", "GRID.SIZE"}), AllOf(ContainsRegex("grid.size +1\n"), ContainsRegex("Grid.Size +2\n")));
+  EXPECT_THAT(Good({"get", "a.b.c"}), AllOf(ContainsRegex("a.b.c +3\n"), ContainsRegex("a.b.c +4\n")));
+  EXPECT_EQ(GoodJson({"get", "a.b.c"}).size(), 2u);
 }
 
 TEST_F(SettingsCommand, GetPlacesValuesByTheWidthOfTheName) {
@@ -229,22 +254,27 @@ TEST_F(SettingsCommand, SaysWhyNothingCanBeRead) {
   ExpectFailure(Settings({"set", "RoadInfo.speed", "1"}), reason);
 }
 
-TEST_F(SettingsCommand, SetsADamagedFileAsideAndGoesOn) {
-  const auto told = AllOf(StartsWith("vorn: " + File() + ": line 2, column "), HasSubstr("vorn.toml.damaged-"),
-                          HasSubstr("the defaults are used"));
+TEST_F(SettingsCommand, ReadingADamagedFileShowsTheDefaults) {
   WriteText("[a]\nb = \n");
-  const ToolRun list = Settings({"list"});
-  EXPECT_EQ(list.exitCode, 0);
-  EXPECT_THAT(list.err, told);
-  EXPECT_THAT(list.out, HasSubstr("0 (120 km/h), the default"));
-  EXPECT_EQ(ReadAll(Path("vorn/vorn.toml.damaged-1")), "[a]\nb = \n");
+  for (const auto& arguments : {std::vector<std::string>{"list"}, {"get", "RoadInfo.speed"}}) {
+    const ToolRun run = Settings(arguments);
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.err,
+                AllOf(StartsWith("vorn: " + File() + ": line 2, column "), HasSubstr("the defaults are used")));
+    EXPECT_THAT(run.out, HasSubstr("0 (120 km/h), the default"));
+  }
+  EXPECT_EQ(Text(), "[a]\nb = \n");
+  EXPECT_EQ(FileCount(), 1u) << "looking leaves no traces";
+}
 
+TEST_F(SettingsCommand, SetPutsADamagedFileAsideAndGoesOn) {
   WriteText("[a]\nc = \n");
   const ToolRun set = Settings({"set", "RoadInfo.speed", "1"});
   EXPECT_EQ(set.exitCode, 0);
-  EXPECT_THAT(set.err, told);
+  EXPECT_THAT(set.err, AllOf(StartsWith("vorn: " + File() + ": line 2, column "),
+                             HasSubstr("set aside as vorn.toml.damaged-1"), HasSubstr("the defaults are used")));
   EXPECT_EQ(Text(), "[\"情報化施工\".RoadInfo]\nspeed = 1\n");
-  EXPECT_EQ(ReadAll(Path("vorn/vorn.toml.damaged-2")), "[a]\nc = \n");
+  EXPECT_EQ(ReadAll(Path("vorn/vorn.toml.damaged-1")), "[a]\nc = \n");
   EXPECT_THAT(Good({"get", "RoadInfo.speed"}), HasSubstr("100 km/h"));
 }
 

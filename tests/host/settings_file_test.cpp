@@ -5,22 +5,28 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #ifndef _WIN32
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
 
 #include "host/document/atomic_file.h"
+#include "host/settings/file_lock.h"
 #include "tests/host/documents.h"
 #include "tests/host/temporary_directory.h"
 #include "vorn/platform/code_page_932.h"
 #include "vorn/platform/wex_key.h"
+#include "vorn/road/form_ctrl.h"
 
 namespace vorn_host {
 namespace {
@@ -43,11 +49,25 @@ class SettingsFileTest : public testing::Test {
   [[nodiscard]] std::string Text() const { return ReadFileIfThere(Path()).value_or(""); }
   void WriteText(std::string_view text) const { m_directory.Write("vorn.toml", text); }
   [[nodiscard]] SettingsFile Open(const fs::path& path) {
-    return SettingsFile(path, [this](const std::string& problem) { m_problems.push_back(problem); });
+    return SettingsFile(
+        path, [this](const std::string& problem) { Hear(problem); }, [this] { Pause(); });
+  }
+  /// What the user is told of, and does thereupon.
+  void Hear(const std::string& problem) {
+    m_problems.push_back(problem);
+    if (m_reaction) m_reaction();
+  }
+  /// What happens while a write waits for an editor: nothing, unless a test says what.
+  void Pause() {
+    ++m_pauses;
+    if (m_meanwhile) m_meanwhile();
   }
 
   TemporaryDirectory m_directory;
   std::vector<std::string> m_problems;
+  std::function<void()> m_reaction;
+  std::function<void()> m_meanwhile;
+  int m_pauses = 0;
   SettingsFile m_file = Open(Path());
 };
 
@@ -106,7 +126,7 @@ TEST_F(SettingsFileTest, KeepsTheLastKindWritten) {
 TEST_F(SettingsFileTest, HoldsTextsWhoseBytesLookLikeSyntax) {
   m_file.CreateKey(u8"表\\能"_cp932);
   const std::vector<CString> texts = {u8"表"_cp932,  u8"C:\\表示\\ソ"_cp932, "\"", "\\",
-                                      "a\nb\r\nc\t", u8"\"能\"\\"_cp932,     "",   std::string_view("nul\0nul", 7)};
+                                      "a\nb\r\nc\t", u8"\"能\"\\"_cp932,     ""};
   for (const CString& text : texts) {
     EXPECT_TRUE(m_file.WriteString(u8"表\\能"_cp932, text.View(), text.View()));
     EXPECT_EQ(Open(Path()).ReadString(u8"表\\能"_cp932, text.View()), text);
@@ -133,6 +153,20 @@ TEST_F(SettingsFileTest, RefusesBytesThatAreNoText) {
   EXPECT_THAT(m_directory.Names(), IsEmpty());
   ASSERT_THAT(m_problems, SizeIs(2));
   EXPECT_THAT(m_problems[0], AllOf(StartsWith(Path().string()), HasSubstr("Grid.Name"), HasSubstr("code page 932")));
+}
+
+TEST_F(SettingsFileTest, RefusesTextsWithANul) {
+  const std::string_view text("nul\0nul", 7);
+  m_file.CreateKey("Grid");
+  EXPECT_FALSE(m_file.WriteString("Grid", "Name", text));
+  EXPECT_FALSE(m_file.WriteInt("Grid", text, 1));
+  EXPECT_FALSE(m_file.CreateKey(text));
+  EXPECT_THAT(m_problems, ElementsAre(HasSubstr("Grid.Name"), HasSubstr("NUL")));
+  EXPECT_THAT(m_directory.Names(), IsEmpty());
+
+  WriteText("[Grid]\nName = \"nul\\u0000nul\"\n");
+  EXPECT_EQ(m_file.ReadString("Grid", "Name"), std::nullopt) << "as C text it would be cut short";
+  EXPECT_THAT(m_file.Entries(), SizeIs(1));
 }
 
 TEST_F(SettingsFileTest, GivesNoTextThatCodePage932CannotHold) {
@@ -178,29 +212,41 @@ TEST_F(SettingsFileTest, ReportsAValueThatHasNoRoom) {
 
 // --- damaged files ---------------------------------------------------------------------------------------------------
 
-TEST_F(SettingsFileTest, SetsADamagedFileAsideWhenReading) {
+TEST_F(SettingsFileTest, ReadingLeavesADamagedFileAlone) {
   WriteText("[Grid]\nSize = \n");
   EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
-  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml.damaged-1", "vorn.toml.lock"));
-  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "[Grid]\nSize = \n");
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+  EXPECT_THAT(m_file.Entries(), IsEmpty());
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml"));
+  EXPECT_EQ(Text(), "[Grid]\nSize = \n");
+  EXPECT_EQ(m_pauses, 0);
   EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string() + ": line 2, column "),
-                                            HasSubstr("set aside as vorn.toml.damaged-1"))));
+                                            HasSubstr("the defaults are used"))));
+
+  WriteText("[Grid]\nSize = 3\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 3) << "the editor came to its end";
+  WriteText("[Grid]\nSize = \n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_problems, SizeIs(2)) << "it was over, and is told again";
 }
 
-TEST_F(SettingsFileTest, SetsADamagedFileAsideWhenWriting) {
+TEST_F(SettingsFileTest, SetsADamagedFileAsideBeforeAWrite) {
   m_file.CreateKey("Grid");
   WriteText("nonsense");
   EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(m_pauses, 1);
   EXPECT_EQ(Text(), "[Grid]\nSize = 1\n");
   EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "nonsense");
-  EXPECT_THAT(m_problems, SizeIs(1));
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string() + ": line 1, column "),
+                                            HasSubstr("set aside as vorn.toml.damaged-1"))));
 }
 
 TEST_F(SettingsFileTest, KeepsEveryDamagedFile) {
+  m_file.CreateKey("Grid");
   m_directory.Write("vorn.toml.damaged-2", "someone's");
   for (const char* text : {"first", "second", "third"}) {
     WriteText(text);
-    EXPECT_THAT(m_file.Entries(), IsEmpty());
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
   }
   EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-1"), "first");
   EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-2"), "someone's");
@@ -209,14 +255,227 @@ TEST_F(SettingsFileTest, KeepsEveryDamagedFile) {
   EXPECT_THAT(m_problems, SizeIs(3));
 }
 
-TEST_F(SettingsFileTest, UsesDefaultsWhenADamagedFileHasToStay) {
+TEST_F(SettingsFileTest, ADanglingLinkHasItsNameToo) {
+  m_file.CreateKey("Grid");
+  fs::create_symlink("nowhere", m_directory / "vorn.toml.damaged-1");
+  WriteText("nonsense");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(fs::read_symlink(m_directory / "vorn.toml.damaged-1"), "nowhere");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.damaged-2"), "nonsense");
+}
+
+TEST_F(SettingsFileTest, WritesNothingWhereADamagedFileHasToStay) {
+  m_file.CreateKey("Grid");
   WriteText("nonsense");
   fs::create_directory(m_directory / "vorn.toml.lock");
-  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
-  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), std::nullopt);
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_EQ(Text(), "nonsense");
-  EXPECT_THAT(m_problems, ElementsAre(AllOf(HasSubstr("line 1"), HasSubstr("cannot be set aside"))));
-  EXPECT_THAT(ErrorOf([&] { (void)m_file.Entries(); }), HasSubstr("cannot be set aside"));
+  EXPECT_THAT(m_problems, ElementsAre(HasSubstr("cannot be locked")));
+}
+
+// --- editors that are saving -----------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, AWriteLetsAnEditorFinishAHalfWrittenFile) {
+  m_file.CreateKey("Grid");
+  WriteText("[Grid]\nWid");
+  m_meanwhile = [this] { WriteText(m_pauses == 1 ? "[Grid]\nWidth =" : "[Grid]\nWidth = 7\n"); };
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "[Grid]\nWidth = 7\nSize = 1\n");
+  EXPECT_EQ(m_pauses, 2);
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock"));
+  EXPECT_THAT(m_problems, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, AWriteLetsAnEditorFillTheFileThatItEmptied) {
+  for (const bool isRemoved : {false, true}) {
+    WriteText("[Grid]\nWidth = 7\n");
+    EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 7);
+    WriteText("");
+    if (isRemoved) fs::remove(Path());
+    EXPECT_EQ(m_file.ReadInt("Grid", "Width"), std::nullopt) << "the settings are not forgotten for that";
+    m_file.CreateKey("Grid");
+    m_pauses = 0;
+    m_meanwhile = [this] { WriteText("[Grid]\nWidth = 8\n"); };
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+    EXPECT_EQ(Text(), "[Grid]\nWidth = 8\nSize = 1\n");
+    EXPECT_EQ(m_pauses, 1);
+  }
+}
+
+TEST_F(SettingsFileTest, AWriteDoesNotWaitForAFileThatNeverHeldSettings) {
+  m_file.CreateKey("Grid");
+  WriteText("");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 2));
+  EXPECT_EQ(m_pauses, 0);
+}
+
+TEST_F(SettingsFileTest, AWriteGivesUpOnAFileThatKeepsChanging) {
+  m_file.CreateKey("Grid");
+  WriteText("nonsense");
+  m_meanwhile = [this] { WriteText("nonsense " + std::to_string(m_pauses)); };
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_THAT(Text(), StartsWith("nonsense "));
+  EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string()), HasSubstr("another program"))));
+}
+
+TEST_F(SettingsFileTest, KeepsTheFormerFileWhenSettingsAreGone) {
+  WriteText("[Grid]\nWidth = 7\nHeight = 8\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 7);
+  std::ofstream editor(Path(), std::ios::binary);  // empties the file
+  editor << "[Grid]\nWidth = 9\n" << std::flush;
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "[Grid]\nWidth = 9\nSize = 1\n");
+  editor << "Height = 10\n" << std::flush;
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.bak"), "[Grid]\nWidth = 9\nHeight = 10\n")
+      << "what the editor saves is not lost";
+
+  EXPECT_TRUE(fs::remove(m_directory / "vorn.toml.bak"));
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 2));
+  WriteText("# mine\n" + Text());
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 3));
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock")) << "no need of one otherwise";
+}
+
+TEST_F(SettingsFileTest, KeepsTheFormerFileWhenAllSettingsAreGone) {
+  WriteText("[Grid]\nWidth = 7\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 7);
+  WriteText("");
+  m_file.CreateKey("Grid");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "[Grid]\nSize = 1\n");
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.bak", "vorn.toml.lock"));
+}
+
+TEST_F(SettingsFileTest, KeepsTheFormerFileWhenAGroupFindsSettingsGone) {
+  WriteText("[Grid]\nWidth = 7\nHeight = 8\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 7);
+  WriteText("[Grid]\nWidth = 7\n");
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  m_file.EndGroup();
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.bak"), "[Grid]\nWidth = 7\n") << "its own reading is no excuse";
+}
+
+// --- telling of problems ---------------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, WhoHearsOfAProblemMayStoreASetting) {
+  m_file.CreateKey("Grid");
+  m_reaction = [this] {
+    m_reaction = nullptr;
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Told", 1));
+  };
+  WriteText("nonsense");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(Text(), "[Grid]\nSize = 1\nTold = 1\n");
+}
+
+TEST_F(SettingsFileTest, WhoHearsOfAProblemOfReadingMayStoreASetting) {
+  m_file.CreateKey("Grid");
+  m_reaction = [this] {
+    m_reaction = nullptr;
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Told", 1));
+  };
+  WriteText("nonsense");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_EQ(Text(), "[Grid]\nTold = 1\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Told"), 1);
+}
+
+TEST_F(SettingsFileTest, WhoHearsOfAProblemInAGroupMayStoreASetting) {
+  m_file.CreateKey("Grid");
+  m_reaction = [this] {
+    m_reaction = nullptr;
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Told", 1));
+  };
+  WriteText("nonsense");
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  m_file.EndGroup();
+  EXPECT_EQ(Text(), "[Grid]\nTold = 1\nSize = 1\n");
+}
+
+TEST_F(SettingsFileTest, AProblemOfWritingThatComesBackIsToldAgain) {
+  m_file.CreateKey("Grid");
+  for (int times = 1; times <= 2; ++times) {
+    WriteText("Grid = 1\n");
+    EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+    EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+    EXPECT_THAT(m_problems, SizeIs(times));
+    WriteText("");
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  }
+}
+
+// --- groups ----------------------------------------------------------------------------------------------------------
+
+TEST_F(SettingsFileTest, AGroupIsWrittenAtItsEnd) {
+  m_file.CreateKey("Grid");
+  const SettingsFile other = Open(Path());
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteString("Grid", "Name", "x"));
+  m_file.EndGroup();
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 1) << "whoever writes finds the value";
+  EXPECT_THAT(m_file.Entries(), SizeIs(2));
+  EXPECT_THAT(m_directory.Names(), IsEmpty()) << "nobody else does";
+  m_file.EndGroup();
+  EXPECT_EQ(Text(), "[Grid]\nSize = 1\nName = \"x\"\n");
+  EXPECT_EQ(other.ReadString("Grid", "Name"), "x");
+}
+
+TEST_F(SettingsFileTest, AGroupReadsOneState) {
+  WriteText("[Grid]\nSize = 1\nWidth = 1\n");
+  m_file.BeginGroup();
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), 1);
+  WriteText("[Grid]\nSize = 2\nWidth = 2\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 1);
+  EXPECT_EQ(m_file.Entries()[0].value, SettingValue(1));
+  m_file.EndGroup();
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 2);
+}
+
+TEST_F(SettingsFileTest, AGroupKeepsWhatOthersWroteMeanwhile) {
+  WriteText("[Grid]\nSize = 1\n");
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 2));
+  SettingsFile other = Open(Path());
+  EXPECT_TRUE(other.WriteInt("Grid", "Width", 7));
+  m_file.EndGroup();
+  EXPECT_EQ(Text(), "[Grid]\nSize = 2\nWidth = 7\n");
+}
+
+TEST_F(SettingsFileTest, AGroupWithoutWritesMakesNoFile) {
+  m_file.BeginGroup();
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  m_file.EndGroup();
+  EXPECT_THAT(m_directory.Names(), IsEmpty());
+}
+
+TEST_F(SettingsFileTest, AGroupTellsOnceWhatCouldNotBeKept) {
+  WriteText("Grid = 1\n");
+  m_file.CreateKey("Grid");
+  m_file.CreateKey("Road");
+  m_file.BeginGroup();
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(m_file.WriteInt("Road", "Speed", 3));
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Width", 1));
+  EXPECT_THAT(m_problems, IsEmpty());
+  m_file.EndGroup();
+  EXPECT_THAT(m_problems, ElementsAre(HasSubstr(": Grid.Size, Grid.Width cannot be added")));
+  EXPECT_EQ(Text(), "Grid = 1\n\n[Road]\nSpeed = 3\n") << "the others are kept";
+}
+
+TEST_F(SettingsFileTest, AGroupTellsOnceThatNothingCanBeWritten) {
+  m_directory.Write("file", "x");
+  SettingsFile file = Open(m_directory / "file" / "vorn.toml");
+  file.CreateKey("Grid");
+  file.BeginGroup();
+  for (const char* name : {"Size", "Width", "Height"}) EXPECT_TRUE(file.WriteInt("Grid", name, 1));
+  file.EndGroup();
+  EXPECT_THAT(m_problems, SizeIs(1));
+  EXPECT_EQ(file.ReadInt("Grid", "Size"), std::nullopt) << "it was not kept";
 }
 
 // --- places that cannot be used --------------------------------------------------------------------------------------
@@ -256,6 +515,50 @@ TEST_F(SettingsFileTest, GivesDefaultsForWhatCannotBeRead) {
   EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
   EXPECT_THAT(m_problems, SizeIs(1)) << "it was over, and is told again";
 }
+
+#ifndef _WIN32
+TEST_F(SettingsFileTest, RefusesAPipe) {
+  ASSERT_EQ(mkfifo(Path().c_str(), 0600), 0);
+  m_file.CreateKey("Grid");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+  const std::string problem = Path().string() + ": this is no ordinary file";
+  EXPECT_THAT(m_problems, ElementsAre(problem, problem)) << "of reading and of writing";
+  EXPECT_EQ(ErrorOf([&] { (void)m_file.Entries(); }), problem);
+  EXPECT_TRUE(fs::is_fifo(Path()));
+}
+
+TEST_F(SettingsFileTest, KeepsNothingInTheDeviceThatKeepsNothing) {
+  fs::create_symlink("/dev/null", Path());
+  m_file.CreateKey("Grid");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_THAT(m_problems, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, NobodyElseMayHoldTheLock) {
+  m_file.CreateKey("Grid");
+  const mode_t former = umask(0);
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  umask(former);
+  EXPECT_EQ(fs::status(m_directory / "vorn.toml.lock").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(SettingsFileTest, AFileThatWasPutRightBehindALockIsNotSetAside) {
+  m_file.CreateKey("Grid");
+  WriteText("nonsense");
+  std::thread writer;
+  {
+    const FileLock lock(m_directory / "vorn.toml.lock");
+    writer = std::thread([this] { EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1)); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    WriteText("[Grid]\nWidth = 7\n");
+  }
+  writer.join();
+  EXPECT_EQ(Text(), "[Grid]\nWidth = 7\nSize = 1\n");
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock"));
+}
+#endif
 
 #ifdef __linux__
 TEST_F(SettingsFileTest, LivesOnAFileSystemThatTakesNothing) {
@@ -357,6 +660,40 @@ TEST_F(SettingsFileTest, ReadersNeverSeeAHalfWrittenFile) {
       }
     }
     return whole && m_problems.empty();
+  }));
+}
+
+/// Names of control items that are all the same.
+VornFormCtrl::Names Alike(const CString& name) {
+  VornFormCtrl::Names names;
+  names.fill(name);
+  return names;
+}
+
+TEST_F(SettingsFileTest, ReadersNeverSeeHalfOfAGroup) {
+  constexpr int kLast = 40;
+  const auto write = [] {
+    VornFormCtrl formCtrl;
+    for (int number = 0; number <= kLast; ++number) {
+      formCtrl.GetNames() = Alike(Numbered("name", number));
+      formCtrl.StoreRegistry(nullptr);
+    }
+    return true;
+  };
+  const auto read = [] {
+    constexpr int kMostReadings = 1'000'000;
+    VornFormCtrl formCtrl;
+    formCtrl.GetNames() = Alike("nothing yet");
+    const VornFormCtrl::Names last = Alike(Numbered("name", kLast));
+    for (int i = 0; i < kMostReadings && formCtrl.GetNames() != last; ++i) {
+      formCtrl.LoadRegistry(nullptr);
+      if (formCtrl.GetNames() != Alike(formCtrl.GetNames()[0])) return false;
+    }
+    return formCtrl.GetNames() == last;
+  };
+  EXPECT_TRUE(InProcesses(3, [&](int process) {
+    WexSetApplicationStore(std::make_shared<SettingsFile>(Path(), nullptr), "App");
+    return process == 0 ? write() : read();
   }));
 }
 

@@ -179,14 +179,35 @@ TEST(SettingsText, AddsToTablesThatAPersonWroteInOtherWays) {
   EXPECT_EQ(Changed("[a]\nb.x = 1\n", {"a", "b"}, "y", 2), "[a]\nb.x = 1\nb.y = 2\n");
 }
 
+TEST(SettingsText, AddsToTablesInBracesWhateverTheirDepth) {
+  const std::string text = "\"情報化施工\" = { RoadInfo = { speed = 3 } }\n";
+  EXPECT_EQ(Changed(text, kRoadInfo, "traffic", 2), "\"情報化施工\" = { RoadInfo = { speed = 3, traffic = 2 } }\n");
+  EXPECT_EQ(Changed(text, {"情報化施工", "FormCtrl"}, "basec", "中心"),
+            "\"情報化施工\" = { RoadInfo = { speed = 3 }, FormCtrl.basec = \"中心\" }\n");
+  EXPECT_EQ(Changed(text, {"情報化施工"}, "x", 1), "\"情報化施工\" = { RoadInfo = { speed = 3 }, x = 1 }\n");
+  EXPECT_EQ(Changed("[a]\nb = { }\n", {"a", "b", "c", "d e"}, "y", 2), "[a]\nb = { c.\"d e\".y = 2 }\n");
+  EXPECT_EQ(Changed("a = { x = 1 }\n", {"a", "b"}, "y", 2), "a = { x = 1, b.y = 2 }\n");
+  EXPECT_EQ(Changed("a = { b.x = 1 }\n", {"a", "b"}, "y", 2), "a = { b.x = 1, b.y = 2 }\n");
+}
+
+TEST(SettingsText, TellsHowAnEntryIsSpelled) {
+  const SettingsText text("[RoadInfo]\nSPEED = 1.5\n[roadinfo]\nspeed = 3\n[roadinfo.deep]\n");
+  const std::optional<SettingsEntry> first = text.FindEntry({"RoadInfo"}, "speed");
+  ASSERT_TRUE(first);
+  EXPECT_EQ(*first, (SettingsEntry{{"RoadInfo"}, "SPEED", std::nullopt, "1.5"}));
+  EXPECT_EQ(text.FindEntry({"roadinfo"}, "Speed")->shown, "3");
+  EXPECT_EQ(text.FindEntry({"roadinfo"}, "deep"), std::nullopt) << "a key";
+  EXPECT_EQ(text.FindEntry({"roadinfo"}, "none"), std::nullopt);
+  EXPECT_EQ(text.FindEntry({"none"}, "speed"), std::nullopt);
+}
+
 TEST(SettingsText, RefusesToDestroyWhatIsThere) {
   EXPECT_EQ(Changed("[a.b]\nx = 1\n", {"a"}, "b", 2), "refused") << "a key";
   EXPECT_EQ(Changed("a = 1\n", {"a"}, "x", 2), "refused") << "a value";
   EXPECT_EQ(Changed("[[a]]\nx = 1\n[[a]]\nx = 2\n", {"a"}, "x", 3), "refused") << "a list of tables";
   EXPECT_EQ(Changed("[[a]]\nx = 1\n", kRoot, "a", 3), "refused");
   EXPECT_EQ(Changed("[[a]]\nx = 1\n", {"a", "b"}, "y", 3), "refused") << "no key leads into a list";
-  EXPECT_EQ(Changed("a = { b.x = 1 }\n", {"a", "b"}, "y", 2), "refused");
-  EXPECT_EQ(Changed("a = { x = 1 }\n", {"a", "b"}, "y", 2), "refused");
+  EXPECT_EQ(Changed("a = { b = 1 }\n", {"a", "b"}, "y", 2), "refused") << "a value in braces";
 }
 
 TEST(SettingsText, WritesEveryNameAndText) {

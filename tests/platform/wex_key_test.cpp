@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/settings.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace {
@@ -100,6 +105,37 @@ TEST_F(WexKeyTest, ApplicationSubKeyIsCreatedWhenNeeded) {
   EXPECT_TRUE(WexGetApplicationSubKey(&child, "Colour", &again));
   EXPECT_TRUE(m_store->KeyExists("Vendor\\Product\\Grid\\Colour"));
   EXPECT_FALSE(WexGetApplicationSubKey(nullptr, "Grid", nullptr));
+}
+
+TEST_F(WexKeyTest, GroupEnclosesCallsOnItsStore) {
+  const auto store = std::make_shared<test_support::RecordingStore>();
+  WexSetApplicationStore(store, "");
+  WexKey key;
+  {
+    const WexKeyGroup outer(nullptr);
+    ASSERT_TRUE(key.Open(nullptr, "Grid"));
+    const WexKeyGroup inner(&key);
+    WexSetApplicationStore(nullptr, "");
+    key.SetInt("Size", 1);
+  }
+  EXPECT_EQ(store->Calls(), (std::vector<std::string>{"begin", "open Grid", "begin", "set Size", "end", "end"}))
+      << "a group ends in the store it began in";
+}
+
+TEST_F(WexKeyTest, GroupOfAClosedKeyIsNone) {
+  const auto store = std::make_shared<test_support::RecordingStore>();
+  WexSetApplicationStore(store, "");
+  const WexKey closed;
+  { const WexKeyGroup group(&closed); }
+  EXPECT_TRUE(store->Calls().empty());
+}
+
+TEST_F(WexKeyTest, ValuesInMemoryAreKeptAtOnceInAGroupToo) {
+  const WexKeyGroup group(nullptr);
+  WexKey key;
+  ASSERT_TRUE(key.Create(nullptr, "Grid"));
+  EXPECT_TRUE(key.SetInt("Size", 9));
+  EXPECT_EQ(m_store->ReadInt("Vendor\\Product\\Grid", "Size"), 9);
 }
 
 TEST_F(WexKeyTest, StaysInTheStoreItWasOpenedIn) {

@@ -4,9 +4,11 @@
 
 #include <array>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "tests/road/full_road_records.h"
 #include "tests/support/settings.h"
@@ -223,6 +225,31 @@ TEST_F(FormCtrlSettings, LoadsDefaultsForValuesOfTheOtherKind) {
   formCtrl.LoadRegistry(&m_parent);
   for (std::size_t i = 0; i < 10; ++i) EXPECT_EQ(formCtrl.GetNames()[i], kNameSettings[i].defaultText) << i;
   for (const CtrlMarkType mark : formCtrl.GetMarks()) EXPECT_EQ(static_cast<int>(mark), 0);
+}
+
+TEST_F(FormCtrlSettings, LieBelowTheApplicationsOwnKeyWithoutAParent) {
+  FullFormCtrl().StoreRegistry(nullptr);
+  EXPECT_EQ(m_store->ReadString("App\\FormCtrl", "basec"), "name0");
+  EXPECT_FALSE(m_store->KeyExists(kPath));
+  VornFormCtrl formCtrl;
+  formCtrl.LoadRegistry(nullptr);
+  EXPECT_EQ(formCtrl.GetNames(), FullFormCtrl().GetNames());
+  EXPECT_EQ(formCtrl.GetMarks(), FullFormCtrl().GetMarks());
+}
+
+TEST_F(FormCtrlSettings, AreReadAndKeptTogether) {
+  const auto expectGroup = [](const char* open, const std::string& call, auto run) {
+    const auto store = std::make_shared<test_support::RecordingStore>();
+    WexSetApplicationStore(store, "App");
+    run();
+    std::vector<std::string> expected = {"begin", open};
+    for (const Setting& setting : kNameSettings) expected.push_back(call + setting.name);
+    for (const char* name : kMarkSettings) expected.push_back(call + name);
+    expected.emplace_back("end");
+    EXPECT_EQ(store->Calls(), expected);
+  };
+  expectGroup("create App\\FormCtrl", "set ", [] { FullFormCtrl().StoreRegistry(nullptr); });
+  expectGroup("open App\\FormCtrl", "get ", [] { VornFormCtrl().LoadRegistry(nullptr); });
 }
 
 TEST_F(FormCtrlSettings, KeepsEmptyNames) {

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "tests/support/settings.h"
 #include "vorn/platform/code_page_932.h"
@@ -192,6 +194,21 @@ TEST_P(RoadSettings, LoadsWhatWasStored) {
   road.LoadRegistry();
   ExpectRoadInfo(road, 14, 7, 9);
   EXPECT_EQ(road.GetRoadInfo().GetName(), "kept");
+}
+
+TEST_P(RoadSettings, AreReadAndKeptTogether) {
+  const std::string root = "create App\\" + std::string(Root());
+  const std::string subKey = "App\\" + std::string(Root()) + "\\RoadInfo";
+  const auto storing = std::make_shared<test_support::RecordingStore>();
+  WexSetApplicationStore(storing, "App");
+  Road().StoreRegistry();
+  EXPECT_EQ(storing->Calls(), (std::vector<std::string>{"begin", root, "create " + subKey, "set classificat",
+                                                        "set speed", "set traffic", "end"}));
+  const auto loading = std::make_shared<test_support::RecordingStore>();
+  WexSetApplicationStore(loading, "App");
+  VornRoadGmData().LoadRegistry();
+  EXPECT_EQ(loading->Calls(), (std::vector<std::string>{"begin", root, "open " + subKey, "get classificat", "get speed",
+                                                        "get traffic", "end"}));
 }
 
 TEST_P(RoadSettings, LoadsDefaultsWhenThereIsNoSubKey) {

@@ -4,7 +4,9 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "vorn/framework/define_manager.h"
 #include "vorn/platform/wex_key.h"
@@ -28,6 +30,32 @@ class RefusingStore : public WexStore {
 
  private:
   std::optional<CString> m_onlyKey;
+};
+
+/// A store that notes how it is called: "begin", "open App\\Grid", "get Size", "set Size", "end".
+class RecordingStore : public WexStore {
+ public:
+  [[nodiscard]] bool KeyExists(std::string_view path) const override { return Note("open", path), true; }
+  bool CreateKey(std::string_view path) override { return Note("create", path), true; }
+  [[nodiscard]] std::optional<std::int32_t> ReadInt(std::string_view, std::string_view name) const override {
+    return Note("get", name), std::nullopt;
+  }
+  [[nodiscard]] std::optional<CString> ReadString(std::string_view, std::string_view name) const override {
+    return Note("get", name), std::nullopt;
+  }
+  bool WriteInt(std::string_view, std::string_view name, std::int32_t) override { return Note("set", name), true; }
+  bool WriteString(std::string_view, std::string_view name, std::string_view) override {
+    return Note("set", name), true;
+  }
+  void BeginGroup() override { m_calls.emplace_back("begin"); }
+  void EndGroup() override { m_calls.emplace_back("end"); }
+
+  [[nodiscard]] const std::vector<std::string>& Calls() const { return m_calls; }
+
+ private:
+  void Note(const char* call, std::string_view what) const { (m_calls.emplace_back(call) += ' ') += what; }
+
+  mutable std::vector<std::string> m_calls;
 };
 
 /// Settings in memory below "App", in the ordinary edition.

@@ -67,6 +67,14 @@ bool WexKey::SetString(const char* name, const char* value) {
   return IsOpen() && m_store->WriteString(m_path.View(), ViewOf(name), ViewOf(value));
 }
 
+WexKeyGroup::WexKeyGroup(const WexKey* parent) : m_store(parent == nullptr ? Root().store : parent->m_store) {
+  if (m_store != nullptr) m_store->BeginGroup();
+}
+
+WexKeyGroup::~WexKeyGroup() {
+  if (m_store != nullptr) m_store->EndGroup();
+}
+
 void WexSetApplicationStore(std::shared_ptr<WexStore> store, std::string_view rootPath) {
   ApplicationRoot root{std::move(store), rootPath};
   if (root.store == nullptr) root.store = std::make_shared<WexMemoryStore>();

@@ -31,11 +31,28 @@ class WexKey {
   bool SetString(const char* name, const char* value);
 
  private:
+  friend class WexKeyGroup;
+
   /// Points the key at a path without asking whether it exists; false when the parent is closed.
   bool Locate(const WexKey* parent, const char* subKey);
 
   std::shared_ptr<WexStore> m_store;
   CString m_path;
+};
+
+/// Calls on settings keys that belong together while this lives, so that a set of values is read and kept as a whole:
+/// nobody sees half of it, as far as the store can do that. What is stored in a group may be kept only at its end, so
+/// a true that storing gives then means that the value is taken; a failure at the end is the store's to report.
+class WexKeyGroup {
+ public:
+  /// Groups the calls on the store of a key, or on the application's when there is none. On a closed key, no calls.
+  explicit WexKeyGroup(const WexKey* parent);
+  WexKeyGroup(const WexKeyGroup&) = delete;
+  WexKeyGroup& operator=(const WexKeyGroup&) = delete;
+  ~WexKeyGroup();
+
+ private:
+  std::shared_ptr<WexStore> m_store;
 };
 
 /// Installs the process's settings store and the path of the application's own key in it. Until then settings are

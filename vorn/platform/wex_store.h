@@ -33,6 +33,12 @@ class WexStore {
   /// Stores a value in place of whatever has the name; false when the key does not exist or cannot be written.
   virtual bool WriteInt(std::string_view path, std::string_view name, std::int32_t value) = 0;
   virtual bool WriteString(std::string_view path, std::string_view name, std::string_view value) = 0;
+
+  /// Begin and end of calls that belong together, for `WexKeyGroup`; groups may lie within each other. A store that
+  /// shares its values with others answers all questions of a group from one state, and keeps what the group writes
+  /// together at the end of the outermost one, where it can. Without need for that, nothing happens. Must not throw.
+  virtual void BeginGroup() {}
+  virtual void EndGroup() {}
 };
 
 /// A store that lasts as long as the object.

@@ -36,6 +36,7 @@ void VornFormCtrl::Init() {
 }
 
 void VornFormCtrl::LoadRegistry(WexKey* parent) {
+  const WexKeyGroup together(parent);
   WexKey key;
   if (!key.Open(parent, kSettingsKey)) return;
   for (std::size_t i = 0; i < NameCount; ++i) m_names[i] = kItemNames[i].setting.Load(key);
@@ -43,6 +44,7 @@ void VornFormCtrl::LoadRegistry(WexKey* parent) {
 }
 
 void VornFormCtrl::StoreRegistry(WexKey* parent) const {
+  const WexKeyGroup together(parent);
   WexKey key;
   if (!key.Create(parent, kSettingsKey)) return;
   for (std::size_t i = 0; i < NameCount; ++i) kItemNames[i].setting.Store(key, m_names[i]);

@@ -58,10 +58,12 @@ class VornFormCtrl : public VornRecord {
   /// Sets all names to their defaults.
   void Init();
 
-  /// Takes names and marks from the settings below a key; a missing value gives its default. Intended: the default
-  /// names are not those of `Init`. Nothing changes when there are no such settings.
+  /// Takes names and marks from the settings below a key, or below the application's own key when `parent` is null; a
+  /// missing value gives its default. Intended: the default names are not those of `Init`. Nothing changes when there
+  /// are no such settings.
   void LoadRegistry(WexKey* parent);
-  /// Keeps names and marks in the settings below a key, as far as these can be written.
+  /// Keeps names and marks in the settings below a key, or below the application's own key when `parent` is null, as
+  /// far as these can be written.
   void StoreRegistry(WexKey* parent) const;
 
   /// Names of the control items, by `NameIndex`.

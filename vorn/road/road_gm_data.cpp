@@ -6,6 +6,7 @@
 #include "vorn/platform/wex_key.h"
 
 void VornRoadGmData::LoadRegistry() {
+  const WexKeyGroup together(nullptr);
   WexKey root;
   if (!VornGetBaseRegKey(&root)) return;
   WexKey key;
@@ -16,6 +17,7 @@ void VornRoadGmData::LoadRegistry() {
 }
 
 void VornRoadGmData::StoreRegistry() const {
+  const WexKeyGroup together(nullptr);
   WexKey root;
   WexKey key;
   if (!VornGetBaseRegKey(&root) || !key.Create(&root, kSettingsKey)) return;
