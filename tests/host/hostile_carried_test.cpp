@@ -115,6 +115,18 @@ TEST_P(TargetBeyond, HoldsNoPairOfPointsToSwap) {
   for (const ElementStep& anchor : document.carried.Items()[0].anchors) EXPECT_EQ(anchor.index, GetParam());
 }
 
+TEST(HostileCarried, AtNeitherPointOfAPairStaysWhereThePairIsSwapped) {
+  const std::string points = "tsf:XSections/0 tsf:FormCtrlTarget/0 tsf:FormCtrlTargetPnt/";
+  DesignDocument document = DesignWith(Item(points + "-1", "") + Item(points + "0", "") + Item(points + "1", "") +
+                                       Item(points + Number(kBeyond), ""));
+  CarriedFollower follower(document);
+  follower.FollowTargets(0, {TargetFate{.swapped = true}});
+  EXPECT_THAT(follower.Apply(), IsEmpty());
+  std::vector<int> indexes;
+  for (const CarriedItem& item : document.carried.Items()) indexes.push_back(item.parent.back().index);
+  EXPECT_THAT(indexes, ElementsAre(-1, 1, 0, kBeyond));
+}
+
 TEST(HostileCarried, StandsBehindTheLastFormThatThereIs) {
   DesignDocument document = DesignWith(Item("tsf:XSections/0 tsf:XSection/0", "tsf:BuildForm/" + Number(kBeyond)));
   DesignEditor editor(document);
