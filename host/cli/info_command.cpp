@@ -174,7 +174,9 @@ DocumentSummary::Project SummariseProject(const vorn_host::Project& project) {
   summary.storeVersion = project.GetStoreVersion();
   summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName().View());
   summary.road = ToUtf8(road.GetName().View());
-  summary.roadClass = ToUtf8(road.Class(roadGm.GetStructureType().GetType()).View());
+  // No store version holds a river's class.
+  const bool isRiver = VornIsRiver(roadGm.GetStructureType().GetType(), true);
+  if (!isRiver) summary.roadClass = ToUtf8(road.GetClassificatRoad().View());
   if (const int speed = road.Speed(); speed > 0) summary.designSpeed = speed;
   for (const VornAlignment& alignment : roadGm.GetAlignments()) {
     summary.alignments.push_back(ToUtf8(alignment.GetName().View()));
