@@ -4,10 +4,10 @@
 
 namespace allocation_test {
 
+namespace {
+
 std::ptrdiff_t g_succeeding = -1;
 std::size_t g_allocations = 0;
-
-namespace {
 
 void* Allocate(std::size_t size) {
   if (g_succeeding >= 0 && g_succeeding-- == 0) throw std::bad_alloc();
@@ -18,6 +18,11 @@ void* Allocate(std::size_t size) {
 }
 
 }  // namespace
+
+void SetSucceeding(std::ptrdiff_t count) noexcept { g_succeeding = count; }
+std::ptrdiff_t Succeeding() noexcept { return g_succeeding; }
+std::size_t Allocations() noexcept { return g_allocations; }
+
 }  // namespace allocation_test
 
 void* operator new(std::size_t size) { return allocation_test::Allocate(size); }

@@ -9,27 +9,32 @@
 
 namespace allocation_test {
 
-/// How many allocations succeed before one fails; none fails while negative.
-extern std::ptrdiff_t g_succeeding;
+// The counts are behind functions of another translation unit: compilers take it that allocating changes no variable,
+// and would go on with the counts from before it.
+
+/// Says how many allocations succeed before one fails; none fails while negative.
+void SetSucceeding(std::ptrdiff_t count) noexcept;
+/// How many are still to succeed; negative once one has failed.
+[[nodiscard]] std::ptrdiff_t Succeeding() noexcept;
 /// How many allocations there were.
-extern std::size_t g_allocations;
+[[nodiscard]] std::size_t Allocations() noexcept;
 
 /// How often something allocates.
 template <typename Action>
 std::size_t AllocationsOf(Action action) {
-  const std::size_t before = g_allocations;
+  const std::size_t before = Allocations();
   action();
-  return g_allocations - before;
+  return Allocations() - before;
 }
 
 /// Does something while its first allocations succeed and the next one fails; later ones succeed again.
 template <typename Action>
 void AllowAllocations(std::ptrdiff_t succeeding, Action action) {
   struct Limit {
-    explicit Limit(std::ptrdiff_t count) { g_succeeding = count; }
+    explicit Limit(std::ptrdiff_t count) { SetSucceeding(count); }
     Limit(const Limit&) = delete;
     Limit& operator=(const Limit&) = delete;
-    ~Limit() { g_succeeding = -1; }
+    ~Limit() { SetSucceeding(-1); }
   };
   const Limit limit(succeeding);
   action();
@@ -46,7 +51,7 @@ void FailEachAllocation(Prepare prepare, Action action, Check check) {
     try {
       AllowAllocations(succeeding, [&] {
         action();
-        reached = g_succeeding < 0;
+        reached = Succeeding() < 0;
       });
       ASSERT_FALSE(reached) << "a failure was swallowed";
       ASSERT_GT(succeeding, 0) << "nothing was allocated";

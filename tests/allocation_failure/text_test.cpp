@@ -73,9 +73,10 @@ TEST(TextWithoutMemory, IsAsItWasWhenLoaded) {
   for (const auto reading : test_support::kReadings) {
     ExpectKept<CString>([&](CString& text) {
       // The archive's own memory is not what is to fail.
-      const auto succeeding = std::exchange(allocation_test::g_succeeding, -1);
+      const auto succeeding = allocation_test::Succeeding();
+      allocation_test::SetSucceeding(-1);
       test_support::LoadingArchive ar(bytes, reading);
-      allocation_test::g_succeeding = succeeding;
+      allocation_test::SetSucceeding(succeeding);
       *ar >> text;
     });
   }
