@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "host/document/carried_item.h"
+#include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/xml_cursor.h"
 #include "vorn/framework/schema.h"
@@ -133,8 +134,8 @@ namespace {
 /// Walks a source document beside the model and takes out what the model does not hold.
 class Collector {
  public:
-  Collector(const Vorn_XSectionsArray& sets, bool edition20, CarriedContent::Impl& into)
-      : m_sets(sets), m_edition20(edition20), m_into(into) {}
+  Collector(const DocumentScan& scan, const Vorn_XSectionsArray& sets, bool edition20, CarriedContent::Impl& into)
+      : m_scan(scan), m_sets(sets), m_edition20(edition20), m_into(into) {}
 
   void CollectBelow(pugi::xml_node element, std::span<const std::string_view> children, bool hasText) {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
@@ -189,10 +190,11 @@ class Collector {
     if (step.tag == "tsf:XSections") {
       m_into.sectionOrders.push_back(ModelOrder(element, m_sets[step.index].GetXSectionArray()));
     }
-    CollectAttributes(element, known);
-    const bool isTarget = step.tag == kTarget;
-    const auto children = isTarget && m_edition20 ? std::span<const std::string_view>() : known.children;
-    CollectBelow(element, children, isTarget ? m_edition20 : known.hasText);
+    if (m_scan.HoldsMore(element)) {
+      CollectAttributes(element, known);
+      const KnownBelow below = BelowOf(known, m_edition20);
+      CollectBelow(element, below.children, below.hasText);
+    }
     m_path.pop_back();
   }
 
@@ -209,6 +211,7 @@ class Collector {
     }
   }
 
+  const DocumentScan& m_scan;
   const Vorn_XSectionsArray& m_sets;
   bool m_edition20;
   CarriedContent::Impl& m_into;
@@ -222,7 +225,8 @@ CarriedContent::~CarriedContent() = default;
 CarriedContent::CarriedContent(CarriedContent&&) noexcept = default;
 CarriedContent& CarriedContent::operator=(CarriedContent&&) noexcept = default;
 
-void CarriedContent::Collect(const pugi::xml_document& source, const Vorn_XSectionsArray& sets, bool edition20) {
+void CarriedContent::Collect(const pugi::xml_document& source, const DocumentScan& scan,
+                             const Vorn_XSectionsArray& sets, bool edition20) {
   m_impl = std::make_unique<Impl>();
   const pugi::xml_node root = source.document_element();
   m_impl->rootTag = root.name();
@@ -234,7 +238,7 @@ void CarriedContent::Collect(const pugi::xml_document& source, const Vorn_XSecti
     if (known != kRootChildren.end() && !Contains(m_impl->rootOrder, *known)) m_impl->rootOrder.push_back(*known);
   }
 
-  Collector collector(sets, edition20, *m_impl);
+  Collector collector(scan, sets, edition20, *m_impl);
   bool beforeRoot = true;
   for (const pugi::xml_node node : source.children()) {
     if (node == root) {

@@ -19,6 +19,7 @@ class xml_node;
 namespace vorn_host {
 
 struct CarriedItem;
+struct DocumentScan;
 struct ElementStep;
 
 /// What a document holds and the library does not model: unknown elements, attributes, comments and processing
@@ -46,9 +47,11 @@ class CarriedContent {
   CarriedContent& operator=(CarriedContent&&) noexcept;
 
   /// Takes everything out of a source document that the library leaves alone when reading it.
+  /// @param scan of the document: elements that hold nothing more are passed over
   /// @param sets the sets read from it: their cross sections may stand in another order than in the document
   /// @param edition20 whether it was read as edition 2.0, where control targets hold text and no points
-  void Collect(const pugi::xml_document& source, const Vorn_XSectionsArray& sets, bool edition20);
+  void Collect(const pugi::xml_document& source, const DocumentScan& scan, const Vorn_XSectionsArray& sets,
+               bool edition20);
   /// What is carried over, in the order of the document.
   [[nodiscard]] const std::vector<CarriedItem>& Items() const;
 

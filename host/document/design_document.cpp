@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <future>
 #include <pugixml.hpp>
 #include <utility>
 
@@ -12,7 +13,9 @@
 #include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
 #include "host/document/document_error.h"
+#include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
 #include "host/document/xml_text_writer.h"
 
@@ -28,12 +31,22 @@ constexpr const char* kRoadGeometryRoot = "RoadGmxml";
 constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | pugi::parse_pi | pugi::parse_doctype |
                                    pugi::parse_declaration | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 
-[[noreturn]] void Malformed(const std::string& name, std::string_view text, std::size_t offset,
-                            const std::string& reason) {
-  const TextPosition position = PositionAt(text, offset);
-  throw DocumentError(name + ": line " + std::to_string(position.line) + ", column " + std::to_string(position.column) +
-                      ": " + reason);
-}
+/// A document's text and where messages about it point.
+struct Source {
+  const std::string& name;
+  /// The parser works in it: afterwards its markup is overwritten, and only the lines tell where something stood.
+  std::string text;
+  TextLines lines;
+
+  [[noreturn]] void Malformed(std::size_t offset, const std::string& reason) const {
+    std::size_t column = 1;
+    for (std::size_t at = lines.StartOf(offset); at < std::min(offset, text.size()); ++at) {
+      column += !IsUtf8Continuation(text[at]);
+    }
+    throw DocumentError(name + ": line " + std::to_string(lines.LineOf(offset)) + ", column " + std::to_string(column) +
+                        ": " + reason);
+  }
+};
 
 /// Whether a text begins with a number and a semicolon, and the number is that of a character that XML allows.
 bool IsCharacterNumber(std::string_view text, int base) {
@@ -69,7 +82,8 @@ std::size_t EndOfOpaque(std::string_view text, std::size_t at) {
 }
 
 /// Refuses what the parser would let pass and the rewritten document would not show as it was meant.
-void RequirePlainReferences(std::string_view text, const std::string& name) {
+void RequirePlainReferences(const Source& source) {
+  const std::string_view text = source.text;
   std::size_t opaqueEnd = 0;
   std::size_t scanned = 0;
   for (std::size_t at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
@@ -82,23 +96,16 @@ void RequirePlainReferences(std::string_view text, const std::string& name) {
     if (at < opaqueEnd) continue;
     const std::string_view reference = text.substr(at, text.substr(at).find_first_of(";< \n") + 1);
     const bool entity = reference.ends_with(';');
-    Malformed(
-        name, text, at,
-        entity ? "the entity " + std::string(reference) + " is not known" : "an ampersand has to be written &amp;");
+    source.Malformed(
+        at, entity ? "the entity " + std::string(reference) + " is not known" : "an ampersand has to be written &amp;");
   }
 }
 
-void RequireXml(std::string_view text, const std::string& name) {
-  const std::size_t nul = text.find('\0');
-  const std::size_t first = text.find_first_not_of(kXmlBlanks);
-  if (nul != std::string_view::npos || first == std::string_view::npos || text[first] != '<') {
-    throw DocumentError(name + ": this is not an XML document");
-  }
-}
+[[noreturn]] void NoXml(const std::string& name) { throw DocumentError(name + ": this is not an XML document"); }
 
-/// The first byte below the blank that satisfies the predicate. Eight bytes at a time: there are few such bytes.
-template <typename Predicate>
-std::string_view::iterator FindBelowBlank(std::string_view text, Predicate&& predicate) {
+/// Calls visit(position) for every byte below the blank. Eight bytes at a time: there are few such bytes.
+template <typename Visit>
+void ForEachBelowBlank(std::string_view text, Visit&& visit) {
   std::size_t at = 0;
   while (at < text.size()) {
     std::uint64_t eight = 0;
@@ -113,60 +120,64 @@ std::string_view::iterator FindBelowBlank(std::string_view text, Predicate&& pre
     }
     const std::size_t end = whole ? at + sizeof eight : text.size();
     for (; at < end; ++at) {
-      if (predicate(text[at])) return text.begin() + static_cast<std::ptrdiff_t>(at);
+      if (static_cast<unsigned char>(text[at]) < 0x20) visit(at);
     }
   }
-  return text.end();
 }
 
-/// Refuses control characters: XML has no form for them, so that nobody could read the rewritten document.
-void RequireNoControlCharacters(std::string_view text, const std::string& name) {
-  const auto isControl = [](char c) {
-    return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
-  };
-  const auto found = FindBelowBlank(text, isControl);
-  if (found == text.end()) return;
-  Malformed(name, text, static_cast<std::size_t>(found - text.begin()),
-            "the control character " + DescribeCharacter(static_cast<char32_t>(*found)) + " is not allowed");
+/// Notes where the lines end. Refuses control characters: XML has no form for them, so that nobody could read the
+/// rewritten document. Text with a NUL is none at all.
+void FindLines(Source& source) {
+  std::size_t control = std::string::npos;
+  ForEachBelowBlank(source.text, [&](std::size_t at) {
+    const char c = source.text[at];
+    if (c == '\n') {
+      source.lines.AddBreak(at);
+    } else if (c == '\0') {
+      NoXml(source.name);
+    } else if (c != '\t' && c != '\r') {
+      control = std::min(control, at);
+    }
+  });
+  if (control == std::string::npos) return;
+  const std::string character = DescribeCharacter(static_cast<char32_t>(source.text[control]));
+  source.Malformed(control, "the control character " + character + " is not allowed");
 }
 
 /// Refuses what cannot stand beside the root element, and a document without one.
-void RequireOneRoot(const pugi::xml_document& tree, const std::string& text, const std::string& name) {
+void RequireOneRoot(const pugi::xml_document& tree, const Source& source) {
   const pugi::xml_node root = tree.document_element();
-  if (!root) Malformed(name, text, text.size(), "the document is malformed: there is no element");
+  if (!root) source.Malformed(source.text.size(), "the document is malformed: there is no element");
   bool typeMayFollow = true;
   for (const pugi::xml_node node : tree.children()) {
     const auto offset = static_cast<std::size_t>(node.offset_debug());
     if (node.type() == pugi::node_element && node != root) {
-      Malformed(name, text, offset, std::string("the document is malformed: a second root element, ") + node.name());
+      source.Malformed(offset, std::string("the document is malformed: a second root element, ") + node.name());
     }
     if (IsText(node)) {
-      Malformed(name, text, text.find_first_not_of(kXmlBlanks, offset),
-                "the document is malformed: text outside the root element");
+      source.Malformed(source.text.find_first_not_of(kXmlBlanks, offset),
+                       "the document is malformed: text outside the root element");
     }
     if (node.type() == pugi::node_doctype && !typeMayFollow) {
-      Malformed(name, text, offset, "the document is malformed: one document type may stand, before the root element");
+      source.Malformed(offset, "the document is malformed: one document type may stand, before the root element");
     }
     typeMayFollow = typeMayFollow && node != root && node.type() != pugi::node_doctype;
   }
 }
 
-void Parse(const std::string& text, const std::string& name, pugi::xml_document& tree) {
-  RequireXml(text, name);
-  RequireNoControlCharacters(text, name);
-  RequirePlainReferences(text, name);
-  const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+/// Makes the tree of a text. The tree lies in the text, which has to outlive it.
+void Parse(Source& source, pugi::xml_document& tree) {
+  const std::size_t first = source.text.find_first_not_of(kXmlBlanks);
+  if (first == std::string::npos || source.text[first] != '<') NoXml(source.name);
+  FindLines(source);
+  RequirePlainReferences(source);
+  const pugi::xml_parse_result result =
+      tree.load_buffer_inplace(source.text.data(), source.text.size(), kParseOptions, pugi::encoding_utf8);
   if (!result) {
     const auto offset = static_cast<std::size_t>(result.offset > 0 ? result.offset : 0);
-    Malformed(name, text, offset, std::string("the document is malformed: ") + result.description());
+    source.Malformed(offset, std::string("the document is malformed: ") + result.description());
   }
-  RequireOneRoot(tree, text, name);
-  WalkNodes(tree.document_element(), [&](pugi::xml_node node, int level) {
-    const std::string fault = FaultOf(node, level);
-    if (!fault.empty()) {
-      Malformed(name, text, static_cast<std::size_t>(node.offset_debug()), "the document is malformed: " + fault);
-    }
-  });
+  RequireOneRoot(tree, source);
 }
 
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
@@ -218,10 +229,10 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
                       (readable ? "\n an edition can be assumed: --assume 4.1" : ""));
 }
 
-/// Hands the modelled elements below the root to the library.
-void ReadModel(DesignDocument& document, pugi::xml_node root, TextProblems& problems, const std::string& name) {
+/// Hands the modelled elements below the root to the library. Gives the tag of one that it cannot read, or nothing.
+std::string ReadModel(DesignDocument& document, pugi::xml_node root, TextProblems& problems) {
   XmlCursor cursor(root, problems);
-  if (!cursor.Child()) return;
+  if (!cursor.Child()) return {};
   do {
     const std::string_view tag = cursor.Element().name();
     bool read = true;
@@ -233,16 +244,17 @@ void ReadModel(DesignDocument& document, pugi::xml_node root, TextProblems& prob
     } else if (document.sets.IsMatchTagName(tag)) {
       read = document.sets.fromXML(&cursor);
     }
-    if (!read) throw DocumentError(name + ": the element " + std::string(tag) + " cannot be read");
+    if (!read) return std::string(tag);
   } while (cursor.NextSibling());
+  return {};
 }
 
-void RequireNoProblems(const TextProblems& problems, std::string_view text, const std::string& name) {
+void RequireNoProblems(const TextProblems& problems, const Source& source) {
   const TextProblems::Problem& first = *problems.first;
   const std::string line =
-      first.offset >= 0 ? "line " + std::to_string(PositionAt(text, static_cast<std::size_t>(first.offset)).line) + ": "
+      first.offset >= 0 ? "line " + std::to_string(source.lines.LineOf(static_cast<std::size_t>(first.offset))) + ": "
                         : std::string();
-  throw DocumentError(name + ": " + line + "code page 932 cannot hold " + first.what +
+  throw DocumentError(source.name + ": " + line + "code page 932 cannot hold " + first.what +
                       (problems.count > 1 ? " (" + std::to_string(problems.count) + " such characters in all)" : "") +
                       "; --lossy replaces it with 〓");
 }
@@ -329,22 +341,34 @@ DesignDocument DesignDocument::Read(const std::filesystem::path& path, const Rea
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {
-  const DecodedText decoded = DecodeDocument(std::move(bytes), name);
+  DecodedText decoded = DecodeDocument(std::move(bytes), name);
+  Source source{name, std::move(decoded.utf8), {}};
   pugi::xml_document tree;
-  Parse(decoded.utf8, name, tree);
+  Parse(source, tree);
 
   DesignDocument document;
-  document.encodingName = decoded.encodingName;
+  document.encodingName = std::move(decoded.encodingName);
   const pugi::xml_node root = tree.document_element();
   document.edition = RecogniseEdition(root, name, options.assume, document.assumed);
 
   const EditionScope scope(document.edition);
+  const bool edition20 = VornSchema::Instance().IsVer2();
+  DocumentScan scan;
+  // Neither changes the tree: a large document is looked over and read at the same time.
+  constexpr std::size_t kWorthAThread = 1'000'000;
+  const auto policy = source.text.size() < kWorthAThread ? std::launch::deferred : std::launch::async;
+  std::future<DocumentFault> scanned =
+      std::async(policy | std::launch::deferred, [&] { return ScanDocument(tree, source.lines, edition20, scan); });
   TextProblems problems;
-  ReadModel(document, root, problems, name);
-  if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, decoded.utf8, name);
+  const std::string unreadable = ReadModel(document, root, problems);
+  if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
+    source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
+  }
+  if (!unreadable.empty()) throw DocumentError(name + ": the element " + unreadable + " cannot be read");
+  if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, source);
   document.replacedCharacters = problems.count;
-  document.carried.Collect(tree, document.sets, VornSchema::Instance().IsVer2());
-  document.unreadValues = FindUnreadValues(tree, decoded.utf8, VornSchema::Instance().IsVer2());
+  document.carried.Collect(tree, scan, document.sets, edition20);
+  document.unreadValues = std::move(scan.unreadValues);
   return document;
 }
 

@@ -26,17 +26,17 @@ constexpr std::array<Names, 1> kTargetChildren = {"tsf:FormCtrlTargetPnt"};
 constexpr std::array<Names, 4> kTargetPnt = {"cumulativeDist", "xSectChg", "buildFormName", "code"};
 
 // The most frequent elements first: every element of a document is looked up.
-constexpr std::array<KnownElement, 10> kElements = {{
-    {"tsf:ComposedPnt", kComposedPnt, {}, true},
-    {"tsf:ExistingComposedPnt", kNameOnly, {}, true},
-    {"tsf:FormCtrlTargetPnt", kTargetPnt, {}, false},
-    {"tsf:BuildForm", kBuildForm, kBuildFormChildren, false},
-    {"tsf:FormCtrlTarget", kTarget, kTargetChildren, true},
-    {"tsf:XSection", kXSection, kXSectionChildren, false},
-    {"tsf:ExistingBuildForm", kNameOnly, kExistingChildren, false},
-    {"tsf:XSections", kXSections, kXSectionsChildren, false},
-    {"tsf:FileInfo", kFileInfo, {}, false},
-    {"tsf:StructureType", kStructureType, {}, false},
+constexpr std::array<KnownElement, kElementKinds> kElements = {{
+    {ElementKind::ComposedPnt, "tsf:ComposedPnt", kComposedPnt, {}, true},
+    {ElementKind::ExistingComposedPnt, "tsf:ExistingComposedPnt", kNameOnly, {}, true},
+    {ElementKind::FormCtrlTargetPnt, "tsf:FormCtrlTargetPnt", kTargetPnt, {}, false},
+    {ElementKind::BuildForm, "tsf:BuildForm", kBuildForm, kBuildFormChildren, false},
+    {ElementKind::FormCtrlTarget, "tsf:FormCtrlTarget", kTarget, kTargetChildren, true},
+    {ElementKind::XSection, "tsf:XSection", kXSection, kXSectionChildren, false},
+    {ElementKind::ExistingBuildForm, "tsf:ExistingBuildForm", kNameOnly, kExistingChildren, false},
+    {ElementKind::XSections, "tsf:XSections", kXSections, kXSectionsChildren, false},
+    {ElementKind::FileInfo, "tsf:FileInfo", kFileInfo, {}, false},
+    {ElementKind::StructureType, "tsf:StructureType", kStructureType, {}, false},
 }};
 
 }  // namespace
@@ -45,6 +45,17 @@ const KnownElement* FindKnownElement(std::string_view tag) {
   const auto found = std::find_if(kElements.begin(), kElements.end(),
                                   [tag](const KnownElement& element) { return element.tag == tag; });
   return found == kElements.end() ? nullptr : &*found;
+}
+
+const KnownElement& KnownElementOf(ElementKind kind) {
+  return *std::find_if(kElements.begin(), kElements.end(),
+                       [kind](const KnownElement& element) { return element.kind == kind; });
+}
+
+KnownBelow BelowOf(const KnownElement& element, bool edition20) {
+  const bool isTarget = element.kind == ElementKind::FormCtrlTarget;
+  if (isTarget && edition20) return {{}, true};
+  return {element.children, element.hasText && !isTarget};
 }
 
 }  // namespace vorn_host

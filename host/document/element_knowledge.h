@@ -1,13 +1,32 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <string_view>
 
 namespace vorn_host {
 
+/// The elements that the library models.
+enum class ElementKind {
+  FileInfo,
+  StructureType,
+  XSections,
+  XSection,
+  BuildForm,
+  ComposedPnt,
+  ExistingBuildForm,
+  ExistingComposedPnt,
+  FormCtrlTarget,
+  FormCtrlTargetPnt,
+};
+inline constexpr std::size_t kElementKinds = 10;
+/// No element has more attributes that the library models.
+inline constexpr std::size_t kMostAttributes = 7;
+
 /// What the library reads of one kind of element. Everything else in it is carried over.
 struct KnownElement {
+  ElementKind kind;
   std::string_view tag;
   std::span<const std::string_view> attributes;
   std::span<const std::string_view> children;
@@ -16,6 +35,17 @@ struct KnownElement {
 
 /// The knowledge of an element; null for one that the library does not model.
 [[nodiscard]] const KnownElement* FindKnownElement(std::string_view tag);
+
+[[nodiscard]] const KnownElement& KnownElementOf(ElementKind kind);
+
+/// What the library reads below an element.
+struct KnownBelow {
+  std::span<const std::string_view> children;
+  bool hasText;
+};
+/// @param edition20 whether the document is read as one of edition 2.0, whose control targets hold text and no points
+[[nodiscard]] KnownBelow BelowOf(const KnownElement& element, bool edition20);
+
 /// The elements directly below the root that the library models, in the order in which a new document has them.
 inline constexpr std::array<std::string_view, 3> kRootChildren = {"tsf:FileInfo", "tsf:StructureType", "tsf:XSections"};
 

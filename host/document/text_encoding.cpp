@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <utility>
 
 #include "host/document/document_error.h"
@@ -83,10 +82,12 @@ std::size_t SequenceLength(std::string_view text, std::size_t at) {
 }
 
 void RequireUtf8(std::string_view text, const std::string& name, bool declared) {
-  constexpr std::size_t kRun = 64;
   for (std::size_t at = 0; at < text.size();) {
-    if (IsAscii(text.substr(at, kRun))) {
-      at += kRun;
+    std::uint64_t eight = 0;
+    const bool whole = at + sizeof eight <= text.size();
+    if (whole) std::memcpy(&eight, text.data() + at, sizeof eight);
+    if (whole && (eight & 0x8080808080808080U) == 0) {
+      at += sizeof eight;
       continue;
     }
     const std::size_t length = SequenceLength(text, at);
@@ -227,17 +228,6 @@ std::string_view WithoutBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kXmlBlanks);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(kXmlBlanks) + 1 - first);
-}
-
-bool IsAscii(std::string_view text) {
-  std::uint64_t bits = 0;
-  for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, text.data(), sizeof eight);
-    bits |= eight;
-  }
-  for (const char c : text) bits |= static_cast<unsigned char>(c);
-  return (bits & 0x8080808080808080U) == 0;
 }
 
 std::string_view ModelTextToUtf8(std::string_view cp932, std::string& buffer, TextProblems& problems) {

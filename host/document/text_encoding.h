@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -58,7 +60,16 @@ inline constexpr std::string_view kXmlBlanks = " \t\r\n";
 [[nodiscard]] std::string_view WithoutBlanks(std::string_view text);
 
 /// Whether a text is the same bytes in every encoding here, as nearly all text of a document is.
-[[nodiscard]] bool IsAscii(std::string_view text);
+[[nodiscard]] inline bool IsAscii(std::string_view text) {
+  std::uint64_t bits = 0;
+  for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data(), sizeof eight);
+    bits |= eight;
+  }
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return (bits & 0x8080808080808080U) == 0;
+}
 
 /// Text that did not go through a conversion, as the cursors and writers on one document collect it.
 struct TextProblems {

@@ -105,6 +105,17 @@ std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
   }
 }
 
+int XmlCursor::CountRun() const {
+  const std::string_view tag = m_element.name();
+  int count = 1;
+  for (pugi::xml_node sibling = m_element.next_sibling(); sibling; sibling = sibling.next_sibling()) {
+    if (!IsElement(sibling)) continue;
+    if (sibling.name() != tag) break;
+    ++count;
+  }
+  return count;
+}
+
 bool XmlCursor::VisitTagName(TextVisitor visit) const {
   visit(m_element.name());
   return true;

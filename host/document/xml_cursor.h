@@ -27,6 +27,7 @@ class XmlCursor : public PimIterator {
   bool InsertChild(const char* tag, const char* namespaceUri) override;
   bool SetText(std::string_view text) override;
   bool SetTextAttribute(const char* name, std::string_view value) override;
+  [[nodiscard]] int CountRun() const override;
   bool VisitTagName(TextVisitor visit) const override;
   bool VisitText(TextVisitor visit) const override;
   bool VisitAttributes(AttributeVisitor visit) const override;

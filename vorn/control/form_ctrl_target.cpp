@@ -143,6 +143,13 @@ int Vorn_FormCtrlTargetArray::Add(VornFormCtrlTarget&& target) {
   return index;
 }
 
+bool Vorn_FormCtrlTargetArray::AddFromXML(PimIterator* cursor) {
+  if (IsEmpty()) Reserve(cursor->CountRun());
+  if (!AddFilled([&](VornFormCtrlTarget& target) { return target.fromXML(cursor); })) return false;
+  SetSerialID(GetUpperBound());
+  return true;
+}
+
 void Vorn_FormCtrlTargetArray::InsertAt(int index, const VornFormCtrlTarget& target) {
   Vorn_Array::InsertAt(index, target);
   SetSerialID(index);

@@ -51,14 +51,13 @@ class Vorn_Array : public VornArray<Type, ArgType> {
   virtual bool fromXML(PimIterator* cursor) {
     CString runTag;
     if (!Vorn_Base::QueryTagName(cursor, runTag)) return false;
+    if (this->IsEmpty()) this->Reserve(cursor->CountRun());
     do {
       bool sameTag = false;
       cursor->VisitTagName([&](std::string_view tag) { sameTag = tag == runTag.View(); });
       if (!sameTag) return Vorn_Base::GoPrevSibling(cursor);
-      Type item;
-      if (!item.fromXML(cursor)) return false;
       // Plain appending: a collection that numbers its members leaves those of a document unnumbered.
-      VornArray<Type, ArgType>::Add(std::move(item));
+      if (!this->AddFilled([&](Type& item) { return item.fromXML(cursor); })) return false;
     } while (Vorn_Base::GoNextSibling(cursor));
     return true;
   }

@@ -7,8 +7,6 @@ VORN_DataKind Vorn_Base::m_staticDataKind = VORN_DataKind::FormControl;
 
 namespace {
 
-bool IsRoadGeometry() { return Vorn_Base::m_staticDataKind == VORN_DataKind::RoadGeometry; }
-
 /// Cuts off and returns what stands before the first separator; false, and the text as it was, without one. The
 /// second byte of a double-byte character is no separator.
 bool TakeUntil(char separator, std::string_view& text, std::string_view& item) {
@@ -21,12 +19,6 @@ bool TakeUntil(char separator, std::string_view& text, std::string_view& item) {
 }
 
 }  // namespace
-
-std::string_view Vorn_Base::DelRgm(std::string_view text) {
-  constexpr std::string_view kPrefix = "rgm:";
-  if (IsRoadGeometry() && text.starts_with(kPrefix)) text.remove_prefix(kPrefix.size());
-  return text;
-}
 
 bool Vorn_Base::MakeChild(PimIterator* cursor, std::string_view tag, const char* namespaceUri) {
   const CString name(DelRgm(tag));

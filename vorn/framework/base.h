@@ -50,6 +50,7 @@ class Vorn_Base {
 
   /// The data kind of all elements. The host sets it; the library only reads it.
   static VORN_DataKind m_staticDataKind;
+  [[nodiscard]] static bool IsRoadGeometry() { return m_staticDataKind == VORN_DataKind::RoadGeometry; }
 
   // Cursor moves: true when the cursor moved.
   static bool GoChild(PimIterator* cursor) { return cursor->Child(); }
@@ -63,7 +64,11 @@ class Vorn_Base {
   [[nodiscard]] bool IsMatchTagName(std::string_view name) const { return IsMatchTagName(name, m_tagName.View()); }
   [[nodiscard]] static bool IsMatchTagName(std::string_view name, std::string_view tag) { return DelRgm(tag) == name; }
   /// The text without a leading "rgm:" in a road-geometry document; otherwise the text as it is.
-  [[nodiscard]] static std::string_view DelRgm(std::string_view text);
+  [[nodiscard]] static std::string_view DelRgm(std::string_view text) {
+    constexpr std::string_view kPrefix = "rgm:";
+    if (IsRoadGeometry() && text.starts_with(kPrefix)) text.remove_prefix(kPrefix.size());
+    return text;
+  }
 
   /// Inserts a child element under the current one and moves onto it; in a road-geometry document without a "rgm:"
   /// prefix and without a namespace.

@@ -126,15 +126,8 @@ bool VornBuildForm::fromXML(PimIterator* cursor) {
   const CString pointTag = m_composedPntArray.tagName();
   const CString targetTag = m_formCtrlTargetArray.tagName();
   return ForEachChild(cursor, [&] {
-    if (IsOnTag(cursor, pointTag.View())) {
-      VornComposedPnt point;
-      if (!point.fromXML(cursor)) return false;
-      m_composedPntArray.Add(std::move(point));
-    } else if (IsOnTag(cursor, targetTag.View())) {
-      VornFormCtrlTarget target;
-      if (!target.fromXML(cursor)) return false;
-      m_formCtrlTargetArray.Add(std::move(target));
-    }
+    if (IsOnTag(cursor, pointTag.View())) return m_composedPntArray.AddFromXML(cursor);
+    if (IsOnTag(cursor, targetTag.View())) return m_formCtrlTargetArray.AddFromXML(cursor);
     return true;
   });
 }

@@ -44,6 +44,13 @@ int Vorn_ComposedPntArray::Add(VornComposedPnt&& point) {
   return Vorn_Array::Add(std::move(point));
 }
 
+bool Vorn_ComposedPntArray::AddFromXML(PimIterator* cursor) {
+  if (IsEmpty()) Reserve(cursor->CountRun());
+  if (!AddFilled([&](VornComposedPnt& point) { return point.fromXML(cursor); })) return false;
+  Number(GetAt(GetUpperBound()));
+  return true;
+}
+
 void Vorn_ComposedPntArray::InsertAt(int index, const VornComposedPnt& point) {
   Vorn_Array::InsertAt(index, point);
   Number(GetAt(index));

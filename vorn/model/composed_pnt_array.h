@@ -27,6 +27,8 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
 
   int Add(const VornComposedPnt& point);
   int Add(VornComposedPnt&& point);
+  /// Reads a point from the cursor's element to the end of the array; nothing is added when it cannot be read.
+  bool AddFromXML(PimIterator* cursor);
   void InsertAt(int index, const VornComposedPnt& point);
   void SetAt(int index, const VornComposedPnt& point);
   void SetAtGrow(int index, const VornComposedPnt& point) = delete;  // would not number

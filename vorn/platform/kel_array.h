@@ -12,6 +12,22 @@ class KelArray : public CArray<Type, ArgType> {
   /// Whether 0 <= index < size.
   [[nodiscard]] bool IsRange(int index) const { return index >= 0 && index < this->GetSize(); }
 
+  /// Appends a new element and fills it in its place. When `fill` gives false or throws, the element is taken away
+  /// again.
+  template <typename Fill>
+  bool AddFilled(Fill&& fill) {
+    const int index = this->GetSize();
+    Type& item = this->AddDefault();
+    try {
+      if (fill(item)) return true;
+    } catch (...) {
+      this->SetSize(index);
+      throw;
+    }
+    this->SetSize(index);
+    return false;
+  }
+
   /// Removes the elements that the predicate holds for, asked once each and in order, in one pass; the others keep
   /// their order. Returns how many were removed. A predicate that throws leaves the elements, some of them moved.
   template <typename Predicate>

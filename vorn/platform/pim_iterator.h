@@ -21,8 +21,8 @@ class PimAttribute {
 
 /// A cursor on an XML document, opened by the host; it always stands on one element. Every text is in code page 932.
 ///
-/// A host implements the plain operations over its own XML tree. The three `Visit` and `View` operations are an
-/// optional faster path without copies: their defaults go through the plain operations.
+/// A host implements the plain operations over its own XML tree. The `Visit` operations and `CountRun` are an optional
+/// faster path without copies: their defaults go through the plain operations, or do without.
 class PimIterator {
  public:
   virtual ~PimIterator() = default;
@@ -49,6 +49,10 @@ class PimIterator {
   virtual bool SetText(std::string_view text) = 0;
   /// Adds or replaces an attribute.
   virtual bool SetTextAttribute(const char* name, std::string_view value) = 0;
+
+  /// How many sibling elements there are from the current one on that have its tag, itself included: collections make
+  /// room for them at once. 0 when the host does not count them.
+  [[nodiscard]] virtual int CountRun() const { return 0; }
 
   using TextVisitor = FunctionRef<void(std::string_view text)>;
   using AttributeVisitor = FunctionRef<void(std::string_view name, std::string_view value)>;

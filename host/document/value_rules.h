@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "host/document/element_knowledge.h"
+#include "vorn/control/form_ctrl_target.h"
+#include "vorn/model/composed_pnt.h"
+
+namespace vorn_host {
+
+/// The library's parsers are members of what they fill.
+struct ParserScratch {
+  VornComposedPnt point;
+  VornFormCtrlTarget target;
+};
+
+/// What the values of one attribute have to be. An empty value is always fine: it says that there is none.
+struct AttributeRule {
+  std::string_view name;
+  bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
+  std::string (*whyNot)(std::string_view value);
+};
+
+enum class NumbersIn { None, Text, TextIfAny };
+
+/// What the values in an element have to be, so that the library reads them as what they say.
+struct ElementRule {
+  /// The attribute that tells one element of the tag from another.
+  const char* identity = "";
+  /// The rules of the known attributes, in their order; null where any text will do.
+  std::array<const AttributeRule*, kMostAttributes> attributes{};
+  NumbersIn numbers = NumbersIn::None;
+};
+
+[[nodiscard]] const ElementRule& RuleOf(ElementKind kind);
+
+/// Whether a whole text is a number; the library reads the leading number and ignores the rest.
+[[nodiscard]] bool IsNumber(std::string_view text);
+[[nodiscard]] std::string WhyNoNumber(std::string_view text);
+
+}  // namespace vorn_host
