@@ -9,6 +9,7 @@
 #include "host/cli/crs_command.h"
 #include "host/cli/datums_command.h"
 #include "host/cli/edit_command.h"
+#include "host/cli/export_command.h"
 #include "host/cli/forms_command.h"
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
@@ -30,6 +31,7 @@ int Run(int argc, char** argv) {
   vorn_cli::AddCheckCommand(app, exitCode);
   vorn_cli::AddConvertCommand(app, exitCode);
   vorn_cli::AddEditCommand(app, exitCode);
+  vorn_cli::AddExportCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
   vorn_cli::AddDatumsCommand(app, exitCode);

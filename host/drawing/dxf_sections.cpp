@@ -24,17 +24,17 @@ constexpr std::string_view kIndexLayer = "INDEX";
 /// The layers of the kinds, in their order, and those that only CAD drawings have. The colours tell apart on a dark
 /// and on a white background.
 constexpr std::array<DxfLayer, 15> kLayers = {{
-    {"DESIGN_SURFACE", 1, DxfLineType::Continuous},
-    {"SLOPE", 30, DxfLineType::Continuous},
-    {"PAVEMENT_LAYER", 4, DxfLineType::Continuous},
+    {"DESIGN_SURFACE", 7, DxfLineType::Continuous},
+    {"SLOPE", 150, DxfLineType::Continuous},
+    {"PAVEMENT_LAYER", 30, DxfLineType::Continuous},
     {"OTHER_FORM", 6, DxfLineType::Dashed},
     {"GROUND", 3, DxfLineType::Continuous},
-    {"GROUND_HATCH", 8, DxfLineType::Continuous},
-    {"CROSSING", 200, DxfLineType::Continuous},
-    {"CENTER_LINE", 140, DxfLineType::Center},
+    {"GROUND_HATCH", 94, DxfLineType::Continuous},
+    {"CROSSING", 20, DxfLineType::Continuous},
+    {"CENTER_LINE", 1, DxfLineType::Center},
     {"CODE", 7, DxfLineType::Continuous},
-    {"GRADE", 40, DxfLineType::Continuous},
-    {"DIMENSION", 150, DxfLineType::Continuous},
+    {"GRADE", 150, DxfLineType::Continuous},
+    {"DIMENSION", 7, DxfLineType::Continuous},
     {"FRAME", 8, DxfLineType::Continuous},
     {"TITLE", 7, DxfLineType::Continuous},
     {kOriginLayer, 140, DxfLineType::Continuous},
@@ -49,10 +49,12 @@ std::string_view LayerOf(DrawingKind kind) { return kLayers[static_cast<std::siz
 
 constexpr double kGap = 15.0;  ///< between the sheets
 constexpr double kIndexText = 3.5;
-constexpr double kPointRadius = 0.6;
-constexpr double kCrossingArm = 1.2;
-constexpr double kHeightMark = 2.0;
-constexpr double kArrowLength = 2.5;
+constexpr double kPointRadius = 0.4;
+constexpr double kCrossingRadius = 0.9;
+constexpr double kHeightMark = 2.2;
+constexpr double kHeightMarkHalf = 1.3;
+constexpr double kArrowLength = 2.2;
+constexpr double kArrowHalf = 0.35;
 constexpr double kOriginArm = 3.0;
 
 // --- parts of an index line, in text heights
@@ -268,26 +270,22 @@ void DxfSectionWriter::Line(const DrawnLine& line, const Sheet& sheet) {
 void DxfSectionWriter::Mark(const DrawnMark& mark, const Sheet& sheet) {
   const std::string_view layer = LayerOf(mark.kind);
   const DxfPlace place = sheet.PlaceOf(mark.place);
-  /// A triangle whose tip is at the place, and which lies in the direction.
-  const auto triangle = [&](double degrees, double length, double halfWidth) {
-    m_writer.FilledTriangle(layer, place, Moved(place, degrees, length, halfWidth),
-                            Moved(place, degrees, length, -halfWidth));
+  // The other corners of a triangle whose tip is at the place.
+  const auto corner = [&](double degrees, double along, double across) {
+    return Moved(place, degrees, Metres(along), Metres(across));
   };
   switch (mark.shape) {
     case DrawnMark::Shape::Point:
       return m_writer.Circle(layer, place, Metres(kPointRadius));
     case DrawnMark::Shape::Crossing:
-      return Cross(layer, place, Metres(kCrossingArm));
+      return m_writer.Circle(layer, place, Metres(kCrossingRadius));
     case DrawnMark::Shape::Height:
-      return triangle(90.0, Metres(kHeightMark), Metres(kHeightMark / 2));
+      return m_writer.Polyline(layer, std::array{place, corner(90.0, kHeightMark, kHeightMarkHalf),
+                                                 corner(90.0, kHeightMark, -kHeightMarkHalf), place});
     case DrawnMark::Shape::Arrow:
-      return triangle(mark.angle + 180.0, Metres(kArrowLength), Metres(kArrowLength / 6));
+      return m_writer.FilledTriangle(layer, place, corner(mark.angle, -kArrowLength, kArrowHalf),
+                                     corner(mark.angle, -kArrowLength, -kArrowHalf));
   }
-}
-
-void DxfSectionWriter::Cross(std::string_view layer, DxfPlace place, double arm) {
-  m_writer.Line(layer, {place.x - arm, place.y - arm}, {place.x + arm, place.y + arm});
-  m_writer.Line(layer, {place.x - arm, place.y + arm}, {place.x + arm, place.y - arm});
 }
 
 void DxfSectionWriter::Text(const DrawnText& text, const Sheet& sheet) {

@@ -99,7 +99,6 @@ class DxfSectionWriter {
   [[nodiscard]] double Metres(double millimetres) const { return millimetres * m_grid.MetresPerMillimetre(); }
   void Line(const DrawnLine& line, const Sheet& sheet);
   void Mark(const DrawnMark& mark, const Sheet& sheet);
-  void Cross(std::string_view layer, DxfPlace place, double arm);
   void Text(const DrawnText& text, const Sheet& sheet);
   void Origin(const SectionView& view, const Sheet& sheet);
   void IndexEntry(const SectionView& view);

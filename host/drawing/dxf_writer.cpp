@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kPieceSize = std::size_t{1} << 16;
 constexpr std::string_view kTextStyleName = "JAPANESE";
 /// How narrow letters are, so that neighbouring labels stay apart.
-constexpr double kLetterWidth = 0.8;
+constexpr double kLetterWidth = 0.7;
 constexpr double kLensLength = 50.0;
 /// Height of the eye in the direction of a view.
 constexpr double kFromAbove = 1.0;

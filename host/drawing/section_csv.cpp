@@ -14,7 +14,7 @@ namespace vorn_host {
 namespace {
 
 constexpr std::string_view kSectionColumns =
-    "set,section,station,station_text,section_name,alignment,control_section,center_height,";
+    "set,section,station,station_text,section_name,alignment,behind_change,control_section,center_height,";
 constexpr std::string_view kPointColumns =
     "form,form_name,xsect_type,role,point,code,from_point,side,part,offset,height,input,grade,exists,crossing";
 constexpr std::string_view kGroundColumns = "ground,ground_name,point,offset,height";
@@ -167,6 +167,7 @@ void SectionCsvWriter::BeginRow(const SectionView& view) {
   Design(view.stationText);
   Design(view.name);
   Design(view.alignment);
+  Flag(view.isBehindChange);
   Flag(view.isControlSection);
   Number(view.centerHeight);
 }

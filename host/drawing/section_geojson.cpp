@@ -65,6 +65,7 @@ Json SectionFeature(const SectionView& view) {
   Json properties = PropertiesOf(view, "section");
   properties["name"] = view.name;
   properties["alignment"] = view.alignment;
+  properties["behindChange"] = view.isBehindChange;
   properties["controlSection"] = view.isControlSection;
   properties["centerHeight"] = NumberOf(view.centerHeight);
   properties["heights"] = view.centerHeight ? "elevation" : "above the centre line";

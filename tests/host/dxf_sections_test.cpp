@@ -212,7 +212,7 @@ TEST(DxfSections, DrawTextsAndMarksAsLargeAsOnPaper) {
   EXPECT_THAT(TextsOn(file, "TITLE"), Contains("No.6+0.0000 \x90\xB7\x93\x79\x96\xCA"));
   EXPECT_THAT(ItemsOf(file, "TEXT", "GRADE"), SizeIs(0)) << "an empty text";
   EXPECT_EQ(ItemsOf(file, "CIRCLE", "CODE").at(0).Place(), (DxfPlace{-3.5, 0.45}));
-  EXPECT_THAT(ItemsOf(file, "LINE", "CROSSING"), SizeIs(2));
+  EXPECT_EQ(ItemsOf(file, "CIRCLE", "CROSSING").at(0).Place(), (DxfPlace{-9.5, -3.55}));
 }
 
 TEST(DxfSections, LiftTextsAcrossTheirDirection) {
@@ -228,13 +228,16 @@ TEST(DxfSections, LiftTextsAcrossTheirDirection) {
   EXPECT_NEAR(ItemsOf(FileOf(sections), "TEXT", "CODE").at(0).Place().y, 1.0, 1e-9);
 }
 
-TEST(DxfSections, PointArrowsAndHeightMarksAtTheirPlaces) {
-  const std::vector<DxfItem> marks = ItemsOf(FileOf(Many(1)), "SOLID", "DIMENSION");
-  ASSERT_THAT(marks, SizeIs(2));
-  EXPECT_EQ(marks[0].Place(10), (DxfPlace{0.0, 0.5}));
-  EXPECT_GT(marks[0].Place(11).y, 0.5) << "stands on its tip";
-  EXPECT_EQ(marks[1].Place(10), (DxfPlace{3.5, 2.0}));
-  EXPECT_GT(marks[1].Place(11).x, 3.5) << "an arrow to the left has its shaft on the right";
+TEST(DxfSections, StandArrowsAndHeightMarksOnTheirTips) {
+  const std::string file = FileOf(Many(1));
+  const std::vector<DxfItem> height = ItemsOf(file, "VERTEX", "DIMENSION");
+  ASSERT_THAT(height, SizeIs(4));
+  EXPECT_EQ(height[0].Place(), (DxfPlace{0.0, 0.5}));
+  EXPECT_GT(height[1].Place().y, 0.5) << "stands on its tip";
+  EXPECT_EQ(height[3].Place(), height[0].Place());
+  const DxfItem arrow = ItemsOf(file, "SOLID", "DIMENSION").at(0);
+  EXPECT_EQ(arrow.Place(10), (DxfPlace{3.5, 2.0}));
+  EXPECT_GT(arrow.Place(11).x, 3.5) << "an arrow to the left has its shaft on the right";
 }
 
 TEST(DxfSections, AreListedInAnIndexAndNamedViews) {

@@ -52,7 +52,8 @@ std::string WrittenEmpty() {
 
 TEST(DxfWriter, ConsistsOfCodesAndValuesOnLinesOfTheirOwn) {
   const std::string file = WrittenEmpty();
-  EXPECT_THAT(file, AllOf(StartsWith("  0\r\nSECTION\r\n  2\r\nHEADER\r\n"), EndsWith("  0\r\nENDSEC\r\n  0\r\nEOF\r\n")));
+  EXPECT_THAT(file,
+              AllOf(StartsWith("  0\r\nSECTION\r\n  2\r\nHEADER\r\n"), EndsWith("  0\r\nENDSEC\r\n  0\r\nEOF\r\n")));
   int lines = 0;
   for (std::size_t at = 0; at < file.size(); ++at) {
     if (file[at] != '\n') continue;
@@ -238,13 +239,18 @@ TEST(DxfText, IsCodePage932) {
 TEST(DxfText, EscapesWhatTheCodePageLacks) {
   EXPECT_EQ(DxfText("café"), "caf\\U+00E9");
   EXPECT_EQ(DxfText("𠮷野"), "\\U+D842\\U+DFB7\x96\xEC");
-  EXPECT_EQ(DxfText("a\xFF" "b"), "a\\U+FFFDb");
+  EXPECT_EQ(DxfText("a\xFF"
+                    "b"),
+            "a\\U+FFFDb");
 }
 
 TEST(DxfText, KeepsTheLineWhole) {
   EXPECT_EQ(DxfText("a\r\n  0\nLINE\tb\x1B\x7F"), "a    0 LINE b  ");
   EXPECT_EQ(DxfText(std::string_view("a\0b", 3)), "a b");
-  EXPECT_EQ(DxfText("a\xC2\x85" "b\xE2\x80\xA8" "c"), "a b c");
+  EXPECT_EQ(DxfText("a\xC2\x85"
+                    "b\xE2\x80\xA8"
+                    "c"),
+            "a b c");
 }
 
 TEST(DxfText, WritesSignsThatAreNoControlCodesSo) {
