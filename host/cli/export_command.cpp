@@ -182,7 +182,7 @@ void ExportDxf(const Sections& sections, const ExportOptions& options, Progress&
   const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress);
   summary.scale = grid.Scale();
   WriteOut(options.out, [&](const TextSink& write) {
-    vorn_host::DxfSectionWriter writer(write, grid);
+    vorn_host::DxfSectionWriter writer(write, grid, drawing.japanese);
     sections.ForEach(progress, "drawing cross sections", [&](const SectionView& view) {
       NoteWhatIsNotShown(view, summary);
       writer.Add(view, vorn_host::Draw(view, drawing));

@@ -88,7 +88,15 @@ double RoundedUp(double metres) {
   return std::ceil(metres / kStep) * kStep;
 }
 
-std::string StationOf(const SectionView& view) { return view.stationText.empty() ? "-" : view.stationText; }
+/// Of two sections at one station, the one behind the change of shape is told apart.
+std::string StationOf(const SectionView& view) {
+  return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? " (behind)" : "");
+}
+
+/// What stands beside the name of a sheet: the height that its origin lies at.
+std::string ReferenceText(const SectionView& view) {
+  return (view.centerHeight ? "DL=" : "H=") + std::string(FixedDecimal(ReferenceHeight(view), 3).View());
+}
 
 /// The name, and the alignment where there is one.
 std::string NameOf(const SectionView& view) {
@@ -225,9 +233,11 @@ DxfHeader HeaderOf(const SheetGrid& grid) {
 }
 
 /// "20 cross sections, 1:100, metres": an engineer has to know the unit, which the format does not tell.
-std::string IndexTitle(const SheetGrid& grid) {
-  return std::to_string(grid.Count()) + (grid.Count() == 1 ? " cross section" : " cross sections") +
-         ", 1:" + std::string(FixedDecimal(grid.Scale(), 0).View()) + ", metres";
+std::string IndexTitle(const SheetGrid& grid, bool japanese) {
+  const std::string count = std::to_string(grid.Count());
+  const std::string scale = "1:" + std::string(FixedDecimal(grid.Scale(), 0).View());
+  if (japanese) return "横断面 " + count + "  縮尺 " + scale + "  単位 m";
+  return count + (grid.Count() == 1 ? " cross section, " : " cross sections, ") + scale + ", metres";
 }
 
 DxfTextStyle::Anchor AnchorOf(DrawnText::Anchor anchor) {
@@ -244,10 +254,10 @@ DxfTextStyle::Anchor AnchorOf(DrawnText::Anchor anchor) {
 
 }  // namespace
 
-DxfSectionWriter::DxfSectionWriter(TextSink sink, const SheetGrid& grid)
+DxfSectionWriter::DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese)
     : m_grid(grid), m_writer(std::move(sink), HeaderOf(grid)) {
   if (grid.Count() == 0) return;
-  m_writer.Text(kIndexLayer, grid.IndexTitlePlace(), IndexTitle(grid), {grid.IndexTextHeight()});
+  m_writer.Text(kIndexLayer, grid.IndexTitlePlace(), IndexTitle(grid, japanese), {grid.IndexTextHeight()});
 }
 
 void DxfSectionWriter::Add(const SectionView& view, const SectionDrawing& drawing) {
@@ -255,7 +265,8 @@ void DxfSectionWriter::Add(const SectionView& view, const SectionDrawing& drawin
   for (const DrawnLine& line : drawing.lines) Line(line, sheet);
   for (const DrawnMark& mark : drawing.marks) Mark(mark, sheet);
   for (const DrawnText& text : drawing.texts) Text(text, sheet);
-  Origin(view, sheet);
+  Origin(sheet.origin);
+  Label(view, sheet.PlaceOf({drawing.left, drawing.top}));
   IndexEntry(view);
   ++m_sheet;
 }
@@ -294,26 +305,26 @@ void DxfSectionWriter::Text(const DrawnText& text, const Sheet& sheet) {
 }
 
 /// The centre line at the reference height: the place that offsets and heights are measured from.
-void DxfSectionWriter::Origin(const SectionView& view, const Sheet& sheet) {
+void DxfSectionWriter::Origin(DxfPlace at) {
   const double arm = Metres(kOriginArm);
-  const DxfPlace at = sheet.origin;
   m_writer.Point(kOriginLayer, at);
   m_writer.Line(kOriginLayer, {at.x - arm, at.y}, {at.x + arm, at.y});
   m_writer.Line(kOriginLayer, {at.x, at.y - arm}, {at.x, at.y + arm});
-  const std::string height(FixedDecimal(sheet.reference, 3).View());
-  m_writer.Text(kOriginLayer, {at.x + arm / 4, at.y - arm}, (view.centerHeight ? "DL=" : "H=") + height,
-                {Metres(kOriginArm / 2)});
+}
+
+/// The sheet's name and the height of its origin, above the corner of the drawing.
+void DxfSectionWriter::Label(const SectionView& view, DxfPlace corner) {
+  const DxfTextStyle style = {m_grid.IndexTextHeight()};
+  m_writer.Text(kIndexLayer, corner, m_grid.NameOf(m_sheet), style);
+  m_writer.Text(kOriginLayer, {corner.x + m_grid.IndexStationAt(), corner.y}, ReferenceText(view), style);
 }
 
 void DxfSectionWriter::IndexEntry(const SectionView& view) {
   const DxfTextStyle style = {m_grid.IndexTextHeight()};
-  const std::string name = m_grid.NameOf(m_sheet);
   const DxfPlace place = m_grid.IndexPlaceOf(m_sheet);
-  m_writer.Text(kIndexLayer, place, name, style);
+  m_writer.Text(kIndexLayer, place, m_grid.NameOf(m_sheet), style);
   m_writer.Text(kIndexLayer, {place.x + m_grid.IndexStationAt(), place.y}, StationOf(view), style);
   m_writer.Text(kIndexLayer, {place.x + m_grid.IndexNameAt(), place.y}, vorn_host::NameOf(view), style);
-  const DxfArea area = m_grid.AreaOf(m_sheet);
-  m_writer.Text(kIndexLayer, {area.low.x, area.high.y + style.height}, name, style);
 }
 
 }  // namespace vorn_host

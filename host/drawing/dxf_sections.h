@@ -79,7 +79,8 @@ class SheetGrid {
 class DxfSectionWriter {
  public:
   /// The grid has to outlive the writer.
-  DxfSectionWriter(TextSink sink, const SheetGrid& grid);
+  /// @param japanese whether the index has its heading in Japanese
+  DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese = false);
 
   /// Writes the next section; the order is that of the grid.
   void Add(const SectionView& view, const SectionDrawing& drawing);
@@ -100,7 +101,8 @@ class DxfSectionWriter {
   void Line(const DrawnLine& line, const Sheet& sheet);
   void Mark(const DrawnMark& mark, const Sheet& sheet);
   void Text(const DrawnText& text, const Sheet& sheet);
-  void Origin(const SectionView& view, const Sheet& sheet);
+  void Origin(DxfPlace at);
+  void Label(const SectionView& view, DxfPlace corner);
   void IndexEntry(const SectionView& view);
 
   const SheetGrid& m_grid;

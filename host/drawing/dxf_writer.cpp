@@ -87,8 +87,9 @@ std::string Escaped(std::string_view utf8, std::size_t at, std::size_t end, std:
   const auto next = [&](char c) { return end < utf8.size() && utf8[end] == c; };
   if (IsControl(character)) return " ";
   if (character == "^") return "^ ";
-  // A percent sign alone is one; two of them begin a control code, so each of a run is spelled out.
-  if (character == "%" && (next('%') || (at > 0 && utf8[at - 1] == '%'))) return "%%%";
+  // Two percent signs begin a control code, and programs differ in how a sign is spelled out: in a run they are
+  // full-width ones, which all show alike.
+  if (character == "%" && (next('%') || (at > 0 && utf8[at - 1] == '%'))) return Encoded("％");
   // What reads like an escape and is none, behind a backslash or a character whose second byte looks like one.
   if ((character == "U" || character == "M") && next('+') && written.ends_with('\\')) {
     return UnicodeEscape(static_cast<unsigned char>(character[0]));

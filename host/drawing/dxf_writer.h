@@ -53,8 +53,8 @@ struct DxfTextStyle {
 };
 
 /// A text as a drawing file holds it: code page 932, with `\U+XXXX` for what that lacks. Nothing in it is taken for a
-/// control code (`%%d`, `^J`) or ends its line; control characters become blanks. It is cut where the format's limit
-/// of 255 bytes would be passed.
+/// control code (`%%d`, which becomes `％％d`, `^J`) or ends its line; control characters become blanks. It is cut
+/// where the format's limit of 255 bytes would be passed.
 [[nodiscard]] std::string DxfText(std::string_view utf8);
 
 /// Writes a CAD drawing in the oldest version of DXF that is still read everywhere, R12 in ASCII, with Japanese text in

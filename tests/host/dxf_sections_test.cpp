@@ -254,6 +254,30 @@ TEST(DxfSections, AreListedInAnIndexAndNamedViews) {
   EXPECT_THAT(views, testing::ElementsAre("S0001", "S0002"));
 }
 
+TEST(DxfSections, TellSectionsOfOneStationApart) {
+  std::vector<DrawnSection> sections = Many(2);
+  sections[1].view.isBehindChange = true;
+  EXPECT_THAT(TextsOn(FileOf(sections), "INDEX"),
+              testing::IsSupersetOf({std::string("No.6+0.0000"), std::string("No.6+0.0000 (behind)")}));
+}
+
+TEST(DxfSections, HaveTheirNameAndReferenceAboveTheirCorner) {
+  const std::vector<DrawnSection> sections = Many(2);
+  const SheetGrid grid = GridOf(sections);
+  const DxfItem second = ItemsOf(FileOf(sections), "TEXT", "ORIGIN").at(1);
+  EXPECT_EQ(second[1], "DL=62.000");
+  EXPECT_EQ(second.Place().y, grid.OriginOf(1).y + 66.0 - 62.0);
+  EXPECT_GT(second.Place().x, grid.OriginOf(1).x - 22.0);
+}
+
+TEST(DxfSections, HaveAJapaneseHeadingOnRequest) {
+  const SheetGrid grid = GridOf(Many(1));
+  std::string file;
+  DxfSectionWriter writer([&](std::string_view piece) { file += piece; }, grid, true);
+  writer.Finish();
+  EXPECT_THAT(TextsOn(file, "INDEX"), Contains(DxfText("横断面 1  縮尺 1:200  単位 m")));
+}
+
 TEST(DxfSections, LieWithinTheExtents) {
   const std::vector<DrawnSection> sections = Many(23);
   const DxfArea extents = GridOf(sections).Extents();

@@ -255,7 +255,9 @@ TEST(DxfText, KeepsTheLineWhole) {
 
 TEST(DxfText, WritesSignsThatAreNoControlCodesSo) {
   EXPECT_EQ(DxfText("-1.5%"), "-1.5%");
-  EXPECT_EQ(DxfText("100%%d"), "100%%%%%%d");
+  EXPECT_EQ(DxfText("100%%d%"),
+            "100\x81\x93\x81\x93"
+            "d%");
   EXPECT_EQ(DxfText("^J"), "^ J");
   EXPECT_EQ(DxfText("\\U+0041"), "\\\\U+0055+0041");
   EXPECT_EQ(DxfText("\\M+n8140"), "\\\\U+004D+n8140");
