@@ -281,7 +281,7 @@ void AddDrawingOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& 
   command
       .add_option("--scale", options->drawing.scale,
                   "dxf: texts and marks are as large as on paper at 1:N (the largest usual scale that fits)")
-      ->check(CLI::Range(1.0, kLargestScale))
+      ->check(InRange(1.0, kLargestScale))
       ->type_name("N");
   command
       .add_option_function<std::string>(
@@ -318,7 +318,7 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
   command
       ->add_option("--height", options->centerHeight,
                    "height of the centre line in metres, where the design does not tell it")
-      ->check(CLI::Range(-kLargestHeight, kLargestHeight))
+      ->check(InRange(-kLargestHeight, kLargestHeight))
       ->type_name("H");
   AddDrawingOptions(*command, options);
   AddTableOptions(*command, options);

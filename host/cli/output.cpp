@@ -109,6 +109,7 @@ void Print(const Json& json) {
   WriteToStandardOutput(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
 }
 
+void PrintVerbatim(std::string_view text) { WriteToStandardOutput(text); }
 void PrintPieces(const std::function<void(const vorn_host::TextSink&)>& produce) {
   produce(PutToStandardOutput);
   Require(std::fflush(stdout) == 0);

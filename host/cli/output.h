@@ -45,6 +45,8 @@ class TextReport {
 /// Writes to the standard output; throws `DocumentError` when that fails (a full disk behind a redirection).
 void Print(const TextReport& report);
 void Print(const Json& json);
+/// As it is: what a command makes for other programs.
+void PrintVerbatim(std::string_view text);
 /// A file that goes to the standard output, piece by piece.
 void PrintPieces(const std::function<void(const vorn_host::TextSink&)>& produce);
 
