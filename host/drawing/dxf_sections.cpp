@@ -89,8 +89,9 @@ double RoundedUp(double metres) {
 }
 
 /// Of two sections at one station, the one behind the change of shape is told apart.
-std::string StationOf(const SectionView& view) {
-  return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? " (behind)" : "");
+std::string StationOf(const SectionView& view, bool japanese) {
+  const char* behind = japanese ? " (後)" : " (behind)";
+  return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? behind : "");
 }
 
 /// What stands beside the name of a sheet: the height that its origin lies at.
@@ -121,7 +122,7 @@ void SheetGrid::Add(const SectionView& view, const SectionDrawing& drawing) {
   ++m_count;
   m_scale = std::max(m_scale, drawing.scale);
   m_largestScale = std::min(m_largestScale, drawing.scale);
-  m_stationWidth = std::max(m_stationWidth, WidthOf(StationOf(view)));
+  m_stationWidth = std::max(m_stationWidth, WidthOf(StationOf(view, false)));
   m_nameWidth = std::max(m_nameWidth, WidthOf(vorn_host::NameOf(view)));
   Include(drawing, ReferenceHeight(view));
 }
@@ -255,7 +256,7 @@ DxfTextStyle::Anchor AnchorOf(DrawnText::Anchor anchor) {
 }  // namespace
 
 DxfSectionWriter::DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese)
-    : m_grid(grid), m_writer(std::move(sink), HeaderOf(grid)) {
+    : m_grid(grid), m_japanese(japanese), m_writer(std::move(sink), HeaderOf(grid)) {
   if (grid.Count() == 0) return;
   m_writer.Text(kIndexLayer, grid.IndexTitlePlace(), IndexTitle(grid, japanese), {grid.IndexTextHeight()});
 }
@@ -323,7 +324,7 @@ void DxfSectionWriter::IndexEntry(const SectionView& view) {
   const DxfTextStyle style = {m_grid.IndexTextHeight()};
   const DxfPlace place = m_grid.IndexPlaceOf(m_sheet);
   m_writer.Text(kIndexLayer, place, m_grid.NameOf(m_sheet), style);
-  m_writer.Text(kIndexLayer, {place.x + m_grid.IndexStationAt(), place.y}, StationOf(view), style);
+  m_writer.Text(kIndexLayer, {place.x + m_grid.IndexStationAt(), place.y}, StationOf(view, m_japanese), style);
   m_writer.Text(kIndexLayer, {place.x + m_grid.IndexNameAt(), place.y}, vorn_host::NameOf(view), style);
 }
 

@@ -79,7 +79,7 @@ class SheetGrid {
 class DxfSectionWriter {
  public:
   /// The grid has to outlive the writer.
-  /// @param japanese whether the index has its heading in Japanese
+  /// @param japanese whether the words of the index are Japanese
   DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese = false);
 
   /// Writes the next section; the order is that of the grid.
@@ -106,6 +106,7 @@ class DxfSectionWriter {
   void IndexEntry(const SectionView& view);
 
   const SheetGrid& m_grid;
+  bool m_japanese;
   DxfWriter m_writer;
   int m_sheet = 0;
 };

@@ -270,12 +270,16 @@ TEST(DxfSections, HaveTheirNameAndReferenceAboveTheirCorner) {
   EXPECT_GT(second.Place().x, grid.OriginOf(1).x - 22.0);
 }
 
-TEST(DxfSections, HaveAJapaneseHeadingOnRequest) {
-  const SheetGrid grid = GridOf(Many(1));
+TEST(DxfSections, HaveAJapaneseIndexOnRequest) {
+  std::vector<DrawnSection> sections = Many(1);
+  sections[0].view.isBehindChange = true;
+  const SheetGrid grid = GridOf(sections);
   std::string file;
   DxfSectionWriter writer([&](std::string_view piece) { file += piece; }, grid, true);
+  writer.Add(sections[0].view, sections[0].drawing);
   writer.Finish();
-  EXPECT_THAT(TextsOn(file, "INDEX"), Contains(DxfText("横断面 1  縮尺 1:200  単位 m")));
+  EXPECT_THAT(TextsOn(file, "INDEX"),
+              testing::IsSupersetOf({DxfText("横断面 1  縮尺 1:200  単位 m"), DxfText("No.6+0.0000 (後)")}));
 }
 
 TEST(DxfSections, LieWithinTheExtents) {
