@@ -153,8 +153,10 @@ class Sheet {
     const int decimals = DecimalsOf(step);
     const double first = std::ceil(from / millimetresOfMetre / step);
     const double last = std::floor(to / millimetresOfMetre / step);
-    for (double tick = first; tick <= last; tick += 1.0) {
-      visit(tick * step * millimetresOfMetre, ValueText(tick * step, decimals, decimals));
+    const int ticks = static_cast<int>(std::clamp(last - first, -1.0, kMostSteps)) + 1;
+    for (int i = 0; i < ticks; ++i) {
+      const double tick = (first + i) * step;
+      visit(tick * millimetresOfMetre, ValueText(tick, decimals, decimals));
     }
   }
 
