@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "vorn/platform/fixed_decimal.h"
+
 namespace vorn_cli {
 
 namespace {
@@ -53,6 +55,18 @@ void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>
   AddEncoding(
       command, [&encoding](vorn_host::TextEncoding chosen) { encoding = chosen; },
       "encoding of the written document (its own unless told otherwise)");
+}
+
+CLI::Validator InRange(double low, double high) {
+  const std::string range =
+      std::string(FixedDecimal(low, 4).View()) + " to " + std::string(FixedDecimal(high, 4).View());
+  return {[=](const std::string& text) {
+            double value = 0.0;
+            // Written so that NaN, which compares with nothing, is refused.
+            const bool isInside = CLI::detail::lexical_cast(text, value) && value >= low && value <= high;
+            return isInside ? std::string() : text + " is no number from " + range;
+          },
+          ""};
 }
 
 }  // namespace vorn_cli

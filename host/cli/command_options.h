@@ -19,4 +19,7 @@ void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding);
 /// `--encoding` where the document's own is kept unless told otherwise.
 void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>& encoding);
 
+/// A number between two limits, both included; what is no number is not.
+[[nodiscard]] CLI::Validator InRange(double low, double high);
+
 }  // namespace vorn_cli

@@ -9,9 +9,11 @@
 #include "host/cli/crs_command.h"
 #include "host/cli/datums_command.h"
 #include "host/cli/edit_command.h"
+#include "host/cli/export_command.h"
 #include "host/cli/forms_command.h"
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
+#include "host/cli/plot_command.h"
 #include "host/cli/sample_command.h"
 #include "host/cli/settings_command.h"
 #include "host/document/atomic_file.h"
@@ -30,7 +32,9 @@ int Run(int argc, char** argv) {
   vorn_cli::AddCheckCommand(app, exitCode);
   vorn_cli::AddConvertCommand(app, exitCode);
   vorn_cli::AddEditCommand(app, exitCode);
+  vorn_cli::AddExportCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
+  vorn_cli::AddPlotCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
   vorn_cli::AddDatumsCommand(app, exitCode);
   vorn_cli::AddCrsCommand(app, exitCode);

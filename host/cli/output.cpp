@@ -44,10 +44,17 @@ void PadTo(std::string& line, std::size_t width) {
   if (present < width) line.append(width - present, ' ');
 }
 
+void Require(bool written) {
+  if (!written) throw vorn_host::DocumentError("the report cannot be written to the standard output");
+}
+
+void PutToStandardOutput(std::string_view text) {
+  Require(std::fwrite(text.data(), 1, text.size(), stdout) == text.size());
+}
+
 void WriteToStandardOutput(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-    throw vorn_host::DocumentError("the report cannot be written to the standard output");
-  }
+  PutToStandardOutput(text);
+  Require(std::fflush(stdout) == 0);
 }
 
 }  // namespace
@@ -100,6 +107,12 @@ void Print(const TextReport& report) { WriteToStandardOutput(report.Text()); }
 void Print(const Json& json) {
   // Texts are UTF-8 already; whatever is not would be shown replaced rather than end the command.
   WriteToStandardOutput(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+}
+
+void PrintVerbatim(std::string_view text) { WriteToStandardOutput(text); }
+void PrintPieces(const std::function<void(const vorn_host::TextSink&)>& produce) {
+  produce(PutToStandardOutput);
+  Require(std::fflush(stdout) == 0);
 }
 
 void PrintError(std::string_view sentence) {

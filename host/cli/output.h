@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/document/atomic_file.h"
 #include "host/document/carried_content.h"
 #include "host/document/unread_values.h"
 
@@ -43,6 +45,10 @@ class TextReport {
 /// Writes to the standard output; throws `DocumentError` when that fails (a full disk behind a redirection).
 void Print(const TextReport& report);
 void Print(const Json& json);
+/// As it is: what a command makes for other programs.
+void PrintVerbatim(std::string_view text);
+/// A file that goes to the standard output, piece by piece.
+void PrintPieces(const std::function<void(const vorn_host::TextSink&)>& produce);
 
 /// One sentence to the standard error, behind "vorn: ".
 void PrintError(std::string_view sentence);

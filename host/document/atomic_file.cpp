@@ -72,13 +72,23 @@ bool FlushToDisk(std::FILE* file) {
 #endif
 }
 
+using Producer = std::function<void(const TextSink&)>;
+
 /// Writes, flushes and closes; `path` is what messages name.
-void WriteAll(File file, std::string_view content, const fs::path& path) {
+void WriteAll(File file, const Producer& produce, const fs::path& path) {
+  produce([&](std::string_view piece) {
+    errno = 0;
+    if (std::fwrite(piece.data(), 1, piece.size(), file.get()) == piece.size()) return;
+    ThrowFileError(path, "cannot be written", LastError());
+  });
   errno = 0;
-  const bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
-                       std::fflush(file.get()) == 0 && FlushToDisk(file.get());
-  if (!written) ThrowFileError(path, "cannot be written", LastError());
+  if (std::fflush(file.get()) != 0 || !FlushToDisk(file.get())) ThrowFileError(path, "cannot be written", LastError());
   if (std::fclose(file.release()) != 0) ThrowFileError(path, "cannot be written", LastError());
+}
+
+/// Content that is there as a whole.
+Producer Whole(std::string_view content) {
+  return [content](const TextSink& write) { write(content); };
 }
 
 /// The file that a path names in the end, whether it exists yet or not.
@@ -275,10 +285,10 @@ void TakeOver(const fs::path& temporary, const fs::path& former) {
 }
 
 /// Fills a temporary file that is to replace `former` or to be its copy; `path` is what messages name.
-void Fill(TemporaryFile& temporary, std::string_view content, const fs::path& former, const fs::path& path) {
+void Fill(TemporaryFile& temporary, const Producer& produce, const fs::path& former, const fs::path& path) {
   File file = temporary.Create(path);
   TakeOver(temporary.Path(), former);
-  WriteAll(std::move(file), content, path);
+  WriteAll(std::move(file), produce, path);
 }
 
 /// Whether a further name of the file could be removed again in any directory: in one with the sticky bit only the
@@ -314,13 +324,37 @@ void PutInPlace(TemporaryFile& temporary, const fs::path& target, const fs::path
 void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, const fs::path& path) {
   TemporaryFile former(target);
   if (!MayHaveSecondName(target) || !former.LinkTo(target)) {
-    Fill(former, ReadFileIfThere(target).value_or(std::string()), target, path);
+    const std::string content = ReadFileIfThere(target).value_or(std::string());
+    Fill(former, Whole(content), target, path);
   }
   PutInPlace(temporary, target, path);
   const std::error_code error = former.RenameTo(BackupOf(target));
   if (!error) return;
   former.RenameTo(target);
   ThrowFileError(path, "the former file cannot be kept", error);
+}
+
+void Save(const fs::path& path, const Producer& produce, FormerFile former) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
+  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    WriteAll(Open(path, "wb", path, "cannot be opened for writing"), produce, path);
+    return;
+  }
+
+  const fs::path target = ThroughLinks(path);
+  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
+  RemoveStaleTemporaries(target);
+  TemporaryFile temporary(target);
+  Fill(temporary, produce, target, path);
+  if (former == FormerFile::Keep && fs::exists(status)) {
+    PutInPlaceKeepingFormer(temporary, target, path);
+  } else {
+    PutInPlace(temporary, target, path);
+  }
+  FlushDirectory(target.parent_path());
 }
 
 }  // namespace
@@ -359,27 +393,10 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view content, FormerFile former) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
-  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
-    WriteAll(Open(path, "wb", path, "cannot be opened for writing"), content, path);
-    return;
-  }
-
-  const fs::path target = ThroughLinks(path);
-  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
-  RemoveStaleTemporaries(target);
-  TemporaryFile temporary(target);
-  Fill(temporary, content, target, path);
-  if (former == FormerFile::Keep && fs::exists(status)) {
-    PutInPlaceKeepingFormer(temporary, target, path);
-  } else {
-    PutInPlace(temporary, target, path);
-  }
-  FlushDirectory(target.parent_path());
+  Save(path, Whole(content), former);
 }
+
+void WriteFileAtomically(const fs::path& path, const Producer& produce) { Save(path, produce, FormerFile::Drop); }
 
 void RemoveUnfinishedFilesOnSignals() {
 #ifndef _WIN32

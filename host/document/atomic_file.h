@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,13 @@ namespace vorn_host {
 /// The temporary file of "design.xml" is ".design.xml-" with ten digits and ".tmp". One that a killed program left is
 /// removed by the next save of the same file that comes an hour later.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
+
+/// Takes the next piece of a text that is written from its beginning to its end.
+using TextSink = std::function<void(std::string_view)>;
+
+/// As above, for content that is made piece by piece and need not be in memory as a whole. When `produce` throws,
+/// nothing is written.
+void WriteFileAtomically(const std::filesystem::path& path, const std::function<void(const TextSink&)>& produce);
 
 /// Whether the file that was there before is kept when another takes its place.
 enum class FormerFile { Drop, Keep };

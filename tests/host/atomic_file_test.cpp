@@ -140,6 +140,31 @@ TEST(WriteFileAtomically, TakesTheOldFilesPlace) {
   EXPECT_THAT(directory.Names(), ElementsAre("a"));
 }
 
+TEST(WriteFileAtomically, TakesContentPieceByPiece) {
+  const TemporaryDirectory directory;
+  directory.Write("f", "old");
+  WriteFileAtomically(directory / "f", [](const vorn_host::TextSink& write) {
+    write("one, ");
+    write("");
+    write("two");
+  });
+  EXPECT_EQ(ReadFile(directory / "f"), "one, two");
+  EXPECT_THAT(directory.Names(), ElementsAre("f"));
+}
+
+TEST(WriteFileAtomically, WritesNothingWhenAPieceCannotBeMade) {
+  const TemporaryDirectory directory;
+  directory.Write("f", "old");
+  const auto stop = [](const vorn_host::TextSink& write) {
+    write("one, ");
+    throw DocumentError("stopped");
+  };
+  EXPECT_THROW(WriteFileAtomically(directory / "f", stop), DocumentError);
+  EXPECT_THROW(WriteFileAtomically(directory / "new", stop), DocumentError);
+  EXPECT_EQ(ReadFile(directory / "f"), "old");
+  EXPECT_THAT(directory.Names(), ElementsAre("f"));
+}
+
 TEST(WriteFileAtomically, WorksForAPathWithoutADirectory) {
   const TemporaryDirectory directory;
   const fs::path former = fs::current_path();

@@ -1,0 +1,337 @@
+#include "host/cli/export_command.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "host/cli/command_options.h"
+#include "host/cli/output.h"
+#include "host/cli/progress.h"
+#include "host/document/atomic_file.h"
+#include "host/drawing/dxf_sections.h"
+#include "host/drawing/section_csv.h"
+#include "host/drawing/section_drawing.h"
+#include "host/drawing/section_geojson.h"
+#include "host/drawing/section_view.h"
+#include "host/project/design_file.h"
+#include "vorn/platform/fixed_decimal.h"
+
+namespace vorn_cli {
+
+namespace {
+
+using vorn_host::CsvContent;
+using vorn_host::DesignDocument;
+using vorn_host::SectionView;
+using vorn_host::TextSink;
+
+/// Farther from the datum than any road, and still exact to the last place of a document.
+constexpr double kLargestHeight = 99999.9999;
+constexpr double kLargestScale = 100'000.0;
+
+enum class Format { Dxf, Csv, GeoJson };
+
+struct ExportOptions {
+  std::string file;
+  std::string out;  ///< empty for the standard output
+  std::optional<Format> format;
+  CsvContent content = CsvContent::Points;
+  bool byteOrderMark = false;
+  std::optional<double> centerHeight;
+  vorn_host::DrawingOptions drawing;
+  DesignDocument::ReadOptions read;
+  bool json = false;
+};
+
+/// What was exported; both the text and the JSON are made from it.
+struct ExportSummary {
+  Format format = Format::Dxf;
+  int sections = 0;
+  int entries = 0;     ///< rows of a table, features of a collection
+  double scale = 0.0;  ///< 1:scale of a drawing
+  int notes = 0;
+  std::vector<std::string> firstNotes;  ///< each with its station
+};
+
+const std::map<std::string, Format>& Formats() {
+  static const std::map<std::string, Format> formats = {
+      {"dxf", Format::Dxf}, {"csv", Format::Csv}, {"geojson", Format::GeoJson}};
+  return formats;
+}
+
+std::string NameOf(Format format) {
+  for (const auto& [name, known] : Formats()) {
+    if (known == format) return name;
+  }
+  return {};
+}
+
+const std::map<std::string, CsvContent>& Contents() {
+  static const std::map<std::string, CsvContent> contents = {
+      {"points", CsvContent::Points}, {"ground", CsvContent::Ground}, {"targets", CsvContent::Targets}};
+  return contents;
+}
+
+/// The format that a file name ends with.
+std::optional<Format> FormatOfName(const std::string& name) {
+  std::string ending = std::filesystem::path(name).extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (ending == ".json") return Format::GeoJson;
+  const auto found = Formats().find(ending.empty() ? ending : ending.substr(1));
+  return found == Formats().end() ? std::nullopt : std::optional(found->second);
+}
+
+Format FormatOf(const ExportOptions& options) {
+  const std::optional<Format> format = options.format ? options.format : FormatOfName(options.out);
+  if (format) return *format;
+  throw CLI::ValidationError("--format", options.out.empty()
+                                             ? "has to be told where the standard output is written"
+                                             : "has to be told, as the name of " + options.out + " tells none");
+}
+
+/// What is written never takes the place of the design that it comes from.
+void RefuseToReplaceDesign(const ExportOptions& options) {
+  std::error_code absent;
+  if (std::filesystem::equivalent(options.file, options.out, absent)) {
+    throw CLI::ValidationError("--output", "the export would replace the design " + options.file);
+  }
+}
+
+void RefuseMisplacedOptions(const CLI::App& command, const ExportOptions& options, Format format) {
+  const auto only = [&](Format one, const char* name, const char* reason) {
+    if (format != one && command.count(name) > 0) throw CLI::ValidationError(name, reason);
+  };
+  only(Format::Csv, "--what", "only a table (csv) shows one thing at a time");
+  only(Format::Csv, "--bom", "only a table (csv) begins with a byte-order mark");
+  only(Format::Dxf, "--scale", "only a drawing (dxf) has a scale");
+  only(Format::Dxf, "--language", "only a drawing (dxf) has words of its own");
+  if (options.json && options.out.empty()) {
+    throw CLI::ValidationError("--json", "tells what was written into a file; -o names one");
+  }
+}
+
+/// The cross sections of a design, one at a time.
+class Sections {
+ public:
+  Sections(const DesignDocument& document, std::optional<double> centerHeight)
+      : m_viewer(document), m_centerHeight(centerHeight) {
+    for (int set = 0; set < document.sets.GetSize(); ++set) {
+      const int count = document.sets[set].GetXSectionArray().GetSize();
+      for (int section = 0; section < count; ++section) m_places.emplace_back(set, section);
+    }
+  }
+
+  /// Hands every cross section over, in the order of the document.
+  void ForEach(Progress& progress, std::string_view doing, const std::function<void(const SectionView&)>& take) const {
+    for (int i = 0; i < Count(); ++i) {
+      progress.Show(doing, i, Count());
+      const auto& [set, section] = m_places[static_cast<std::size_t>(i)];
+      take(m_viewer.Of(set, section, m_centerHeight));
+    }
+  }
+
+  [[nodiscard]] int Count() const { return static_cast<int>(m_places.size()); }
+
+ private:
+  vorn_host::SectionViewer m_viewer;
+  std::optional<double> m_centerHeight;
+  std::vector<std::pair<int, int>> m_places;  ///< set and section
+};
+
+void NoteWhatIsNotShown(const SectionView& view, ExportSummary& summary) {
+  constexpr std::size_t kShown = 20;
+  summary.notes += static_cast<int>(view.notes.size());
+  for (const std::string& note : view.notes) {
+    if (summary.firstNotes.size() < kShown) summary.firstNotes.push_back(view.stationText + ": " + note);
+  }
+}
+
+/// Where every section has its place, at one scale for all.
+vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions& drawing, Progress& progress) {
+  const auto measured = [&] {
+    vorn_host::SheetGrid grid;
+    sections.ForEach(progress, "placing cross sections",
+                     [&](const SectionView& view) { grid.Add(view, vorn_host::Draw(view, drawing)); });
+    return grid;
+  };
+  vorn_host::SheetGrid grid = measured();
+  if (!grid.HasOneScale()) {
+    drawing.scale = grid.Scale();
+    grid = measured();
+  }
+  return grid;
+}
+
+/// Runs `produce` on the file to write, or on the standard output.
+void WriteOut(const std::string& out, const std::function<void(const TextSink&)>& produce) {
+  out.empty() ? PrintPieces(produce) : vorn_host::WriteFileAtomically(out, produce);
+}
+
+void ExportDxf(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
+  vorn_host::DrawingOptions drawing = options.drawing;
+  const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress);
+  summary.scale = grid.Scale();
+  WriteOut(options.out, [&](const TextSink& write) {
+    vorn_host::DxfSectionWriter writer(write, grid, drawing.japanese);
+    sections.ForEach(progress, "drawing cross sections", [&](const SectionView& view) {
+      NoteWhatIsNotShown(view, summary);
+      writer.Add(view, vorn_host::Draw(view, drawing));
+    });
+    writer.Finish();
+  });
+}
+
+void ExportCsv(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
+  WriteOut(options.out, [&](const TextSink& write) {
+    vorn_host::SectionCsvWriter writer(write, options.content, options.byteOrderMark);
+    sections.ForEach(progress, "writing cross sections", [&](const SectionView& view) {
+      NoteWhatIsNotShown(view, summary);
+      writer.Add(view);
+    });
+    summary.entries = writer.RowCount();
+  });
+}
+
+void ExportGeoJson(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
+  WriteOut(options.out, [&](const TextSink& write) {
+    vorn_host::SectionGeoJsonWriter writer(write);
+    sections.ForEach(progress, "writing cross sections", [&](const SectionView& view) {
+      NoteWhatIsNotShown(view, summary);
+      writer.Add(view);
+    });
+    writer.Finish();
+    summary.entries = writer.FeatureCount();
+  });
+}
+
+ExportSummary Export(const ExportOptions& options, Format format) {
+  Progress progress(Progress::IsLong(options.file));
+  progress.Show("reading", 0, 1);
+  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const Sections sections(document, options.centerHeight);
+  ExportSummary summary;
+  summary.format = format;
+  summary.sections = sections.Count();
+  switch (format) {
+    case Format::Dxf:
+      ExportDxf(sections, options, progress, summary);
+      break;
+    case Format::Csv:
+      ExportCsv(sections, options, progress, summary);
+      break;
+    case Format::GeoJson:
+      ExportGeoJson(sections, options, progress, summary);
+      break;
+  }
+  return summary;
+}
+
+std::string ScaleText(double scale) { return "1:" + std::string(FixedDecimal(scale, 0).View()); }
+
+void PrintText(const ExportOptions& options, const ExportSummary& summary) {
+  TextReport report;
+  report.Row("Written", options.out);
+  report.Row("Format", NameOf(summary.format));
+  report.Row("Cross sections", std::to_string(summary.sections));
+  if (summary.format == Format::Dxf) report.Row("Scale of texts", ScaleText(summary.scale));
+  if (summary.format == Format::Csv) report.Row("Rows", std::to_string(summary.entries));
+  if (summary.format == Format::GeoJson) report.Row("Features", std::to_string(summary.entries));
+  if (summary.notes > 0) report.Line("Notes:");
+  for (const std::string& note : summary.firstNotes) report.Line(note, 4);
+  const int more = summary.notes - static_cast<int>(summary.firstNotes.size());
+  if (more > 0) report.Line("and " + std::to_string(more) + " more", 4);
+  Print(report);
+}
+
+void PrintJson(const ExportOptions& options, const ExportSummary& summary) {
+  const auto ifFormat = [&](Format format, Json value) { return summary.format == format ? std::move(value) : Json(); };
+  Print(Json{{"written", options.out},
+             {"format", NameOf(summary.format)},
+             {"crossSections", summary.sections},
+             {"scale", ifFormat(Format::Dxf, summary.scale)},
+             {"rows", ifFormat(Format::Csv, summary.entries)},
+             {"features", ifFormat(Format::GeoJson, summary.entries)},
+             {"notes", summary.notes},
+             {"firstNotes", summary.firstNotes}});
+}
+
+/// The standard output holds the export itself; who reads it has to know that there is more to know.
+void TellOfNotes(const ExportSummary& summary) {
+  if (summary.notes == 0) return;
+  PrintError(Counted(summary.notes, "note") + " on what is shown and what is not; an export into a file (-o) lists " +
+             (summary.notes == 1 ? "it" : "them"));
+}
+
+void Report(const ExportOptions& options, const ExportSummary& summary) {
+  if (options.out.empty()) return TellOfNotes(summary);
+  options.json ? PrintJson(options, summary) : PrintText(options, summary);
+}
+
+void AddDrawingOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& options) {
+  command
+      .add_option("--scale", options->drawing.scale,
+                  "dxf: texts and marks are as large as on paper at 1:N (the largest usual scale that fits)")
+      ->check(InRange(1.0, kLargestScale))
+      ->type_name("N");
+  command
+      .add_option_function<std::string>(
+          "--language", [options](const std::string& text) { options->drawing.japanese = text == "ja"; },
+          "dxf: words of the drawing itself (en unless told otherwise)")
+      ->check(CLI::IsMember(std::vector<std::string>{"en", "ja"}))
+      ->type_name("LANGUAGE");
+}
+
+void AddTableOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& options) {
+  command
+      .add_option_function<std::string>(
+          "--what", [options](const std::string& text) { options->content = Contents().at(text); },
+          "csv: points, ground or targets (points unless told otherwise)")
+      ->check(CLI::IsMember(&Contents()))
+      ->type_name("WHAT");
+  command.add_flag("--bom", options->byteOrderMark, "csv: begin with a byte-order mark, for spreadsheets");
+}
+
+}  // namespace
+
+void AddExportCommand(CLI::App& app, int& exitCode) {
+  const auto options = std::make_shared<ExportOptions>();
+  CLI::App* command = app.add_subcommand("export", "Write the cross sections for CAD (dxf) and for scripts");
+  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
+  command->add_option("-o,--output", options->out, "the file to write (the standard output unless told otherwise)")
+      ->type_name("OUT");
+  command
+      ->add_option_function<std::string>(
+          "--format", [options](const std::string& text) { options->format = Formats().at(text); },
+          "dxf, csv or geojson (what the name of OUT ends with unless told otherwise)")
+      ->check(CLI::IsMember(&Formats()))
+      ->type_name("FORMAT");
+  command
+      ->add_option("--height", options->centerHeight,
+                   "height of the centre line in metres, where the design does not tell it")
+      ->check(InRange(-kLargestHeight, kLargestHeight))
+      ->type_name("H");
+  AddDrawingOptions(*command, options);
+  AddTableOptions(*command, options);
+  AddAssumeOption(*command, options->read.assume);
+  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
+  command->add_flag("--json", options->json, "JSON for programs");
+  command->callback([options, command, &exitCode] {
+    const Format format = FormatOf(*options);
+    RefuseMisplacedOptions(*command, *options, format);
+    RefuseToReplaceDesign(*options);
+    Report(*options, Export(*options, format));
+    exitCode = kOk;
+  });
+}
+
+}  // namespace vorn_cli

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/drawing/section_view.h"
+
+namespace vorn_host {
+
+/// What a piece of a drawing shows: each kind can be switched off, has a colour and a line of its own, and is a layer
+/// in CAD.
+enum class DrawingKind {
+  DesignSurface,
+  Slope,  ///< slope and berm segments of the design surface
+  PavementLayer,
+  OtherForm,
+  Ground,
+  GroundHatch,
+  Crossing,
+  CenterLine,
+  Code,       ///< codes at the points
+  Grade,      ///< slope ratios and grades on the segments
+  Dimension,  ///< widths and heights of the control targets
+  Frame,      ///< frame, axes with their numbers, scale bar
+  Title,      ///< station and name
+};
+
+/// A line through places, in metres of the section plane.
+struct DrawnLine {
+  DrawingKind kind = DrawingKind::Frame;
+  std::vector<SectionPlace> places;
+  int form = -1;    ///< index into `SectionView::forms`; -1 where it belongs to none
+  int target = -1;  ///< index into `SectionView::targets`; -1 where it belongs to none
+};
+
+/// A mark at a place: a circle at a point, a triangle at a height, the arrow of a dimension.
+struct DrawnMark {
+  enum class Shape { Point, Crossing, Height, Arrow };
+  DrawingKind kind = DrawingKind::Code;
+  Shape shape = Shape::Point;
+  SectionPlace place;
+  double angle = 0.0;  ///< degrees, counter-clockwise, for arrows
+  int form = -1;
+  int point = -1;  ///< index into the points of the form
+  int target = -1;
+};
+
+/// A text at a place. Its size is in millimetres on paper, whatever the scale.
+struct DrawnText {
+  enum class Anchor { Start, Middle, End };
+  DrawingKind kind = DrawingKind::Code;
+  SectionPlace place;
+  double liftMm = 0.0;  ///< how far above the place the text's base line lies, on paper, across its direction
+  double angle = 0.0;   ///< degrees, counter-clockwise
+  double sizeMm = 2.5;
+  Anchor anchor = Anchor::Middle;
+  std::string text = {};  ///< UTF-8, as it is: not escaped for any format
+  int form = -1;
+  int target = -1;
+};
+
+/// A cross section as a drawing: everything to be drawn, independent of any file format. SVG, the report's page and
+/// DXF all draw this.
+struct SectionDrawing {
+  /// What the drawing shows, in metres, with a margin around the design.
+  double left = 0.0, right = 0.0, bottom = 0.0, top = 0.0;
+  double scale = 100.0;       ///< 1:scale on paper
+  double exaggeration = 1.0;  ///< how many times heights are drawn larger than widths
+  std::vector<DrawnLine> lines;
+  std::vector<DrawnMark> marks;
+  std::vector<DrawnText> texts;
+};
+
+struct DrawingOptions {
+  double exaggeration = 1.0;
+  /// 1:scale on paper; 0 takes the largest usual scale (1:50, 1:100, 1:200, 1:250, 1:500, ...) that fits an A3 sheet.
+  double scale = 0.0;
+  bool japanese = false;  ///< words of the drawing itself in Japanese
+};
+
+/// Draws a cross section. Labels that would lie on each other are moved apart, or left out where there is no room.
+[[nodiscard]] SectionDrawing Draw(const SectionView& view, const DrawingOptions& options = {});
+
+}  // namespace vorn_host

@@ -1,0 +1,141 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/document/design_document.h"
+
+namespace vorn_host {
+
+/// A place in the plane of a cross section, in metres.
+struct SectionPlace {
+  double offset = 0.0;  ///< from the centre line, positive to the right as seen along rising stations
+  double height = 0.0;  ///< elevation where the section's own height is known, else above the centre line
+
+  friend bool operator==(const SectionPlace&, const SectionPlace&) = default;
+};
+
+/// What part of a cross section leads to a point, from the point before it.
+enum class SectionPart { Start, Roadbed, Slope, Berm, Other };
+
+/// A point of a build form.
+struct ViewPoint {
+  SectionPlace place;
+  std::string code;  ///< the survey name; may be empty
+  int from = -1;     ///< index of the point that this one is placed from; -1 for a start point
+  SectionPart part = SectionPart::Start;
+  std::string side;         ///< as the document says: "Center", "Left", "Right"; may be empty
+  std::string input;        ///< the input values as people write them: "3.500 m, -1.501 %", "-5.000 m, 1:1.500"
+  std::string grade;        ///< of the segment from `from`: "-1.5%" on roadbeds and berms, "1:1.5" on slopes
+  bool exists = true;       ///< false: a point that the section does not build (beyond a crossing)
+  bool isCrossing = false;  ///< the crossing with the existing ground
+
+  friend bool operator==(const ViewPoint&, const ViewPoint&) = default;
+};
+
+/// What a build form shows.
+enum class FormRole {
+  DesignSurface,  ///< the surface of the earthwork: what the plan surface is
+  Layer,          ///< a pavement layer
+  Other,
+};
+
+/// A build form with all its points placed.
+struct ViewForm {
+  std::string name;
+  std::string xSectType;
+  FormRole role = FormRole::Other;
+  std::vector<ViewPoint> points;  ///< in the order of the document
+  /// The lines that the form draws, each from left to right: indices of points, one line where all are connected.
+  std::vector<std::vector<int>> lines;
+
+  friend bool operator==(const ViewForm&, const ViewForm&) = default;
+};
+
+/// The existing ground, from left to right.
+struct ViewGround {
+  std::string name;
+  std::vector<SectionPlace> line;
+
+  friend bool operator==(const ViewGround&, const ViewGround&) = default;
+};
+
+/// Height of the existing ground at an offset; none beside it.
+[[nodiscard]] std::optional<double> GroundHeightAt(const ViewGround& ground, double offset);
+
+/// A control target and the points that it names.
+struct ViewTarget {
+  enum class Item { Width, Height, Length, Other };
+  struct Pnt {
+    int form = -1;     ///< index into `SectionView::forms`
+    int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
+    std::string name;  ///< as the document names it: "路面 L1"
+
+    friend bool operator==(const Pnt&, const Pnt&) = default;
+  };
+  Item item = Item::Other;
+  std::string itemText;    ///< the control item as the document says it: "Width"
+  std::string formName;    ///< the build form that holds it
+  std::string workType;    ///< may be empty
+  std::string scope;       ///< target scope; may be empty
+  std::string regulation;  ///< target regulation; may be empty
+  std::vector<Pnt> points;
+  std::optional<double> designValue;  ///< metres: the width, the elevation or the length that the design has
+
+  friend bool operator==(const ViewTarget&, const ViewTarget&) = default;
+};
+
+/// A cross section as people look at it: texts in UTF-8, every point at its place.
+struct SectionView {
+  int set = 0;                    ///< index of the set in the document
+  int section = 0;                ///< index of the section in the set
+  std::string alignment;          ///< the alignment that the set refers to; may be empty
+  std::string name;               ///< may be empty
+  std::optional<double> station;  ///< cumulative distance in metres
+  std::string stationText;        ///< "No.6+0.0000" where the document counts by numbers, else "120.0000"
+  bool isBehindChange = false;    ///< of two sections at one station, the one behind the change of shape
+  bool isControlSection = false;
+  /// Height of the centre line above the datum in metres, where it is known; heights are elevations then.
+  std::optional<double> centerHeight;
+  std::vector<ViewForm> forms;
+  std::vector<ViewGround> grounds;  ///< empty where the height of the centre line is not known
+  std::vector<ViewTarget> targets;
+  std::vector<std::string> notes;  ///< what could not be shown, and why
+
+  friend bool operator==(const SectionView&, const SectionView&) = default;
+};
+
+/// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
+/// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.
+class SectionViewer {
+ public:
+  explicit SectionViewer(const DesignDocument& document);
+
+  /// The cross section of a set, at its indices in the document. Points are placed from their input values where they
+  /// have no position yet; what cannot be placed is left out and told in the notes.
+  ///
+  /// Most documents do not tell the height of the centre line, but their ground lies at elevations. The height is taken
+  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. Otherwise
+  /// heights count from the centre line, and the ground is left out.
+  /// @param centerHeight height of the centre line, in metres, where the document does not tell it
+  [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
+
+  /// The station that a text names in a set, in metres: "120", "120.0000", and "No.6", "No.6+0.0000" where the set
+  /// counts by numbers. None for any other text.
+  [[nodiscard]] std::optional<double> StationOf(int set, std::string_view text) const;
+
+ private:
+  struct Knowledge;
+
+  const DesignDocument& m_document;
+  std::shared_ptr<const Knowledge> m_knowledge;
+};
+
+/// One cross section; see `SectionViewer::Of`, which is quicker for many.
+[[nodiscard]] SectionView ViewOf(const DesignDocument& document, int set, int section,
+                                 const std::optional<double>& centerHeight = std::nullopt);
+
+}  // namespace vorn_host

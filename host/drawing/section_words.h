@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string_view>
+
+#include "host/drawing/section_view.h"
+
+namespace vorn_host {
+
+/// What exchange files call the kinds of a view.
+
+[[nodiscard]] constexpr std::string_view WordOf(SectionPart part) {
+  switch (part) {
+    case SectionPart::Start:
+      return "start";
+    case SectionPart::Roadbed:
+      return "roadbed";
+    case SectionPart::Slope:
+      return "slope";
+    case SectionPart::Berm:
+      return "berm";
+    case SectionPart::Other:
+      break;
+  }
+  return "other";
+}
+
+[[nodiscard]] constexpr std::string_view WordOf(FormRole role) {
+  switch (role) {
+    case FormRole::DesignSurface:
+      return "design surface";
+    case FormRole::Layer:
+      return "layer";
+    case FormRole::Other:
+      break;
+  }
+  return "other";
+}
+
+[[nodiscard]] constexpr std::string_view WordOf(ViewTarget::Item item) {
+  switch (item) {
+    case ViewTarget::Item::Width:
+      return "width";
+    case ViewTarget::Item::Height:
+      return "height";
+    case ViewTarget::Item::Length:
+      return "length";
+    case ViewTarget::Item::Other:
+      break;
+  }
+  return "other";
+}
+
+/// The form that a named point of a control target lies in; null where there is none.
+[[nodiscard]] inline const ViewForm* FormOf(const SectionView& view, const ViewTarget::Pnt& named) {
+  const auto index = static_cast<std::size_t>(named.form);
+  return named.form >= 0 && index < view.forms.size() ? &view.forms[index] : nullptr;
+}
+
+/// The point that a control target names; null where the section has none of that name.
+[[nodiscard]] inline const ViewPoint* PointOf(const SectionView& view, const ViewTarget::Pnt& named) {
+  const ViewForm* form = FormOf(view, named);
+  const auto index = static_cast<std::size_t>(named.point);
+  return form != nullptr && named.point >= 0 && index < form->points.size() ? &form->points[index] : nullptr;
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,181 @@
+// `vorn export`: cross sections for CAD and for scripts.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/host/drawn_sections.h"
+#include "tests/host/editing.h"
+#include "tests/host/tool.h"
+
+namespace {
+
+using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabulary of these tests
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+class ExportCommand : public ToolTest {
+ protected:
+  /// The path of a design of that text.
+  [[nodiscard]] std::string Design(const std::string& text) const {
+    WriteAll(Path("in.xml"), text);
+    return Path("in.xml");
+  }
+  /// What is exported of a design, as a file of that name.
+  [[nodiscard]] std::string Exported(const std::string& design, const std::string& name,
+                                     const std::vector<std::string>& options = {}) const {
+    std::vector<std::string> arguments = {"export", design, "-o", Path(name)};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    (void)Output(arguments);
+    return ReadAll(Path(name));
+  }
+};
+
+TEST_F(ExportCommand, TakesTheFormatFromTheName) {
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf"), StartsWith("  0\r\nSECTION\r\n"));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.CSV"), StartsWith("set,section,"));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.geojson"), StartsWith("{\"type\":\"FeatureCollection\""));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.json"), StartsWith("{\"type\":\"FeatureCollection\""));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf", {"--format", "csv"}), StartsWith("set,section,"));
+}
+
+TEST_F(ExportCommand, HasToKnowTheFormat) {
+  ExpectFailure({"export", Sample("road-4.1.xml"), "-o", Path("x.txt")}, HasSubstr("--format"));
+  ExpectFailure({"export", Sample("road-4.1.xml"), "-o", Path("x")}, HasSubstr("--format"));
+  ExpectFailure({"export", Sample("road-4.1.xml")}, HasSubstr("--format"));
+  ExpectFailure({"export", Sample("road-4.1.xml"), "--format", "dwg"}, HasSubstr("--format"));
+  EXPECT_EQ(FileCount(), 0u);
+}
+
+TEST_F(ExportCommand, TellsWhatItWrote) {
+  EXPECT_THAT(Output({"export", Sample("road-4.1.xml"), "-o", Path("x.dxf"), "--scale", "200"}),
+              AllOf(HasSubstr("Written             " + Path("x.dxf")), HasSubstr("Format              dxf"),
+                    HasSubstr("Cross sections      10"), HasSubstr("Scale of texts      1:200")));
+  const Json json = OutputJson({"export", Sample("road-4.1.xml"), "-o", Path("x.csv"), "--json"});
+  EXPECT_EQ(json["written"], Path("x.csv"));
+  EXPECT_EQ(json["format"], "csv");
+  EXPECT_EQ(json["crossSections"], 10);
+  EXPECT_GT(json["rows"], 100);
+  EXPECT_TRUE(json["features"].is_null());
+  EXPECT_TRUE(json["notes"].is_number());
+}
+
+TEST_F(ExportCommand, WritesToTheStandardOutput) {
+  const ToolRun run = Vorn({"export", Sample("river-2.0.xml"), "--format", "csv"});
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_EQ(run.out, Exported(Sample("river-2.0.xml"), "x.csv"));
+  ExpectFailure({"export", Sample("river-2.0.xml"), "--format", "csv", "--json"}, HasSubstr("--json"));
+}
+
+TEST_F(ExportCommand, SaysWhereThereIsMoreToKnow) {
+  const std::string design = Design(OneSection(FormXml("S", kFillType, "")));
+  const ToolRun run = Vorn({"export", design, "--format", "geojson"});
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_THAT(run.err, AllOf(StartsWith("vorn: 1 note"), HasSubstr("-o")));
+  EXPECT_THAT(Output({"export", design, "-o", Path("x.geojson")}), AllOf(HasSubstr("Notes:"), HasSubstr("S")));
+}
+
+TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
+  for (const std::string format : {"dxf", "csv", "geojson"}) {
+    const ToolRun run =
+        Shell(Command({"export", Sample("road-4.1.xml"), "--format", format}) + " >/dev/full 2>" + Quoted(Path("err")));
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(ReadAll(Path("err")), HasSubstr("vorn: "));
+  }
+}
+
+TEST_F(ExportCommand, NeverReplacesTheDesign) {
+  const std::string design = Design(OneSection(FillForm()));
+  const std::string before = ReadAll(design);
+  ExpectFailure({"export", design, "-o", design, "--format", "csv"}, HasSubstr("would replace the design"));
+  std::filesystem::create_symlink(design, Path("link.csv"));
+  ExpectFailure({"export", design, "-o", Path("link.csv")}, HasSubstr("would replace the design"));
+  EXPECT_EQ(ReadAll(design), before);
+}
+
+TEST_F(ExportCommand, WritesNothingOfADesignThatCannotBeRead) {
+  WriteAll(Path("x.csv"), "old");
+  ExpectFailure({"export", Design("<broken"), "-o", Path("x.csv")}, HasSubstr("in.xml"));
+  ExpectFailure({"export", Path("missing.xml"), "-o", Path("x.csv")}, HasSubstr("missing.xml"));
+  EXPECT_EQ(ReadAll(Path("x.csv")), "old");
+  ExpectFailure({"export", Sample("road-4.1.xml"), "-o", Path("nowhere/x.csv")}, HasSubstr("nowhere/x.csv"));
+}
+
+TEST_F(ExportCommand, RefusesOptionsOfOtherFormats) {
+  const auto refuses = [&](const std::string& format, const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {"export", Sample("road-4.1.xml"), "--format", format};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    ExpectFailure(arguments, HasSubstr(options[0]));
+  };
+  refuses("dxf", {"--what", "ground"});
+  refuses("geojson", {"--bom"});
+  refuses("csv", {"--scale", "100"});
+  refuses("geojson", {"--language", "ja"});
+  refuses("dxf", {"--scale", "0"});
+  for (const std::string height : {"nan", "inf", "-100000", "1m", ""}) refuses("csv", {"--height", height});
+}
+
+TEST_F(ExportCommand, ShowsTheGroundWhereTheHeightIsTold) {
+  const std::string design = Design(OneSection(FillForm() + FlatGround("58.0000")));
+  EXPECT_THAT(Exported(design, "x.csv", {"--what", "ground", "--height", "62.5"}), HasSubstr(",58\r\n"));
+  const std::string drawing = Exported(design, "x.dxf", {"--height", "62.5"});
+  EXPECT_THAT(drawing, HasSubstr("DL=62.000"));
+  const auto lines = ItemsOf(drawing, "LINE", "GROUND").size() + ItemsOf(drawing, "POLYLINE", "GROUND").size();
+  EXPECT_GT(lines, 0u);
+}
+
+TEST_F(ExportCommand, DrawsAllSectionsAtOneScale) {
+  const std::string wide = CenterXml() + PointXml("L1", 'L', "Percent", "400.0000 -2.000") +
+                           PointXml("R1", 'R', "Percent", "400.0000 -2.000");
+  const std::string design =
+      Design(DesignXml(SectionXml("0.0000", FillForm()) + SectionXml("20.0000", FormXml("S", kFillType, wide))));
+  std::set<std::string> heights;
+  for (const DxfItem& text : ItemsOf(Exported(design, "x.dxf"), "TEXT", "CODE")) heights.insert(text[40]);
+  EXPECT_THAT(heights, SizeIs(1));
+}
+
+TEST_F(ExportCommand, ExportsADesignWithoutSections) {
+  const std::string design = Design(DesignXml(""));
+  EXPECT_THAT(Exported(design, "x.dxf"), HasSubstr("ENTITIES\r\n  0\r\nENDSEC"));
+  EXPECT_THAT(Exported(design, "x.csv"), Not(HasSubstr("\r\n1,")));
+  EXPECT_EQ(Json::parse(Exported(design, "x.json"))["features"], Json::array());
+}
+
+TEST_F(ExportCommand, ExportsSectionsOfEveryShape) {
+  const std::string onlyLeft = CenterXml() + PointXml("L1", 'L', "Percent", "3.5000 -2.000");
+  const std::string onePoint = CenterXml();
+  for (const std::string& form : {FormXml("S", kFillType, onlyLeft), FormXml("S", kFillType, onePoint),
+                                  FormXml("S", kFillType, ""), std::string()}) {
+    const std::string design = Design(OneSection(form));
+    EXPECT_THAT(ItemsOf(Exported(design, "x.dxf"), "POINT", "ORIGIN"), SizeIs(1));
+    EXPECT_FALSE(Json::parse(Exported(design, "x.json"))["features"].empty());
+    EXPECT_THAT(Exported(design, "x.csv"), StartsWith("set,"));
+  }
+}
+
+TEST_F(ExportCommand, ShowsEveryGround) {
+  const std::string ground = FlatGround("58.0000");
+  const std::string design = Design(OneSection(FillForm() + ground + Replaced(ground, "\"ground\"", "\"second\"")));
+  const Json collection = Json::parse(Exported(design, "x.json", {"--height", "62.5"}));
+  std::set<std::string> names;
+  for (const Json& feature : collection["features"]) {
+    if (feature["properties"]["kind"] == "ground") names.insert(feature["properties"]["name"].get<std::string>());
+  }
+  EXPECT_EQ(names, (std::set<std::string>{"ground", "second"}));
+}
+
+TEST_F(ExportCommand, KeepsHugeOffsets) {
+  const std::string far = CenterXml() + PointXml("L1", 'L', "WidthHeight", "987654.1234 -1.0000");
+  const std::string design = Design(OneSection(FormXml("S", kFillType, far)));
+  EXPECT_THAT(Exported(design, "x.csv"), HasSubstr(",-987654.1234,-1,"));
+  EXPECT_THAT(Exported(design, "x.dxf"), AllOf(HasSubstr("-987654.1234\r\n"), Not(HasSubstr("nan"))));
+}
+
+}  // namespace
