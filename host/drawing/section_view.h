@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -91,6 +92,7 @@ struct SectionView {
   std::string name;               ///< may be empty
   std::optional<double> station;  ///< cumulative distance in metres
   std::string stationText;        ///< "No.6+0.0000" where the document counts by numbers, else "120.0000"
+  bool isBehindChange = false;    ///< of two sections at one station, the one behind the change of shape
   bool isControlSection = false;
   /// Height of the centre line above the datum in metres, where it is known; heights are elevations then.
   std::optional<double> centerHeight;
@@ -102,9 +104,29 @@ struct SectionView {
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
 
-/// The cross section of a set, at its indices in the document. Points are placed from their input values where they
-/// have no position yet; what cannot be placed is left out and told in the notes.
-/// @param centerHeight height of the centre line, in metres, where the document does not tell it
+/// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
+/// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.
+class SectionViewer {
+ public:
+  explicit SectionViewer(const DesignDocument& document);
+
+  /// The cross section of a set, at its indices in the document. Points are placed from their input values where they
+  /// have no position yet; what cannot be placed is left out and told in the notes.
+  ///
+  /// Most documents do not tell the height of the centre line, but their ground lies at elevations. The height is taken
+  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. Otherwise
+  /// heights count from the centre line, and the ground is left out.
+  /// @param centerHeight height of the centre line, in metres, where the document does not tell it
+  [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
+
+ private:
+  struct Knowledge;
+
+  const DesignDocument& m_document;
+  std::shared_ptr<const Knowledge> m_knowledge;
+};
+
+/// One cross section; see `SectionViewer::Of`, which is quicker for many.
 [[nodiscard]] SectionView ViewOf(const DesignDocument& document, int set, int section,
                                  const std::optional<double>& centerHeight = std::nullopt);
 

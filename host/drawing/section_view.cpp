@@ -1,0 +1,675 @@
+#include "host/drawing/section_view.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "host/document/design_path.h"
+#include "host/document/edition.h"
+#include "host/document/input_values.h"
+#include "host/document/section_index.h"
+#include "host/document/text_encoding.h"
+#include "host/drawing/value_text.h"
+#include "host/editing/edit_pieces.h"
+#include "host/editing/point_positions.h"
+#include "vorn/framework/schema.h"
+#include "vorn/framework/tolerance.h"
+#include "vorn/types/hoso_type.h"
+#include "vorn/types/structure_type.h"
+
+namespace vorn_host {
+
+namespace {
+
+using Component = VornComposedPnt::ComponentType;
+using ControlItem = VornFormCtrlTarget::ControlItem;
+using DataType = VornComposedPnt::DataType;
+
+/// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
+/// near to the ground lies on it.
+constexpr double kOnGround = 0.005;
+/// Nothing of a cross section lies farther away than this, in metres: what does is a damaged value.
+constexpr double kFarthest = 1e6;
+
+bool IsWithinReach(double value) { return std::abs(value) <= kFarthest; }  // false for what is no number, too
+
+// --- texts of a point ------------------------------------------------------------------------------------------------
+
+/// How the edition reads the two input values of a point.
+DataType ReadingOf(const VornComposedPnt& point) {
+  if (!VornSchema::Instance().IsVer2()) return point.GetDataType();
+  return point.IsSlope() ? DataType::Rate : DataType::Percent;
+}
+
+std::string InputText(const VornComposedPnt& point) {
+  const double x = point.GetX().Value();
+  const double y = point.GetY().Value();
+  const std::string first = ValueText(x, 3, 4) + " m, ";
+  // A centre point holds a distance and a height in every edition.
+  switch (point.IsCenter() ? DataType::WidthHeight : ReadingOf(point)) {
+    case DataType::Rate:
+      return first + "1:" + ValueText(y, 3, 4);
+    case DataType::Percent:
+      return first + ValueText(y, 3, 4) + " %";
+    default:
+      return first + ValueText(y, 3, 4) + " m";
+  }
+}
+
+SectionPart PartOf(const VornComposedPnt& point) {
+  switch (point.GetComponentType()) {
+    case Component::RoadbedFill:
+    case Component::RoadbedCut:
+    case Component::Roadbed:
+      return SectionPart::Roadbed;
+    case Component::SlopeFill:
+    case Component::SlopeCut:
+    case Component::Slope:
+      return SectionPart::Slope;
+    case Component::BermFill:
+    case Component::BermCut:
+    case Component::Berm:
+      return SectionPart::Berm;
+    default:
+      return SectionPart::Other;
+  }
+}
+
+/// A segment as steep as this, height to width, is labelled with a ratio where nothing tells that it is a slope.
+constexpr double kSteep = 0.2;
+
+/// The ratio of a slope or the grade of a surface from a place to a point, rising outward. Values are those of the
+/// document where it tells them. Upright segments have no grade.
+std::string GradeText(const VornComposedPnt& point, SectionPart part, const SectionPlace& from,
+                      const SectionPlace& to) {
+  const double width = std::abs(to.offset - from.offset);
+  const double rise = to.height - from.height;
+  const bool isUpright = width <= kSamePlace;
+  const bool isLevel = std::abs(rise) <= kSamePlace;
+  if (isUpright && (isLevel || part != SectionPart::Slope)) return {};
+  const DataType reading = ReadingOf(point);
+  const bool isUnknownPart = part == SectionPart::Other;
+  const bool asRatio = part == SectionPart::Slope ||
+                       (isUnknownPart && (reading == DataType::Rate ||
+                                          (reading != DataType::Percent && std::abs(rise) > kSteep * width)));
+  if (asRatio && !isLevel) {
+    const double ratio = reading == DataType::Rate ? std::abs(point.GetY().Value()) : width / std::abs(rise);
+    return "1:" + ValueText(ratio, 1, 3);
+  }
+  const double percent = reading == DataType::Percent ? point.GetY().Value() : 100.0 * rise / width;
+  return ValueText(percent, 1, 3) + "%";
+}
+
+bool IsMarkedCrossing(const VornComposedPnt& point) {
+  return point.IsCrossPoint() || !point.GetSeriesPnt() || point.GetCode() == "XL" || point.GetCode() == "XR";
+}
+
+// --- roles of forms --------------------------------------------------------------------------------------------------
+
+bool IsPavement(const VornBuildForm& form) {
+  return VornTsHosoType::XSectTypeToMsdoPaveIdx(form.GetXSectType()) >= 0 ||
+         VornTsHosoType::XSectTypeToMsdoPaveIdx(form.GetName()) >= 0;
+}
+
+/// A surface course is a plan surface by its type, and yet a layer where there is an earthwork below it.
+std::vector<FormRole> RolesOf(const Vorn_BuildFormArray& forms) {
+  std::vector<FormRole> roles;
+  for (const VornBuildForm& form : forms) {
+    roles.push_back(IsPavement(form)                  ? FormRole::Layer
+                    : VornIsPlan(form.GetXSectType()) ? FormRole::DesignSurface
+                                                      : FormRole::Other);
+  }
+  if (std::count(roles.begin(), roles.end(), FormRole::DesignSurface) > 0) return roles;
+  auto surface = std::find(roles.begin(), roles.end(), FormRole::Other);
+  if (surface == roles.end() && !roles.empty()) {
+    const auto plan =
+        std::find_if(forms.begin(), forms.end(), [](const auto& form) { return VornIsPlan(form.GetXSectType()); });
+    surface = roles.begin() + (plan == forms.end() ? 0 : plan - forms.begin());
+  }
+  if (surface != roles.end()) *surface = FormRole::DesignSurface;
+  return roles;
+}
+
+// --- lines -----------------------------------------------------------------------------------------------------------
+
+/// The points of a side from the start point outward, whichever points of the other side stand in between.
+std::vector<int> OutwardOn(VornLocation side, const Vorn_ComposedPntArray& points, const std::vector<int>& viewIndex) {
+  std::vector<int> outward = {0};
+  for (int i = 1; i < points.GetSize(); ++i) {
+    if (points[i].GetLocation() == side && viewIndex[static_cast<std::size_t>(i)] >= 0) outward.push_back(i);
+  }
+  return outward;
+}
+
+/// The pieces that the points of a form are connected to, by their indices in the document.
+class LineTracer {
+ public:
+  LineTracer(const Vorn_ComposedPntArray& points, const std::vector<int>& viewIndex) : m_points(points) {
+    const std::vector<std::vector<int>> left = PiecesOf(OutwardOn(VornLocation::Left, points, viewIndex));
+    std::vector<std::vector<int>> right = PiecesOf(OutwardOn(VornLocation::Right, points, viewIndex));
+    for (auto piece = left.rbegin(); piece != left.rend(); ++piece) {
+      m_lines.emplace_back(piece->rbegin(), piece->rend());
+    }
+    const bool isJoined = !left.empty() && !right.empty() && left.front().front() == 0 && right.front().front() == 0 &&
+                          m_points[0].GetSeriesPnt();
+    if (isJoined) {
+      m_lines.back().insert(m_lines.back().end(), right.front().begin() + 1, right.front().end());
+      right.erase(right.begin());
+    }
+    m_lines.insert(m_lines.end(), right.begin(), right.end());
+    for (std::vector<int>& line : m_lines) {
+      for (int& index : line) index = viewIndex[static_cast<std::size_t>(index)];
+    }
+  }
+
+  [[nodiscard]] std::vector<std::vector<int>> Take() { return std::move(m_lines); }
+
+ private:
+  /// Pieces of two and more points, from the start point outward. A line ends where the form does not go on, and at
+  /// points that are not built.
+  [[nodiscard]] std::vector<std::vector<int>> PiecesOf(const std::vector<int>& outward) const {
+    std::vector<std::vector<int>> pieces;
+    std::vector<int> piece;
+    const auto end = [&] {
+      if (piece.size() > 1) pieces.push_back(piece);
+      piece.clear();
+    };
+    for (const int index : outward) {
+      const VornComposedPnt& point = m_points[index];
+      if (point.GetExistence() == VORN_Existence::False) {
+        end();
+        continue;
+      }
+      piece.push_back(index);
+      // The two sides of a start point end there, but each of them begins there, too.
+      if (index > 0 && !point.GetSeriesPnt()) end();
+    }
+    end();
+    return pieces;
+  }
+
+  const Vorn_ComposedPntArray& m_points;
+  std::vector<std::vector<int>> m_lines;
+};
+
+// --- ground ----------------------------------------------------------------------------------------------------------
+
+/// Height of the ground at an offset; none beside it.
+std::optional<double> HeightAt(const ViewGround& ground, double offset) {
+  for (std::size_t i = 1; i < ground.line.size(); ++i) {
+    const SectionPlace& from = ground.line[i - 1];
+    const SectionPlace& to = ground.line[i];
+    if (offset < std::min(from.offset, to.offset) || offset > std::max(from.offset, to.offset)) continue;
+    const double width = to.offset - from.offset;
+    return width == 0.0 ? from.height : from.height + (to.height - from.height) * ((offset - from.offset) / width);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+// --- what is known of a set ------------------------------------------------------------------------------------------
+
+struct SectionViewer::Knowledge {
+  /// How stations of a set are counted: "No.6" stands at six times 20 m.
+  struct StationNumbers {
+    std::string prefix;     ///< "No."
+    double interval = 0.0;  ///< metres from one number to the next
+  };
+  /// A control target, and the index of the form that holds it; -1 for a target of the set itself.
+  struct HeldTarget {
+    const VornFormCtrlTarget* target = nullptr;
+    int owner = -1;
+  };
+  struct Set {
+    explicit Set(const VornXSections& set, const VornStructureType& type, bool edition20);
+
+    std::optional<StationNumbers> numbers;
+    std::vector<std::vector<HeldTarget>> targets;  ///< by section: those with a point there
+
+   private:
+    void Hold(const VornFormCtrlTarget& target, int owner, int section);
+    void HoldByStations(const VornFormCtrlTarget& target, int owner, const SectionIndex& sections);
+  };
+
+  std::vector<Set> sets;
+};
+
+namespace {
+
+/// The number behind a prefix, "No.6"; none for any other text.
+std::optional<int> NumberBehind(std::string_view prefix, std::string_view text) {
+  if (!text.starts_with(prefix)) return std::nullopt;
+  text.remove_prefix(prefix.size());
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || text.front() == '-') return std::nullopt;
+  return number;
+}
+
+/// Metres from one number to the next, as the names of the sections agree on; none where they do not tell.
+std::optional<double> StationInterval(const VornXSections& set, std::string_view prefix) {
+  std::optional<double> interval;
+  for (const VornXSection& section : set.GetXSectionArray()) {
+    const std::optional<int> number = NumberBehind(prefix, section.GetName().View());
+    if (!number || !section.GetCumulativeDist().IsSet()) continue;
+    const double station = section.GetCumulativeDist().Value();
+    if (*number > 0 && !interval) interval = station / *number;
+    if (std::abs(*number * interval.value_or(0.0) - station) >= kSamePlace) return std::nullopt;
+  }
+  return interval && IsWithinReach(*interval) && *interval > kSamePlace ? interval : std::nullopt;
+}
+
+}  // namespace
+
+SectionViewer::Knowledge::Set::Set(const VornXSections& set, const VornStructureType& type, bool edition20) {
+  const std::string_view prefix = type.GetStationType() == "NO" ? "No." : type.GetStationType() == "STA" ? "STA." : "";
+  if (!prefix.empty()) {
+    if (const auto interval = StationInterval(set, prefix)) numbers = StationNumbers{std::string(prefix), *interval};
+  }
+
+  const SectionIndex sections(set);
+  targets.resize(static_cast<std::size_t>(set.GetXSectionArray().GetSize()));
+  for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) HoldByStations(target, -1, sections);
+  for (int section = 0; section < set.GetXSectionArray().GetSize(); ++section) {
+    const Vorn_BuildFormArray& forms = set.GetXSectionArray()[section].GetBuildFormArray();
+    for (int form = 0; form < forms.GetSize(); ++form) {
+      for (const VornFormCtrlTarget& target : forms[form].GetFormCtrlTargetArray()) {
+        const bool byCodes = edition20 || target.GetTargetPntArray().IsEmpty();
+        byCodes ? Hold(target, form, section) : HoldByStations(target, form, sections);
+      }
+    }
+  }
+}
+
+void SectionViewer::Knowledge::Set::Hold(const VornFormCtrlTarget& target, int owner, int section) {
+  std::vector<HeldTarget>& held = targets[static_cast<std::size_t>(section)];
+  if (held.empty() || held.back().target != &target) held.push_back({&target, owner});
+}
+
+void SectionViewer::Knowledge::Set::HoldByStations(const VornFormCtrlTarget& target, int owner,
+                                                   const SectionIndex& sections) {
+  for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+    if (!point.GetCumulativeDist().IsSet()) continue;
+    const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+    if (section >= 0) Hold(target, owner, section);
+  }
+}
+
+namespace {
+
+// --- one section -----------------------------------------------------------------------------------------------------
+
+/// Builds the view of one cross section. The edition has to be selected meanwhile.
+class SectionBuilder {
+ public:
+  SectionBuilder(const DesignDocument& document, const VornXSection& section)
+      : m_edition20(IsEdition20(document.edition)),
+        m_section(section),
+        m_forms(section.GetBuildFormArray()),
+        m_roles(RolesOf(m_forms)) {}
+
+  /// @param centerHeight where the document does not tell it
+  void Build(SectionView& view, const std::optional<double>& centerHeight) {
+    FindPositions();
+    for (int i = 0; i < m_forms.GetSize(); ++i) AddForm(view, i);
+    for (const VornExistingBuildForm& ground : m_section.GetExistingBuildFormArray()) AddGround(view, ground);
+    SetHeight(view, centerHeight);
+    MarkCrossings(view);
+  }
+
+  void AddTarget(SectionView& view, const VornFormCtrlTarget& target, int owner) const {
+    ViewTarget added;
+    added.itemText = target.GetControlItemString().GetString();
+    added.item = ItemOf(target.GetControlItem());
+    added.workType = target.GetWorkTypeString().GetString();
+    added.scope = Utf8(target.GetTargetScope());
+    added.regulation = Utf8(target.GetTargetRegio());
+    if (owner >= 0) added.formName = Utf8(m_section.GetBuildFormArray()[owner].GetName());
+    if (m_edition20 || target.GetTargetPntArray().IsEmpty()) {
+      AddPointsByCode(added, target, owner);
+    } else {
+      AddPointsByStation(added, target);
+    }
+    added.designValue = DesignValue(view, added);
+    view.targets.push_back(std::move(added));
+  }
+
+ private:
+  // --- positions -------------------------------------------------------------------------------------------------
+
+  /// Points of a project have positions. Those of a document are placed here from a centre line at height 0, so that
+  /// the shape is known while the elevation is not.
+  void FindPositions() {
+    m_arePlaced = std::all_of(m_forms.begin(), m_forms.end(), [](const VornBuildForm& form) { return IsPlaced(form); });
+    if (m_arePlaced) return;
+    NurReal dist;
+    NurReal height;
+    m_forms.RegulateComposedPnt(NurReal(0.0), dist, height);
+  }
+
+  /// Whether a point has a place, when the point that it hangs on has one.
+  [[nodiscard]] bool HasPlace(const VornComposedPnt& point, bool isStart) const {
+    const bool isSet = m_arePlaced || (isStart && !point.IsCenter())
+                           ? point.GetCLDist().IsSet() && point.GetGh().IsSet()
+                           : isStart || (point.GetX().IsSet() && point.GetY().IsSet());
+    return isSet && IsWithinReach(point.GetCLDist().Value()) && IsWithinReach(point.GetGh().Value());
+  }
+
+  void AddForm(SectionView& view, int index) {
+    const VornBuildForm& form = m_forms[index];
+    const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+    m_formIndex.push_back(-1);
+    std::vector<int>& placed = m_pointIndex.emplace_back(static_cast<std::size_t>(points.GetSize()), -1);
+    const std::string path = "form " + (form.GetName().IsEmpty() ? "without a name" : Utf8(form.GetName()));
+    if (points.IsEmpty()) {
+      view.notes.push_back(path + " has no points");
+      return;
+    }
+    if (!HasPlace(points[0], true)) {
+      view.notes.push_back(path + (points[0].IsCenter()
+                                       ? " is left out: its start point lies out of reach"
+                                       : " is left out: it does not begin with a centre point, so nobody can tell "
+                                         "where it lies"));
+      return;
+    }
+    m_formIndex.back() = static_cast<int>(view.forms.size());
+    ViewForm& added = view.forms.emplace_back();
+    added.name = Utf8(form.GetName());
+    added.xSectType = Utf8(form.GetXSectType());
+    added.role = m_roles[static_cast<std::size_t>(index)];
+    AddPoints(added, points, placed);
+    added.lines = LineTracer(points, placed).Take();
+    const int missing = points.GetSize() - static_cast<int>(added.points.size());
+    if (missing > 0) {
+      view.notes.push_back(path + ": " + std::to_string(missing) + (missing == 1 ? " point is" : " points are") +
+                           " left out, for lack of a value or out of reach");
+    }
+  }
+
+  /// Each run of points of one side chains from the start point.
+  void AddPoints(ViewForm& form, const Vorn_ComposedPntArray& points, std::vector<int>& placed) const {
+    int previous = 0;
+    for (int i = 0; i < points.GetSize(); ++i) {
+      const VornComposedPnt& point = points[i];
+      if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
+      const int from = i == 0 ? -1 : placed[static_cast<std::size_t>(previous)];
+      previous = i;
+      if ((i > 0 && from < 0 && !m_arePlaced) || !HasPlace(point, i == 0)) continue;
+      placed[static_cast<std::size_t>(i)] = static_cast<int>(form.points.size());
+      AddPoint(form, point, from);
+    }
+  }
+
+  static void AddPoint(ViewForm& form, const VornComposedPnt& point, int from) {
+    ViewPoint added;
+    added.place = {point.GetCLDist().Value(), point.GetGh().Value()};
+    added.code = Utf8(point.GetCode());
+    added.from = from;
+    added.side = VornComposedPnt::GetLocationStr(point.GetLocation()).GetString();
+    added.input = InputText(point);
+    added.exists = point.GetExistence() != VORN_Existence::False;
+    added.isCrossing = !form.points.empty() && IsMarkedCrossing(point);
+    if (!form.points.empty()) added.part = PartOf(point);
+    if (from >= 0) {
+      const SectionPlace& before = form.points[static_cast<std::size_t>(from)].place;
+      added.grade = GradeText(point, added.part, before, added.place);
+    }
+    form.points.push_back(std::move(added));
+  }
+
+  static void AddGround(SectionView& view, const VornExistingBuildForm& form) {
+    const Vorn_Array<VornExistingComposedPnt>& points = form.GetComposedPntArray();
+    if (points.IsEmpty()) return;
+    ViewGround ground;
+    ground.name = Utf8(form.GetName());
+    int missing = 0;
+    for (const VornExistingComposedPnt& point : points) {
+      const bool isSet = point.GetCLDist().IsSet() && point.GetGh().IsSet();
+      if (isSet && IsWithinReach(point.GetCLDist().Value()) && IsWithinReach(point.GetGh().Value())) {
+        ground.line.push_back({point.GetCLDist().Value(), point.GetGh().Value()});
+      } else {
+        ++missing;
+      }
+    }
+    const std::string path = "existing ground " + (ground.name.empty() ? "without a name" : ground.name);
+    if (missing > 0) {
+      view.notes.push_back(path + ": " + std::to_string(missing) + (missing == 1 ? " point is" : " points are") +
+                           " left out, for lack of a value or out of reach");
+    }
+    if (ground.line.size() < 2) {
+      view.notes.push_back(path + " is left out: it has fewer than two points");
+      return;
+    }
+    if (ground.line.front().offset > ground.line.back().offset) std::reverse(ground.line.begin(), ground.line.end());
+    view.grounds.push_back(std::move(ground));
+  }
+
+  // --- heights ---------------------------------------------------------------------------------------------------
+
+  /// Height of the centre line that the positions stand on; 0 where they count from the centre line, as those of a
+  /// document do, and those of a project in which nobody has told the height.
+  [[nodiscard]] double PlacedFrom() const {
+    if (!m_arePlaced) return 0.0;
+    for (const VornBuildForm& form : m_forms) {
+      const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+      if (points.IsEmpty() || !points[0].IsCenter()) continue;
+      const double height = points[0].GetGh().Value() - points[0].GetY().Value();
+      return std::abs(height) <= kSamePlace ? 0.0 : height;
+    }
+    return 0.0;
+  }
+
+  void SetHeight(SectionView& view, const std::optional<double>& given) const {
+    const double placedFrom = PlacedFrom();
+    if (m_section.GetHeight().IsSet() && IsWithinReach(m_section.GetHeight().Value())) {
+      view.centerHeight = m_section.GetHeight().Value();
+    } else if (placedFrom != 0.0) {
+      view.centerHeight = placedFrom;
+    } else if (given && IsWithinReach(*given)) {
+      view.centerHeight = given;
+    } else if (const auto found = HeightFromCrossings(view)) {
+      view.centerHeight = found;
+      view.notes.push_back("the height of the centre line, " + ValueText(*found, 3, 3) +
+                           " m, is taken from where the design ends on the existing ground (within 5 mm)");
+    }
+    if (!view.centerHeight) {
+      if (!view.grounds.empty()) {
+        view.notes.emplace_back(
+            "the existing ground is left out: it lies at elevations, and the height of the centre line is not known");
+      }
+      view.grounds.clear();
+    } else if (placedFrom == 0.0) {
+      for (ViewForm& form : view.forms) {
+        for (ViewPoint& point : form.points) point.place.height += *view.centerHeight;
+      }
+    }
+  }
+
+  /// A place of the design on a side that has to lie on the ground, and the height of the centre line that it tells.
+  struct GroundEnd {
+    bool isMarked = false;
+    bool isLeft = false;
+    double centerHeight = 0.0;
+  };
+
+  /// Where the design surfaces end: at the outermost crossing, else at the foot or the top of the outermost slope.
+  static std::vector<GroundEnd> GroundEnds(const SectionView& view) {
+    std::vector<GroundEnd> ends;
+    for (const ViewForm& form : view.forms) {
+      if (form.role != FormRole::DesignSurface) continue;
+      for (const char* side : {"Left", "Right"}) {
+        const ViewPoint* end = EndOf(form, side);
+        if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
+        const std::optional<double> ground = HeightAt(view.grounds.front(), end->place.offset);
+        if (ground) ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground - end->place.height});
+      }
+    }
+    return ends;
+  }
+
+  /// The outermost crossing of a side, else its last point; null for a side without points.
+  static const ViewPoint* EndOf(const ViewForm& form, std::string_view side) {
+    const ViewPoint* end = nullptr;
+    for (const ViewPoint& point : form.points) {
+      if (point.side == side && point.exists && (end == nullptr || !end->isCrossing || point.isCrossing)) end = &point;
+    }
+    return end;
+  }
+
+  [[nodiscard]] static std::optional<double> HeightFromCrossings(const SectionView& view) {
+    if (view.grounds.empty()) return std::nullopt;
+    std::vector<GroundEnd> ends = GroundEnds(view);
+    const auto hasBothSides = [](const std::vector<GroundEnd>& of, bool markedOnly) {
+      const auto has = [&](bool left) {
+        return std::any_of(of.begin(), of.end(),
+                           [&](const GroundEnd& end) { return end.isLeft == left && (end.isMarked || !markedOnly); });
+      };
+      return has(true) && has(false);
+    };
+    if (!hasBothSides(ends, false)) return std::nullopt;
+    if (hasBothSides(ends, true)) std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
+    const auto [least, most] = std::minmax_element(
+        ends.begin(), ends.end(), [](const auto& a, const auto& b) { return a.centerHeight < b.centerHeight; });
+    if (most->centerHeight - least->centerHeight > kOnGround) return std::nullopt;
+    return Rounded((least->centerHeight + most->centerHeight) / 2.0, 3);
+  }
+
+  /// A design that ends on the ground crosses it there, whether or not the document marks the point.
+  static void MarkCrossings(SectionView& view) {
+    if (view.grounds.empty()) return;
+    for (ViewForm& form : view.forms) {
+      if (form.role != FormRole::DesignSurface) continue;
+      for (const char* side : {"Left", "Right"}) {
+        const ViewPoint* end = EndOf(form, side);
+        if (end == nullptr || end->isCrossing) continue;
+        const std::optional<double> ground = HeightAt(view.grounds.front(), end->place.offset);
+        if (!ground || std::abs(*ground - end->place.height) > kOnGround) continue;
+        form.points[static_cast<std::size_t>(end - form.points.data())].isCrossing = true;
+      }
+    }
+  }
+
+  // --- control targets -------------------------------------------------------------------------------------------
+
+  static ViewTarget::Item ItemOf(ControlItem item) {
+    switch (item) {
+      case ControlItem::Width:
+        return ViewTarget::Item::Width;
+      case ControlItem::Height:
+        return ViewTarget::Item::Height;
+      case ControlItem::SlopeLength:
+        return ViewTarget::Item::Length;
+      default:
+        return ViewTarget::Item::Other;
+    }
+  }
+
+  /// A point of a form of the section; -1 both where it is not there or has no place.
+  [[nodiscard]] ViewTarget::Pnt PntOf(int form, const CString& code, std::string name) const {
+    ViewTarget::Pnt pnt;
+    pnt.name = std::move(name);
+    if (form < 0) return pnt;
+    const int point = m_forms[form].GetComposedPntArray().Find(code);
+    if (point < 0) return pnt;
+    pnt.point = m_pointIndex[static_cast<std::size_t>(form)][static_cast<std::size_t>(point)];
+    if (pnt.point >= 0) pnt.form = m_formIndex[static_cast<std::size_t>(form)];
+    return pnt;
+  }
+
+  void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
+    CStringArray codes;
+    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+    for (const CString& code : codes) {
+      if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + Utf8(code)));
+    }
+  }
+
+  void AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) const {
+    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+      const std::string formName = Utf8(point.GetBuildFormName());
+      if (added.formName.empty()) added.formName = formName;
+      std::string name = formName + " " + Utf8(point.GetCode());
+      const bool isHere =
+          point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
+          point.GetXSectChg() == m_section.GetXSectChg() &&
+          std::abs(point.GetCumulativeDist().Value() - m_section.GetCumulativeDist().Value()) < kSameStation;
+      if (!isHere) name += " at " + StationPath(point.GetCumulativeDist(), point.GetXSectChg());
+      const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
+      added.points.push_back(PntOf(form, point.GetCode(), std::move(name)));
+    }
+  }
+
+  /// Between the two points of a width or a length, of the first point of a height.
+  static std::optional<double> DesignValue(const SectionView& view, const ViewTarget& target) {
+    const auto placeOf = [&](std::size_t index) -> const SectionPlace* {
+      if (index >= target.points.size() || target.points[index].point < 0) return nullptr;
+      const ViewTarget::Pnt& pnt = target.points[index];
+      return &view.forms[static_cast<std::size_t>(pnt.form)].points[static_cast<std::size_t>(pnt.point)].place;
+    };
+    const SectionPlace* first = placeOf(0);
+    const SectionPlace* second = placeOf(1);
+    if (first == nullptr) return std::nullopt;
+    if (target.item == ViewTarget::Item::Height) return first->height;
+    if (second == nullptr || target.points.size() != 2) return std::nullopt;
+    const double width = std::abs(second->offset - first->offset);
+    if (target.item == ViewTarget::Item::Width) return width;
+    if (target.item != ViewTarget::Item::Length) return std::nullopt;
+    return std::hypot(width, second->height - first->height);
+  }
+
+  bool m_edition20;
+  const VornXSection& m_section;
+  Vorn_BuildFormArray m_forms;  ///< a copy: the document stays as it is
+  std::vector<FormRole> m_roles;
+  bool m_arePlaced = false;
+  std::vector<int> m_formIndex;                ///< by form of the document: its index in the view, -1 when left out
+  std::vector<std::vector<int>> m_pointIndex;  ///< the same for its points
+};
+
+}  // namespace
+
+// --- the viewer ------------------------------------------------------------------------------------------------------
+
+SectionViewer::SectionViewer(const DesignDocument& document) : m_document(document) {
+  auto knowledge = std::make_shared<Knowledge>();
+  for (const VornXSections& set : document.sets) {
+    knowledge->sets.emplace_back(set, document.structureType, IsEdition20(document.edition));
+  }
+  m_knowledge = std::move(knowledge);
+}
+
+SectionView SectionViewer::Of(int set, int section, const std::optional<double>& centerHeight) const {
+  const EditionScope scope(m_document.edition);
+  const Knowledge::Set& knowledge = m_knowledge->sets[static_cast<std::size_t>(set)];
+  const VornXSections& sections = m_document.sets[set];
+  const VornXSection& shown = sections.GetXSectionArray()[section];
+  SectionView view;
+  view.set = set;
+  view.section = section;
+  view.alignment = Utf8(sections.GetRefAlign());
+  view.name = Utf8(shown.GetName());
+  view.isBehindChange = shown.GetXSectChg();
+  view.isControlSection = shown.GetControlSect();
+  if (shown.GetCumulativeDist().IsSet()) {
+    view.station = shown.GetCumulativeDist().Value();
+    view.stationText = StationText(shown.GetCumulativeDist());
+    if (knowledge.numbers && *view.station >= 0.0) {
+      view.stationText = NumberedStation(*view.station, knowledge.numbers->prefix, knowledge.numbers->interval);
+    }
+  }
+  SectionBuilder builder(m_document, shown);
+  builder.Build(view, centerHeight);
+  for (const Knowledge::HeldTarget& held : knowledge.targets[static_cast<std::size_t>(section)]) {
+    builder.AddTarget(view, *held.target, held.owner);
+  }
+  return view;
+}
+
+SectionView ViewOf(const DesignDocument& document, int set, int section, const std::optional<double>& centerHeight) {
+  return SectionViewer(document).Of(set, section, centerHeight);
+}
+
+}  // namespace vorn_host
