@@ -37,8 +37,12 @@ Json LanguageCode(const std::optional<ReportLanguage>& language) {
 Json Kinds() {
   Json kinds = Json::array();
   for (const DrawingStyle& style : DrawingStyles()) {
-    kinds.push_back(
-        {{"name", style.name}, {"color", style.color}, {"width", style.widthMm}, {"dashes", style.dashesMm}});
+    kinds.push_back({{"kind", static_cast<int>(style.kind)},
+                     {"name", style.name},
+                     {"line", style.lineColor},
+                     {"width", style.lineMm},
+                     {"dashes", style.dashesMm},
+                     {"text", style.textColor}});
   }
   return kinds;
 }
@@ -69,7 +73,8 @@ constexpr std::pair<int, int> kWholeDocument{-1, -1};
 /// Gathers what the page holds, one cross section after the other.
 class ReportMaker {
  public:
-  ReportMaker(const DesignDocument& document, const ReportOptions& options) : m_document(document), m_options(options) {
+  ReportMaker(const DesignDocument& document, const ReportOptions& options)
+      : m_document(document), m_options(options), m_viewer(document) {
     for (Finding& finding : CheckDocument(document)) {
       ++(finding.severity == Severity::Error ? m_report.errors : m_report.notes);
       const bool isOfSection = finding.place.section >= 0;
@@ -96,7 +101,7 @@ class ReportMaker {
  private:
   void AddSection(int set, int section) {
     SectionReport report;
-    report.view = ViewOf(m_document, set, section, m_options.centerHeight);
+    report.view = m_viewer.Of(set, section, m_options.centerHeight);
     DrawingOptions drawing;
     drawing.exaggeration = m_options.exaggeration;
     report.drawing = Draw(report.view, drawing);
@@ -115,7 +120,8 @@ class ReportMaker {
     const auto errors = std::count_if(report.findings.begin(), report.findings.end(),
                                       [](const Finding& finding) { return finding.severity == Severity::Error; });
     m_sections.push_back({view.set, view.stationText, view.name, view.station ? Json(*view.station) : Json(nullptr),
-                          errors, report.findings.size() - static_cast<std::size_t>(errors), IndexOfCodes(view)});
+                          errors, report.findings.size() - static_cast<std::size_t>(errors), IndexOfCodes(view),
+                          view.isBehindChange ? 1 : 0});
   }
 
   /// Sections of a design mostly have the same codes: each list of them is kept once.
@@ -178,6 +184,7 @@ class ReportMaker {
 
   const DesignDocument& m_document;
   const ReportOptions& m_options;
+  SectionViewer m_viewer;
   std::map<std::pair<int, int>, std::vector<Finding>> m_bySection;
   DesignReport m_report;
   Json m_setNames = Json::array();

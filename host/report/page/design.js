@@ -44,6 +44,15 @@ class Search {
   }
 }
 
+/** How each kind of piece is drawn, by its number; `level` tells what lies above what. */
+function stylesOf(kinds) {
+  const styles = [];
+  kinds.forEach((style, level) => {
+    styles[style.kind] = { ...style, level };
+  });
+  return styles;
+}
+
 /** The design in the page: an index of its cross sections, and packs of them that are opened when one is needed. */
 class Design {
   static mostOpenPacks = 24;
@@ -52,6 +61,7 @@ class Design {
     this.index = JSON.parse(document.getElementById('index').textContent);
     this.packs = document.getElementsByClassName('pack');
     this.open = new Map();
+    this.styles = stylesOf(this.index.kinds);
     this.search = new Search(this.index);
     this.nameSections();
   }
@@ -60,10 +70,12 @@ class Design {
     return this.index.sections.length;
   }
 
-  /** What the list tells of a section. */
+  /** What the list tells of a section: its station, and in `more` what else it is called. */
   entry(at) {
-    const [set, station, name, , errors, notes] = this.index.sections[at];
-    return { station, name, errors, notes, alignment: this.index.sets.length > 1 ? this.index.sets[set] : '' };
+    const [set, station, name, , errors, notes, , isBehindChange] = this.index.sections[at];
+    const alignment = this.index.sets.length > 1 ? this.index.sets[set] : '';
+    const more = [alignment, name, isBehindChange ? speech.words.behindChange : ''].filter(Boolean).join(' · ');
+    return { station, more, errors, notes, title: [station, more].filter(Boolean).join('  ') };
   }
 
   /** Every section's name in the page's address, which outlasts a new report of the design. */

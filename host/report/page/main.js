@@ -12,8 +12,8 @@ class Page {
     this.printing = new Printing(this.design, at('sheets'), at('print-progress'));
     this.chosen = -1;
     this.target = -1;
-    this.tab = 'findings';
-    document.adoptedStyleSheets = [kindRules(this.design.index.kinds)];
+    this.tab = this.design.index.errors > 0 ? 'findings' : 'targets';
+    document.adoptedStyleSheets = [styleRules(this.design.styles)];
     this.listen();
     this.speak();
     this.filter();
@@ -43,7 +43,7 @@ class Page {
 
   showLayers() {
     const legend = at('layers').querySelector('legend');
-    at('layers').replaceChildren(legend, ...this.design.index.kinds.map(({ name }) => {
+    at('layers').replaceChildren(legend, ...this.design.styles.map(({ name }) => {
       const box = make('input', { type: 'checkbox', 'data-layer': name });
       box.checked = !document.body.classList.contains(`without-${name}`);
       return make('label', { class: 'check' }, box, make('span', { class: `swatch ${name}` }), speech.words.layerNames[name]);
@@ -59,7 +59,13 @@ class Page {
   }
 
   showCount() {
-    if (this.found) at('count').textContent = speech.words.listed(this.found.length, this.design.length);
+    if (!this.found) return;
+    const { words } = speech;
+    const count = this.found.length;
+    at('count').textContent = words.listed(count, this.design.length);
+    at('print-listed').textContent = words.printListed(Math.min(count, MOST_PAGES));
+    at('print-limit').hidden = count <= MOST_PAGES;
+    at('print-limit').textContent = words.printLimit(MOST_PAGES, count);
   }
 
   openAddress() {
@@ -103,9 +109,9 @@ class Page {
 
   announce() {
     if (this.chosen < 0) return;
-    const { station, name, errors, notes } = this.design.entry(this.chosen);
+    const { title, errors, notes } = this.design.entry(this.chosen);
     const place = speech.words.position(this.chosen + 1, this.design.length);
-    at('live').textContent = [station, name, place, findingsText(errors, notes)].filter(Boolean).join(', ');
+    at('live').textContent = [title, place, findingsText(errors, notes)].join(', ');
   }
 
   // --- the chosen section ---
@@ -119,14 +125,13 @@ class Page {
       at('height').textContent = '';
       return;
     }
-    const { station, name, alignment } = this.design.entry(this.chosen);
+    const { title } = this.design.entry(this.chosen);
     const { centerHeight, isControlSection } = this.section;
-    const title = [alignment, station, name].filter(Boolean).join('  ');
     at('title').textContent = title;
     at('height').textContent = [centerHeight === null ? words.relative : words.centerHeight(metres(centerHeight)),
       isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
     this.points = pointsOf(this.section);
-    this.viewer.show(new Sheet(drawingOf(this.section), this.design.index.kinds, title), this.points);
+    this.viewer.show(new Sheet(drawingOf(this.section), this.design.styles, title), this.points);
     this.showTables();
     this.highlightTarget(this.target);
   }
@@ -135,12 +140,12 @@ class Page {
     const { words } = speech;
     const { findings, notes, targets } = this.section;
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
-    const counts = { findings: findings.length + notes.length, targets: targets.length, points: ofForms };
+    const counts = { findings: findings.length, targets: targets.length, points: ofForms };
     for (const tab of TABS) {
       at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
     }
     const orSay = (count, table, text) => (count > 0 ? table : make('p', { class: 'quiet' }, text));
-    at('panel-findings').replaceChildren(orSay(counts.findings, findingsTable(findings, notes), words.nothingFound));
+    at('panel-findings').replaceChildren(orSay(counts.findings + notes.length, findingsTable(findings, notes), words.nothingFound));
     at('panel-targets').replaceChildren(orSay(counts.targets, targetsTable(this.section), words.noTargets));
     at('panel-points').replaceChildren(orSay(counts.points, pointsTable(this.section), words.noPoints));
     this.openTab(this.tab);
@@ -273,13 +278,7 @@ class Page {
 
   listenToPrinting() {
     const dialog = at('print-dialog');
-    at('print').addEventListener('click', () => {
-      const count = Math.min(this.found.length, MOST_PAGES);
-      at('print-listed').textContent = speech.words.printListed(count);
-      at('print-limit').hidden = this.found.length <= MOST_PAGES;
-      at('print-limit').textContent = speech.words.printLimit(MOST_PAGES, this.found.length);
-      dialog.showModal();
-    });
+    at('print').addEventListener('click', () => dialog.showModal());
     at('print-start').addEventListener('click', async () => {
       const extent = dialog.querySelector('[name=extent]:checked').value;
       const wanted = extent === 'listed' ? this.found : [this.chosen].filter((section) => section >= 0);

@@ -6,11 +6,10 @@ const MOST_PAGES = 500;
 /** One page for a section: its drawing, what is wrong with it, and its control targets. */
 function pageOf(design, section, at) {
   const { words } = speech;
-  const { station, name, alignment } = design.entry(at);
-  const title = [alignment, station, name].filter(Boolean).join('  ');
+  const { title } = design.entry(at);
   const page = make('article', { class: 'page' },
     make('h2', {}, title), make('p', { class: 'quiet' }, `${design.index.file} · ${words.position(at + 1, design.length)}`));
-  const sheet = new Sheet(drawingOf(section), design.index.kinds, title);
+  const sheet = new Sheet(drawingOf(section), design.styles, title);
   page.append(make('div', { class: 'picture' }, sheet.asPage()));
   if (section.findings.length > 0) page.append(make('h3', {}, words.findings), findingsTable(section.findings));
   if (section.targets.length > 0) page.append(make('h3', {}, words.targets), targetsTable(section));

@@ -78,7 +78,7 @@ class SectionList extends EventTarget {
 
   row(at) {
     const section = this.found[at];
-    const { station, name, alignment, errors, notes } = this.design.entry(section);
+    const { station, more, errors, notes } = this.design.entry(section);
     const { words } = speech;
     const isChosen = section === this.chosen;
     const row = make('div', {
@@ -86,7 +86,7 @@ class SectionList extends EventTarget {
       'aria-posinset': at + 1, 'aria-setsize': this.found.length,
     });
     row.style.top = `${at * ROW_HEIGHT}px`;
-    row.append(make('span', { class: 'station' }, station), make('span', { class: 'name' }, [alignment, name].filter(Boolean).join(' · ')));
+    row.append(make('span', { class: 'station' }, station), make('span', { class: 'name' }, more));
     if (errors > 0) row.append(make('span', { class: 'badge error' }, words.errors(errors)));
     if (notes > 0) row.append(make('span', { class: 'badge note' }, words.notes(notes)));
     if (isChosen) this.list.setAttribute('aria-activedescendant', row.id);

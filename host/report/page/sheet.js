@@ -9,12 +9,12 @@ function makeSvg(name, attributes = {}, ...children) {
   return element;
 }
 
-/** Marks by shape, in millimetres on paper around the origin. */
+/** Marks by shape, in millimetres on paper around the origin: a point, a crossing, a height, an arrow. */
 const MARKS = [
-  { path: 'M-.55 0a.55.55 0 1 0 1.1 0a.55.55 0 1 0-1.1 0z', filled: true },
-  { path: 'M-1.1 0a1.1 1.1 0 1 0 2.2 0a1.1 1.1 0 1 0-2.2 0zM-.8-.8L.8.8M-.8.8L.8-.8', filled: false },
-  { path: 'M0 0L-1.3-2.2L1.3-2.2z', filled: true },
-  { path: 'M0 0L-2.5.5L-2.5-.5z', filled: true },
+  { path: 'M-.4 0a.4.4 0 1 0 .8 0a.4.4 0 1 0-.8 0z', pen: 0.15 },
+  { path: 'M-.9 0a.9.9 0 1 0 1.8 0a.9.9 0 1 0-1.8 0z', pen: 0.3 },
+  { path: 'M0 0L-1.3-2.2L1.3-2.2z', pen: 0.13 },
+  { path: 'M0 0L-2.2.35L-2.2-.35z', pen: 0.13, filled: true },
 ];
 const ANCHORS = ['start', 'middle', 'end'];
 
@@ -31,11 +31,11 @@ function onDark(color) {
  * The rules for every kind of piece. Weights are millimetres on paper; --unit is what one of them is on the sheet.
  * A layer that is switched off is off in print as well.
  */
-function kindRules(kinds) {
-  const rules = kinds.map(({ name, color, width, dashes }) => {
+function styleRules(styles) {
+  const rules = styles.map(({ name, line, width, dashes, text }) => {
     const lengths = dashes.map((length) => `calc(var(--unit) * ${length}px)`).join(' ');
-    return `.${name} { --color: ${color}; --width: ${width}; ${lengths && `--dashes: ${lengths};`} }
-      @media screen and (prefers-color-scheme: dark) { .${name} { --color: ${onDark(color)}; } }
+    return `.${name} { --line: ${line}; --text-color: ${text}; --width: ${width}; ${lengths && `--dashes: ${lengths};`} }
+      @media screen and (prefers-color-scheme: dark) { .${name} { --line: ${onDark(line)}; --text-color: ${onDark(text)}; } }
       body.without-${name} .sheet .${name} { display: none; }`;
   });
   const sheet = new CSSStyleSheet();
@@ -56,27 +56,32 @@ function ownerOf(kind, form, target) {
  * texts have a size of their own (`arrange`), so that a closer look brings more of the design and not larger letters.
  */
 class Sheet {
-  constructor(drawing, kinds, name) {
-    this.kinds = kinds;
+  constructor(drawing, styles, name) {
+    this.styles = styles;
     [this.width, this.height] = drawing.size;
     this.lines = makeSvg('g', { class: 'lines' });
     this.labels = makeSvg('g', { class: 'labels' });
     this.placed = [];
     this.addLines(drawing.lines);
-    drawing.marks.forEach((mark) => this.addMark(mark));
-    drawing.texts.forEach((text) => this.addText(text));
+    this.upward(drawing.marks).forEach((mark) => this.addMark(mark));
+    this.upward(drawing.texts).forEach((text) => this.addText(text));
     this.moved = makeSvg('g', {}, this.lines, this.labels);
     this.element = makeSvg('svg', { class: 'sheet', role: 'img', 'aria-label': name }, this.moved);
+  }
+
+  /** Pieces in the order in which they lie on each other. */
+  upward(pieces) {
+    return [...pieces].sort(([first], [second]) => this.styles[first].level - this.styles[second].level);
   }
 
   /** Lines of one owner are one path: thousands of hatches are as quick as one. Those of targets are easy to hit. */
   addLines(lines) {
     const paths = new Map();
-    for (const [kind, form, target, ...places] of lines) {
+    for (const [kind, form, target, ...places] of this.upward(lines)) {
       const key = `${kind} ${form} ${target}`;
       let d = paths.get(key)?.d ?? '';
       for (let i = 0; i < places.length; i += 2) d += `${i === 0 ? 'M' : 'L'}${places[i]} ${places[i + 1]}`;
-      paths.set(key, { d, owner: ownerOf(this.kinds[kind].name, form, target), isTarget: target >= 0 });
+      paths.set(key, { d, owner: ownerOf(this.styles[kind].name, form, target), isTarget: target >= 0 });
     }
     for (const { d, owner, isTarget } of paths.values()) {
       if (isTarget) this.lines.append(makeSvg('path', { ...owner, d, class: `${owner.class} grip` }));
@@ -85,15 +90,17 @@ class Sheet {
   }
 
   addMark([kind, form, target, shape, angle, x, y]) {
-    const { path, filled } = MARKS[shape];
-    const owner = ownerOf(this.kinds[kind].name, form, target);
-    const mark = makeSvg('path', { ...owner, d: path, class: `${owner.class} mark${filled ? ' filled' : ''}` });
+    const { path, pen, filled } = MARKS[shape];
+    const owner = ownerOf(this.styles[kind].name, form, target);
+    const shapeClass = filled ? 'mark filled' : 'mark';
+    const mark = makeSvg('path', { ...owner, d: path, 'stroke-width': pen, class: `${owner.class} ${shapeClass}` });
     this.place(mark, x, y, -angle, 0);
   }
 
   addText([kind, form, target, anchor, angle, size, lift, content, x, y]) {
-    const owner = ownerOf(this.kinds[kind].name, form, target);
-    const text = makeSvg('text', { ...owner, class: `${owner.class} text`, 'font-size': size, 'text-anchor': ANCHORS[anchor] });
+    const owner = ownerOf(this.styles[kind].name, form, target);
+    const look = { class: `${owner.class} text`, 'font-size': size, 'text-anchor': ANCHORS[anchor] };
+    const text = makeSvg('text', { ...owner, ...look });
     text.textContent = content;
     this.place(text, x, y, -angle, lift);
   }
