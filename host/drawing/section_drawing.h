@@ -54,7 +54,7 @@ struct DrawnText {
   double angle = 0.0;   ///< degrees, counter-clockwise
   double sizeMm = 2.5;
   Anchor anchor = Anchor::Middle;
-  std::string text;  ///< UTF-8, as it is: not escaped for any format
+  std::string text = {};  ///< UTF-8, as it is: not escaped for any format
   int form = -1;
   int target = -1;
 };

@@ -194,10 +194,9 @@ class LineTracer {
   std::vector<std::vector<int>> m_lines;
 };
 
-// --- ground ----------------------------------------------------------------------------------------------------------
+}  // namespace
 
-/// Height of the ground at an offset; none beside it.
-std::optional<double> HeightAt(const ViewGround& ground, double offset) {
+std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   for (std::size_t i = 1; i < ground.line.size(); ++i) {
     const SectionPlace& from = ground.line[i - 1];
     const SectionPlace& to = ground.line[i];
@@ -207,8 +206,6 @@ std::optional<double> HeightAt(const ViewGround& ground, double offset) {
   }
   return std::nullopt;
 }
-
-}  // namespace
 
 // --- what is known of a set ------------------------------------------------------------------------------------------
 
@@ -503,7 +500,7 @@ class SectionBuilder {
       for (const char* side : {"Left", "Right"}) {
         const ViewPoint* end = EndOf(form, side);
         if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
-        const std::optional<double> ground = HeightAt(view.grounds.front(), end->place.offset);
+        const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
         if (ground) ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground - end->place.height});
       }
     }
@@ -545,7 +542,7 @@ class SectionBuilder {
       for (const char* side : {"Left", "Right"}) {
         const ViewPoint* end = EndOf(form, side);
         if (end == nullptr || end->isCrossing) continue;
-        const std::optional<double> ground = HeightAt(view.grounds.front(), end->place.offset);
+        const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
         if (!ground || std::abs(*ground - end->place.height) > kOnGround) continue;
         form.points[static_cast<std::size_t>(end - form.points.data())].isCrossing = true;
       }

@@ -62,6 +62,9 @@ struct ViewGround {
   friend bool operator==(const ViewGround&, const ViewGround&) = default;
 };
 
+/// Height of the existing ground at an offset; none beside it.
+[[nodiscard]] std::optional<double> GroundHeightAt(const ViewGround& ground, double offset);
+
 /// A control target and the points that it names.
 struct ViewTarget {
   enum class Item { Width, Height, Length, Other };

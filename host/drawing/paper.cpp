@@ -1,0 +1,104 @@
+#include "host/drawing/paper.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+#include "host/document/text_encoding.h"
+
+namespace vorn_host {
+
+namespace {
+
+constexpr double kWideLetter = 1.0;    ///< of the text size
+constexpr double kNarrowLetter = 0.6;  ///< digits are a little narrower
+/// How far letters reach below and above the base line, of the text size.
+constexpr double kDescent = 0.15;
+constexpr double kAscent = 0.8;
+
+/// The first byte of the characters from U+1100 on, where full-width ones begin.
+constexpr unsigned char kFirstWideByte = 0xE1;
+
+}  // namespace
+
+void PaperBox::Include(const PaperPlace& place) {
+  left = isEmpty ? place.x : std::min(left, place.x);
+  right = isEmpty ? place.x : std::max(right, place.x);
+  bottom = isEmpty ? place.y : std::min(bottom, place.y);
+  top = isEmpty ? place.y : std::max(top, place.y);
+  isEmpty = false;
+}
+
+PaperBox PaperBox::Widened(double by) const { return {left - by, right + by, bottom - by, top + by, isEmpty}; }
+
+PaperPlace LabelBox::At(double along, double across) const {
+  const double radians = angle * std::numbers::pi / 180.0;
+  const double cosine = std::cos(radians);
+  const double sine = std::sin(radians);
+  return {corner.x + along * cosine - across * sine, corner.y + along * sine + across * cosine};
+}
+
+double TextWidth(std::string_view utf8, double sizeMm) {
+  double width = 0.0;
+  for (const char byte : utf8) {
+    if (IsUtf8Continuation(byte)) continue;
+    width += static_cast<unsigned char>(byte) >= kFirstWideByte ? kWideLetter : kNarrowLetter;
+  }
+  return width * sizeMm;
+}
+
+LabelBox BoxOf(const DrawnText& text, const PaperScale& scale) {
+  LabelBox box{scale.ToPaper(text.place), TextWidth(text.text, text.sizeMm), (kDescent + kAscent) * text.sizeMm,
+               text.angle};
+  const double before = text.anchor == DrawnText::Anchor::Start ? 0.0
+                        : text.anchor == DrawnText::Anchor::End ? box.width
+                                                                : box.width / 2.0;
+  box.corner = box.At(-before, text.liftMm - kDescent * text.sizeMm);
+  return box;
+}
+
+PaperGrid::PaperGrid(const PaperBox& area)
+    : m_area(area),
+      m_cell(std::max({kSmallestCell, area.Width() / kMostCells, area.Height() / kMostCells})),
+      m_columns(static_cast<int>(area.Width() / m_cell) + 1),
+      m_rows(static_cast<int>(area.Height() / m_cell) + 1),
+      m_covered(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows)) {}
+
+int PaperGrid::CellAt(const PaperPlace& place) const {
+  const double column = std::floor((place.x - m_area.left) / m_cell);
+  const double row = std::floor((place.y - m_area.bottom) / m_cell);
+  if (!(column >= 0.0 && column < m_columns && row >= 0.0 && row < m_rows)) return -1;
+  return static_cast<int>(row) * m_columns + static_cast<int>(column);
+}
+
+/// Visits cells until one visit returns false, and returns whether none did. Steps are a cell or less.
+template <typename Visit>
+bool PaperGrid::ForEachCell(const LabelBox& box, Visit&& visit) const {
+  const int along = static_cast<int>(box.width / m_cell) + 1;
+  const int across = static_cast<int>(box.height / m_cell) + 1;
+  for (int i = 0; i <= along; ++i) {
+    for (int j = 0; j <= across; ++j) {
+      if (!visit(CellAt(box.At(box.width * i / along, box.height * j / across)))) return false;
+    }
+  }
+  return true;
+}
+
+bool PaperGrid::IsFree(const LabelBox& box) const {
+  return ForEachCell(box, [&](int cell) { return cell >= 0 && !m_covered[static_cast<std::size_t>(cell)]; });
+}
+
+void PaperGrid::Occupy(const LabelBox& box) {
+  ForEachCell(box, [&](int cell) {
+    if (cell >= 0) m_covered[static_cast<std::size_t>(cell)] = true;
+    return true;
+  });
+}
+
+void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) {
+  const double length = std::hypot(to.x - from.x, to.y - from.y);
+  Occupy({from, length, 0.0, std::atan2(to.y - from.y, to.x - from.x) * 180.0 / std::numbers::pi});
+}
+
+}  // namespace vorn_host

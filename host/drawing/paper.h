@@ -1,0 +1,86 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "host/drawing/section_drawing.h"
+
+// The sheet of paper that a drawing is laid out on, in millimetres: what a label covers is the same at every scale.
+
+namespace vorn_host {
+
+/// A place on paper, in millimetres; y grows upward, as heights do.
+struct PaperPlace {
+  double x = 0.0;
+  double y = 0.0;
+};
+
+/// How metres of the section plane become millimetres on paper.
+class PaperScale {
+ public:
+  PaperScale(double scale, double exaggeration) : m_x(1000.0 / scale), m_y(1000.0 / scale * exaggeration) {}
+
+  [[nodiscard]] PaperPlace ToPaper(const SectionPlace& place) const { return {place.offset * m_x, place.height * m_y}; }
+  [[nodiscard]] SectionPlace ToSection(const PaperPlace& place) const { return {place.x / m_x, place.y / m_y}; }
+  /// Millimetres of a metre.
+  [[nodiscard]] double Across() const { return m_x; }
+  [[nodiscard]] double Upward() const { return m_y; }
+
+ private:
+  double m_x;
+  double m_y;
+};
+
+/// An upright rectangle on paper; empty until something is included.
+struct PaperBox {
+  double left = 0.0, right = 0.0, bottom = 0.0, top = 0.0;
+  bool isEmpty = true;
+
+  void Include(const PaperPlace& place);
+  [[nodiscard]] double Width() const { return right - left; }
+  [[nodiscard]] double Height() const { return top - bottom; }
+  [[nodiscard]] PaperBox Widened(double by) const;
+};
+
+/// A rectangle on paper that stands at an angle: the room of a text.
+struct LabelBox {
+  PaperPlace corner;   ///< where its lower left corner lies, as one reads
+  double width = 0.0;  ///< along the direction
+  double height = 0.0;
+  double angle = 0.0;  ///< degrees, counter-clockwise
+
+  /// The place so far along and across the box, from its corner.
+  [[nodiscard]] PaperPlace At(double along, double across) const;
+};
+
+/// Room that a text needs, by the usual widths of letters: 1 for a full-width character, 0.6 for others.
+[[nodiscard]] double TextWidth(std::string_view utf8, double sizeMm);
+[[nodiscard]] LabelBox BoxOf(const DrawnText& text, const PaperScale& scale);
+
+/// What is covered on a piece of paper, in small cells: it takes the same time to find room among five lines and among
+/// thousands.
+class PaperGrid {
+ public:
+  explicit PaperGrid(const PaperBox& area);
+
+  /// Whether nothing lies there; false outside the area.
+  [[nodiscard]] bool IsFree(const LabelBox& box) const;
+  void Occupy(const LabelBox& box);
+  void OccupyLine(const PaperPlace& from, const PaperPlace& to);
+
+ private:
+  static constexpr double kSmallestCell = 0.5;  ///< mm
+  static constexpr int kMostCells = 2000;       ///< in a row or a column
+
+  [[nodiscard]] int CellAt(const PaperPlace& place) const;  ///< -1 outside
+  template <typename Visit>
+  bool ForEachCell(const LabelBox& box, Visit&& visit) const;
+
+  PaperBox m_area;
+  double m_cell;
+  int m_columns;
+  int m_rows;
+  std::vector<bool> m_covered;
+};
+
+}  // namespace vorn_host

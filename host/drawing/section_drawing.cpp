@@ -1,0 +1,296 @@
+// The sheet around a cross section: its scale, frame, axes, scale bar and title.
+
+#include "host/drawing/section_drawing.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "host/drawing/paper.h"
+#include "host/drawing/section_layout.h"
+#include "host/drawing/value_text.h"
+
+namespace vorn_host {
+
+namespace {
+
+using Anchor = DrawnText::Anchor;
+
+// Sizes on paper, in millimetres.
+constexpr double kSheetWidth = 400.0;  ///< A3 with its margins taken off
+constexpr double kSheetHeight = 277.0;
+constexpr double kTitleSize = 5.0;
+constexpr double kTextSize = 3.0;
+constexpr double kNumberSize = 2.5;
+constexpr double kNoteSize = 2.2;
+constexpr double kInside = 5.0;     ///< from the section to the frame
+constexpr double kLeftBand = 20.0;  ///< beside the frame: elevations and what they are
+constexpr double kRightBand = 6.0;
+constexpr double kTitleBand = 20.0;
+constexpr double kAxisBand = 14.0;  ///< below the frame: offsets and what they are
+constexpr double kScaleBand = 12.0;
+constexpr double kNoteLine = 3.6;
+constexpr double kTick = 1.8;
+constexpr double kLeastStep = 15.0;  ///< from one number of an axis to the next
+constexpr double kMostSteps = 200.0;
+constexpr double kScaleBar = 40.0;  ///< the scale bar is about that long
+constexpr double kLeastFrame = 90.0;
+
+struct Words {
+  const char* station;
+  const char* behindChange;
+  const char* controlSection;
+  const char* elevation;
+  const char* aboveCenter;
+  const char* offset;
+  const char* scale;
+};
+constexpr Words kEnglish = {"Station ",      "behind the change of shape", "control section",
+                            "Elevation (m)", "Height above CL (m)",        "Offset from CL (m)",
+                            "Scale "};
+constexpr Words kJapanese = {
+    "測点 ", "断面変化点（後）", "管理断面", "標高 (m)", "CLからの高さ (m)", "CLからの距離 (m)", "縮尺 "};
+
+/// 1, 2 or 5 times a power of ten, no less than a length.
+double RoundStep(double least) {
+  const double power = std::pow(10.0, std::floor(std::log10(least)));
+  for (const double factor : {1.0, 2.0, 5.0}) {
+    if (factor * power >= least * (1.0 - 1e-9)) return factor * power;
+  }
+  return 10.0 * power;
+}
+
+/// The decimals that multiples of a round step need.
+int DecimalsOf(double step) { return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, 6); }
+
+/// The scale that follows in the row of the usual ones: 50, 100, 200, 250, 500, 1000 ...
+double NextUsualScale(double scale) {
+  constexpr std::array kFirst = {50.0, 100.0, 200.0, 250.0};
+  for (const double usual : kFirst) {
+    if (usual > scale) return usual;
+  }
+  double power = 100.0;
+  while (true) {
+    for (const double factor : {5.0, 10.0, 20.0, 25.0}) {
+      if (factor * power > scale) return factor * power;
+    }
+    power *= 10.0;
+  }
+}
+
+/// Lays out one sheet at one scale.
+class Sheet {
+ public:
+  Sheet(const SectionView& view, const DrawingOptions& options, double scale, double exaggeration)
+      : m_view(view), m_words(options.japanese ? kJapanese : kEnglish), m_scale(scale, exaggeration) {
+    m_drawing.scale = scale;
+    m_drawing.exaggeration = exaggeration;
+    PaperBox section = LayOutSection(view, WindowOf(view), m_scale, m_drawing);
+    section = section.Widened(kInside);
+    WidenTo(kLeastFrame, section);
+    m_frame = section;
+    AddFrame();
+    AddAxes();
+    AddTitle();
+    AddScaleBar();
+    const double below = AddNotes();
+    const SectionPlace lowerLeft = m_scale.ToSection({m_frame.left - kLeftBand, below});
+    const SectionPlace upperRight = m_scale.ToSection({m_frame.right + kRightBand, m_frame.top + kTitleBand});
+    m_drawing.left = lowerLeft.offset;
+    m_drawing.bottom = lowerLeft.height;
+    m_drawing.right = upperRight.offset;
+    m_drawing.top = upperRight.height;
+  }
+
+  [[nodiscard]] bool Fits() const {
+    return (m_drawing.right - m_drawing.left) * m_scale.Across() <= kSheetWidth &&
+           (m_drawing.top - m_drawing.bottom) * m_scale.Upward() <= kSheetHeight;
+  }
+  [[nodiscard]] SectionDrawing Take() { return std::move(m_drawing); }
+
+ private:
+  static void WidenTo(double width, PaperBox& box) {
+    const double missing = (width - box.Width()) / 2.0;
+    if (missing <= 0.0) return;
+    box.left -= missing;
+    box.right += missing;
+  }
+
+  void AddLine(DrawingKind kind, std::initializer_list<PaperPlace> places) {
+    DrawnLine line{kind, {}};
+    for (const PaperPlace& place : places) line.places.push_back(m_scale.ToSection(place));
+    m_drawing.lines.push_back(std::move(line));
+  }
+
+  void AddText(DrawingKind kind, const PaperPlace& place, std::string label, double size, Anchor anchor,
+               double angle = 0.0) {
+    DrawnText text{kind, m_scale.ToSection(place)};
+    text.sizeMm = size;
+    text.anchor = anchor;
+    text.angle = angle;
+    text.text = std::move(label);
+    m_drawing.texts.push_back(std::move(text));
+  }
+
+  void AddFrame() {
+    AddLine(DrawingKind::Frame, {{m_frame.left, m_frame.bottom},
+                                 {m_frame.right, m_frame.bottom},
+                                 {m_frame.right, m_frame.top},
+                                 {m_frame.left, m_frame.top},
+                                 {m_frame.left, m_frame.bottom}});
+  }
+
+  /// Calls visit(millimetres, number) at every round number between two places of an axis.
+  template <typename Visit>
+  static void ForEachTick(double from, double to, double millimetresOfMetre, Visit&& visit) {
+    const double step = RoundStep(std::max(kLeastStep, (to - from) / kMostSteps) / millimetresOfMetre);
+    const int decimals = DecimalsOf(step);
+    const double first = std::ceil(from / millimetresOfMetre / step);
+    const double last = std::floor(to / millimetresOfMetre / step);
+    for (double tick = first; tick <= last; tick += 1.0) {
+      visit(tick * step * millimetresOfMetre, ValueText(tick * step, decimals, decimals));
+    }
+  }
+
+  void AddAxes() {
+    ForEachTick(m_frame.left, m_frame.right, m_scale.Across(), [&](double x, std::string number) {
+      AddLine(DrawingKind::Frame, {{x, m_frame.bottom}, {x, m_frame.bottom - kTick}});
+      AddText(DrawingKind::Frame, {x, m_frame.bottom - kTick - 3.0}, std::move(number), kNumberSize, Anchor::Middle);
+    });
+    ForEachTick(m_frame.bottom, m_frame.top, m_scale.Upward(), [&](double y, std::string number) {
+      AddLine(DrawingKind::Frame, {{m_frame.left, y}, {m_frame.left - kTick, y}});
+      AddText(DrawingKind::Frame, {m_frame.left - kTick - 0.8, y - 0.9}, std::move(number), kNumberSize, Anchor::End);
+    });
+    AddText(DrawingKind::Frame, {(m_frame.left + m_frame.right) / 2.0, m_frame.bottom - 10.5}, m_words.offset,
+            kTextSize, Anchor::Middle);
+    AddText(DrawingKind::Frame, {m_frame.left - 14.5, (m_frame.bottom + m_frame.top) / 2.0},
+            m_view.centerHeight ? m_words.elevation : m_words.aboveCenter, kTextSize, Anchor::Middle, 90.0);
+  }
+
+  /// "Station 120.0000 m", "No.6+0.0000", with the name where it tells more.
+  [[nodiscard]] std::string TitleText() const {
+    const bool isNumbered = m_view.station && m_view.stationText.find('+') != std::string::npos;
+    std::string text = m_view.stationText;
+    if (m_view.station && !isNumbered) text = m_words.station + text + " m";
+    const bool isNameTold = isNumbered && m_view.stationText == m_view.name + "+0.0000";
+    if (m_view.name.empty() || isNameTold) return text;
+    return text.empty() ? m_view.name : text + "  " + m_view.name;
+  }
+
+  [[nodiscard]] std::string SubtitleText() const {
+    std::string text;
+    const auto add = [&](const std::string& part) {
+      if (!part.empty()) text += (text.empty() ? "" : "   ") + part;
+    };
+    add(m_view.alignment);
+    if (m_view.isBehindChange) add(m_words.behindChange);
+    if (m_view.isControlSection) add(m_words.controlSection);
+    if (m_view.centerHeight) add("FH=" + ValueText(*m_view.centerHeight, 3, 3));
+    if (!m_view.grounds.empty()) {
+      const std::optional<double> ground = GroundHeightAt(m_view.grounds.front(), 0.0);
+      if (ground) add("GH=" + ValueText(*ground, 3, 3));
+    }
+    return text;
+  }
+
+  void AddTitle() {
+    const double middle = (m_frame.left + m_frame.right) / 2.0;
+    AddText(DrawingKind::Title, {middle, m_frame.top + 11.0}, TitleText(), kTitleSize, Anchor::Middle);
+    AddText(DrawingKind::Title, {middle, m_frame.top + 4.5}, SubtitleText(), kTextSize, Anchor::Middle);
+  }
+
+  [[nodiscard]] std::string ScaleText() const {
+    const std::string across = "1:" + ValueText(m_drawing.scale, 0, 3);
+    if (m_drawing.exaggeration == 1.0) return m_words.scale + across;
+    return m_words.scale + std::string("H ") + across +
+           "  V 1:" + ValueText(m_drawing.scale / m_drawing.exaggeration, 0, 3);
+  }
+
+  /// Two parts, the first of them divided again, at the right below the frame.
+  void AddScaleBar() {
+    const double part = RoundStep(kScaleBar / 2.0 / m_scale.Across() * 0.7);
+    const double length = part * m_scale.Across();
+    const double right = m_frame.right - 8.0;
+    const double y = m_frame.bottom - kAxisBand - 6.0;
+    const double left = right - 2.0 * length;
+    AddLine(DrawingKind::Frame, {{left, y}, {right, y}});
+    AddLine(DrawingKind::Frame, {{left, y}, {left, y + kTick}});
+    AddLine(DrawingKind::Frame, {{left + length / 2.0, y}, {left + length / 2.0, y + kTick / 2.0}});
+    AddLine(DrawingKind::Frame, {{left + length, y}, {left + length, y + kTick}});
+    AddLine(DrawingKind::Frame, {{right, y}, {right, y + kTick}});
+    const int decimals = DecimalsOf(part);
+    AddText(DrawingKind::Frame, {left, y + kTick + 0.8}, "0", kNumberSize, Anchor::Middle);
+    AddText(DrawingKind::Frame, {left + length, y + kTick + 0.8}, ValueText(part, decimals, decimals), kNumberSize,
+            Anchor::Middle);
+    AddText(DrawingKind::Frame, {right, y + kTick + 0.8}, ValueText(2.0 * part, decimals, decimals) + " m", kNumberSize,
+            Anchor::Middle);
+    AddText(DrawingKind::Frame, {left - 6.0, y}, ScaleText(), kTextSize, Anchor::End);
+  }
+
+  /// The pieces of a text that are no wider than a length, broken between words where there are some.
+  static std::vector<std::string> Wrapped(const std::string& text, double width) {
+    std::vector<std::string> lines;
+    std::string line;
+    std::string word;
+    const auto endWord = [&] {
+      if (!line.empty() && TextWidth(line + word, kNoteSize) > width) {
+        lines.push_back(line);
+        line.clear();
+      }
+      line += word;
+      word.clear();
+    };
+    for (const char byte : text) {
+      word += byte;
+      if (byte == ' ' || TextWidth(word, kNoteSize) > width) endWord();
+    }
+    endWord();
+    lines.push_back(line);
+    return lines;
+  }
+
+  /// @returns where the sheet ends below
+  double AddNotes() {
+    constexpr std::size_t kMostLines = 12;
+    double y = m_frame.bottom - kAxisBand - kScaleBand;
+    std::vector<std::string> lines;
+    for (const std::string& note : m_view.notes) {
+      for (std::string& line : Wrapped("* " + note, m_frame.Width())) lines.push_back(std::move(line));
+    }
+    if (lines.size() > kMostLines) {
+      lines.resize(kMostLines - 1);
+      lines.emplace_back("* ...");
+    }
+    for (std::string& line : lines) {
+      AddText(DrawingKind::Title, {m_frame.left, y}, std::move(line), kNoteSize, Anchor::Start);
+      y -= kNoteLine;
+    }
+    return y;
+  }
+
+  const SectionView& m_view;
+  const Words& m_words;
+  PaperScale m_scale;
+  PaperBox m_frame;
+  SectionDrawing m_drawing;
+};
+
+double Sensible(double value, double otherwise) { return std::isfinite(value) && value > 0.0 ? value : otherwise; }
+
+}  // namespace
+
+SectionDrawing Draw(const SectionView& view, const DrawingOptions& options) {
+  const double exaggeration = Sensible(options.exaggeration, 1.0);
+  if (const double scale = Sensible(options.scale, 0.0); scale > 0.0) {
+    return Sheet(view, options, scale, exaggeration).Take();
+  }
+  constexpr double kSmallestScale = 1e9;
+  for (double scale = NextUsualScale(0.0);; scale = NextUsualScale(scale)) {
+    Sheet sheet(view, options, scale, exaggeration);
+    if (sheet.Fits() || scale >= kSmallestScale) return sheet.Take();
+  }
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,542 @@
+// What a cross section consists of on paper, and where its labels find room.
+
+#include "host/drawing/section_layout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/drawing/value_text.h"
+
+namespace vorn_host {
+
+namespace {
+
+using Anchor = DrawnText::Anchor;
+using Shape = DrawnMark::Shape;
+
+// Sizes on paper, in millimetres.
+constexpr double kLetters = 2.5;
+constexpr double kBesideLine = 1.3;   ///< from a line to the base line of a text along it
+constexpr double kHatchEvery = 12.0;  ///< from one group of hatch ticks to the next
+constexpr double kHatchStep = 1.2;    ///< from tick to tick in a group
+constexpr double kHatchTick = 2.2;    ///< how far a tick reaches down and to the side
+constexpr int kHatchTicks = 3;
+constexpr double kMostHatchGroups = 300.0;
+constexpr double kCenterLineOver = 7.0;  ///< how far the centre line goes beyond the section
+constexpr double kTriangle = 2.6;        ///< height of the mark at a height
+constexpr double kFirstTier = 9.0;       ///< from the section to the first dimension line
+constexpr double kNextTier = 1.5;        ///< from one try to the next
+constexpr int kMostTiers = 40;
+constexpr double kShortDimension = 7.0;  ///< arrows of a shorter one stand outside
+constexpr double kOutsideArrow = 4.0;
+constexpr double kExtensionGap = 1.0;
+constexpr double kExtensionOver = 1.2;
+/// Beyond the room of the section itself, for what is written around it.
+constexpr double kRoomForLabels = 120.0;
+
+/// Angle at which a text along a segment is read from left to right, in degrees.
+double ReadingAngle(const PaperPlace& from, const PaperPlace& to) {
+  double angle = std::atan2(to.y - from.y, to.x - from.x) * 180.0 / std::numbers::pi;
+  if (angle > 90.0) angle -= 180.0;
+  if (angle <= -90.0) angle += 180.0;
+  return angle;
+}
+
+PaperPlace Middle(const PaperPlace& a, const PaperPlace& b) { return {(a.x + b.x) / 2.0, (a.y + b.y) / 2.0}; }
+
+double Distance(const PaperPlace& a, const PaperPlace& b) { return std::hypot(b.x - a.x, b.y - a.y); }
+
+/// The part of a line between two offsets.
+std::vector<SectionPlace> Clipped(const std::vector<SectionPlace>& line, const SectionWindow& window) {
+  std::vector<SectionPlace> clipped;
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const SectionPlace& from = line[i - 1];
+    const SectionPlace& to = line[i];
+    const auto at = [&](double offset) -> SectionPlace {
+      const double share = (offset - from.offset) / (to.offset - from.offset);
+      return {offset, from.height + (to.height - from.height) * share};
+    };
+    const auto cut = [&](const SectionPlace& place) {
+      return place.offset < window.left ? at(window.left) : place.offset > window.right ? at(window.right) : place;
+    };
+    if (std::max(from.offset, to.offset) < window.left || std::min(from.offset, to.offset) > window.right) continue;
+    const SectionPlace begin = cut(from);
+    if (clipped.empty() || !(clipped.back() == begin)) clipped.push_back(begin);
+    clipped.push_back(cut(to));
+  }
+  return clipped;
+}
+
+std::string SignedHeight(double height, bool isElevation) {
+  const std::string text = ValueText(height, 3, 3);
+  return isElevation || text.front() == '-' ? text : (text == "0.000" ? "±" : "+") + text;
+}
+
+class Layout {
+ public:
+  Layout(const SectionView& view, const SectionWindow& window, const PaperScale& scale, SectionDrawing& drawing)
+      : m_view(view), m_window(window), m_scale(scale), m_drawing(drawing), m_extent(ExtentOf()), m_grid(Room()) {}
+
+  PaperBox Run() {
+    AddGrounds();
+    for (std::size_t i = 0; i < m_view.forms.size(); ++i) AddForm(static_cast<int>(i));
+    AddCenterLine();
+    for (const DrawnLine& line : m_drawing.lines) Occupy(line);
+    AddMarks();
+    AddHeights();
+    AddGrades();
+    AddCodes(FormRole::DesignSurface);
+    AddCodes(FormRole::Other);
+    AddWidths();
+    AddLengths();
+    AddGroundNames();
+    AddCodes(FormRole::Layer);
+    return Room(m_drawing);
+  }
+
+ private:
+  const ViewForm& Form(int index) const { return m_view.forms[static_cast<std::size_t>(index)]; }
+  const ViewPoint& Point(int form, int point) const { return Form(form).points[static_cast<std::size_t>(point)]; }
+  [[nodiscard]] PaperPlace OnPaper(const ViewPoint& point) const { return m_scale.ToPaper(point.place); }
+
+  // --- room ------------------------------------------------------------------------------------------------------
+
+  /// The section itself, without any labels.
+  [[nodiscard]] PaperBox ExtentOf() const {
+    PaperBox extent;
+    for (const ViewForm& form : m_view.forms) {
+      for (const ViewPoint& point : form.points) {
+        if (point.exists) extent.Include(OnPaper(point));
+      }
+    }
+    for (const ViewGround& ground : m_view.grounds) {
+      for (const SectionPlace& place : Clipped(ground.line, m_window)) extent.Include(m_scale.ToPaper(place));
+    }
+    if (extent.isEmpty) extent.Include(m_scale.ToPaper({0.0, m_view.centerHeight.value_or(0.0)}));
+    extent.Include({m_scale.ToPaper({m_window.left, 0.0}).x, extent.bottom});
+    extent.Include({m_scale.ToPaper({m_window.right, 0.0}).x, extent.top});
+    return extent;
+  }
+
+  [[nodiscard]] PaperBox Room() const { return m_extent.Widened(kRoomForLabels); }
+
+  [[nodiscard]] PaperBox Room(const SectionDrawing& drawing) const {
+    PaperBox room = m_extent;
+    for (const DrawnLine& line : drawing.lines) {
+      for (const SectionPlace& place : line.places) room.Include(m_scale.ToPaper(place));
+    }
+    for (const DrawnText& text : drawing.texts) {
+      const LabelBox box = BoxOf(text, m_scale);
+      for (const double along : {0.0, box.width}) {
+        for (const double across : {0.0, box.height}) room.Include(box.At(along, across));
+      }
+    }
+    return room;
+  }
+
+  void Occupy(const DrawnLine& line) {
+    for (std::size_t i = 1; i < line.places.size(); ++i) {
+      m_grid.OccupyLine(m_scale.ToPaper(line.places[i - 1]), m_scale.ToPaper(line.places[i]));
+    }
+  }
+
+  void AddLine(DrawingKind kind, std::vector<SectionPlace> places, int form = -1, int target = -1) {
+    m_drawing.lines.push_back({kind, std::move(places), form, target});
+  }
+
+  void AddPaperLine(DrawingKind kind, const PaperPlace& from, const PaperPlace& to, int form = -1, int target = -1) {
+    AddLine(kind, {m_scale.ToSection(from), m_scale.ToSection(to)}, form, target);
+  }
+
+  /// Adds a text where it finds room; false when it does not.
+  bool AddText(const DrawnText& text) {
+    const LabelBox box = BoxOf(text, m_scale);
+    if (text.text.empty() || !m_grid.IsFree(box)) return false;
+    m_grid.Occupy(box);
+    m_drawing.texts.push_back(text);
+    return true;
+  }
+
+  // --- lines -----------------------------------------------------------------------------------------------------
+
+  static DrawingKind KindOf(FormRole role, SectionPart part) {
+    if (role == FormRole::Layer) return DrawingKind::PavementLayer;
+    if (role == FormRole::Other) return DrawingKind::OtherForm;
+    return part == SectionPart::Slope || part == SectionPart::Berm ? DrawingKind::Slope : DrawingKind::DesignSurface;
+  }
+
+  /// The point that a segment of a line leads to, outward from the start point.
+  static const ViewPoint& OuterOf(const ViewForm& form, int left, int right) {
+    const ViewPoint& leftPoint = form.points[static_cast<std::size_t>(left)];
+    const ViewPoint& rightPoint = form.points[static_cast<std::size_t>(right)];
+    return rightPoint.from == left || leftPoint.from != right ? rightPoint : leftPoint;
+  }
+
+  void AddForm(int index) {
+    const ViewForm& form = Form(index);
+    for (const std::vector<int>& line : form.lines) {
+      DrawnLine piece;
+      for (std::size_t i = 1; i < line.size(); ++i) {
+        const DrawingKind kind = KindOf(form.role, OuterOf(form, line[i - 1], line[i]).part);
+        if (piece.places.empty() || piece.kind != kind) {
+          if (!piece.places.empty()) m_drawing.lines.push_back(piece);
+          piece = {kind, {Point(index, line[i - 1]).place}, index, -1};
+        }
+        piece.places.push_back(Point(index, line[i]).place);
+      }
+      if (!piece.places.empty()) m_drawing.lines.push_back(std::move(piece));
+    }
+  }
+
+  void AddGrounds() {
+    for (const ViewGround& ground : m_view.grounds) {
+      std::vector<SectionPlace> line = Clipped(ground.line, m_window);
+      if (line.size() < 2) continue;
+      AddHatch(line);
+      AddLine(DrawingKind::Ground, std::move(line));
+    }
+  }
+
+  /// Groups of slanted ticks below the ground, at regular distances along it.
+  void AddHatch(const std::vector<SectionPlace>& line) {
+    double length = 0.0;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      length += Distance(m_scale.ToPaper(line[i - 1]), m_scale.ToPaper(line[i]));
+    }
+    const double every = std::max(kHatchEvery, length / kMostHatchGroups);
+    double passed = 0.0;
+    double next = every / 2.0;
+    int tick = 0;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      const PaperPlace from = m_scale.ToPaper(line[i - 1]);
+      const PaperPlace to = m_scale.ToPaper(line[i]);
+      const double segment = Distance(from, to);
+      for (; next <= passed + segment;
+           next += ++tick % kHatchTicks == 0 ? every - (kHatchTicks - 1) * kHatchStep : kHatchStep) {
+        const double share = (next - passed) / segment;
+        const PaperPlace at = {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
+        AddPaperLine(DrawingKind::GroundHatch, at, {at.x - kHatchTick * 0.7, at.y - kHatchTick * 0.7});
+      }
+      passed += segment;
+    }
+  }
+
+  void AddCenterLine() {
+    const double x = m_scale.ToPaper({0.0, 0.0}).x;
+    const PaperPlace top = {x, m_extent.top + kCenterLineOver};
+    AddPaperLine(DrawingKind::CenterLine, {x, m_extent.bottom - kCenterLineOver}, top);
+    DrawnText text{DrawingKind::CenterLine, m_scale.ToSection(top)};
+    text.liftMm = 1.0;
+    text.sizeMm = 3.0;
+    text.text = "CL";
+    AddText(text);
+  }
+
+  // --- marks and labels ------------------------------------------------------------------------------------------
+
+  void AddMarks() {
+    for (std::size_t i = 0; i < m_view.forms.size(); ++i) {
+      const ViewForm& form = m_view.forms[i];
+      for (std::size_t j = 0; j < form.points.size(); ++j) {
+        const ViewPoint& point = form.points[j];
+        if (!point.exists) continue;
+        DrawnMark mark{DrawingKind::Code, Shape::Point, point.place};
+        mark.form = static_cast<int>(i);
+        mark.point = static_cast<int>(j);
+        if (point.isCrossing) {
+          mark.kind = DrawingKind::Crossing;
+          mark.shape = Shape::Crossing;
+        }
+        m_drawing.marks.push_back(mark);
+      }
+    }
+  }
+
+  /// The ratio or the grade along every segment of the design surface that is long enough.
+  void AddGrades() {
+    for (std::size_t i = 0; i < m_view.forms.size(); ++i) {
+      const ViewForm& form = m_view.forms[i];
+      if (form.role != FormRole::DesignSurface) continue;
+      for (const std::vector<int>& line : form.lines) {
+        for (std::size_t j = 1; j < line.size(); ++j) {
+          const ViewPoint& outer = OuterOf(form, line[j - 1], line[j]);
+          const PaperPlace from = OnPaper(form.points[static_cast<std::size_t>(line[j - 1])]);
+          const PaperPlace to = OnPaper(form.points[static_cast<std::size_t>(line[j])]);
+          AddAlong(DrawingKind::Grade, outer.grade, from, to, static_cast<int>(i), -1, true);
+        }
+      }
+    }
+  }
+
+  /// A text along a segment, above it or (else) below it, where it is no longer than the segment.
+  bool AddAlong(DrawingKind kind, const std::string& label, const PaperPlace& from, const PaperPlace& to, int form,
+                int target, bool aboveFirst) {
+    if (TextWidth(label, kLetters) > Distance(from, to)) return false;
+    DrawnText text{kind, m_scale.ToSection(Middle(from, to))};
+    text.sizeMm = kLetters;
+    text.angle = ReadingAngle(from, to);
+    text.text = label;
+    text.form = form;
+    text.target = target;
+    const double above = kBesideLine;
+    const double below = -(kBesideLine + 0.75 * kLetters);
+    for (const double lift : {aboveFirst ? above : below, aboveFirst ? below : above}) {
+      text.liftMm = lift;
+      if (AddText(text)) return true;
+    }
+    return false;
+  }
+
+  /// A way to stand at a point: how far to the right and above, and which end of the text is there.
+  struct Stand {
+    double right = 0.0;
+    double lift = 0.0;
+    Anchor anchor = Anchor::Middle;
+  };
+
+  bool AddAt(DrawnText text, const PaperPlace& place, const std::vector<Stand>& stands) {
+    for (const Stand& stand : stands) {
+      text.place = m_scale.ToSection({place.x + stand.right, place.y});
+      text.liftMm = stand.lift;
+      text.anchor = stand.anchor;
+      if (AddText(text)) return true;
+    }
+    return false;
+  }
+
+  /// Codes at the points; those of layers only beside their points, as layers lie closely.
+  void AddCodes(FormRole role) {
+    static const std::vector<Stand> near = {
+        {0.0, 1.5, Anchor::Middle},  {1.2, 0.9, Anchor::Start},  {-1.2, 0.9, Anchor::End},
+        {0.0, -3.4, Anchor::Middle}, {1.2, -2.8, Anchor::Start}, {-1.2, -2.8, Anchor::End},
+    };
+    static const std::vector<Stand> far = [] {
+      std::vector<Stand> stands = near;
+      for (const double lift : {4.2, -6.2, 6.9}) {
+        for (const auto& [right, anchor] :
+             {std::pair(0.0, Anchor::Middle), std::pair(0.8, Anchor::Start), std::pair(-0.8, Anchor::End)}) {
+          stands.push_back({right, lift, anchor});
+        }
+      }
+      return stands;
+    }();
+    for (std::size_t i = 0; i < m_view.forms.size(); ++i) {
+      const ViewForm& form = m_view.forms[i];
+      if (form.role != role) continue;
+      for (const ViewPoint& point : form.points) {
+        // The centre line says itself what it is.
+        if (!point.exists || (point.code == "CL" && std::abs(point.place.offset) < kSamePlace)) continue;
+        DrawnText text{DrawingKind::Code, point.place};
+        text.sizeMm = kLetters;
+        text.text = point.code;
+        text.form = static_cast<int>(i);
+        AddAt(text, OnPaper(point), role == FormRole::Layer ? near : far);
+      }
+    }
+  }
+
+  void AddGroundNames() {
+    for (const ViewGround& ground : m_view.grounds) {
+      const std::vector<SectionPlace> line = Clipped(ground.line, m_window);
+      if (line.size() < 2) continue;
+      DrawnText text{DrawingKind::Ground, line.back()};
+      text.sizeMm = kLetters;
+      text.text = ground.name;
+      AddAt(text, m_scale.ToPaper(line.back()),
+            {{-1.0, 2.0, Anchor::End}, {-1.0, 5.0, Anchor::End}, {-1.0, -7.0, Anchor::End}, {-1.0, 8.0, Anchor::End}});
+    }
+  }
+
+  // --- dimensions ------------------------------------------------------------------------------------------------
+
+  [[nodiscard]] const ViewPoint* PointOf(const ViewTarget::Pnt& pnt) const {
+    return pnt.form < 0 || pnt.point < 0 ? nullptr : &Point(pnt.form, pnt.point);
+  }
+
+  void AddHeights() {
+    std::set<std::pair<int, int>> shown;
+    for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
+      const ViewTarget& target = m_view.targets[i];
+      if (target.item != ViewTarget::Item::Height) continue;
+      for (const ViewTarget::Pnt& pnt : target.points) {
+        const ViewPoint* point = PointOf(pnt);
+        if (point != nullptr && shown.insert({pnt.form, pnt.point}).second) AddHeight(pnt, *point, static_cast<int>(i));
+      }
+    }
+  }
+
+  /// A triangle that stands on the point, and the height beside or above it.
+  void AddHeight(const ViewTarget::Pnt& pnt, const ViewPoint& point, int target) {
+    const PaperPlace place = OnPaper(point);
+    DrawnMark mark{DrawingKind::Dimension, Shape::Height, point.place};
+    mark.form = pnt.form;
+    mark.point = pnt.point;
+    mark.target = target;
+    m_drawing.marks.push_back(mark);
+    DrawnText text{DrawingKind::Dimension, point.place};
+    text.sizeMm = kLetters;
+    text.text = SignedHeight(point.place.height, m_view.centerHeight.has_value());
+    text.form = pnt.form;
+    text.target = target;
+    const double beside = kTriangle * 0.7 + 0.4;
+    m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle, 0.0});
+    AddAt(text, place,
+          {{beside, 1.0, Anchor::Start},
+           {-beside, 1.0, Anchor::End},
+           {0.8, 3.4, Anchor::Start},
+           {-0.8, 3.4, Anchor::End},
+           {0.8, 6.0, Anchor::Start},
+           {-0.8, 6.0, Anchor::End},
+           {0.8, -4.2, Anchor::Start},
+           {-0.8, -4.2, Anchor::End},
+           {0.8, 9.0, Anchor::Start},
+           {-0.8, 9.0, Anchor::End}});
+  }
+
+  /// Lengths of slopes, along them.
+  void AddLengths() {
+    for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
+      const ViewTarget& target = m_view.targets[i];
+      if (target.item != ViewTarget::Item::Length || !target.designValue) continue;
+      const ViewPoint* first = PointOf(target.points.at(0));
+      const ViewPoint* second = PointOf(target.points.at(1));
+      if (first == nullptr || second == nullptr) continue;
+      AddAlong(DrawingKind::Dimension, "SL=" + ValueText(*target.designValue, 3, 3), OnPaper(*first), OnPaper(*second),
+               target.points[0].form, static_cast<int>(i), false);
+    }
+  }
+
+  struct Width {
+    PaperPlace left;
+    PaperPlace right;
+    int form = -1;
+    int target = -1;
+  };
+
+  /// Narrow ones first: they stand nearer to the section, and wider ones around them.
+  void AddWidths() {
+    std::vector<Width> widths;
+    for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
+      const ViewTarget& target = m_view.targets[i];
+      if (target.item != ViewTarget::Item::Width || !target.designValue) continue;
+      const ViewPoint* first = PointOf(target.points.at(0));
+      const ViewPoint* second = PointOf(target.points.at(1));
+      if (first == nullptr || second == nullptr) continue;
+      Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, static_cast<int>(i)};
+      if (width.left.x > width.right.x) std::swap(width.left, width.right);
+      const auto isSame = [&](const Width& other) {
+        return Distance(other.left, width.left) < 0.05 && Distance(other.right, width.right) < 0.05;
+      };
+      if (std::none_of(widths.begin(), widths.end(), isSame)) widths.push_back(width);
+    }
+    std::stable_sort(widths.begin(), widths.end(),
+                     [](const Width& a, const Width& b) { return a.right.x - a.left.x < b.right.x - b.left.x; });
+    for (const Width& width : widths) AddWidth(width);
+  }
+
+  /// How high and how low the section reaches between two places on paper.
+  [[nodiscard]] std::pair<double, double> ReachBetween(double left, double right) const {
+    double lowest = 1e300;
+    double highest = -1e300;
+    const SectionWindow between = {left / m_scale.Across(), right / m_scale.Across()};
+    for (const DrawnLine& line : m_drawing.lines) {
+      if (line.kind == DrawingKind::CenterLine || line.kind == DrawingKind::Dimension) continue;
+      for (const SectionPlace& place : Clipped(line.places, between)) {
+        lowest = std::min(lowest, place.height * m_scale.Upward());
+        highest = std::max(highest, place.height * m_scale.Upward());
+      }
+    }
+    return {lowest, highest};
+  }
+
+  /// Above the section or below it, whichever is nearer to the points that it measures: below in a cut, where the
+  /// ground rises above the road.
+  void AddWidth(const Width& width) {
+    const auto [lowest, highest] = ReachBetween(width.left.x, width.right.x);
+    const double above = highest - std::max(width.left.y, width.right.y);
+    const double below = std::min(width.left.y, width.right.y) - lowest;
+    const double direction = above <= below + kFirstTier ? 1.0 : -1.0;
+    const double first = direction > 0.0 ? std::max({highest, width.left.y, width.right.y}) + kFirstTier
+                                         : std::min({lowest, width.left.y, width.right.y}) - kFirstTier;
+    const std::string value = ValueText(*m_view.targets[static_cast<std::size_t>(width.target)].designValue, 3, 3);
+    double y = first;
+    for (int tier = 0; tier < kMostTiers; ++tier) {
+      y = first + direction * kNextTier * tier;
+      if (m_grid.IsFree(RoomOfWidth(width, y, value))) break;
+    }
+    m_grid.Occupy(RoomOfWidth(width, y, value));
+    DrawWidth(width, y, value);
+  }
+
+  /// A dimension line with its value, which may be the longer of the two.
+  [[nodiscard]] static LabelBox RoomOfWidth(const Width& width, double y, const std::string& value) {
+    const double length = std::max(width.right.x - width.left.x, TextWidth(value, kLetters)) - 0.6;
+    const double middle = (width.left.x + width.right.x) / 2.0;
+    return {{middle - length / 2.0, y - 1.0}, length, kLetters + 2.0, 0.0};
+  }
+
+  void DrawWidth(const Width& width, double y, const std::string& value) {
+    const bool isShort = width.right.x - width.left.x < kShortDimension;
+    for (const PaperPlace& end : {width.left, width.right}) {
+      const double up = y > end.y ? 1.0 : -1.0;
+      AddPaperLine(DrawingKind::Dimension, {end.x, end.y + up * kExtensionGap}, {end.x, y + up * kExtensionOver},
+                   width.form, width.target);
+      DrawnMark arrow{DrawingKind::Dimension, Shape::Arrow, m_scale.ToSection({end.x, y})};
+      arrow.angle = (end.x == width.left.x) != isShort ? 180.0 : 0.0;
+      arrow.form = width.form;
+      arrow.target = width.target;
+      m_drawing.marks.push_back(arrow);
+    }
+    const double beyond = isShort ? kOutsideArrow : 0.0;
+    AddPaperLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
+                 width.target);
+    DrawnText text{DrawingKind::Dimension, m_scale.ToSection({(width.left.x + width.right.x) / 2.0, y})};
+    text.liftMm = kBesideLine;
+    text.sizeMm = kLetters;
+    text.text = value;
+    text.form = width.form;
+    text.target = width.target;
+    m_drawing.texts.push_back(std::move(text));
+  }
+
+  const SectionView& m_view;
+  SectionWindow m_window;
+  const PaperScale& m_scale;
+  SectionDrawing& m_drawing;
+  PaperBox m_extent;
+  PaperGrid m_grid;
+};
+
+}  // namespace
+
+SectionWindow WindowOf(const SectionView& view) {
+  constexpr double kShareBeside = 0.12;  ///< of the width of the forms
+  constexpr double kLeastBeside = 2.0;   ///< metres
+  PaperBox reach;                        // in metres
+  for (const ViewForm& form : view.forms) {
+    for (const ViewPoint& point : form.points) {
+      if (point.exists) reach.Include({point.place.offset, 0.0});
+    }
+  }
+  if (reach.isEmpty) {
+    for (const ViewGround& ground : view.grounds) {
+      for (const SectionPlace& place : ground.line) reach.Include({place.offset, 0.0});
+    }
+    if (!reach.isEmpty) return {reach.left, reach.right};
+  }
+  reach.Include({0.0, 0.0});
+  const double beside = std::max(kLeastBeside, kShareBeside * reach.Width());
+  return {reach.left - beside, reach.right + beside};
+}
+
+PaperBox LayOutSection(const SectionView& view, const SectionWindow& window, const PaperScale& scale,
+                       SectionDrawing& drawing) {
+  return Layout(view, window, scale, drawing).Run();
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/drawing/paper.h"
+#include "host/drawing/section_drawing.h"
+#include "host/drawing/section_view.h"
+
+namespace vorn_host {
+
+/// What of a section a drawing shows: offsets from left to right in metres.
+struct SectionWindow {
+  double left = 0.0;
+  double right = 0.0;
+};
+
+/// The window of a section: its forms with some of the ground on either side; the ground alone where there is no form.
+[[nodiscard]] SectionWindow WindowOf(const SectionView& view);
+
+/// Draws the section itself at one scale: forms, ground, marks, labels and dimensions.
+/// @param drawing receives lines, marks and texts
+/// @returns the room that all of it takes on paper
+PaperBox LayOutSection(const SectionView& view, const SectionWindow& window, const PaperScale& scale,
+                       SectionDrawing& drawing);
+
+}  // namespace vorn_host
