@@ -7,6 +7,7 @@ packages=(
   libpugixml-dev libtomlplusplus-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcereal-dev
   clang-14 clang-format-14 libclang-rt-14-dev
+  chromium chromium-driver fonts-noto-cjk python3-selenium
   git python3
 )
 

@@ -40,6 +40,12 @@ const std::map<std::string, ReportLanguage>& Languages() {
   return languages;
 }
 
+/// The value, unless it is outside or no number at all.
+double Within(const std::string& option, double value, double least, double most) {
+  if (value >= least && value <= most) return value;
+  throw CLI::ValidationError(option, "it is not between " + StationText(least) + " and " + StationText(most));
+}
+
 /// The page never takes the place of the design that it shows.
 void RefuseToReplaceDesign(const ReportCommandOptions& options) {
   std::error_code absent;
@@ -83,12 +89,20 @@ void AddReportCommand(CLI::App& app, int& exitCode) {
   command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
   command->add_option("-o,--output", options->out, "the page to write")->required()->type_name("PAGE");
   command
-      ->add_option("--height", options->report.centerHeight,
-                   "height of the centre line in metres, where the design does not tell it")
-      ->check(CLI::Range(-kLargestHeight, kLargestHeight))
+      ->add_option_function<double>(
+          "--height",
+          [options](double height) {
+            options->report.centerHeight = Within("--height", height, -kLargestHeight, kLargestHeight);
+          },
+          "height of the centre line in metres, where the design does not tell it")
       ->type_name("H");
-  command->add_option("--exaggerate", options->report.exaggeration, "draw heights this many times larger than widths")
-      ->check(CLI::Range(1.0, kMostExaggeration))
+  command
+      ->add_option_function<double>(
+          "--exaggerate",
+          [options](double times) {
+            options->report.exaggeration = Within("--exaggerate", times, 1.0, kMostExaggeration);
+          },
+          "draw heights this many times larger than widths")
       ->type_name("N");
   command
       ->add_option_function<std::string>(

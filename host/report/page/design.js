@@ -74,8 +74,9 @@ class Design {
   entry(at) {
     const [set, station, name, , errors, notes, , isBehindChange] = this.index.sections[at];
     const alignment = this.index.sets.length > 1 ? this.index.sets[set] : '';
-    const more = [alignment, name, isBehindChange ? speech.words.behindChange : ''].filter(Boolean).join(' · ');
-    return { station, more, errors, notes, title: [station, more].filter(Boolean).join('  ') };
+    const called = (behind) => [alignment, name, isBehindChange ? behind : ''].filter(Boolean).join(' · ');
+    const title = [station, called(speech.words.behindChange)].filter(Boolean).join('  ');
+    return { station, more: called(speech.words.behindShort), errors, notes, title };
   }
 
   /** Every section's name in the page's address, which outlasts a new report of the design. */

@@ -78,11 +78,11 @@ class SectionList extends EventTarget {
 
   row(at) {
     const section = this.found[at];
-    const { station, more, errors, notes } = this.design.entry(section);
+    const { station, more, errors, notes, title } = this.design.entry(section);
     const { words } = speech;
     const isChosen = section === this.chosen;
     const row = make('div', {
-      role: 'option', class: 'row', id: `section-${section}`, 'data-section': section, 'aria-selected': String(isChosen),
+      role: 'option', class: 'row', title, id: `section-${section}`, 'data-section': section, 'aria-selected': String(isChosen),
       'aria-posinset': at + 1, 'aria-setsize': this.found.length,
     });
     row.style.top = `${at * ROW_HEIGHT}px`;

@@ -3,8 +3,11 @@
 /** A document may have any number of findings; the page lists this many. */
 const MOST_FINDINGS = 500;
 
+/** Columns that hold metres. */
+const NUMBERS = new Set(['value', 'offset', 'height']);
+
 function head(...names) {
-  return make('thead', {}, make('tr', {}, ...names.map((name) => make('th', { scope: 'col' }, speech.words[name]))));
+  return make('thead', {}, make('tr', {}, ...names.map((name) => make('th', { scope: 'col', class: NUMBERS.has(name) && 'number' }, speech.words[name]))));
 }
 
 function cells(row, ...texts) {
@@ -45,7 +48,7 @@ function targetsTable(section) {
   section.targets.forEach((target, at) => {
     const names = target.points.map(([form, , name]) => (form < 0 ? `${name} (${words.missing})` : name));
     body.append(cells(choosable({ 'data-target': at }), words.items[target.item] ?? target.item, names.join(' – '),
-      number(target.value), target.form, target.workType, target.scope, target.regulation));
+      number(target.value), target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation));
   });
   return make('table', {}, head('item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'), body);
 }

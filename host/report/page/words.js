@@ -22,7 +22,7 @@ const WORDS = {
     findings: 'Findings', targets: 'Control targets', points: 'Points',
     nothingFound: 'Nothing is wrong in this cross section.', noTargets: 'No control targets.', noPoints: 'No points.',
     more: (count) => `and ${count} more`,
-    position: (at, all) => `${at} of ${all}`, controlSection: 'control section', behindChange: 'behind the change of shape',
+    position: (at, all) => `${at} of ${all}`, controlSection: 'control section', behindChange: 'behind the change of shape', behindShort: 'behind change',
     centerHeight: (height) => `Centre line ${height} m`, relative: 'heights are relative to the centre line',
     severity: '', kind: 'What', where: 'Where', reason: 'Why',
     item: 'Item', value: 'Design value', targetPoints: 'Points', form: 'Build form', workType: 'Work type',
@@ -30,7 +30,9 @@ const WORDS = {
     side: 'Side', part: 'Part', input: 'Input', grade: 'Slope', ground: 'Existing ground', remarks: 'Remarks',
     absent: 'not built', crossing: 'crossing with the ground', missing: 'does not exist here', withoutCode: 'no code',
     alsoHere: 'also here', broken: 'This part of the page cannot be read; the file may be damaged.',
-    parts: ['Start', 'Roadbed', 'Slope', 'Berm', 'Other'], sides: {}, items: {}, kinds: {},
+    parts: ['Start', 'Roadbed', 'Slope', 'Berm', 'Other'], sides: {}, kinds: {},
+    items: { SlopeLength: 'Slope length', XSectArea: 'Section area' },
+    workTypes: { RE_CutWork: 'Cut', RE_FillWork: 'Fill' },
     layerNames: {
       'design-surface': 'Design surface', slope: 'Slopes and berms', 'pavement-layer': 'Pavement layers',
       'other-form': 'Other forms', ground: 'Existing ground', 'ground-hatch': 'Ground hatch', crossing: 'Crossings',
@@ -58,7 +60,7 @@ const WORDS = {
     findings: '指摘', targets: '管理対象', points: '構成点',
     nothingFound: 'この横断面に指摘はありません。', noTargets: '管理対象はありません。', noPoints: '構成点はありません。',
     more: (count) => `ほか ${count} 件`,
-    position: (at, all) => `${at} / ${all}`, controlSection: '管理断面', behindChange: '断面変化点の後',
+    position: (at, all) => `${at} / ${all}`, controlSection: '管理断面', behindChange: '断面変化点の後', behindShort: '変化後',
     centerHeight: (height) => `中心線の標高 ${height} m`, relative: '高さは中心線からの値',
     severity: '', kind: '内容', where: '場所', reason: '理由',
     item: '管理項目', value: '設計値', targetPoints: '構成点', form: '構築形状', workType: '工種',
@@ -71,6 +73,7 @@ const WORDS = {
     items: {
       Width: '幅員', Height: '基準高', SlopeLength: '法長', Thickness: '厚さ', Depth: '深さ', Length: '延長', XSectArea: '断面積', Area: '面積',
     },
+    workTypes: { RE_CutWork: '切土工', RE_FillWork: '盛土工' },
     kinds: {
       'value not understood': '理解できない値', 'station out of order': '測点の順序が不正', 'station doubled': '測点が重複',
       'code used twice': 'コードが重複', 'control target names what does not exist': '管理対象が存在しないものを指している',
