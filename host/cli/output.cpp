@@ -102,6 +102,8 @@ void Print(const Json& json) {
   WriteToStandardOutput(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
 }
 
+void PrintVerbatim(std::string_view text) { WriteToStandardOutput(text); }
+
 void PrintError(std::string_view sentence) {
   const std::string line = "vorn: " + Visible(sentence, true) + '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);

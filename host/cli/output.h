@@ -43,6 +43,8 @@ class TextReport {
 /// Writes to the standard output; throws `DocumentError` when that fails (a full disk behind a redirection).
 void Print(const TextReport& report);
 void Print(const Json& json);
+/// As it is: what a command makes for other programs.
+void PrintVerbatim(std::string_view text);
 
 /// One sentence to the standard error, behind "vorn: ".
 void PrintError(std::string_view sentence);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -22,6 +23,8 @@ using Shape = DrawnMark::Shape;
 // Sizes on paper, in millimetres.
 constexpr double kLetters = 2.5;
 constexpr double kBesideLine = 1.3;   ///< from a line to the base line of a text along it
+constexpr double kBesideEnds = 0.6;   ///< a segment is longer than its text by this
+constexpr double kLeaderFrom = 4.0;   ///< a code this far from its point is led to it by a line
 constexpr double kHatchEvery = 12.0;  ///< from one group of hatch ticks to the next
 constexpr double kHatchStep = 1.2;    ///< from tick to tick in a group
 constexpr double kHatchTick = 2.2;    ///< how far a tick reaches down and to the side
@@ -34,6 +37,7 @@ constexpr double kNextTier = 1.5;        ///< from one try to the next
 constexpr int kMostTiers = 40;
 constexpr double kShortDimension = 7.0;  ///< arrows of a shorter one stand outside
 constexpr double kOutsideArrow = 4.0;
+constexpr double kBesideDimension = 0.9;  ///< from a dimension line to the base line of its value
 constexpr double kExtensionGap = 1.0;
 constexpr double kExtensionOver = 1.2;
 /// Beyond the room of the section itself, for what is written around it.
@@ -89,10 +93,10 @@ class Layout {
     for (const DrawnLine& line : m_drawing.lines) Occupy(line);
     AddMarks();
     AddHeights();
+    AddWidths();
     AddGrades();
     AddCodes(FormRole::DesignSurface);
     AddCodes(FormRole::Other);
-    AddWidths();
     AddLengths();
     AddGroundNames();
     AddCodes(FormRole::Layer);
@@ -147,6 +151,12 @@ class Layout {
 
   void AddLine(DrawingKind kind, std::vector<SectionPlace> places, int form = -1, int target = -1) {
     m_drawing.lines.push_back({kind, std::move(places), form, target});
+  }
+
+  /// A line that labels keep clear of.
+  void AddCoveringLine(DrawingKind kind, const PaperPlace& from, const PaperPlace& to, int form, int target) {
+    AddPaperLine(kind, from, to, form, target);
+    m_grid.OccupyLine(from, to);
   }
 
   void AddPaperLine(DrawingKind kind, const PaperPlace& from, const PaperPlace& to, int form = -1, int target = -1) {
@@ -276,7 +286,7 @@ class Layout {
   /// A text along a segment, above it or (else) below it, where it is no longer than the segment.
   bool AddAlong(DrawingKind kind, const std::string& label, const PaperPlace& from, const PaperPlace& to, int form,
                 int target, bool aboveFirst) {
-    if (TextWidth(label, kLetters) > Distance(from, to)) return false;
+    if (TextWidth(label, kLetters) + kBesideEnds > Distance(from, to)) return false;
     DrawnText text{kind, m_scale.ToSection(Middle(from, to))};
     text.sizeMm = kLetters;
     text.angle = ReadingAngle(from, to);
@@ -299,14 +309,24 @@ class Layout {
     Anchor anchor = Anchor::Middle;
   };
 
-  bool AddAt(DrawnText text, const PaperPlace& place, const std::vector<Stand>& stands) {
+  /// The way in which the text found room; none when it did not.
+  std::optional<Stand> AddAt(DrawnText text, const PaperPlace& place, const std::vector<Stand>& stands) {
     for (const Stand& stand : stands) {
       text.place = m_scale.ToSection({place.x + stand.right, place.y});
       text.liftMm = stand.lift;
       text.anchor = stand.anchor;
-      if (AddText(text)) return true;
+      if (AddText(text)) return stand;
     }
-    return false;
+    return std::nullopt;
+  }
+
+  /// Leads a code that had to go far from its point to it.
+  void AddLeader(const PaperPlace& place, const Stand& stand, int form) {
+    const bool isAbove = stand.lift > 0.0;
+    const double end = isAbove ? stand.lift - 0.4 : stand.lift + 0.8 * kLetters + 0.3;
+    if (std::abs(end) < kLeaderFrom - 0.4) return;
+    AddPaperLine(DrawingKind::Code, {place.x, place.y + (isAbove ? 0.6 : -0.6)}, {place.x + stand.right, place.y + end},
+                 form);
   }
 
   /// Codes at the points; those of layers only beside their points, as layers lie closely.
@@ -317,9 +337,9 @@ class Layout {
     };
     static const std::vector<Stand> far = [] {
       std::vector<Stand> stands = near;
-      for (const double lift : {4.2, -6.2, 6.9}) {
+      for (const double lift : {4.5, -6.9, 7.5, -10.0}) {
         for (const auto& [right, anchor] :
-             {std::pair(0.0, Anchor::Middle), std::pair(0.8, Anchor::Start), std::pair(-0.8, Anchor::End)}) {
+             {std::pair(0.0, Anchor::Middle), std::pair(1.5, Anchor::Start), std::pair(-1.5, Anchor::End)}) {
           stands.push_back({right, lift, anchor});
         }
       }
@@ -335,7 +355,8 @@ class Layout {
         text.sizeMm = kLetters;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        AddAt(text, OnPaper(point), role == FormRole::Layer ? near : far);
+        const auto stand = AddAt(text, OnPaper(point), role == FormRole::Layer ? near : far);
+        if (stand) AddLeader(OnPaper(point), *stand, text.form);
       }
     }
   }
@@ -467,25 +488,48 @@ class Layout {
     double y = first;
     for (int tier = 0; tier < kMostTiers; ++tier) {
       y = first + direction * kNextTier * tier;
-      if (m_grid.IsFree(RoomOfWidth(width, y, value))) break;
+      if (HasRoom(width, y, value)) break;
     }
-    m_grid.Occupy(RoomOfWidth(width, y, value));
     DrawWidth(width, y, value);
   }
 
-  /// A dimension line with its value, which may be the longer of the two.
-  [[nodiscard]] static LabelBox RoomOfWidth(const Width& width, double y, const std::string& value) {
-    const double length = std::max(width.right.x - width.left.x, TextWidth(value, kLetters)) - 0.6;
+  /// Whether arrows and value of a dimension stand outside, as there is no room between its ends.
+  [[nodiscard]] static bool IsShort(const Width& width, const std::string& value) {
+    return width.right.x - width.left.x < std::max(kShortDimension, TextWidth(value, kLetters) + 1.0);
+  }
+
+  /// The value of a dimension: above the middle of its line, or outside, away from the centre line.
+  [[nodiscard]] DrawnText TextOfWidth(const Width& width, double y, const std::string& value) const {
     const double middle = (width.left.x + width.right.x) / 2.0;
-    return {{middle - length / 2.0, y - 1.0}, length, kLetters + 2.0, 0.0};
+    DrawnText text{DrawingKind::Dimension, m_scale.ToSection({middle, y})};
+    text.liftMm = kBesideDimension;
+    if (IsShort(width, value)) {
+      const bool isLeft = middle < 0.0;
+      const double x = isLeft ? width.left.x - kOutsideArrow - 0.5 : width.right.x + kOutsideArrow + 0.5;
+      text.place = m_scale.ToSection({x, y});
+      text.anchor = isLeft ? Anchor::End : Anchor::Start;
+      text.liftMm = -0.35 * kLetters;
+    }
+    text.sizeMm = kLetters;
+    text.text = value;
+    text.form = width.form;
+    text.target = width.target;
+    return text;
+  }
+
+  [[nodiscard]] bool HasRoom(const Width& width, double y, const std::string& value) const {
+    const double beyond = IsShort(width, value) ? kOutsideArrow : -0.6;
+    const double length = width.right.x - width.left.x + 2.0 * beyond;
+    return m_grid.IsFree({{width.left.x - beyond, y - 1.0}, length, 2.0, 0.0}) &&
+           m_grid.IsFree(BoxOf(TextOfWidth(width, y, value), m_scale));
   }
 
   void DrawWidth(const Width& width, double y, const std::string& value) {
-    const bool isShort = width.right.x - width.left.x < kShortDimension;
+    const bool isShort = IsShort(width, value);
     for (const PaperPlace& end : {width.left, width.right}) {
       const double up = y > end.y ? 1.0 : -1.0;
-      AddPaperLine(DrawingKind::Dimension, {end.x, end.y + up * kExtensionGap}, {end.x, y + up * kExtensionOver},
-                   width.form, width.target);
+      AddCoveringLine(DrawingKind::Dimension, {end.x, end.y + up * kExtensionGap}, {end.x, y + up * kExtensionOver},
+                      width.form, width.target);
       DrawnMark arrow{DrawingKind::Dimension, Shape::Arrow, m_scale.ToSection({end.x, y})};
       arrow.angle = (end.x == width.left.x) != isShort ? 180.0 : 0.0;
       arrow.form = width.form;
@@ -493,14 +537,10 @@ class Layout {
       m_drawing.marks.push_back(arrow);
     }
     const double beyond = isShort ? kOutsideArrow : 0.0;
-    AddPaperLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
-                 width.target);
-    DrawnText text{DrawingKind::Dimension, m_scale.ToSection({(width.left.x + width.right.x) / 2.0, y})};
-    text.liftMm = kBesideLine;
-    text.sizeMm = kLetters;
-    text.text = value;
-    text.form = width.form;
-    text.target = width.target;
+    AddCoveringLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
+                    width.target);
+    DrawnText text = TextOfWidth(width, y, value);
+    m_grid.Occupy(BoxOf(text, m_scale));
     m_drawing.texts.push_back(std::move(text));
   }
 

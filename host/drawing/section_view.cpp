@@ -236,14 +236,20 @@ struct SectionViewer::Knowledge {
 
 namespace {
 
+/// The whole of a text as a number; none for any other text.
+template <typename Number>
+std::optional<Number> ParseWhole(std::string_view text) {
+  Number number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
 /// The number behind a prefix, "No.6"; none for any other text.
 std::optional<int> NumberBehind(std::string_view prefix, std::string_view text) {
   if (!text.starts_with(prefix)) return std::nullopt;
-  text.remove_prefix(prefix.size());
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || text.front() == '-') return std::nullopt;
-  return number;
+  const std::optional<int> number = ParseWhole<int>(text.substr(prefix.size()));
+  return number && *number >= 0 ? number : std::nullopt;
 }
 
 /// Metres from one number to the next, as the names of the sections agree on; none where they do not tell.
@@ -663,6 +669,18 @@ SectionView SectionViewer::Of(int set, int section, const std::optional<double>&
     builder.AddTarget(view, *held.target, held.owner);
   }
   return view;
+}
+
+std::optional<double> SectionViewer::StationOf(int set, std::string_view text) const {
+  if (const auto metres = ParseWhole<double>(text)) return IsWithinReach(*metres) ? metres : std::nullopt;
+  const auto& numbers = m_knowledge->sets[static_cast<std::size_t>(set)].numbers;
+  if (!numbers) return std::nullopt;
+  const std::size_t plus = text.find('+');
+  const std::optional<int> number = NumberBehind(numbers->prefix, text.substr(0, plus));
+  const std::optional<double> rest =
+      plus == std::string_view::npos ? std::optional(0.0) : ParseWhole<double>(text.substr(plus + 1));
+  if (!number || !rest || !IsWithinReach(*rest)) return std::nullopt;
+  return *number * numbers->interval + *rest;
 }
 
 SectionView ViewOf(const DesignDocument& document, int set, int section, const std::optional<double>& centerHeight) {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/document/design_document.h"
@@ -121,6 +122,10 @@ class SectionViewer {
   /// heights count from the centre line, and the ground is left out.
   /// @param centerHeight height of the centre line, in metres, where the document does not tell it
   [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
+
+  /// The station that a text names in a set, in metres: "120", "120.0000", and "No.6", "No.6+0.0000" where the set
+  /// counts by numbers. None for any other text.
+  [[nodiscard]] std::optional<double> StationOf(int set, std::string_view text) const;
 
  private:
   struct Knowledge;

@@ -26,6 +26,7 @@ text{fill:#000;font-family:"Noto Sans","Noto Sans CJK JP","Noto Sans JP","Hiragi
 .ground-hatch polyline{stroke:#009e73;stroke-width:.13}
 .center-line polyline{stroke-width:.18;stroke-dasharray:8 1.5 1.5 1.5}
 .crossing .mark{fill:#fff;stroke:#d55e00;stroke-width:.3}
+.code polyline{stroke-width:.1}
 .code .mark{fill:#fff;stroke:#000;stroke-width:.15}
 .grade text{fill:#00507d}
 .dimension polyline{stroke-width:.13}
@@ -222,8 +223,9 @@ std::string WriteSvg(const std::vector<SectionDrawing>& drawings, const std::str
     height += sheet.Height();
   }
   const std::string size = Mm(width) + ' ' + Mm(height);
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" xml:space=\"preserve\" width=\"" + Mm(width) +
-         "mm\" height=\"" + Mm(height) + "mm\" viewBox=\"0 0 " + size + "\">\n<title>" + Escaped(title) +
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" xml:space=\"preserve\" "
+         "width=\"" +
+         Mm(width) + "mm\" height=\"" + Mm(height) + "mm\" viewBox=\"0 0 " + size + "\">\n<title>" + Escaped(title) +
          "</title>\n<desc>" + Description(drawings) + "</desc>\n<style>\n" + std::string(kStyle) + "</style>\n" +
          content + "</svg>\n";
 }

@@ -1,0 +1,148 @@
+#include "host/cli/plot_command.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "host/cli/command_options.h"
+#include "host/cli/output.h"
+#include "host/cli/progress.h"
+#include "host/cli/section_choice.h"
+#include "host/document/atomic_file.h"
+#include "host/document/document_error.h"
+#include "host/drawing/section_drawing.h"
+#include "host/drawing/section_view.h"
+#include "host/drawing/svg_writer.h"
+#include "host/drawing/value_text.h"
+#include "host/project/design_file.h"
+
+namespace vorn_cli {
+
+namespace {
+
+using vorn_host::DesignDocument;
+using vorn_host::SectionDrawing;
+using vorn_host::SectionView;
+
+struct PlotOptions {
+  std::string file;
+  std::string out;
+  DesignDocument::ReadOptions read;
+  SectionChoice choice;
+  std::optional<double> height;
+  vorn_host::DrawingOptions drawing;
+  bool json = false;
+};
+
+/// The sections chosen, as people look at them and as they are drawn.
+struct Plot {
+  std::vector<SectionView> views;
+  std::vector<SectionDrawing> drawings;
+};
+
+Plot MakePlot(const PlotOptions& options) {
+  Progress progress(Progress::IsLong(options.file));
+  progress.Show("reading", 0, 2);
+  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  progress.Show("drawing", 1, 2);
+  const vorn_host::SectionViewer viewer(document);
+  Plot plot;
+  for (const SectionPick& pick : PickSections(document, viewer, options.choice, options.file)) {
+    plot.views.push_back(viewer.Of(pick.set, pick.section, options.height));
+    plot.drawings.push_back(Draw(plot.views.back(), options.drawing));
+  }
+  return plot;
+}
+
+std::string TitleOf(const SectionView& view) {
+  const std::string station = view.stationText.empty() ? "no station" : view.stationText;
+  return view.name.empty() ? station : station + " (" + view.name + ")";
+}
+
+/// A drawing in place of the design that it shows would be the end of that.
+void RefuseToOverwrite(const PlotOptions& options) {
+  std::error_code ignored;
+  if (!std::filesystem::equivalent(options.file, options.out, ignored)) return;
+  throw vorn_host::DocumentError(options.out + ": the drawing cannot be written over the design itself");
+}
+
+void PrintText(const Plot& plot, const std::string& out) {
+  TextReport report;
+  report.Row("Written", out);
+  for (std::size_t i = 0; i < plot.views.size(); ++i) {
+    report.Row("Cross section",
+               TitleOf(plot.views[i]) + ", scale 1:" + vorn_host::ValueText(plot.drawings[i].scale, 0, 3));
+    for (const std::string& note : plot.views[i].notes) report.Line("note: " + note, 2);
+  }
+  Print(report);
+}
+
+void PrintJson(const Plot& plot, const std::string& out) {
+  Json sections = Json::array();
+  for (std::size_t i = 0; i < plot.views.size(); ++i) {
+    const SectionView& view = plot.views[i];
+    sections.push_back({{"set", view.set + 1},
+                        {"index", view.section + 1},
+                        {"station", view.station ? Json(*view.station) : Json(nullptr)},
+                        {"stationText", view.stationText},
+                        {"name", view.name},
+                        {"behindChangeOfShape", view.isBehindChange},
+                        {"centerHeight", view.centerHeight ? Json(*view.centerHeight) : Json(nullptr)},
+                        {"scale", plot.drawings[i].scale},
+                        {"exaggeration", plot.drawings[i].exaggeration},
+                        {"notes", view.notes}});
+  }
+  Print(Json{{"written", out}, {"crossSections", std::move(sections)}});
+}
+
+void Run(const PlotOptions& options) {
+  if (!options.out.empty()) RefuseToOverwrite(options);
+  const Plot plot = MakePlot(options);
+  const std::string svg = vorn_host::WriteSvg(plot.drawings, "Cross section " + TitleOf(plot.views.front()));
+  if (options.out.empty()) return PrintVerbatim(svg);
+  vorn_host::WriteFileAtomically(options.out, svg);
+  options.json ? PrintJson(plot, options.out) : PrintText(plot, options.out);
+}
+
+}  // namespace
+
+void AddPlotCommand(CLI::App& app, int& exitCode) {
+  constexpr double kFarthest = 1e6;  // metres
+  const auto options = std::make_shared<PlotOptions>();
+  CLI::App* command = app.add_subcommand("plot", "Draw a cross section as SVG");
+  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
+  command->add_option("--station", options->choice.station,
+                      "station of the cross section: in metres, or as the document counts (No.6+0.0000)");
+  command->add_option("--name", options->choice.name, "name of the cross section");
+  command->add_option("--set", options->choice.set, "number of the set, from 1")->check(CLI::PositiveNumber);
+  command->add_option("--index", options->choice.index, "number of the cross section in its set, from 1")
+      ->check(CLI::PositiveNumber);
+  CLI::Option* out =
+      command->add_option("-o,--output", options->out, "the SVG file to write (otherwise the standard output)");
+  command->add_option("--scale", options->drawing.scale, "draw at 1:SCALE (the largest usual one that fits A3)")
+      ->check(CLI::Range(1.0, 1e6));
+  command->add_option("--exaggerate", options->drawing.exaggeration, "draw heights so many times larger than widths")
+      ->check(CLI::Range(0.1, 100.0));
+  command
+      ->add_option("--height", options->height,
+                   "height of the centre line in metres, where the design does not tell it")
+      ->check(CLI::Range(-kFarthest, kFarthest));
+  command
+      ->add_option_function<std::string>(
+          "--language", [options](const std::string& language) { options->drawing.japanese = language == "ja"; },
+          "language of the words in the drawing: en (default) or ja")
+      ->check(CLI::IsMember({"en", "ja"}))
+      ->type_name("LANGUAGE");
+  AddAssumeOption(*command, options->read.assume);
+  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
+  command->add_flag("--json", options->json, "JSON for programs, about what was written")->needs(out);
+  command->callback([options, &exitCode] {
+    Run(*options);
+    exitCode = kOk;
+  });
+}
+
+}  // namespace vorn_cli
