@@ -4,12 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "host/drawing/drawing_style.h"
+#include "host/drawing/svg_writer.h"
 #include "host/report/page_parts.h"
 #include "host/report/page_text.h"
 #include "host/report/section_report.h"
@@ -229,6 +232,53 @@ TEST(DrawingStyleTable, HasEveryKindOnce) {
   for (const DrawingStyle& style : DrawingStyles()) kinds.insert(style.kind);
   EXPECT_EQ(kinds.size(), DrawingStyles().size());
   EXPECT_EQ(kinds.size(), static_cast<std::size_t>(DrawingKind::Title) + 1);
+}
+
+/// The value of a property where an SVG document's style sets it for a selector, else the other.
+std::string StyleOf(const std::string& svg, const std::string& selector, const std::string& property,
+                    const std::string& otherwise) {
+  const std::size_t rule = svg.find("\n" + selector + "{");
+  if (rule == std::string::npos) return otherwise;
+  const std::size_t end = svg.find('}', rule);
+  std::size_t at = svg.find("{" + property + ":", rule);
+  if (at >= end) at = svg.find(";" + property + ":", rule);
+  if (at >= end) return otherwise;
+  at += property.size() + 2;
+  return svg.substr(at, svg.find_first_of(";}", at) - at);
+}
+
+/// Short colours with all their digits.
+std::string FullColor(const std::string& color) {
+  if (color.size() != 4) return color;
+  return {'#', color[1], color[1], color[2], color[2], color[3], color[3]};
+}
+
+/// A drawing with a line of every kind.
+SectionDrawing DrawingOfEveryKind() {
+  SectionDrawing drawing = EmptyDrawing();
+  for (int kind = 0; kind <= static_cast<int>(DrawingKind::Title); ++kind) {
+    drawing.lines.push_back({static_cast<DrawingKind>(kind), {{0.0, 9.0}, {1.0, 9.0}}, -1, -1});
+  }
+  return drawing;
+}
+
+TEST(DrawingStyleTable, IsThatOfSvg) {
+  const std::string svg = WriteSvg(DrawingOfEveryKind(), "title");
+  std::size_t former = 0;
+  for (const DrawingStyle& style : DrawingStyles()) {
+    const std::string name(style.name);
+    EXPECT_EQ(ClassOf(style.kind), name);
+    const std::size_t at = svg.find("<g class=\"" + name + "\"");
+    ASSERT_NE(at, std::string::npos) << name;
+    EXPECT_GT(at, former) << name << " lies in another order";
+    former = at;
+    const std::string line = "." + name + (style.kind == DrawingKind::Crossing ? " .mark" : " polyline");
+    EXPECT_EQ(FullColor(StyleOf(svg, line, "stroke", "#000")), style.lineColor) << name;
+    EXPECT_EQ(std::stod(StyleOf(svg, line, "stroke-width", ".18")), style.lineMm) << name;
+    EXPECT_EQ(FullColor(StyleOf(svg, "." + name + " text", "fill", "#000")), style.textColor) << name;
+    std::istringstream dashes(StyleOf(svg, line, "stroke-dasharray", ""));
+    EXPECT_EQ(std::vector<double>(std::istream_iterator<double>(dashes), {}), style.dashesMm) << name;
+  }
 }
 
 // --- the page --------------------------------------------------------------------------------------------------------

@@ -424,6 +424,8 @@ class Targets(PageTest):
         self.assertEqual(len(self.rows()), 10)
         self.assertEqual(self.text("#tab-targets"), "Control targets (10)")
         self.assertRegex(self.rows()[0].text, r"^\w+ .+ – .+ \d+\.\d{4} ")
+        heads = [head.text for head in self.all("#panel-targets th")]
+        self.assertEqual(heads, ["Item", "Points", "Design value", "Build form", "Scope", "Region"], "no empty column")
 
     def test_lights_the_target_of_a_row(self):
         target = self.drawn()[0]

@@ -42,15 +42,26 @@ function findingsTable(findings, viewNotes = []) {
   return make('div', {}, table, make('p', { class: 'quiet' }, words.more(errorsFirst.length - MOST_FINDINGS)));
 }
 
+/**
+ * A table of rows that can be chosen, without the columns that say nothing.
+ * @param rows of each its attributes, and a text or cell for every column
+ */
+function choosableTable(columns, rows) {
+  const told = columns.map((_, at) => rows.some(([, texts]) => texts[at] !== ''));
+  const isTold = (_, at) => told[at];
+  const body = make('tbody');
+  for (const [attributes, texts] of rows) body.append(cells(choosable(attributes), ...texts.filter(isTold)));
+  return make('table', {}, head(...columns.filter(isTold)), body);
+}
+
 function targetsTable(section) {
   const { words } = speech;
-  const body = make('tbody');
-  section.targets.forEach((target, at) => {
+  const rows = section.targets.map((target, at) => {
     const names = target.points.map(([form, , name]) => (form < 0 ? `${name} (${words.missing})` : name));
-    body.append(cells(choosable({ 'data-target': at }), words.items[target.item] ?? target.item, names.join(' – '),
-      number(target.value), target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation));
+    return [{ 'data-target': at }, [words.items[target.item] ?? target.item, names.join(' – '), number(target.value),
+      target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation]];
   });
-  return make('table', {}, head('item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'), body);
+  return choosableTable(['item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'], rows);
 }
 
 /** What there is to say of a point besides its place. */
@@ -73,15 +84,12 @@ function sideAndPart(point) {
 }
 
 function pointsTable(section) {
-  const body = make('tbody');
-  section.forms.forEach((form, f) => form.points.forEach((_, p) => {
-    const point = pointOf(section, f, p);
-    if (!point) return;
-    body.append(cells(choosable({ 'data-form': f, 'data-point': p }), form.name, codeOf(point), number(point.offset),
-      number(point.height), fromOf(section, point), point.input, point.grade, sideAndPart(point), remarksOn(point)));
-  }));
-  return make('table', {},
-    head('form', 'code', 'offset', 'height', 'from', 'input', 'grade', 'part', 'remarks'), body);
+  const rows = pointsOf(section).filter(({ form }) => form >= 0).map((point) => [
+    { 'data-form': point.form, 'data-point': point.at },
+    [section.forms[point.form].name, codeOf(point), number(point.offset), number(point.height), fromOf(section, point),
+      point.input, point.grade, sideAndPart(point), remarksOn(point)],
+  ]);
+  return choosableTable(['form', 'code', 'offset', 'height', 'from', 'input', 'grade', 'part', 'remarks'], rows);
 }
 
 /** What the pointer is told about a point; others at the same place are named too. */
