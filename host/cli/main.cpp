@@ -12,8 +12,8 @@
 #include "host/cli/forms_command.h"
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
-#include "host/cli/report_command.h"
 #include "host/cli/plot_command.h"
+#include "host/cli/report_command.h"
 #include "host/cli/sample_command.h"
 #include "host/cli/settings_command.h"
 #include "host/document/atomic_file.h"
@@ -33,8 +33,8 @@ int Run(int argc, char** argv) {
   vorn_cli::AddConvertCommand(app, exitCode);
   vorn_cli::AddEditCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
-  vorn_cli::AddReportCommand(app, exitCode);
   vorn_cli::AddPlotCommand(app, exitCode);
+  vorn_cli::AddReportCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
   vorn_cli::AddDatumsCommand(app, exitCode);
   vorn_cli::AddCrsCommand(app, exitCode);

@@ -13,7 +13,7 @@ const std::array<DrawingStyle, 13>& DrawingStyles() {
       {DrawingKind::DesignSurface, "design-surface", "#000000", 0.70, "#000000", {}},
       {DrawingKind::Slope, "slope", "#0072b2", 0.50, "#000000", {}},
       {DrawingKind::Dimension, "dimension", "#000000", 0.13, "#000000", {}},
-      {DrawingKind::Code, "code", "#000000", 0.18, "#000000", {}},
+      {DrawingKind::Code, "code", "#000000", 0.10, "#000000", {}},
       {DrawingKind::Crossing, "crossing", "#d55e00", 0.30, "#000000", {}},
       {DrawingKind::Grade, "grade", "#000000", 0.18, "#00507d", {}},
       {DrawingKind::Title, "title", "#000000", 0.18, "#000000", {}},

@@ -330,6 +330,22 @@ class Drawing(PageTest):
         self.assertGreater(last[0] / first[0], 20)
         self.assertLess(last[1] / first[1], 2)
 
+    def test_buttons_enlarge_the_design_and_keys_what_the_pointer_is_at(self):
+        for _ in range(14):
+            self.one("#zoom-in").click()
+        in_sight = self.run_script(
+            """const stage = document.querySelector('#stage').getBoundingClientRect();
+               return [...document.querySelectorAll('svg.sheet .mark')].map(e => e.getBoundingClientRect())
+                 .filter(b => b.x > stage.x && b.right < stage.right && b.y > stage.y && b.bottom < stage.bottom)""")
+        self.assertGreater(len(in_sight), 0, "nothing of the design is left in sight")
+        self.one("#reset").click()
+        x, y = self.ring_of(self.point_rows()[3])
+        self.move_to(x, y)
+        self.keys(*["+"] * 9)
+        after = self.pixel(self.wait(lambda: self.all("svg.sheet .ring"))[0])
+        self.assertAlmostEqual(after[0], x, delta=40)
+        self.assertAlmostEqual(after[1], y, delta=40)
+
     def test_zooms_with_keys_and_buttons(self):
         self.assertEqual(self.text("#zoom"), "100 %")
         self.keys("+")
@@ -457,8 +473,9 @@ class Targets(PageTest):
             """for (const path of document.querySelectorAll(`svg.sheet .grip[data-target="${arguments[0]}"]`)) {
                  for (let part = 0.02; part < 1; part += 0.02) {
                    const on = path.getPointAtLength(part * path.getTotalLength()).matrixTransform(path.getScreenCTM());
-                   const hit = document.elementFromPoint(on.x, on.y)?.closest('[data-target]');
-                   if (hit?.dataset.target === String(arguments[0])) return [Math.round(on.x), Math.round(on.y)];
+                   const pixel = [Math.round(on.x), Math.round(on.y)];
+                   const hit = document.elementFromPoint(...pixel)?.closest('[data-target]');
+                   if (hit?.dataset.target === String(arguments[0])) return pixel;
                  }
                }""",
             target,
@@ -604,6 +621,18 @@ class Printing(PageTest):
             self.shoot("print")
         finally:
             self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "", "features": []})
+
+    def test_prints_at_scale_where_there_is_room(self):
+        # Sections without targets leave the drawing most of the page.
+        self.keys(Keys.END, Keys.ARROW_UP)
+        self.wait_for_title("No.7+")
+        self.print_listed("chosen")
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        try:
+            pixels = self.run_script("return document.querySelector('#sheets svg').getScreenCTM().a")
+            self.assertAlmostEqual(pixels, 96 / 25.4, delta=0.03, msg="a millimetre of the drawing is none on paper")
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
 
     def test_can_be_cancelled(self):
         self.one("#print").click()

@@ -238,6 +238,9 @@ class Page {
     at('reset').addEventListener('click', () => this.viewer.reset());
     at('layers').addEventListener('change', ({ target }) =>
       document.body.classList.toggle(`without-${target.dataset.layer}`, !target.checked));
+    document.addEventListener('pointerdown', ({ target }) => {
+      if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
+    });
     at('document').addEventListener('toggle', () => this.showDocumentFindings());
     this.listenToViewer();
     this.listenToTables();

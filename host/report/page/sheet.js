@@ -137,9 +137,11 @@ class Sheet {
     this.moved.setAttribute('transform', `translate(${x} ${y})`);
   }
 
-  /** The whole sheet in its own size, for paper. */
+  /** The whole sheet for paper, at its scale where there is room. */
   asPage() {
     this.arrange(1, 1);
+    this.element.style.width = `${this.width}mm`;
+    this.element.style.height = `${this.height}mm`;
     this.element.setAttribute('viewBox', `0 0 ${this.width} ${this.height}`);
     return this.element;
   }

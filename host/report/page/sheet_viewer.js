@@ -19,7 +19,7 @@ class SheetViewer extends EventTarget {
     stage.addEventListener('pointerdown', (event) => this.onDown(event));
     stage.addEventListener('pointermove', (event) => this.onMove(event));
     for (const end of ['pointerup', 'pointercancel']) stage.addEventListener(end, (event) => this.onUp(event));
-    stage.addEventListener('pointerleave', () => this.tell('point', null));
+    stage.addEventListener('pointerleave', () => this.onLeave());
     stage.addEventListener('dblclick', (event) => this.zoomAt(event, STEP * STEP));
     new ResizeObserver(() => this.fit()).observe(stage);
   }
@@ -84,14 +84,30 @@ class SheetViewer extends EventTarget {
     if (this.sheet) this.zoomAround(this.onStage(event), factor);
   }
 
-  zoomMiddle(factor) {
-    if (this.sheet) this.zoomAround({ x: this.stage.clientWidth / 2, y: this.stage.clientHeight / 2 }, factor);
-  }
   zoomIn() {
-    this.zoomMiddle(STEP);
+    if (!this.sheet) return;
+    if (!this.shift && !this.pointerAt) this.moveDesignToMiddle();
+    this.zoomAround(this.pointerAt ?? this.middle, STEP);
   }
   zoomOut() {
-    this.zoomMiddle(1 / STEP);
+    if (this.sheet) this.zoomAround(this.pointerAt ?? this.middle, 1 / STEP);
+  }
+
+  get middle() {
+    return { x: this.stage.clientWidth / 2, y: this.stage.clientHeight / 2 };
+  }
+
+  /** The point of the design nearest to the middle goes there: the middle of a sheet is mostly empty. */
+  moveDesignToMiddle() {
+    const { middle } = this;
+    const away = (point) => Math.hypot(this.xOf(point) - middle.x, this.yOf(point) - middle.y);
+    const points = this.points.filter(({ form }) => form >= 0);
+    if (points.length === 0) return;
+    const nearest = points.reduce((best, point) => (away(point) < away(best) ? point : best));
+    this.move({
+      x: this.drawnAt.x + middle.x - this.xOf(nearest),
+      y: this.drawnAt.y + middle.y - this.yOf(nearest),
+    });
   }
 
   onStage(event) {
@@ -131,6 +147,11 @@ class SheetViewer extends EventTarget {
     if (before.span > 0 && after.span > 0) this.zoomAround(after.middle, after.span / before.span);
   }
 
+  onLeave() {
+    this.pointerAt = null;
+    this.tell('point', null);
+  }
+
   onUp(event) {
     const wasDown = this.pointers.delete(event.pointerId);
     if (!wasDown || event.type === 'pointercancel' || this.travelled >= 4) return;
@@ -151,7 +172,8 @@ class SheetViewer extends EventTarget {
   // --- points ---
 
   hover(event) {
-    const { x, y } = this.onStage(event);
+    this.pointerAt = this.onStage(event);
+    const { x, y } = this.pointerAt;
     const target = event.target.closest?.('[data-target]');
     this.tell('hover-target', target ? Number(target.dataset.target) : -1);
     let nearest = null;
