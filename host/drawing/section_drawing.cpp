@@ -6,8 +6,10 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "host/document/text_encoding.h"
 #include "host/drawing/paper.h"
 #include "host/drawing/section_layout.h"
 #include "host/drawing/value_text.h"
@@ -89,11 +91,13 @@ class Sheet {
     m_drawing.exaggeration = exaggeration;
     PaperBox section = LayOutSection(view, WindowOf(view), m_scale, m_drawing);
     section = section.Widened(kInside);
-    WidenTo(kLeastFrame, section);
+    const std::string title = Fitting(TitleText(), kTitleSize);
+    const std::string subtitle = Fitting(SubtitleText(), kTextSize);
+    WidenTo(std::max({kLeastFrame, TextWidth(title, kTitleSize), TextWidth(subtitle, kTextSize)}), section);
     m_frame = section;
     AddFrame();
     AddAxes();
-    AddTitle();
+    AddTitle(title, subtitle);
     AddScaleBar();
     const double below = AddNotes();
     const SectionPlace lowerLeft = m_scale.ToSection({m_frame.left - kLeftBand, below});
@@ -195,10 +199,24 @@ class Sheet {
     return text;
   }
 
-  void AddTitle() {
+  /// A text that is no wider than a sheet; the end of a longer one is left out.
+  static std::string Fitting(std::string text, double size) {
+    constexpr double kWidest = kSheetWidth - kLeftBand - kRightBand;
+    if (TextWidth(text, size) <= kWidest) return text;
+    constexpr std::string_view kMore = "…";
+    while (TextWidth(text, size) > kWidest - size) {
+      while (IsUtf8Continuation(text.back())) text.pop_back();
+      text.pop_back();
+    }
+    return text.append(kMore);
+  }
+
+  void AddTitle(const std::string& title, const std::string& subtitle) {
     const double middle = (m_frame.left + m_frame.right) / 2.0;
-    AddText(DrawingKind::Title, {middle, m_frame.top + 11.0}, TitleText(), kTitleSize, Anchor::Middle);
-    AddText(DrawingKind::Title, {middle, m_frame.top + 4.5}, SubtitleText(), kTextSize, Anchor::Middle);
+    AddText(DrawingKind::Title, {middle, m_frame.top + 11.0}, title, kTitleSize, Anchor::Middle);
+    if (!subtitle.empty()) {
+      AddText(DrawingKind::Title, {middle, m_frame.top + 4.5}, subtitle, kTextSize, Anchor::Middle);
+    }
   }
 
   [[nodiscard]] std::string ScaleText() const {

@@ -329,7 +329,7 @@ class Layout {
                  form);
   }
 
-  /// Codes at the points; those of layers only beside their points, as layers lie closely.
+  /// Codes at the points; those of layers only right below their points, as layers lie closely.
   void AddCodes(FormRole role) {
     static const std::vector<Stand> near = {
         {0.0, 1.5, Anchor::Middle},  {1.2, 0.9, Anchor::Start},  {-1.2, 0.9, Anchor::End},
@@ -345,6 +345,7 @@ class Layout {
       }
       return stands;
     }();
+    static const std::vector<Stand> below = {near[3], near[4], near[5]};
     for (std::size_t i = 0; i < m_view.forms.size(); ++i) {
       const ViewForm& form = m_view.forms[i];
       if (form.role != role) continue;
@@ -355,7 +356,7 @@ class Layout {
         text.sizeMm = kLetters;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        const auto stand = AddAt(text, OnPaper(point), role == FormRole::Layer ? near : far);
+        const auto stand = AddAt(text, OnPaper(point), role == FormRole::Layer ? below : far);
         if (stand) AddLeader(OnPaper(point), *stand, text.form);
       }
     }

@@ -547,7 +547,7 @@ TEST_P(SampleViews, ShowEverySectionWithItsPoints) {
 INSTANTIATE_TEST_SUITE_P(AllSamples, SampleViews,
                          testing::Values("road-4.1.xml", "road-with-geometry-4.0.xml", "river-2.0.xml",
                                          "farm-maff-1.0.xml"),
-                         [](const auto& info) { return "Sample" + std::to_string(info.index); });
+                         [](const auto& sample) { return "Sample" + std::to_string(sample.index); });
 
 TEST(MadeSampleViews, FindTheHeightThatTheDesignWasMadeWith) {
   using vorn_host::SampleKind;

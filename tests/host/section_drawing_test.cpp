@@ -1,0 +1,577 @@
+// How a cross section is drawn: what is drawn at all, where labels stand, and the sheet around it.
+
+#include "host/drawing/section_drawing.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "host/drawing/paper.h"
+#include "tests/host/editing.h"
+#include "tests/host/tool.h"
+
+namespace {
+
+using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabulary of these tests
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using vorn_host::Draw;
+using vorn_host::DrawingKind;
+using vorn_host::DrawingOptions;
+using vorn_host::DrawnLine;
+using vorn_host::DrawnMark;
+using vorn_host::DrawnText;
+using vorn_host::FormRole;
+using vorn_host::LabelBox;
+using vorn_host::PaperScale;
+using vorn_host::SectionDrawing;
+using vorn_host::SectionPart;
+using vorn_host::SectionPlace;
+using vorn_host::SectionView;
+using vorn_host::SectionViewer;
+using vorn_host::ViewForm;
+using vorn_host::ViewGround;
+using vorn_host::ViewPoint;
+using vorn_host::ViewTarget;
+
+// --- views and what is drawn of them ---------------------------------------------------------------------------------
+
+ViewPoint At(const std::string& code, double offset, double height, int from, SectionPart part = SectionPart::Roadbed,
+             const std::string& grade = {}) {
+  ViewPoint point;
+  point.code = code;
+  point.place = {offset, height};
+  point.from = from;
+  point.part = from < 0 ? SectionPart::Start : part;
+  point.side = offset < 0.0 ? "Left" : offset > 0.0 ? "Right" : "Center";
+  point.grade = grade;
+  return point;
+}
+
+/// 7 m of road with a slope down on either side: L2, L1, CL, R1, R2.
+ViewForm Road() {
+  ViewForm form;
+  form.name = "S";
+  form.role = FormRole::DesignSurface;
+  form.points = {At("CL", 0.0, 0.0, -1), At("L1", -3.5, -0.07, 0, SectionPart::Roadbed, "-2.0%"),
+                 At("L2", -9.5, -4.07, 1, SectionPart::Slope, "1:1.5"),
+                 At("R1", 3.5, -0.07, 0, SectionPart::Roadbed, "-2.0%"),
+                 At("R2", 9.5, -4.07, 3, SectionPart::Slope, "1:1.5")};
+  form.lines = {{2, 1, 0, 3, 4}};
+  return form;
+}
+
+SectionView RoadView() {
+  SectionView view;
+  view.station = 120.0;
+  view.stationText = "120.0000";
+  view.forms = {Road()};
+  return view;
+}
+
+SectionView WithGround(SectionView view, double height) {
+  view.centerHeight = 0.0;
+  view.grounds.push_back({"ground", {{-50.0, height}, {50.0, height}}});
+  return view;
+}
+
+ViewTarget TargetOf(ViewTarget::Item item, std::initializer_list<int> points, double value) {
+  ViewTarget target;
+  target.item = item;
+  for (const int point : points) target.points.push_back({0, point, ""});
+  target.designValue = value;
+  return target;
+}
+
+std::vector<DrawnLine> LinesOf(const SectionDrawing& drawing, DrawingKind kind) {
+  std::vector<DrawnLine> lines;
+  std::copy_if(drawing.lines.begin(), drawing.lines.end(), std::back_inserter(lines),
+               [&](const DrawnLine& line) { return line.kind == kind; });
+  return lines;
+}
+
+std::vector<DrawnMark> MarksOf(const SectionDrawing& drawing, DrawnMark::Shape shape) {
+  std::vector<DrawnMark> marks;
+  std::copy_if(drawing.marks.begin(), drawing.marks.end(), std::back_inserter(marks),
+               [&](const DrawnMark& mark) { return mark.shape == shape; });
+  return marks;
+}
+
+Texts TextsOf(const SectionDrawing& drawing, DrawingKind kind) {
+  Texts texts;
+  for (const DrawnText& text : drawing.texts) {
+    if (text.kind == kind) texts.push_back(text.text);
+  }
+  return texts;
+}
+
+const DrawnText& TextOf(const SectionDrawing& drawing, DrawingKind kind, const std::string& label) {
+  for (const DrawnText& text : drawing.texts) {
+    if (text.kind == kind && text.text == label) return text;
+  }
+  ADD_FAILURE() << "no text " << label;
+  static const DrawnText none;
+  return none;
+}
+
+PaperScale ScaleOf(const SectionDrawing& drawing) { return {drawing.scale, drawing.exaggeration}; }
+
+double WidthMm(const SectionDrawing& drawing) { return (drawing.right - drawing.left) * 1000.0 / drawing.scale; }
+double HeightMm(const SectionDrawing& drawing) {
+  return (drawing.top - drawing.bottom) * 1000.0 / drawing.scale * drawing.exaggeration;
+}
+
+/// Whether two labels cover a common place, looked at from closely set places of one of them.
+bool Overlap(const LabelBox& a, const LabelBox& b) {
+  const auto holds = [](const LabelBox& box, const vorn_host::PaperPlace& place) {
+    const LabelBox back{{0.0, 0.0}, 0.0, 0.0, -box.angle};
+    const vorn_host::PaperPlace inside = back.At(place.x - box.corner.x, place.y - box.corner.y);
+    return inside.x > 0.0 && inside.x < box.width && inside.y > 0.0 && inside.y < box.height;
+  };
+  constexpr int kSteps = 24;
+  for (int i = 0; i <= kSteps; ++i) {
+    for (int j = 0; j <= kSteps; ++j) {
+      if (holds(b, a.At(a.width * i / kSteps, a.height * j / kSteps))) return true;
+    }
+  }
+  return false;
+}
+
+/// What holds of every drawing: no number is none, everything lies on the sheet, and no label lies on another.
+void ExpectSound(const SectionDrawing& drawing) {
+  const auto expectOnSheet = [&](const SectionPlace& place, const std::string& what) {
+    EXPECT_TRUE(std::isfinite(place.offset) && std::isfinite(place.height)) << what;
+    EXPECT_GE(place.offset, drawing.left) << what;
+    EXPECT_LE(place.offset, drawing.right) << what;
+    EXPECT_GE(place.height, drawing.bottom) << what;
+    EXPECT_LE(place.height, drawing.top) << what;
+  };
+  for (const double side : {drawing.left, drawing.right, drawing.bottom, drawing.top}) EXPECT_TRUE(std::isfinite(side));
+  EXPECT_LT(drawing.left, drawing.right);
+  EXPECT_LT(drawing.bottom, drawing.top);
+  for (const DrawnLine& line : drawing.lines) {
+    EXPECT_GE(line.places.size(), 2u);
+    for (const SectionPlace& place : line.places) expectOnSheet(place, "line");
+  }
+  for (const DrawnMark& mark : drawing.marks) expectOnSheet(mark.place, "mark");
+  const PaperScale scale = ScaleOf(drawing);
+  std::vector<std::pair<LabelBox, const DrawnText*>> boxes;
+  for (const DrawnText& text : drawing.texts) {
+    const LabelBox box = BoxOf(text, scale);
+    expectOnSheet(scale.ToSection(box.At(0.0, 0.0)), text.text);
+    expectOnSheet(scale.ToSection(box.At(box.width, box.height)), text.text);
+    for (const auto& [other, otherText] : boxes) {
+      EXPECT_FALSE(Overlap(box, other)) << text.text << " on " << otherText->text;
+    }
+    boxes.emplace_back(box, &text);
+  }
+}
+
+// --- lines and marks -------------------------------------------------------------------------------------------------
+
+TEST(SectionDrawingLines, TellTheSurfaceFromItsSlopes) {
+  const SectionDrawing drawing = Draw(RoadView());
+  const std::vector<DrawnLine> surface = LinesOf(drawing, DrawingKind::DesignSurface);
+  ASSERT_THAT(surface, SizeIs(1));
+  EXPECT_THAT(surface[0].places,
+              ElementsAre(SectionPlace{-3.5, -0.07}, SectionPlace{0.0, 0.0}, SectionPlace{3.5, -0.07}));
+  EXPECT_EQ(surface[0].form, 0);
+  const std::vector<DrawnLine> slopes = LinesOf(drawing, DrawingKind::Slope);
+  ASSERT_THAT(slopes, SizeIs(2));
+  EXPECT_THAT(slopes[0].places, ElementsAre(SectionPlace{-9.5, -4.07}, SectionPlace{-3.5, -0.07}));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLines, ShowLayersAndOtherFormsAsTheirOwnKind) {
+  SectionView view = RoadView();
+  view.forms.push_back(Road());
+  view.forms.push_back(Road());
+  view.forms[1].role = FormRole::Layer;
+  view.forms[2].role = FormRole::Other;
+  const SectionDrawing drawing = Draw(view);
+  ASSERT_THAT(LinesOf(drawing, DrawingKind::PavementLayer), SizeIs(1)) << "also where it slopes";
+  EXPECT_EQ(LinesOf(drawing, DrawingKind::PavementLayer)[0].form, 1);
+  EXPECT_EQ(LinesOf(drawing, DrawingKind::PavementLayer)[0].places.size(), 5u);
+  EXPECT_THAT(LinesOf(drawing, DrawingKind::OtherForm), SizeIs(1));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLines, LeaveOutWhatIsNotBuilt) {
+  SectionView view = RoadView();
+  view.forms[0].points[2].exists = false;
+  view.forms[0].lines = {{1, 0, 3, 4}};
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), Not(Contains("L2")));
+  EXPECT_THAT(MarksOf(drawing, DrawnMark::Shape::Point), SizeIs(4));
+  EXPECT_GT(drawing.left, -9.5) << "the sheet ends nearer";
+}
+
+TEST(SectionDrawingMarks, StandAtPointsAndCrossings) {
+  SectionView view = RoadView();
+  view.forms[0].points[4].isCrossing = true;
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(MarksOf(drawing, DrawnMark::Shape::Point), SizeIs(4));
+  const std::vector<DrawnMark> crossings = MarksOf(drawing, DrawnMark::Shape::Crossing);
+  ASSERT_THAT(crossings, SizeIs(1));
+  EXPECT_EQ(crossings[0].kind, DrawingKind::Crossing);
+  EXPECT_EQ(crossings[0].form, 0);
+  EXPECT_EQ(crossings[0].point, 4);
+  EXPECT_EQ(crossings[0].place, (SectionPlace{9.5, -4.07}));
+}
+
+TEST(SectionDrawingLines, HaveACentreLineThatSaysSo) {
+  const SectionDrawing drawing = Draw(RoadView());
+  const std::vector<DrawnLine> lines = LinesOf(drawing, DrawingKind::CenterLine);
+  ASSERT_THAT(lines, SizeIs(1));
+  EXPECT_EQ(lines[0].places[0].offset, 0.0);
+  EXPECT_EQ(lines[0].places[1].offset, 0.0);
+  EXPECT_LT(lines[0].places[0].height, -4.07);
+  EXPECT_GT(lines[0].places[1].height, 0.0);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::CenterLine), ElementsAre("CL"));
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), Not(Contains("CL"))) << "not told twice";
+}
+
+// --- ground ----------------------------------------------------------------------------------------------------------
+
+TEST(SectionDrawingGround, GoesSomewhatBeyondTheDesignAndHasAHatch) {
+  const SectionDrawing drawing = Draw(WithGround(RoadView(), -4.07));
+  const std::vector<DrawnLine> ground = LinesOf(drawing, DrawingKind::Ground);
+  ASSERT_THAT(ground, SizeIs(1));
+  EXPECT_LT(ground[0].places.front().offset, -9.5);
+  EXPECT_GT(ground[0].places.front().offset, -15.0);
+  EXPECT_NEAR(ground[0].places.front().height, -4.07, 1e-9);
+  const std::vector<DrawnLine> ticks = LinesOf(drawing, DrawingKind::GroundHatch);
+  const double length = (ground[0].places.back().offset - ground[0].places.front().offset) * 1000.0 / drawing.scale;
+  EXPECT_NEAR(static_cast<double>(ticks.size()), length / 12.0 * 3.0, 3.0);
+  for (const DrawnLine& tick : ticks) {
+    EXPECT_NEAR(tick.places[0].height, -4.07, 1e-9) << "from the ground";
+    EXPECT_LT(tick.places[1].height, -4.07) << "down into it";
+  }
+  const double step = (ticks[3].places[0].offset - ticks[0].places[0].offset) * 1000.0 / drawing.scale;
+  EXPECT_NEAR(step, 12.0, 1e-6) << "at regular distances on paper";
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Ground), ElementsAre("ground"));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingGround, MayBeSeveral) {
+  SectionView view = WithGround(RoadView(), -4.07);
+  view.grounds.push_back({"rock", {{-50.0, -8.0}, {-4.0, -9.0}, {50.0, -8.0}}});
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(LinesOf(drawing, DrawingKind::Ground), SizeIs(2));
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Ground), ElementsAre("ground", "rock"));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingGround, IsDrawnAloneToo) {
+  SectionView view = WithGround(SectionView(), 12.0);
+  const SectionDrawing drawing = Draw(view);
+  ASSERT_THAT(LinesOf(drawing, DrawingKind::Ground), SizeIs(1));
+  EXPECT_EQ(LinesOf(drawing, DrawingKind::Ground)[0].places.front().offset, -50.0);
+  ExpectSound(drawing);
+}
+
+// --- labels ----------------------------------------------------------------------------------------------------------
+
+TEST(SectionDrawingLabels, TellCodesAndGrades) {
+  const SectionDrawing drawing = Draw(RoadView());
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), testing::UnorderedElementsAre("L1", "L2", "R1", "R2"));
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Grade), testing::UnorderedElementsAre("-2.0%", "-2.0%", "1:1.5", "1:1.5"));
+  for (const DrawnText& text : drawing.texts) {
+    if (text.text != "1:1.5") continue;
+    const double slope = std::atan2(4.0, 6.0) * 180.0 / M_PI;
+    EXPECT_NEAR(text.angle, text.place.offset < 0.0 ? slope : -slope, 1e-9) << "along the slope, never upside down";
+  }
+}
+
+TEST(SectionDrawingLabels, FollowTheExaggeratedSlope) {
+  const SectionDrawing drawing = Draw(RoadView(), {2.0, 0.0, false});
+  EXPECT_NEAR(TextOf(drawing, DrawingKind::Grade, "1:1.5").angle, std::atan2(8.0, 6.0) * 180.0 / M_PI, 1e-9);
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLabels, LeaveOutGradesOfShortSegments) {
+  SectionView view = RoadView();
+  view.forms[0].points[1].place = {-0.3, -0.006};
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Grade), testing::UnorderedElementsAre("-2.0%", "1:1.5", "1:1.5"));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLabels, MoveApartWhereTheyCollide) {
+  SectionView view = RoadView();
+  ViewForm& form = view.forms[0];
+  for (int i = 0; i < 4; ++i) {
+    form.points.push_back(
+        At("A" + std::to_string(i), 9.5 + 0.05 * (i + 1), -4.07, static_cast<int>(form.points.size()) - 1));
+    form.lines[0].push_back(static_cast<int>(form.points.size()) - 1);
+  }
+  const SectionDrawing drawing = Draw(view);
+  for (int i = 0; i < 4; ++i) EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), Contains("A" + std::to_string(i)));
+  EXPECT_THAT(LinesOf(drawing, DrawingKind::Code), Not(IsEmpty())) << "those that went far are led to their points";
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLabels, AreLeftOutWhereThereIsNoRoomAndDrawnInTime) {
+  SectionView view = RoadView();
+  ViewForm& form = view.forms[0];
+  constexpr int kPoints = 5000;
+  for (int i = 0; i < kPoints; ++i) {
+    form.points.push_back(At("P" + std::to_string(i), 10.0 + 0.001 * i, -4.0 - (i % 2) * 0.01,
+                             static_cast<int>(form.points.size()) - 1, SectionPart::Roadbed, "-2.0%"));
+    form.lines[0].push_back(static_cast<int>(form.points.size()) - 1);
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+  EXPECT_LT(TextsOf(drawing, DrawingKind::Code).size(), 200u);
+  EXPECT_GT(TextsOf(drawing, DrawingKind::Code).size(), 10u);
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingLabels, KeepHostileTextsAsTheyAre) {
+  SectionView view = RoadView();
+  view.name = "<script>alert(1)</script>\x01\"";
+  view.forms[0].points[1].code = "&<b>";
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), Contains("&<b>"));
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Title), Contains(HasSubstr("<script>alert(1)</script>\x01\"")));
+}
+
+// --- dimensions ------------------------------------------------------------------------------------------------------
+
+TEST(SectionDrawingDimensions, ShowWidthsAboveAFill) {
+  SectionView view = RoadView();
+  view.targets = {TargetOf(ViewTarget::Item::Width, {1, 3}, 7.0)};
+  const SectionDrawing drawing = Draw(view);
+  const DrawnText& value = TextOf(drawing, DrawingKind::Dimension, "7.000");
+  EXPECT_EQ(value.place.offset, 0.0);
+  EXPECT_GT(value.place.height, 0.0);
+  EXPECT_EQ(value.target, 0);
+  EXPECT_EQ(value.form, 0);
+  const std::vector<DrawnLine> lines = LinesOf(drawing, DrawingKind::Dimension);
+  ASSERT_THAT(lines, SizeIs(3)) << "two extension lines, and the dimension line";
+  for (const DrawnLine& line : lines) EXPECT_EQ(line.target, 0);
+  const std::vector<DrawnMark> arrows = MarksOf(drawing, DrawnMark::Shape::Arrow);
+  ASSERT_THAT(arrows, SizeIs(2));
+  EXPECT_EQ(arrows[0].place.offset, -3.5);
+  EXPECT_EQ(arrows[0].angle, 180.0);
+  EXPECT_EQ(arrows[1].place.offset, 3.5);
+  EXPECT_EQ(arrows[1].angle, 0.0);
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, ShowWidthsBelowACut) {
+  SectionView view = WithGround(RoadView(), 8.0);
+  view.targets = {TargetOf(ViewTarget::Item::Width, {3, 1}, 7.0)};
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_LT(TextOf(drawing, DrawingKind::Dimension, "7.000").place.height, -0.07);
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, StandInTiers) {
+  SectionView view = RoadView();
+  view.targets = {TargetOf(ViewTarget::Item::Width, {2, 4}, 19.0), TargetOf(ViewTarget::Item::Width, {1, 3}, 7.0),
+                  TargetOf(ViewTarget::Item::Width, {0, 3}, 3.5), TargetOf(ViewTarget::Item::Width, {3, 1}, 7.0)};
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Dimension), ElementsAre("3.500", "7.000", "19.000"))
+      << "the narrow ones first, the same one once";
+  const double narrow = TextOf(drawing, DrawingKind::Dimension, "3.500").place.height;
+  const double middle = TextOf(drawing, DrawingKind::Dimension, "7.000").place.height;
+  const double wide = TextOf(drawing, DrawingKind::Dimension, "19.000").place.height;
+  EXPECT_LT(narrow, middle);
+  EXPECT_LT(wide, -4.07) << "from toe to toe, below the feet of the slopes";
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, StandOutsideWhereTheyAreShort) {
+  SectionView view = RoadView();
+  view.forms[0].points[1].place.offset = -0.4;
+  view.targets = {TargetOf(ViewTarget::Item::Width, {0, 1}, 0.4)};
+  const SectionDrawing drawing = Draw(view);
+  const DrawnText& value = TextOf(drawing, DrawingKind::Dimension, "0.400");
+  EXPECT_EQ(value.anchor, DrawnText::Anchor::End);
+  EXPECT_LT(value.place.offset, -0.4);
+  EXPECT_EQ(MarksOf(drawing, DrawnMark::Shape::Arrow)[0].angle, 0.0) << "from outside";
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, ShowHeightsAsTriangles) {
+  SectionView view = WithGround(RoadView(), -4.07);
+  view.targets = {TargetOf(ViewTarget::Item::Height, {0, 3}, 0.0), TargetOf(ViewTarget::Item::Height, {3}, -0.07)};
+  const SectionDrawing known = Draw(view);
+  const std::vector<DrawnMark> triangles = MarksOf(known, DrawnMark::Shape::Height);
+  ASSERT_THAT(triangles, SizeIs(2)) << "one at each point";
+  EXPECT_EQ(triangles[1].point, 3);
+  EXPECT_EQ(triangles[1].target, 0);
+  EXPECT_THAT(TextsOf(known, DrawingKind::Dimension), ElementsAre("0.000", "-0.070"));
+  view.centerHeight.reset();
+  view.forms[0].points[3].place.height = 0.5;
+  EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Dimension), ElementsAre("±0.000", "+0.500"))
+      << "no elevations, but heights above the centre line";
+  ExpectSound(known);
+}
+
+TEST(SectionDrawingDimensions, ShowLengthsAlongSlopes) {
+  SectionView view = RoadView();
+  view.targets = {TargetOf(ViewTarget::Item::Length, {1, 2}, 7.2111)};
+  const DrawnText& value = TextOf(Draw(view), DrawingKind::Dimension, "SL=7.211");
+  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9);
+  EXPECT_LT(value.liftMm, 0.0) << "the ratio stands on the other side";
+}
+
+TEST(SectionDrawingDimensions, LeaveOutTargetsOnMissingPoints) {
+  SectionView view = RoadView();
+  for (const auto item : {ViewTarget::Item::Width, ViewTarget::Item::Height, ViewTarget::Item::Length}) {
+    view.targets.push_back(TargetOf(item, {1, -1}, 1.0));
+    view.targets.back().points[1].form = -1;
+    view.targets.back().designValue.reset();
+    view.targets.push_back(ViewTarget{});
+    view.targets.back().item = item;
+  }
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(MarksOf(drawing, DrawnMark::Shape::Arrow), IsEmpty());
+  EXPECT_THAT(MarksOf(drawing, DrawnMark::Shape::Height), SizeIs(1)) << "the one point that is there has a height";
+}
+
+// --- the sheet -------------------------------------------------------------------------------------------------------
+
+TEST(SectionDrawingSheet, TakesTheLargestUsualScaleThatFits) {
+  EXPECT_EQ(Draw(RoadView()).scale, 100.0);
+  const auto stretched = [](double factor) {
+    SectionView view = RoadView();
+    for (ViewPoint& point : view.forms[0].points) point.place.offset *= factor;
+    return view;
+  };
+  EXPECT_EQ(Draw(stretched(0.4)).scale, 50.0);
+  EXPECT_EQ(Draw(stretched(2.0)).scale, 200.0);
+  EXPECT_EQ(Draw(stretched(3.5)).scale, 250.0);
+  EXPECT_EQ(Draw(stretched(10.0)).scale, 1000.0);
+  for (const double factor : {0.01, 0.4, 1.0, 2.0, 5.0, 40.0, 1e4}) {
+    const SectionDrawing drawing = Draw(stretched(factor));
+    EXPECT_LE(WidthMm(drawing), 400.0 + 1e-6);
+    EXPECT_LE(HeightMm(drawing), 277.0 + 1e-6);
+    ExpectSound(drawing);
+  }
+}
+
+TEST(SectionDrawingSheet, KeepsToTheScaleAndTheExaggerationAskedFor) {
+  const SectionDrawing drawing = Draw(RoadView(), {5.0, 200.0, false});
+  EXPECT_EQ(drawing.scale, 200.0);
+  EXPECT_EQ(drawing.exaggeration, 5.0);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Frame), Contains("Scale H 1:200  V 1:40"));
+  EXPECT_THAT(TextsOf(Draw(RoadView()), DrawingKind::Frame), Contains("Scale 1:100"));
+  ExpectSound(drawing);
+  for (const double nonsense : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
+    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense, false}).scale, 100.0);
+    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense, false}).exaggeration, 1.0);
+  }
+}
+
+TEST(SectionDrawingSheet, HasAxesInRoundSteps) {
+  const Texts numbers = TextsOf(Draw(RoadView()), DrawingKind::Frame);
+  for (const char* number : {"-10", "-8", "0", "2", "10", "-4", "-2"}) EXPECT_THAT(numbers, Contains(number));
+  EXPECT_THAT(numbers, Contains("Height above CL (m)"));
+  EXPECT_THAT(numbers, Contains("4 m")) << "the scale bar";
+  EXPECT_THAT(TextsOf(Draw(WithGround(RoadView(), -4.0)), DrawingKind::Frame), Contains("Elevation (m)"));
+}
+
+TEST(SectionDrawingSheet, SaysWhichSectionItShows) {
+  const auto titles = [](const SectionView& view, bool japanese = false) {
+    return TextsOf(Draw(view, {1.0, 0.0, japanese}), DrawingKind::Title);
+  };
+  SectionView view = WithGround(RoadView(), -4.07);
+  view.alignment = "CL-1";
+  view.isBehindChange = true;
+  view.isControlSection = true;
+  EXPECT_THAT(titles(view), ElementsAre("Station 120.0000 m",
+                                        "CL-1   behind the change of shape   control section   "
+                                        "FH=0.000   GH=-4.070"));
+  EXPECT_THAT(titles(view, true), ElementsAre("測点 120.0000 m",
+                                              "CL-1   断面変化点（後）   管理断面   FH=0.000   "
+                                              "GH=-4.070"));
+  view.name = "bridge";
+  EXPECT_EQ(titles(view)[0], "Station 120.0000 m  bridge");
+  view.stationText = "No.6+0.0000";
+  EXPECT_EQ(titles(view)[0], "No.6+0.0000  bridge");
+  view.name = "No.6";
+  EXPECT_EQ(titles(view)[0], "No.6+0.0000");
+  view.station.reset();
+  view.stationText.clear();
+  EXPECT_EQ(titles(view)[0], "No.6");
+}
+
+TEST(SectionDrawingSheet, CutsTitlesThatAreTooLong) {
+  SectionView view = RoadView();
+  for (int i = 0; i < 100; ++i) view.name += "長い名前";
+  view.alignment = view.name;
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_EQ(drawing.scale, 100.0);
+  EXPECT_LE(WidthMm(drawing), 400.0);
+  const Texts titles = TextsOf(drawing, DrawingKind::Title);
+  EXPECT_THAT(titles[0], testing::AllOf(testing::StartsWith("Station 120.0000 m  長い名前"), testing::EndsWith("…")));
+  EXPECT_THAT(titles[1], testing::EndsWith("…"));
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingSheet, ShowsTheNotesOnAsManyLinesAsTheyNeed) {
+  SectionView view = RoadView();
+  view.notes = {"short", std::string(3000, 'x'), "日本語日本語"};
+  const Texts titles = TextsOf(Draw(view), DrawingKind::Title);
+  EXPECT_THAT(titles, Contains("* short"));
+  EXPECT_GT(titles.size(), 6u);
+  ExpectSound(Draw(view));
+  view.notes.assign(100, "many");
+  EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Title), Contains("* ..."));
+}
+
+TEST(SectionDrawingSheet, IsThereWithoutAnythingOnIt) {
+  ExpectSound(Draw(SectionView()));
+  SectionView view = RoadView();
+  view.forms[0].points.resize(1);
+  view.forms[0].lines.clear();
+  ExpectSound(Draw(view));
+  view.forms[0].points.clear();
+  ExpectSound(Draw(view));
+}
+
+TEST(SectionDrawingSheet, HoldsHugeSections) {
+  for (const double size : {1e3, 1e5, 1e6}) {
+    SectionView view = WithGround(RoadView(), 0.0);
+    view.forms[0].points[2].place = {-size, -size};
+    view.forms[0].points[4].place = {size, size};
+    view.grounds[0].line = {{-size, -size}, {0.0, size}, {size, -size}};
+    view.targets = {TargetOf(ViewTarget::Item::Width, {2, 4}, 2.0 * size),
+                    TargetOf(ViewTarget::Item::Height, {4}, size)};
+    ExpectSound(Draw(view));
+  }
+  ExpectSound(Draw(RoadView(), {1.0, 1.0, false}));
+}
+
+class DrawnSamples : public ToolTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(DrawnSamples, AreSoundInEveryWay) {
+  const DesignDocument document = DesignDocument::Read(Sample(GetParam()));
+  const SectionViewer viewer(document);
+  for (int i = 0; i < document.sets[0].GetXSectionArray().GetSize(); ++i) {
+    SCOPED_TRACE(std::string(GetParam()) + " " + std::to_string(i));
+    ExpectSound(Draw(viewer.Of(0, i)));
+    ExpectSound(Draw(viewer.Of(0, i, 100.0), {4.0, 0.0, true}));
+    ExpectSound(Draw(viewer.Of(0, i), {1.0, 1000.0, false}));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllSamples, DrawnSamples,
+                         testing::Values("road-4.1.xml", "road-with-geometry-4.0.xml", "river-2.0.xml",
+                                         "farm-maff-1.0.xml"),
+                         [](const auto& sample) { return "Sample" + std::to_string(sample.index); });
+
+}  // namespace
