@@ -361,6 +361,24 @@ TEST(DesignReportPage, ShowsSectionsThatHaveNothingToDraw) {
   }
 }
 
+TEST(DesignReportPage, ShowsSectionsOfAnyShape) {
+  const auto left = [](NurReal dist, NurReal height) {
+    return Point("L1", VornLocation::Left, DataType::WidthHeight, dist, height);
+  };
+  const ReportPage page = PageOf(DocumentOf(Edition::V41, {Section(0.0, {Form("A", {Center(), left(3.5, -0.1)})}),
+                                                           Section(20.0, {Form("A", {Center(), left(999'999.0, 0.0)})}),
+                                                           Section(40.0, {Form("A", {Center(), left(0.0, 0.0)})})}));
+  ASSERT_EQ(page.sections.size(), 3u);
+  EXPECT_EQ(page.sections[0]["forms"][0]["points"][1][8], -3.5);
+  EXPECT_EQ(page.sections[1]["forms"][0]["points"][1][8], -999'999.0);
+  for (const Json& section : page.sections) {
+    EXPECT_GT(section["drawing"]["size"][0], 0.0);
+    for (const Json& line : section["drawing"]["lines"]) {
+      for (const Json& value : line) EXPECT_TRUE(value.is_number()) << line.dump();
+    }
+  }
+}
+
 TEST(DesignReportPage, PacksManySections) {
   SampleOptions options;
   options.sections = 37;

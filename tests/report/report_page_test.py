@@ -712,6 +712,43 @@ class Emptiness(PageTest):
         self.wait_for_title("No.1+")
 
 
+class SeveralSets(PageTest):
+    def test_are_told_apart_by_their_alignments(self):
+        with open(sample("road-4.1.xml"), encoding="utf-8") as file:
+            text = file.read()
+        sets = re.search(r"<tsf:XSections .*</tsf:XSections>", text, re.S).group(0)
+        second = re.sub(r'refAlign="[^"]*"', 'refAlign="支線"', sets, count=1)
+        path = os.path.join(work.name, "two-sets.xml")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text.replace(sets, sets + second))
+        self.open(report(path))
+        self.search("支線")
+        self.assertEqual(len(self.stations()), 10)
+        self.one("#search").send_keys(Keys.ENTER)
+        self.wait_for_title("支線")
+        self.assertTrue(self.browser.current_url.endswith("#2%2FNo.0%2B0.0000"))
+        self.open(self.browser.current_url)
+        self.wait_for_title("支線")
+
+
+class Damage(PageTest):
+    def test_of_a_part_is_told_and_leaves_the_others(self):
+        path = os.path.join(work.name, "seventeen.xml")
+        subprocess.run([tool, "sample", path, "--sections", "17"], check=True, stdout=subprocess.PIPE)
+        address = report(path)
+        page = address[len("file://") :]
+        with open(page, encoding="utf-8") as file:
+            text = file.read()
+        with open(page, "w", encoding="utf-8") as file:
+            file.write(re.sub(r'(class="pack">)[^<]{40}', r"\1", text, count=1))
+        self.browser.get(address)
+        self.wait_for_title("cannot be read")
+        self.assertEqual(len(self.browser.get_log("browser")), 1)
+        self.keys(Keys.END)
+        self.wait(lambda: self.all("svg.sheet"))
+        self.assertIn("17 of 17", self.text("#live"))
+
+
 class EverySample(PageTest):
     def test_shows_every_section(self):
         for name in sorted(os.listdir(samples)):
