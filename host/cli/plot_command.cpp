@@ -57,6 +57,17 @@ Plot MakePlot(const PlotOptions& options) {
   return plot;
 }
 
+/// A number between two others; unlike `CLI::Range`, never what is no number.
+CLI::Validator Between(double least, double most) {
+  const std::string range = "[" + vorn_host::ValueText(least, 0, 1) + " - " + vorn_host::ValueText(most, 0, 1) + "]";
+  return {[=](const std::string& text) {
+            double value = 0.0;
+            const bool isWithin = CLI::detail::lexical_cast(text, value) && value >= least && value <= most;
+            return isWithin ? std::string() : text + " is no number in " + range;
+          },
+          "NUMBER in " + range};
+}
+
 std::string TitleOf(const SectionView& view) {
   const std::string station = view.stationText.empty() ? "no station" : view.stationText;
   return view.name.empty() ? station : station + " (" + view.name + ")";
@@ -123,13 +134,13 @@ void AddPlotCommand(CLI::App& app, int& exitCode) {
   CLI::Option* out =
       command->add_option("-o,--output", options->out, "the SVG file to write (otherwise the standard output)");
   command->add_option("--scale", options->drawing.scale, "draw at 1:SCALE (the largest usual one that fits A3)")
-      ->check(CLI::Range(1.0, 1e6));
+      ->check(Between(1.0, 1e6));
   command->add_option("--exaggerate", options->drawing.exaggeration, "draw heights so many times larger than widths")
-      ->check(CLI::Range(0.1, 100.0));
+      ->check(Between(0.1, 100.0));
   command
       ->add_option("--height", options->height,
                    "height of the centre line in metres, where the design does not tell it")
-      ->check(CLI::Range(-kFarthest, kFarthest));
+      ->check(Between(-kFarthest, kFarthest));
   command
       ->add_option_function<std::string>(
           "--language", [options](const std::string& language) { options->drawing.japanese = language == "ja"; },

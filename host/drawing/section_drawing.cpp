@@ -153,8 +153,10 @@ class Sheet {
     const int decimals = DecimalsOf(step);
     const double first = std::ceil(from / millimetresOfMetre / step);
     const double last = std::floor(to / millimetresOfMetre / step);
-    for (double tick = first; tick <= last; tick += 1.0) {
-      visit(tick * step * millimetresOfMetre, ValueText(tick * step, decimals, decimals));
+    const int ticks = static_cast<int>(std::clamp(last - first, -1.0, kMostSteps)) + 1;
+    for (int i = 0; i < ticks; ++i) {
+      const double tick = (first + i) * step;
+      visit(tick * millimetresOfMetre, ValueText(tick, decimals, decimals));
     }
   }
 
@@ -203,12 +205,15 @@ class Sheet {
   static std::string Fitting(std::string text, double size) {
     constexpr double kWidest = kSheetWidth - kLeftBand - kRightBand;
     if (TextWidth(text, size) <= kWidest) return text;
-    constexpr std::string_view kMore = "…";
-    while (TextWidth(text, size) > kWidest - size) {
-      while (IsUtf8Continuation(text.back())) text.pop_back();
-      text.pop_back();
+    double width = size;  // of what shows that there is more
+    std::size_t end = 0;
+    while (width <= kWidest) {
+      std::size_t next = end + 1;
+      while (next < text.size() && IsUtf8Continuation(text[next])) ++next;
+      width += TextWidth(std::string_view(text).substr(end, next - end), size);
+      if (width <= kWidest) end = next;
     }
-    return text.append(kMore);
+    return text.substr(0, end) + "…";
   }
 
   void AddTitle(const std::string& title, const std::string& subtitle) {

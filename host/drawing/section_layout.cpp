@@ -92,9 +92,10 @@ class Layout {
     AddCenterLine();
     for (const DrawnLine& line : m_drawing.lines) Occupy(line);
     AddMarks();
-    AddHeights();
+    AddHeightMarks();
     AddWidths();
     AddGrades();
+    AddHeightTexts();
     AddCodes(FormRole::DesignSurface);
     AddCodes(FormRole::Other);
     AddLengths();
@@ -380,44 +381,43 @@ class Layout {
     return pnt.form < 0 || pnt.point < 0 ? nullptr : &Point(pnt.form, pnt.point);
   }
 
-  void AddHeights() {
-    std::set<std::pair<int, int>> shown;
+  /// A triangle that stands on each point whose height is measured. What is written beside it comes later: grades
+  /// have less choice where to stand.
+  void AddHeightMarks() {
+    std::set<std::pair<int, int>> marked;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Height) continue;
       for (const ViewTarget::Pnt& pnt : target.points) {
         const ViewPoint* point = PointOf(pnt);
-        if (point != nullptr && shown.insert({pnt.form, pnt.point}).second) AddHeight(pnt, *point, static_cast<int>(i));
+        if (point == nullptr || !marked.insert({pnt.form, pnt.point}).second) continue;
+        DrawnMark mark{DrawingKind::Dimension, Shape::Height, point->place};
+        mark.form = pnt.form;
+        mark.point = pnt.point;
+        mark.target = static_cast<int>(i);
+        m_drawing.marks.push_back(mark);
+        const PaperPlace place = OnPaper(*point);
+        m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle, 0.0});
       }
     }
   }
 
-  /// A triangle that stands on the point, and the height beside or above it.
-  void AddHeight(const ViewTarget::Pnt& pnt, const ViewPoint& point, int target) {
-    const PaperPlace place = OnPaper(point);
-    DrawnMark mark{DrawingKind::Dimension, Shape::Height, point.place};
-    mark.form = pnt.form;
-    mark.point = pnt.point;
-    mark.target = target;
-    m_drawing.marks.push_back(mark);
-    DrawnText text{DrawingKind::Dimension, point.place};
-    text.sizeMm = kLetters;
-    text.text = SignedHeight(point.place.height, m_view.centerHeight.has_value());
-    text.form = pnt.form;
-    text.target = target;
-    const double beside = kTriangle * 0.7 + 0.4;
-    m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle, 0.0});
-    AddAt(text, place,
-          {{beside, 1.0, Anchor::Start},
-           {-beside, 1.0, Anchor::End},
-           {0.8, 3.4, Anchor::Start},
-           {-0.8, 3.4, Anchor::End},
-           {0.8, 6.0, Anchor::Start},
-           {-0.8, 6.0, Anchor::End},
-           {0.8, -4.2, Anchor::Start},
-           {-0.8, -4.2, Anchor::End},
-           {0.8, 9.0, Anchor::Start},
-           {-0.8, 9.0, Anchor::End}});
+  void AddHeightTexts() {
+    static const double beside = kTriangle * 0.7 + 0.4;
+    static const std::vector<Stand> stands = {{beside, 1.0, Anchor::Start}, {-beside, 1.0, Anchor::End},
+                                              {0.8, 3.4, Anchor::Start},    {-0.8, 3.4, Anchor::End},
+                                              {0.8, 6.0, Anchor::Start},    {-0.8, 6.0, Anchor::End},
+                                              {0.8, -4.2, Anchor::Start},   {-0.8, -4.2, Anchor::End},
+                                              {0.8, 9.0, Anchor::Start},    {-0.8, 9.0, Anchor::End}};
+    for (const DrawnMark& mark : m_drawing.marks) {
+      if (mark.shape != Shape::Height) continue;
+      DrawnText text{DrawingKind::Dimension, mark.place};
+      text.sizeMm = kLetters;
+      text.text = SignedHeight(mark.place.height, m_view.centerHeight.has_value());
+      text.form = mark.form;
+      text.target = mark.target;
+      AddAt(text, m_scale.ToPaper(mark.place), stands);
+    }
   }
 
   /// Lengths of slopes, along them.

@@ -114,13 +114,12 @@ Texts TextsOf(const SectionDrawing& drawing, DrawingKind kind) {
   return texts;
 }
 
-const DrawnText& TextOf(const SectionDrawing& drawing, DrawingKind kind, const std::string& label) {
+DrawnText TextOf(const SectionDrawing& drawing, DrawingKind kind, const std::string& label) {
   for (const DrawnText& text : drawing.texts) {
     if (text.kind == kind && text.text == label) return text;
   }
   ADD_FAILURE() << "no text " << label;
-  static const DrawnText none;
-  return none;
+  return {};
 }
 
 PaperScale ScaleOf(const SectionDrawing& drawing) { return {drawing.scale, drawing.exaggeration}; }
@@ -352,7 +351,7 @@ TEST(SectionDrawingDimensions, ShowWidthsAboveAFill) {
   SectionView view = RoadView();
   view.targets = {TargetOf(ViewTarget::Item::Width, {1, 3}, 7.0)};
   const SectionDrawing drawing = Draw(view);
-  const DrawnText& value = TextOf(drawing, DrawingKind::Dimension, "7.000");
+  const DrawnText value = TextOf(drawing, DrawingKind::Dimension, "7.000");
   EXPECT_EQ(value.place.offset, 0.0);
   EXPECT_GT(value.place.height, 0.0);
   EXPECT_EQ(value.target, 0);
@@ -397,7 +396,7 @@ TEST(SectionDrawingDimensions, StandOutsideWhereTheyAreShort) {
   view.forms[0].points[1].place.offset = -0.4;
   view.targets = {TargetOf(ViewTarget::Item::Width, {0, 1}, 0.4)};
   const SectionDrawing drawing = Draw(view);
-  const DrawnText& value = TextOf(drawing, DrawingKind::Dimension, "0.400");
+  const DrawnText value = TextOf(drawing, DrawingKind::Dimension, "0.400");
   EXPECT_EQ(value.anchor, DrawnText::Anchor::End);
   EXPECT_LT(value.place.offset, -0.4);
   EXPECT_EQ(MarksOf(drawing, DrawnMark::Shape::Arrow)[0].angle, 0.0) << "from outside";
@@ -423,7 +422,7 @@ TEST(SectionDrawingDimensions, ShowHeightsAsTriangles) {
 TEST(SectionDrawingDimensions, ShowLengthsAlongSlopes) {
   SectionView view = RoadView();
   view.targets = {TargetOf(ViewTarget::Item::Length, {1, 2}, 7.2111)};
-  const DrawnText& value = TextOf(Draw(view), DrawingKind::Dimension, "SL=7.211");
+  const DrawnText value = TextOf(Draw(view), DrawingKind::Dimension, "SL=7.211");
   EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9);
   EXPECT_LT(value.liftMm, 0.0) << "the ratio stands on the other side";
 }
