@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Takes every sample through the tool's main jobs: look at it, check it, make a project of it, edit that, write
-# documents of all editions from both, and check the results. What came back is compared with what went in, and what
-# was edited in the project with what the same steps make of the document.
+# Takes every sample through the tool's main jobs: look at it, check it, make a page for the browser and a project of
+# it, edit that, write documents of all editions from both, and check the results. What came back is compared with what
+# went in, and what was edited in the project with what the same steps make of the document.
 # VORN_TOOL names another tool than the release build's; OUT another directory for the results.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -81,6 +81,7 @@ for sample in "${samples[@]}"; do
   run info "$sample"
   run check "$sample"
   run forms "$sample"
+  run report "$sample" -o "$out/$name.html"
 
   printf '\n-- a project of it, and documents of the project --\n'
   run convert "$sample" "$project"
@@ -106,3 +107,4 @@ done
 printf '\nDone: %d samples read; %d projects and %d documents written to %s/ and checked;\n' \
   "${#samples[@]}" "${#samples[@]}" "$written" "${out%/}"
 printf '%d documents from projects are the same as those from the samples, edited alike.\n' "$compared"
+printf 'The cross sections to look at, in a browser: %s/road-4.1.html\n' "$(cd "$out" && pwd)"

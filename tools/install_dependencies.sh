@@ -7,7 +7,8 @@ packages=(
   libpugixml-dev libtomlplusplus-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcereal-dev
   clang-14 clang-format-14 libclang-rt-14-dev
-  git python3 python3-ezdxf
+  chromium chromium-driver fonts-noto-cjk
+  git python3 python3-ezdxf python3-selenium
 )
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then

@@ -14,6 +14,7 @@
 #include "host/cli/info_command.h"
 #include "host/cli/output.h"
 #include "host/cli/plot_command.h"
+#include "host/cli/report_command.h"
 #include "host/cli/sample_command.h"
 #include "host/cli/settings_command.h"
 #include "host/document/atomic_file.h"
@@ -35,6 +36,7 @@ int Run(int argc, char** argv) {
   vorn_cli::AddExportCommand(app, exitCode);
   vorn_cli::AddFormsCommand(app, exitCode);
   vorn_cli::AddPlotCommand(app, exitCode);
+  vorn_cli::AddReportCommand(app, exitCode);
   vorn_cli::AddSampleCommand(app, exitCode);
   vorn_cli::AddDatumsCommand(app, exitCode);
   vorn_cli::AddCrsCommand(app, exitCode);

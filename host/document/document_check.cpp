@@ -57,7 +57,7 @@ class Checker {
 
  private:
   void Add(Severity severity, std::string kind, std::string path, std::string reason) {
-    m_findings.push_back({severity, std::move(kind), std::move(path), std::move(reason)});
+    m_findings.push_back({severity, std::move(kind), std::move(path), std::move(reason), m_place});
   }
   void AddNotEnabled(const std::string& tag, std::string path, std::string reason) {
     Add(Severity::Error, tag + " not enabled", std::move(path), std::move(reason));
@@ -110,6 +110,7 @@ class Checker {
   // --- sets and sections -----------------------------------------------------------------------------------------
 
   void CheckSet(const VornXSections& set, int index) {
+    m_place = {index};
     const std::string path = SetPath(set, index);
     Reasons reasons;
     reasons.AddIf(set.GetRefAlign().IsEmpty(), "refAlign is missing");
@@ -122,10 +123,13 @@ class Checker {
     for (int i = 0; i < set.GetXSectionArray().GetSize(); ++i) {
       const VornXSection& section = set.GetXSectionArray()[i];
       const std::string sectionPath = SectionPath(path, section);
+      m_place = {index, i};
       CheckDoubledStation(set.GetXSectionArray(), i, sectionPath);
       CheckSection(section, sectionPath, set, sections);
     }
+    m_place = {index};
     CheckTargets(set.GetFormCtrlTargetArray(), path, nullptr, set, sections);
+    m_place = {};
   }
 
   /// Reading orders the sections, so their order in the document is looked up.
@@ -137,11 +141,13 @@ class Checker {
       const NurReal& station = section.GetCumulativeDist();
       if (!station.IsSet()) continue;
       if (former != nullptr && station.Value() < former->Value() - kSameStation) {
+        m_place = {index, place};
         Add(Severity::Error, "station out of order", SectionPath(path, section),
             "it stands behind station " + StationText(*former) + " in the document");
       }
       former = &station;
     }
+    m_place = {index};
   }
 
   void CheckDoubledStation(const Vorn_XSectionArray& sections, int index, const std::string& path) {
@@ -167,9 +173,11 @@ class Checker {
 
     for (const VornBuildForm& form : section.GetBuildFormArray()) {
       const std::string formPath = FormPath(path, form.GetName());
+      ++m_place.form;
       CheckForm(form, formPath);
       CheckTargets(form.GetFormCtrlTargetArray(), formPath, &form, set, sections);
     }
+    m_place.form = -1;
     if (!m_edition20) {
       for (const VornExistingBuildForm& form : section.GetExistingBuildFormArray()) CheckExistingForm(form, path);
     }
@@ -188,6 +196,7 @@ class Checker {
     std::set<std::string_view> reported;
     for (int i = 0; i < points.GetSize(); ++i) {
       const VornComposedPnt& point = points[i];
+      m_place.point = i;
       if (!point.IsEnable()) CheckPoint(point, PointPath(path, point.GetCode(), i));
       const std::string_view code = point.GetCode().View();
       if (!code.empty() && !codes.insert(code).second && reported.insert(code).second) {
@@ -195,6 +204,7 @@ class Checker {
             "another point of the form has the code " + ToUtf8(code));
       }
     }
+    m_place.point = -1;
   }
 
   void CheckPoint(const VornComposedPnt& point, std::string path) {
@@ -231,6 +241,7 @@ class Checker {
     for (int i = 0; i < targets.GetSize(); ++i) {
       const VornFormCtrlTarget& target = targets[i];
       const auto path = [&] { return TargetPath(ownerPath, target, i); };
+      if (owner == nullptr) m_place.section = SectionOf(target, sections);
       const Reasons reasons = WhyNotEnabled(target);
       if (!reasons.IsEmpty()) AddNotEnabled("tsf:FormCtrlTarget", path(), reasons.Text());
       NoteDeliberateLimits(target, path);
@@ -244,6 +255,16 @@ class Checker {
       }
       ++m_targetCount;
     }
+  }
+
+  /// Index of the section at which the points of a target are; -1 where there is none.
+  [[nodiscard]] static int SectionOf(const VornFormCtrlTarget& target, const SectionIndex& sections) {
+    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
+      if (!point.GetCumulativeDist().IsSet()) continue;
+      const int index = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+      if (index >= 0) return index;
+    }
+    return -1;
   }
 
   /// What makes a target invalid, apart from what later editions do not carry and from the limits that are meant.
@@ -339,6 +360,7 @@ class Checker {
   const DesignDocument& m_document;
   bool m_edition20;
   int m_targetCount = 0;
+  FindingPlace m_place;  ///< of what is being checked
   std::vector<Finding> m_findings;
 };
 

@@ -11,6 +11,18 @@ namespace vorn_host {
 /// every document of the edition looks so.
 enum class Severity { Error, Note };
 
+/// What a finding is about, by index: set of the document, section of the set, form of the section, point of the form.
+/// -1 where it is about more than one of them, or none. A control target that a set holds is about the section at which
+/// its points are.
+struct FindingPlace {
+  int set = -1;
+  int section = -1;
+  int form = -1;
+  int point = -1;
+
+  friend bool operator==(const FindingPlace&, const FindingPlace&) = default;
+};
+
 /// One thing found wrong in a document.
 struct Finding {
   Severity severity = Severity::Error;
@@ -20,6 +32,7 @@ struct Finding {
   std::string path;
   /// Why, in words ("existence is missing").
   std::string reason;
+  FindingPlace place;
 };
 
 /// Checks a document in its own edition: every value that was not understood in reading, every element that is not

@@ -414,6 +414,50 @@ TEST(TargetCheckIn20, FindsATargetOutsideAForm) {
                                                            "edition 2.0 keeps control targets in their form")));
 }
 
+// --- places ---------------------------------------------------------------------------------------------------------
+
+auto IsAt(const std::string& kind, const FindingPlace& place) {
+  return AllOf(Field("kind", &Finding::kind, kind), Field("place", &Finding::place, place));
+}
+
+TEST(FindingPlaces, TellWhatIsWrongByIndex) {
+  VornBuildForm twice = RoadForm("B");
+  twice.GetComposedPntArray()[2].SetCode(CString("L1"));
+  VornBuildForm nameless = RoadForm("");
+  DesignDocument document = DocumentOf(
+      Edition::V41, {Section(0.0, {RoadForm("A")}), Section(20.0, {RoadForm("A"), twice}), Section(20.0, {nameless})});
+  document.hasStructureType = false;
+  document.sets[0].SetRefAlign("");
+  EXPECT_THAT(CheckDocument(document),
+              ElementsAre(IsAt("no tsf:StructureType", {}), IsAt("tsf:XSections not enabled", {0}),
+                          IsAt("code used twice", {0, 1, 1, 2}), IsAt("station doubled", {0, 2}),
+                          IsAt("tsf:BuildForm not enabled", {0, 2, 0})));
+}
+
+TEST(FindingPlaces, FollowTheOrderOfTheDocument) {
+  const std::string section = "<tsf:XSection cumulativeDist=\"20.0000\"></tsf:XSection>";
+  const std::string former = "<tsf:XSection cumulativeDist=\"40.0000\"></tsf:XSection>";
+  EXPECT_THAT(FindingsIn(Edition::V41,
+                         "<tsf:XSections refAlign=\"A\" refVertical=\"V\">" + former + section + "</tsf:XSections>"),
+              Contains(IsAt("station out of order", {0, 0})))
+      << "sections are sorted when they are read";
+}
+
+TEST(FindingPlaces, OfATargetOfTheSetIsTheSectionOfItsPoints) {
+  DesignDocument document =
+      DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A")}), Section(20.0, {RoadForm("A")}, true)});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(20.0, "A", {"L1", "absent"}, true));
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(40.0, "A", {"L1", "R1"}));
+  EXPECT_THAT(CheckDocument(document),
+              ElementsAre(IsAt(kMissing, {0, 1}), IsAt(kMissing, {0}), IsAt("tsf:FormCtrlTarget not enabled", {})));
+}
+
+TEST(FindingPlaces, OfATargetOfAFormIsTheForm) {
+  VornBuildForm form = RoadForm("B");
+  form.GetFormCtrlTargetArray().Add(Target20("L1 absent"));
+  EXPECT_THAT(FindingsOf(Edition::V20, {Section(0.0, {RoadForm("A"), form})}), ElementsAre(IsAt(kMissing, {0, 0, 1})));
+}
+
 // --- against the library's own rule --------------------------------------------------------------------------------
 
 TEST(DocumentCheck, FindsAReasonForEveryElementThatIsNotEnabled) {

@@ -1,0 +1,359 @@
+// --- the page --------------------------------------------------------------------------------------------------------
+
+const at = (id) => document.getElementById(id);
+const TABS = ['findings', 'targets', 'points'];
+
+class Page {
+  constructor() {
+    this.design = new Design();
+    speech.begin(this.design.index.language);
+    this.list = new SectionList(at('list'), this.design);
+    this.viewer = new SheetViewer(at('stage'), at('tip'));
+    this.printing = new Printing(this.design, at('sheets'), at('print-progress'));
+    this.chosen = -1;
+    this.target = -1;
+    this.tab = this.design.index.errors > 0 ? 'findings' : 'targets';
+    document.adoptedStyleSheets = [styleRules(this.design.styles)];
+    this.listen();
+    this.speak();
+    this.filter();
+    this.openAddress();
+  }
+
+  // --- words ---
+
+  speak() {
+    const { words } = speech;
+    const { index } = this.design;
+    label(document);
+    at('language').value = speech.language;
+    document.title = index.file;
+    at('file').textContent = index.file;
+    const edition = `${words.edition} ${index.edition}${index.assumed ? ` (${words.assumed})` : ''}`;
+    at('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
+      findingsText(index.errors, index.notes)].filter(Boolean).join(' · ');
+    at('document').hidden = index.documentFindings === 0;
+    at('document-summary').textContent = `${words.document} (${index.documentFindings})`;
+    at('document').open = false;
+    this.showLayers();
+    this.list.redraw();
+    this.showCount();
+    this.show();
+  }
+
+  showLayers() {
+    const legend = at('layers').querySelector('legend');
+    at('layers').replaceChildren(legend, ...this.design.styles.map(({ name }) => {
+      const box = make('input', { type: 'checkbox', 'data-layer': name });
+      box.checked = !document.body.classList.contains(`without-${name}`);
+      return make('label', { class: 'check' }, box, make('span', { class: `swatch ${name}` }), speech.words.layerNames[name]);
+    }));
+  }
+
+  // --- the list ---
+
+  filter() {
+    this.found = this.design.search.find(at('search').value, at('only-findings').checked);
+    this.list.show(this.found);
+    this.showCount();
+  }
+
+  showCount() {
+    if (!this.found) return;
+    const { words } = speech;
+    const count = this.found.length;
+    at('count').textContent = words.listed(count, this.design.length);
+    at('print-listed').textContent = words.printListed(Math.min(count, MOST_PAGES));
+    at('print-limit').hidden = count <= MOST_PAGES;
+    at('print-limit').textContent = words.printLimit(MOST_PAGES, count);
+  }
+
+  openAddress() {
+    let address = '';
+    try {
+      address = decodeURIComponent(location.hash.slice(1));
+    } catch {
+      // Not one of this page's addresses.
+    }
+    this.choose(this.design.atAddress.get(address) ?? (this.design.length > 0 ? 0 : -1));
+  }
+
+  step(steps) {
+    const section = this.list.neighbour(steps);
+    if (section >= 0) this.choose(section);
+  }
+
+  /** Shows a section. Of several chosen quickly, the last one counts. */
+  async choose(section) {
+    if (section === this.chosen) return;
+    this.chosen = section;
+    this.target = -1;
+    this.list.choose(section);
+    if (section >= 0) {
+      const address = `#${encodeURIComponent(this.design.addresses[section])}`;
+      if (location.hash !== address) history.replaceState(null, '', address);
+    }
+    try {
+      const content = section < 0 ? null : await this.design.section(section);
+      if (this.chosen !== section) return;
+      this.section = content;
+      this.show();
+      this.announce();
+    } catch (error) {
+      this.section = null;
+      this.show();
+      at('title').textContent = speech.words.broken;
+      console.error(error);
+    }
+  }
+
+  announce() {
+    if (this.chosen < 0) return;
+    const { title, errors, notes } = this.design.entry(this.chosen);
+    const place = speech.words.position(this.chosen + 1, this.design.length);
+    at('live').textContent = [title, place, findingsText(errors, notes)].join(', ');
+  }
+
+  // --- the chosen section ---
+
+  show() {
+    const { words } = speech;
+    at('empty').hidden = this.design.length > 0;
+    if (!this.section) {
+      this.viewer.show(null, []);
+      at('title').textContent = '';
+      at('height').textContent = '';
+      return;
+    }
+    const { title } = this.design.entry(this.chosen);
+    const { centerHeight, isControlSection } = this.section;
+    at('title').textContent = title;
+    at('height').textContent = [centerHeight === null ? words.relative : words.centerHeight(metres(centerHeight)),
+      isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
+    this.points = pointsOf(this.section);
+    this.viewer.show(new Sheet(drawingOf(this.section), this.design.styles, title), this.points);
+    this.showTables();
+    this.highlightTarget(this.target);
+  }
+
+  showTables() {
+    const { words } = speech;
+    const { findings, notes, targets } = this.section;
+    const ofForms = this.points.filter(({ form }) => form >= 0).length;
+    const counts = { findings: findings.length, targets: targets.length, points: ofForms };
+    for (const tab of TABS) {
+      at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
+    }
+    const orSay = (count, table, text) => (count > 0 ? table : make('p', { class: 'quiet' }, text));
+    at('panel-findings').replaceChildren(orSay(counts.findings + notes.length, findingsTable(findings, notes), words.nothingFound));
+    at('panel-targets').replaceChildren(orSay(counts.targets, targetsTable(this.section), words.noTargets));
+    at('panel-points').replaceChildren(orSay(counts.points, pointsTable(this.section), words.noPoints));
+    this.openTab(this.tab);
+  }
+
+  openTab(name) {
+    this.tab = name;
+    for (const tab of TABS) {
+      at(`tab-${tab}`).ariaSelected = String(tab === name);
+      at(`tab-${tab}`).tabIndex = tab === name ? 0 : -1;
+      at(`panel-${tab}`).hidden = tab !== name;
+    }
+  }
+
+  // --- points and targets ---
+
+  samePlace(point) {
+    return this.points.filter((other) => other !== point && other.form >= 0 && other.offset === point.offset &&
+      other.height === point.height);
+  }
+
+  /** @param point the point under the pointer, or none */
+  hoverPoint(point) {
+    this.viewer.mark(point ? [point] : this.pointsOfTarget(this.target),
+      point && pointCard(this.section, point, this.samePlace(point)));
+    this.lightRows('panel-points', (row) => point && Number(row.dataset.form) === point.form && Number(row.dataset.point) === point.at);
+  }
+
+  pointsOfTarget(target) {
+    return (this.section?.targets[target]?.points ?? []).map(([form, point]) => pointOf(this.section, form, point)).filter(Boolean);
+  }
+
+  /** Shows a target on the drawing and in its table. */
+  highlightTarget(target) {
+    for (const piece of this.viewer.sheet?.element.querySelectorAll('[data-target]') ?? []) {
+      piece.classList.toggle('lit', Number(piece.dataset.target) === target);
+    }
+    this.viewer.mark(this.pointsOfTarget(target));
+    this.lightRows('panel-targets', (row) => Number(row.dataset.target) === target);
+  }
+
+  /** @param isLit tells of a row whether it is the one; brings it into sight */
+  lightRows(panel, isLit) {
+    for (const row of at(panel).querySelectorAll('tr.choosable')) {
+      const lit = Boolean(isLit(row));
+      if (lit && row.ariaSelected !== 'true') row.scrollIntoView({ block: 'nearest' });
+      row.ariaSelected = String(lit);
+    }
+  }
+
+  chooseTarget(target) {
+    this.target = target;
+    this.openTab('targets');
+    this.highlightTarget(target);
+  }
+
+  /** What a row of a table is about: it is shown on the drawing while the pointer or the keyboard is there. */
+  enterRow(row) {
+    const { target, form, point } = row.dataset;
+    if (target !== undefined) return this.highlightTarget(Number(target));
+    const shown = pointOf(this.section, Number(form), Number(point));
+    if (shown) this.viewer.mark([shown], pointCard(this.section, shown, this.samePlace(shown)));
+  }
+
+  chooseRow(row) {
+    if (row.dataset.target === undefined) return this.enterRow(row);
+    const target = Number(row.dataset.target);
+    this.target = target === this.target ? -1 : target;
+    this.highlightTarget(this.target);
+  }
+
+  // --- what people do ---
+
+  listen() {
+    at('search').addEventListener('input', () => this.filter());
+    at('search').addEventListener('keydown', (event) => this.onSearchKey(event));
+    at('only-findings').addEventListener('change', () => this.filter());
+    at('language').addEventListener('change', () => {
+      speech.language = at('language').value;
+      this.speak();
+      this.announce();
+    });
+    this.list.addEventListener('choose', ({ detail }) => this.choose(detail));
+    window.addEventListener('hashchange', () => this.openAddress());
+    document.addEventListener('keydown', (event) => this.onKey(event));
+    at('former').addEventListener('click', () => this.step(-1));
+    at('next').addEventListener('click', () => this.step(1));
+    at('zoom-in').addEventListener('click', () => this.viewer.zoomIn());
+    at('zoom-out').addEventListener('click', () => this.viewer.zoomOut());
+    at('reset').addEventListener('click', () => this.viewer.reset());
+    at('layers').addEventListener('change', ({ target }) =>
+      document.body.classList.toggle(`without-${target.dataset.layer}`, !target.checked));
+    document.addEventListener('pointerdown', ({ target }) => {
+      if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
+    });
+    at('document').addEventListener('toggle', () => this.showDocumentFindings());
+    this.listenToViewer();
+    this.listenToTables();
+    this.listenToPrinting();
+  }
+
+  listenToViewer() {
+    this.viewer.addEventListener('zoom', ({ detail }) => {
+      at('zoom').textContent = `${Math.round(detail * 100)} %`;
+    });
+    this.viewer.addEventListener('point', ({ detail }) => this.section && this.hoverPoint(detail));
+    this.viewer.addEventListener('target', ({ detail }) => this.chooseTarget(detail));
+    this.viewer.addEventListener('hover-target', ({ detail }) => {
+      this.lightRows('panel-targets', (row) => [detail, this.target].includes(Number(row.dataset.target)));
+    });
+  }
+
+  listenToTables() {
+    for (const tab of TABS) {
+      at(`tab-${tab}`).addEventListener('click', () => this.openTab(tab));
+      const panel = at(`panel-${tab}`);
+      const onRow = (action) => ({ target }) => {
+        const row = target.closest('tr.choosable');
+        if (row) action(row);
+      };
+      panel.addEventListener('mouseover', onRow((row) => this.enterRow(row)));
+      panel.addEventListener('focusin', onRow((row) => this.enterRow(row)));
+      panel.addEventListener('mouseleave', () => this.highlightTarget(this.target));
+      panel.addEventListener('click', onRow((row) => this.chooseRow(row)));
+      panel.addEventListener('keydown', (event) => {
+        if (event.key === 'Enter' || event.key === ' ') {
+          onRow((row) => this.chooseRow(row))(event);
+          event.preventDefault();
+        }
+      });
+    }
+  }
+
+  listenToPrinting() {
+    const dialog = at('print-dialog');
+    at('print').addEventListener('click', () => dialog.showModal());
+    at('print-start').addEventListener('click', async () => {
+      const extent = dialog.querySelector('[name=extent]:checked').value;
+      const wanted = extent === 'listed' ? this.found : [this.chosen].filter((section) => section >= 0);
+      at('print-start').disabled = true;
+      try {
+        await this.printing.print(wanted);
+      } finally {
+        at('print-start').disabled = false;
+        dialog.close();
+      }
+    });
+    window.addEventListener('beforeprint', () => {
+      if (this.section) this.printing.prepareNow(this.section, this.chosen);
+    });
+  }
+
+  async showDocumentFindings() {
+    if (!at('document').open) return;
+    at('document-findings').replaceChildren(findingsTable(await this.design.documentFindings()));
+  }
+
+  onSearchKey(event) {
+    if (event.key === 'Escape') {
+      at('search').value = '';
+      this.filter();
+    } else if (event.key === 'Enter' || event.key === 'ArrowDown') {
+      if (this.found.length > 0) this.choose(this.found.includes(this.chosen) ? this.chosen : this.found[0]);
+    } else {
+      return;
+    }
+    event.preventDefault();
+    at('list').focus();
+  }
+
+  onKey(event) {
+    if (event.defaultPrevented || event.ctrlKey || event.metaKey || event.altKey) return;
+    if (event.target.closest('input, select, textarea, dialog')) return;
+    const tabs = event.target.closest('[role=tablist]');
+    if (tabs && ['ArrowLeft', 'ArrowRight'].includes(event.key)) {
+      const steps = event.key === 'ArrowRight' ? 1 : TABS.length - 1;
+      this.openTab(TABS[(TABS.indexOf(this.tab) + steps) % TABS.length]);
+      at(`tab-${this.tab}`).focus();
+      return event.preventDefault();
+    }
+    const action = Page.keys[event.key];
+    if (!action) return;
+    event.preventDefault();
+    action(this);
+  }
+
+  static keys = {
+    ArrowUp: (page) => page.step(-1),
+    ArrowLeft: (page) => page.step(-1),
+    ArrowDown: (page) => page.step(1),
+    ArrowRight: (page) => page.step(1),
+    PageUp: (page) => page.step(-10),
+    PageDown: (page) => page.step(10),
+    Home: (page) => page.step(-Infinity),
+    End: (page) => page.step(Infinity),
+    '+': (page) => page.viewer.zoomIn(),
+    '=': (page) => page.viewer.zoomIn(),
+    '-': (page) => page.viewer.zoomOut(),
+    0: (page) => page.viewer.reset(),
+    '/': () => {
+      at('search').focus();
+      at('search').select();
+    },
+    Escape: (page) => {
+      page.target = -1;
+      page.highlightTarget(-1);
+    },
+  };
+}
+
+new Page();

@@ -1,0 +1,116 @@
+// --- what is known of a section --------------------------------------------------------------------------------------
+
+/** A document may have any number of findings; the page lists this many. */
+const MOST_FINDINGS = 500;
+
+/** Columns that hold metres. */
+const NUMBERS = new Set(['value', 'offset', 'height']);
+
+function head(...names) {
+  return make('thead', {}, make('tr', {}, ...names.map((name) => make('th', { scope: 'col', class: NUMBERS.has(name) && 'number' }, speech.words[name]))));
+}
+
+function cells(row, ...texts) {
+  for (const text of texts) row.append(text instanceof Node ? text : make('td', {}, text));
+  return row;
+}
+
+function number(value) {
+  return make('td', { class: 'number' }, metres(value));
+}
+
+/** A row that the keyboard reaches like a button. */
+function choosable(attributes) {
+  return make('tr', { ...attributes, tabindex: 0, class: 'choosable', 'aria-selected': 'false' });
+}
+
+/** The findings, worst first; a text by text, never as markup. */
+function findingsTable(findings, viewNotes = []) {
+  const { words } = speech;
+  const body = make('tbody');
+  const errorsFirst = [...findings].sort(([first], [second]) => first - second);
+  for (const [severity, kind, path, reason, form, point] of errorsFirst.slice(0, MOST_FINDINGS)) {
+    const row = form >= 0 && point >= 0 ? choosable({ 'data-form': form, 'data-point': point }) : make('tr');
+    const badge = make('span', { class: `badge ${severity === 0 ? 'error' : 'note'}` }, severity === 0 ? words.error : words.note);
+    body.append(cells(row, make('td', {}, badge), words.kinds[kind] ?? kind, path, reason));
+  }
+  for (const note of viewNotes) {
+    body.append(cells(make('tr'), make('td', {}, make('span', { class: 'badge view' }, words.view)), '', '', note));
+  }
+  const table = make('table', {}, head('severity', 'kind', 'where', 'reason'), body);
+  if (errorsFirst.length <= MOST_FINDINGS) return table;
+  return make('div', {}, table, make('p', { class: 'quiet' }, words.more(errorsFirst.length - MOST_FINDINGS)));
+}
+
+/**
+ * A table of rows that can be chosen, without the columns that say nothing.
+ * @param rows of each its attributes, and a text or cell for every column
+ */
+function choosableTable(columns, rows) {
+  const told = columns.map((_, at) => rows.some(([, texts]) => texts[at] !== ''));
+  const isTold = (_, at) => told[at];
+  const body = make('tbody');
+  for (const [attributes, texts] of rows) body.append(cells(choosable(attributes), ...texts.filter(isTold)));
+  return make('table', {}, head(...columns.filter(isTold)), body);
+}
+
+function targetsTable(section) {
+  const { words } = speech;
+  const rows = section.targets.map((target, at) => {
+    const names = target.points.map(([form, , name]) => (form < 0 ? `${name} (${words.missing})` : name));
+    return [{ 'data-target': at }, [words.items[target.item] ?? target.item, names.join(' – '), number(target.value),
+      target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation]];
+  });
+  return choosableTable(['item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'], rows);
+}
+
+/** What there is to say of a point besides its place. */
+function remarksOn(point) {
+  const { words } = speech;
+  return [point.isCrossing ? words.crossing : '', point.exists === 0 ? words.absent : ''].filter(Boolean).join(', ');
+}
+
+function codeOf(point) {
+  return point?.code || speech.words.withoutCode;
+}
+
+function fromOf(section, point) {
+  return point.from < 0 ? '–' : codeOf(pointOf(section, point.form, point.from));
+}
+
+function sideAndPart(point) {
+  const { words } = speech;
+  return [words.sides[point.side] ?? point.side, words.parts[point.part]].filter(Boolean).join(' · ');
+}
+
+function pointsTable(section) {
+  const rows = pointsOf(section).filter(({ form }) => form >= 0).map((point) => [
+    { 'data-form': point.form, 'data-point': point.at },
+    [section.forms[point.form].name, codeOf(point), number(point.offset), number(point.height), fromOf(section, point),
+      point.input, point.grade, sideAndPart(point), remarksOn(point)],
+  ]);
+  return choosableTable(['form', 'code', 'offset', 'height', 'from', 'input', 'grade', 'part', 'remarks'], rows);
+}
+
+/** What the pointer is told about a point; others at the same place are named too. */
+function pointCard(section, point, others) {
+  const { words } = speech;
+  const rows = [['offset', `${metres(point.offset)} m`], ['height', `${metres(point.height)} m`]];
+  if (point.form >= 0) {
+    rows.push(['from', fromOf(section, point)], ['input', point.input], ['grade', point.grade], ['part', sideAndPart(point)],
+      ['remarks', remarksOn(point)]);
+  }
+  const list = make('dl');
+  for (const [name, text] of rows) {
+    if (text) list.append(make('dt', {}, words[name]), make('dd', { class: `of-${name}` }, text));
+  }
+  const owner = point.form >= 0 ? section.forms[point.form].name : section.grounds[point.ground].name;
+  const title = make('p', { class: 'card-title' },
+    make('strong', { class: 'of-code' }, point.form >= 0 ? codeOf(point) : words.ground), ` ${owner}`);
+  const card = make('div', {}, title, list);
+  if (others.length > 0) {
+    const names = others.map((other) => `${section.forms[other.form].name} ${codeOf(other)}`);
+    card.append(make('p', { class: 'quiet' }, `${words.alsoHere}: ${names.join(', ')}`));
+  }
+  return card;
+}

@@ -1,0 +1,194 @@
+#include "host/report/section_report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+namespace vorn_host {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// A value with as many parts to the unit as anybody can see or measure; no number stays none.
+Json Rounded(double value, double parts) {
+  const double rounded = std::round(value * parts) / parts;
+  return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
+}
+Json Metres(double value) { return Rounded(value, 1e6); }
+Json Metres(const std::optional<double>& value) { return value ? Metres(*value) : Json(nullptr); }
+/// On paper a thousandth of a millimetre is a tenth of one at 1:100, which is the last place of a document.
+Json Millimetres(double value) { return Rounded(value, 1e3); }
+Json Degrees(double value) { return Rounded(value, 1e3); }
+
+bool IsFinite(const SectionPlace& place) { return std::isfinite(place.offset) && std::isfinite(place.height); }
+
+/// Where the places of a drawing lie on its paper.
+class Sheet {
+ public:
+  explicit Sheet(const SectionDrawing& drawing)
+      : m_left(drawing.left),
+        m_top(drawing.top),
+        m_perOffset(1000.0 / drawing.scale),
+        m_perHeight(m_perOffset * drawing.exaggeration),
+        m_width((drawing.right - drawing.left) * m_perOffset),
+        m_height((drawing.top - drawing.bottom) * m_perHeight) {}
+
+  void AddPlace(Json& row, const SectionPlace& place) const {
+    row.push_back(Millimetres((place.offset - m_left) * m_perOffset));
+    row.push_back(Millimetres((m_top - place.height) * m_perHeight));
+  }
+  [[nodiscard]] Json Size() const { return {Millimetres(m_width), Millimetres(m_height)}; }
+
+ private:
+  double m_left;
+  double m_top;
+  double m_perOffset;  ///< millimetres on paper for a metre
+  double m_perHeight;
+  double m_width;  ///< millimetres
+  double m_height;
+};
+
+// --- the drawing -----------------------------------------------------------------------------------------------------
+
+Json ToJson(const DrawnLine& line, const Sheet& sheet) {
+  Json row = {static_cast<int>(line.kind), line.form, line.target};
+  for (const SectionPlace& place : line.places) sheet.AddPlace(row, place);
+  return row;
+}
+
+Json ToJson(const DrawnMark& mark, const Sheet& sheet) {
+  Json row = {static_cast<int>(mark.kind), mark.form, mark.target, static_cast<int>(mark.shape), Degrees(mark.angle)};
+  sheet.AddPlace(row, mark.place);
+  return row;
+}
+
+Json ToJson(const DrawnText& text, const Sheet& sheet) {
+  Json row = {static_cast<int>(text.kind),
+              text.form,
+              text.target,
+              static_cast<int>(text.anchor),
+              Degrees(text.angle),
+              Millimetres(text.sizeMm),
+              Millimetres(text.liftMm),
+              text.text};
+  sheet.AddPlace(row, text.place);
+  return row;
+}
+
+Json ToJson(const SectionDrawing& drawing) {
+  const Sheet sheet(drawing);
+  Json lines = Json::array();
+  for (const DrawnLine& line : drawing.lines) {
+    if (std::all_of(line.places.begin(), line.places.end(), IsFinite)) lines.push_back(ToJson(line, sheet));
+  }
+  Json marks = Json::array();
+  for (const DrawnMark& mark : drawing.marks) {
+    if (IsFinite(mark.place)) marks.push_back(ToJson(mark, sheet));
+  }
+  Json texts = Json::array();
+  for (const DrawnText& text : drawing.texts) {
+    if (IsFinite(text.place)) texts.push_back(ToJson(text, sheet));
+  }
+  return {{"size", sheet.Size()},      {"scale", drawing.scale},    {"exaggeration", drawing.exaggeration},
+          {"lines", std::move(lines)}, {"marks", std::move(marks)}, {"texts", std::move(texts)}};
+}
+
+/// The members that another drawing has otherwise.
+Json Differences(const Json& drawing, const Json& other) {
+  Json differences = Json::object();
+  for (const auto& [name, value] : other.items()) {
+    if (drawing.at(name) != value) differences[name] = value;
+  }
+  return differences;
+}
+
+// --- the section -----------------------------------------------------------------------------------------------------
+
+/// Null for a point that has no place: the indices of the others stay.
+Json ToJson(const ViewPoint& point, const Sheet& sheet) {
+  if (!IsFinite(point.place)) return nullptr;
+  Json row = {point.code,
+              point.from,
+              static_cast<int>(point.part),
+              point.side,
+              point.input,
+              point.grade,
+              point.exists ? 1 : 0,
+              point.isCrossing ? 1 : 0,
+              Metres(point.place.offset),
+              Metres(point.place.height)};
+  sheet.AddPlace(row, point.place);
+  return row;
+}
+
+Json ToJson(const ViewForm& form, const Sheet& sheet) {
+  Json points = Json::array();
+  for (const ViewPoint& point : form.points) points.push_back(ToJson(point, sheet));
+  return {{"name", form.name},
+          {"type", form.xSectType},
+          {"role", static_cast<int>(form.role)},
+          {"points", std::move(points)}};
+}
+
+Json ToJson(const ViewGround& ground, const Sheet& sheet) {
+  Json points = Json::array();
+  for (const SectionPlace& place : ground.line) {
+    if (!IsFinite(place)) continue;
+    Json row = {Metres(place.offset), Metres(place.height)};
+    sheet.AddPlace(row, place);
+    points.push_back(std::move(row));
+  }
+  return {{"name", ground.name}, {"points", std::move(points)}};
+}
+
+Json ToJson(const ViewTarget& target) {
+  Json points = Json::array();
+  for (const ViewTarget::Pnt& point : target.points) points.push_back({point.form, point.point, point.name});
+  return {{"item", target.itemText},
+          {"form", target.formName},
+          {"workType", target.workType},
+          {"scope", target.scope},
+          {"regulation", target.regulation},
+          {"points", std::move(points)},
+          {"value", Metres(target.designValue)}};
+}
+
+}  // namespace
+
+Json ToJson(const Finding& finding) {
+  return {finding.severity == Severity::Error ? 0 : 1,
+          finding.kind,
+          finding.path,
+          finding.reason,
+          finding.place.form,
+          finding.place.point};
+}
+
+Json ToJson(const SectionReport& report) {
+  const SectionView& view = report.view;
+  const Sheet sheet(report.drawing);
+  Json drawing = ToJson(report.drawing);
+  Json japanese = Differences(drawing, ToJson(report.japanese));
+  Json forms = Json::array();
+  for (const ViewForm& form : view.forms) forms.push_back(ToJson(form, sheet));
+  Json grounds = Json::array();
+  for (const ViewGround& ground : view.grounds) grounds.push_back(ToJson(ground, sheet));
+  Json targets = Json::array();
+  for (const ViewTarget& target : view.targets) targets.push_back(ToJson(target));
+  Json findings = Json::array();
+  for (const Finding& finding : report.findings) findings.push_back(ToJson(finding));
+  return {{"centerHeight", Metres(view.centerHeight)},
+          {"isControlSection", view.isControlSection},
+          {"drawing", std::move(drawing)},
+          {"japanese", std::move(japanese)},
+          {"forms", std::move(forms)},
+          {"grounds", std::move(grounds)},
+          {"targets", std::move(targets)},
+          {"findings", std::move(findings)},
+          {"notes", view.notes}};
+}
+
+}  // namespace vorn_host

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <vector>
+
+#include "host/document/document_check.h"
+#include "host/drawing/section_drawing.h"
+#include "host/drawing/section_view.h"
+
+namespace vorn_host {
+
+/// What the report tells of one cross section.
+struct SectionReport {
+  SectionView view;
+  SectionDrawing drawing;   ///< with English words
+  SectionDrawing japanese;  ///< the same with Japanese words
+  std::vector<Finding> findings;
+};
+
+/// The section as the page reads it. Places on the drawing are in millimetres on paper from its upper left corner,
+/// y downwards; offsets and heights are in metres. Rows of equal things are arrays, as thousands of sections have to
+/// fit into one page; their columns are named where they are written. A line, mark, text or point whose place is no
+/// number is left out.
+[[nodiscard]] nlohmann::ordered_json ToJson(const SectionReport& report);
+
+/// [0 for an error or 1 for a note, kind, path, reason, form, point]
+[[nodiscard]] nlohmann::ordered_json ToJson(const Finding& finding);
+
+}  // namespace vorn_host
