@@ -310,7 +310,10 @@ SectionDrawing Draw(const SectionView& view, const DrawingOptions& options) {
     return Sheet(view, options, scale, exaggeration).Take();
   }
   constexpr double kSmallestScale = 1e9;
-  for (double scale = NextUsualScale(0.0);; scale = NextUsualScale(scale)) {
+  const SectionWindow window = WindowOf(view);
+  // At a larger scale not even the section itself would fit.
+  const double leastScale = std::min((window.right - window.left) * 1000.0 / kSheetWidth, kSmallestScale);
+  for (double scale = NextUsualScale(leastScale * (1.0 - 1e-9));; scale = NextUsualScale(scale)) {
     Sheet sheet(view, options, scale, exaggeration);
     if (sheet.Fits() || scale >= kSmallestScale) return sheet.Take();
   }

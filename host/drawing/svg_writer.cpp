@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kStyle =
     R"(svg{background:#fff}
 path,line,polyline{fill:none;stroke:#000;stroke-width:.18;stroke-linecap:round;stroke-linejoin:round}
-text{fill:#000;font-family:"Noto Sans","Noto Sans CJK JP","Noto Sans JP","Hiragino Sans","Yu Gothic",Meiryo,"IPAexGothic",sans-serif}
+text{fill:#000;font-family:"Noto Sans","Noto Sans CJK JP","Noto Sans JP","Hiragino Sans","Yu Gothic",Meiryo,"IPAexGothic",sans-serif;white-space:pre}
 .design-surface polyline{stroke-width:.7}
 .slope polyline{stroke:#0072b2;stroke-width:.5}
 .pavement-layer polyline{stroke:#d55e00;stroke-width:.25}
