@@ -47,7 +47,8 @@ class XmlCursor : public PimIterator {
 
 /// Whether a node is a piece of text, as character data or as a section of it.
 [[nodiscard]] inline bool IsText(pugi::xml_node node) {
-  return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+  const pugi::xml_node_type type = node.type();
+  return type == pugi::node_pcdata || type == pugi::node_cdata;
 }
 
 /// The text of an element as content: a line break (or tab) at either end is layout. None when there is no text. A

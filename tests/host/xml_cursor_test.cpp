@@ -105,6 +105,18 @@ TEST(XmlCursorMoves, ThatFindNothingLeaveTheCursorWhereItIs) {
 
 // --- reading -------------------------------------------------------------------------------------------------------
 
+TEST(XmlCursorMoves, CountTheElementsOfOneTagThatFollowEachOther) {
+  Fixture f("<a><b/> text <b/><!-- between --><b><b/></b><c/><b/></a>");
+  EXPECT_EQ(f.cursor->CountRun(), 1);
+  ASSERT_TRUE(f.cursor->Child());
+  EXPECT_EQ(f.cursor->CountRun(), 3);
+  ASSERT_TRUE(f.cursor->NextSibling());
+  EXPECT_EQ(f.cursor->CountRun(), 2);
+  ASSERT_TRUE(f.cursor->NextSibling());
+  ASSERT_TRUE(f.cursor->NextSibling());
+  EXPECT_EQ(f.cursor->CountRun(), 1);
+}
+
 TEST(XmlCursorReading, GivesQualifiedTags) { EXPECT_EQ(Fixture("<tsf:XSection/>").Tag(), "tsf:XSection"); }
 
 TEST(XmlCursorReading, GivesAttributesInDocumentOrder) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,6 +28,24 @@ std::vector<Type> Items(const CArray<Type, ArgType>& array) {
 }
 
 bool IsOdd(int item) { return item % 2 != 0; }
+
+TEST(KelArrayAddFilled, AppendsAnElementThatIsFilledInItsPlace) {
+  KelArray<int> array;
+  EXPECT_TRUE(array.AddFilled([](int& item) {
+    item = 7;
+    return true;
+  }));
+  EXPECT_THAT(Items(array), ElementsAre(7));
+}
+
+TEST(KelArrayAddFilled, TakesTheElementAwayWhenItCannotBeFilled) {
+  KelArray<int> array;
+  array.Add(1);
+  EXPECT_FALSE(array.AddFilled([](int&) { return false; }));
+  EXPECT_THAT(Items(array), ElementsAre(1));
+  EXPECT_THROW(array.AddFilled([](int&) -> bool { throw std::runtime_error("no more"); }), std::runtime_error);
+  EXPECT_THAT(Items(array), ElementsAre(1));
+}
 
 TEST(KelArrayRemoveIf, RemovesTheElementsThatThePredicateHoldsForAndKeepsTheOrderOfTheOthers) {
   KelArray<int> array = Array(1, 8, 3, 5, 2, 6, 7, 4);

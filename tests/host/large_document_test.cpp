@@ -1,0 +1,85 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "host/document/document_error.h"
+#include "tests/host/documents.h"
+
+// Large documents are looked over beside the reading, on a thread of their own: it has to find the same.
+
+namespace vorn_host {
+namespace {
+
+using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabulary of these tests
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+constexpr int kSections = 10'000;
+
+/// A set of more than a megabyte, with something more at the beginning and the end of it.
+std::string LargeText(const std::string& first, const std::string& last) {
+  std::string text = "<tsf:XSections refAlign=\"中心線\">\n" + first;
+  for (int i = 0; i < kSections; ++i) {
+    text += "<tsf:XSection cumulativeDist=\"" + std::to_string(i) +
+            "\"><tsf:BuildForm name=\"a\"><tsf:ComposedPnt code=\"CL\">0 0</tsf:ComposedPnt></tsf:BuildForm>"
+            "</tsf:XSection>\n";
+  }
+  text = Xml(Edition::V41, text + last + "</tsf:XSections>");
+  EXPECT_GT(text.size(), 1'000'000u);
+  return text;
+}
+
+std::string ErrorOf(const std::string& text) {
+  try {
+    (void)ReadText(text);
+  } catch (const DocumentError& error) {
+    return error.what();
+  }
+  return "no error";
+}
+
+TEST(LargeDocument, IsReadWhole) {
+  const DesignDocument document = ReadText(LargeText("", ""));
+  ASSERT_EQ(document.sets.GetSize(), 1);
+  EXPECT_EQ(document.sets[0].GetXSectionArray().GetSize(), kSections);
+  EXPECT_THAT(document.unreadValues, SizeIs(0));
+  EXPECT_THAT(document.carried.Rows(), SizeIs(0));
+}
+
+TEST(LargeDocument, TellsValuesThatAreNotUnderstood) {
+  const std::string text =
+      LargeText("<tsf:XSection cumulativeDist=\"first\"/>\n", "<tsf:XSection cumulativeDist=\"last\"/>\n");
+  const DesignDocument document = ReadText(text);
+  ASSERT_THAT(document.unreadValues, SizeIs(2));
+  EXPECT_EQ(document.unreadValues[0].text, "first");
+  EXPECT_EQ(document.unreadValues[1].text, "last");
+  EXPECT_EQ(document.unreadValues[1].line, document.unreadValues[0].line + kSections + 1);
+}
+
+TEST(LargeDocument, KeepsWhatIsNotModelled) {
+  const DesignDocument document = ReadText(LargeText("<!-- first -->\n", "<tsf:XSection other=\"1\"/>\n"));
+  ASSERT_THAT(document.carried.Rows(), SizeIs(2));
+  EXPECT_EQ(document.carried.Rows()[0].name, "comment");
+  EXPECT_EQ(document.carried.Rows()[1].name, "attribute other of tsf:XSection");
+}
+
+TEST(LargeDocument, IsRefusedForAFaultAtItsEnd) {
+  const std::string text = LargeText("", "<tsf:XSection name=\"a\" name=\"b\"/>");
+  const auto line =
+      1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find("name=\"b\"")), '\n');
+  EXPECT_THAT(ErrorOf(text), HasSubstr("line " + std::to_string(line) +
+                                       ", column 2: the document is malformed: "
+                                       "tsf:XSection has the attribute name twice"));
+}
+
+TEST(LargeDocument, TellsTheLineOfACharacterThatTheModelCannotHold) {
+  const std::string text = LargeText("", "<tsf:XSection name=\"€\"/>");
+  const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find("€")), '\n');
+  EXPECT_THAT(ErrorOf(text), HasSubstr("line " + std::to_string(line) + ": code page 932 cannot hold € (U+20AC)"));
+}
+
+}  // namespace
+}  // namespace vorn_host
