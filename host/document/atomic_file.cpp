@@ -81,16 +81,6 @@ void WriteAll(File file, std::string_view content, const fs::path& path) {
   if (std::fclose(file.release()) != 0) ThrowFileError(path, "cannot be written", LastError());
 }
 
-/// The file that a path names in the end, whether it exists yet or not.
-fs::path ThroughLinks(fs::path path) {
-  constexpr int kMostLinks = 40;
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
-    path = path.parent_path() / fs::read_symlink(path, error);
-  }
-  return path;
-}
-
 /// The longest name that a file in a directory may have, in units of its text.
 std::size_t LongestNameIn(const fs::path& directory) {
 #ifndef _WIN32
@@ -324,6 +314,15 @@ void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, c
 }
 
 }  // namespace
+
+fs::path ThroughLinks(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
+}
 
 std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   std::error_code error;
