@@ -15,12 +15,41 @@ namespace {
 constexpr std::size_t kLabelWidth = 18;
 constexpr std::size_t kCountWidth = 8;
 
-/// The text with every control character as a blank.
+/// Where the character that begins there ends. A byte that begins none stands for itself.
+std::size_t CharacterEnd(std::string_view utf8, std::size_t begin) {
+  const auto lead = static_cast<unsigned char>(utf8[begin]);
+  const std::size_t longest = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+  std::size_t end = begin + 1;
+  while (end < utf8.size() && end - begin < longest && vorn_host::IsUtf8Continuation(utf8[end])) ++end;
+  return end;
+}
+
+/// The code point of a character, or the byte that stands for itself.
+char32_t CodePointOf(std::string_view character) {
+  const auto lead = static_cast<unsigned char>(character[0]);
+  if (character.size() == 1) return lead;
+  char32_t codePoint = lead & (0x7Fu >> character.size());
+  for (const char byte : character.substr(1)) codePoint = codePoint << 6 | (static_cast<unsigned char>(byte) & 0x3Fu);
+  return codePoint;
+}
+
+/// Whether a terminal would act on a character instead of showing it: control characters, line breaks of every kind,
+/// and the marks that make text around them run the other way. A name in a file must not disguise what is told.
+bool IsActedOn(char32_t c) {
+  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0x061C || c == 0x200E || c == 0x200F ||
+         (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+}
+
+/// The text with a blank in place of every character that a terminal would act on.
 std::string Visible(std::string_view text, bool keepNewlines = false) {
-  std::string visible(text);
-  for (char& byte : visible) {
-    const auto code = static_cast<unsigned char>(byte);
-    if ((code < 0x20 || code == 0x7F) && !(keepNewlines && byte == '\n')) byte = ' ';
+  std::string visible;
+  visible.reserve(text.size());
+  std::size_t end = 0;
+  for (std::size_t at = 0; at < text.size(); at = end) {
+    end = CharacterEnd(text, at);
+    const std::string_view character = text.substr(at, end - at);
+    const bool isKept = !IsActedOn(CodePointOf(character)) || (keepNewlines && character == "\n");
+    visible += isKept ? character : " ";
   }
   return visible;
 }
@@ -31,8 +60,7 @@ std::size_t DisplayWidth(std::string_view utf8) {
   std::size_t width = 0;
   std::size_t end = 0;
   for (std::size_t at = 0; at < utf8.size(); at = end) {
-    end = at + 1;
-    while (end < utf8.size() && vorn_host::IsUtf8Continuation(utf8[end])) ++end;
+    end = CharacterEnd(utf8, at);
     const std::optional<std::string> character = vorn_host::FromUtf8(utf8.substr(at, end - at));
     width += character ? character->size() : 1;
   }

@@ -91,16 +91,6 @@ Producer Whole(std::string_view content) {
   return [content](const TextSink& write) { write(content); };
 }
 
-/// The file that a path names in the end, whether it exists yet or not.
-fs::path ThroughLinks(fs::path path) {
-  constexpr int kMostLinks = 40;
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
-    path = path.parent_path() / fs::read_symlink(path, error);
-  }
-  return path;
-}
-
 /// The longest name that a file in a directory may have, in units of its text.
 std::size_t LongestNameIn(const fs::path& directory) {
 #ifndef _WIN32
@@ -358,6 +348,15 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 }
 
 }  // namespace
+
+fs::path ThroughLinks(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
+}
 
 std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   std::error_code error;

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -69,9 +70,10 @@ std::optional<Data> ReadData(HKEY key, const std::wstring& name, LSTATUS& status
   Data data;
   DWORD size = 0;
   status = RegQueryValueExW(key, name.c_str(), nullptr, &data.type, nullptr, &size);
-  // Someone else may make the value longer meanwhile.
+  // Someone else may make the value longer meanwhile. Without room for a byte, only its size would be told.
   while (status == ERROR_SUCCESS || status == ERROR_MORE_DATA) {
-    data.bytes.resize(size);
+    data.bytes.resize(std::max<DWORD>(size, 1));
+    size = static_cast<DWORD>(data.bytes.size());
     status =
         RegQueryValueExW(key, name.c_str(), nullptr, &data.type, reinterpret_cast<BYTE*>(data.bytes.data()), &size);
     if (status != ERROR_SUCCESS) continue;
@@ -149,11 +151,11 @@ std::string RegistryStore::FullPath(const SettingsPath& path) const {
 
 // --- reading ---------------------------------------------------------------------------------------------------------
 
-void RegistryStore::CheckRead(const SettingsPath& path, long status) const {
+void RegistryStore::CheckRead(const std::string& place, long status) const {
   if (status == ERROR_SUCCESS || IsMissing(status)) {
-    NoteSuccess(Access::Read);
+    NoteSuccess(Access::Read, place);
   } else {
-    ReportOnce(Access::Read, PlaceOf(path) + ": cannot be read: " + MessageOf(status));
+    ReportOnce(Access::Read, place + ": cannot be read: " + MessageOf(status), place);
   }
 }
 
@@ -170,12 +172,13 @@ std::vector<SettingsEntry> RegistryStore::Entries() const {
 void RegistryStore::Collect(const SettingsPath& path, std::vector<SettingsEntry>& entries) const {
   LSTATUS status = ERROR_SUCCESS;
   const Key key = OpenKey(FullPath(path), status);
-  CheckRead(path, status);
+  CheckRead(PlaceOf(path), status);
   if (!key) return;
-  for (const std::wstring& name : ValueNames(key.get())) {
-    const std::optional<Data> data = ReadData(key.get(), name, status);
-    CheckRead(path, status);
-    if (data) entries.push_back(EntryOf(path, FromUtf16(name), *data));
+  for (const std::wstring& utf16Name : ValueNames(key.get())) {
+    std::string name = FromUtf16(utf16Name);
+    const std::optional<Data> data = ReadData(key.get(), utf16Name, status);
+    CheckRead(PlaceOf(path, name), status);
+    if (data) entries.push_back(EntryOf(path, std::move(name), *data));
   }
   SettingsPath inner = path;
   for (const std::wstring& name : KeyNames(key.get())) {
@@ -188,16 +191,17 @@ void RegistryStore::Collect(const SettingsPath& path, std::vector<SettingsEntry>
 bool RegistryStore::HasKey(const SettingsPath& path) const {
   LSTATUS status = ERROR_SUCCESS;
   const Key key = OpenKey(FullPath(path), status);
-  CheckRead(path, status);
+  CheckRead(PlaceOf(path), status);
   return key != nullptr;
 }
 
 std::optional<SettingsEntry> RegistryStore::Find(const SettingsPath& path, std::string_view name) const {
   LSTATUS status = ERROR_SUCCESS;
   const Key key = OpenKey(FullPath(path), status);
-  const std::wstring utf16Name = ToUtf16(name);
-  const std::optional<Data> data = key ? ReadData(key.get(), utf16Name, status) : std::nullopt;
-  CheckRead(path, status);
+  CheckRead(PlaceOf(path), status);
+  if (!key) return std::nullopt;
+  const std::optional<Data> data = ReadData(key.get(), ToUtf16(name), status);
+  CheckRead(PlaceOf(path, name), status);
   return data ? std::optional(EntryOf(path, std::string(name), *data)) : std::nullopt;
 }
 
@@ -209,10 +213,12 @@ bool RegistryStore::Keep(SettingChange change) {
     const std::wstring name = ToUtf16(change.name);
     status = std::visit([&](const auto& value) { return Store(key.get(), name, value); }, change.value);
   }
+  NoteTried(change.path);
+  const std::string place = PlaceOf(change.path);
   if (status == ERROR_SUCCESS) {
-    NoteSuccess(Access::Write);
+    NoteSuccess(Access::Write, place);
   } else {
-    ReportOnce(Access::Write, Place() + ": cannot be written: " + MessageOf(status));
+    ReportOnce(Access::Write, place + ": cannot be written: " + MessageOf(status), place);
   }
   return status == ERROR_SUCCESS;
 }

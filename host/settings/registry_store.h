@@ -31,8 +31,12 @@ class RegistryStore final : public SettingsStore {
   [[nodiscard]] std::string FullPath(const SettingsPath& path) const;
   /// As messages name a key.
   [[nodiscard]] std::string PlaceOf(const SettingsPath& path) const { return "HKEY_CURRENT_USER\\" + FullPath(path); }
-  /// Reports that a key cannot be read, unless it simply is not there.
-  void CheckRead(const SettingsPath& path, long status) const;
+  /// As messages name a value.
+  [[nodiscard]] std::string PlaceOf(const SettingsPath& path, std::string_view name) const {
+    return PlaceOf(path) + ", value " + std::string(name);
+  }
+  /// Reports that a key or a value cannot be read, unless it simply is not there.
+  void CheckRead(const std::string& place, long status) const;
   void Collect(const SettingsPath& path, std::vector<SettingsEntry>& entries) const;
 
   std::string m_rootPath;

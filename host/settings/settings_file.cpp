@@ -7,6 +7,10 @@
 #include <thread>
 #include <utility>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include "host/document/atomic_file.h"
 #include "host/document/document_error.h"
 #include "host/settings/file_lock.h"
@@ -36,12 +40,32 @@ fs::path NameToSetAside(const fs::path& path) {
   return aside;
 }
 
-/// Reading a pipe would wait for a writer, for ever if none comes.
+/// Whether it is the device that keeps nothing, which is how a person does without settings.
+bool IsNullDevice(const fs::path& path) {
+#ifdef _WIN32
+  (void)path;
+  return false;
+#else
+  struct stat file {};
+  struct stat null {};
+  return stat(path.c_str(), &file) == 0 && stat("/dev/null", &null) == 0 && S_ISCHR(file.st_mode) &&
+         S_ISCHR(null.st_mode) && file.st_rdev == null.st_rdev;
+#endif
+}
+
+/// Reading a pipe would wait for a writer, for ever if none comes; some devices have no end.
 void RefuseWhatIsNoFile(const fs::path& path) {
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return;
-  if (!fs::is_character_file(status)) throw DocumentError(path.string() + ": this is no ordinary file");
+  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status) || IsNullDevice(path)) return;
+  throw DocumentError(path.string() + ": this is no ordinary file");
+}
+
+/// The file that the path's links lead to. Beside a device nothing can be put: then it is the path itself.
+fs::path FileOf(const fs::path& path) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  return fs::exists(status) && !fs::is_regular_file(status) ? path : ThroughLinks(path);
 }
 
 std::string ReadText(const fs::path& path) {
@@ -49,18 +73,21 @@ std::string ReadText(const fs::path& path) {
   return ReadFileIfThere(path).value_or("");
 }
 
-bool IsIn(const std::vector<SettingsEntry>& entries, const SettingsEntry& wanted) {
-  return std::any_of(entries.begin(), entries.end(), [&](const SettingsEntry& entry) {
-    return entry.name == wanted.name && entry.path == wanted.path;
-  });
+using SettingNames = std::vector<std::pair<SettingsPath, std::string>>;
+
+/// Under which names a text has settings, in order.
+SettingNames NamesIn(const SettingsText& text) {
+  SettingNames names;
+  for (SettingsEntry& entry : text.Entries()) names.emplace_back(std::move(entry.path), std::move(entry.name));
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 /// Whether a text lacks settings that a former one had.
 bool Lacks(const SettingsText& text, const SettingsText& former) {
-  const std::vector<SettingsEntry> entries = text.Entries();
-  const std::vector<SettingsEntry> formerEntries = former.Entries();
-  return !std::all_of(formerEntries.begin(), formerEntries.end(),
-                      [&](const SettingsEntry& entry) { return IsIn(entries, entry); });
+  const SettingNames names = NamesIn(text);
+  const SettingNames formerNames = NamesIn(former);
+  return !std::includes(names.begin(), names.end(), formerNames.begin(), formerNames.end());
 }
 
 }  // namespace
@@ -146,6 +173,7 @@ bool SettingsFile::WriteTogether(std::span<const SettingChange> changes) {
   } catch (const std::exception& error) {
     problem = error.what();
   }
+  for (const SettingChange& change : changes) NoteTried(change.path);
   // The lock is free again: whoever hears of a problem may store a setting, or show a message for as long as it takes.
   if (!setAside.empty()) Report(setAside);
   problem.empty() ? NoteSuccess(Access::Write) : ReportOnce(Access::Write, problem);
@@ -153,9 +181,10 @@ bool SettingsFile::WriteTogether(std::span<const SettingChange> changes) {
 }
 
 void SettingsFile::ChangeFile(std::span<const SettingChange> changes, std::string& setAside) {
-  MakeDirectoryOf(m_path);
-  const FileLock lock(LockPath(m_path));
-  const Text former = LoadToChange(setAside);
+  const fs::path file = FileOf(m_path);
+  MakeDirectoryOf(file);
+  const FileLock lock(LockPath(file));
+  const Text former = LoadToChange(file, setAside);
   Text text = former;
   std::string refused;
   for (const SettingChange& change : changes) {
@@ -170,15 +199,16 @@ void SettingsFile::ChangeFile(std::span<const SettingChange> changes, std::strin
     // An editor that is not done yet goes on writing into the file that is kept.
     const bool isLosing = former != m_known && Lacks(*former, *m_known);
     WriteFileAtomically(m_path, text->Text(), isLosing ? FormerFile::Keep : FormerFile::Drop);
+    m_known = text;
   }
-  m_last = m_known = text;
+  m_last = text;
   if (!refused.empty()) {
     throw DocumentError(m_path.string() + ": " + refused +
                         " cannot be added: something else in the file is in its place");
   }
 }
 
-SettingsFile::Text SettingsFile::LoadToChange(std::string& setAside) const {
+SettingsFile::Text SettingsFile::LoadToChange(const fs::path& file, std::string& setAside) const {
   constexpr int kMostLooks = 10;
   const bool hadSettings = !m_known->Text().empty();
   std::string text = ReadText(m_path);
@@ -193,7 +223,7 @@ SettingsFile::Text SettingsFile::LoadToChange(std::string& setAside) const {
     m_pause();
     std::string again = ReadText(m_path);
     if (again == text) {
-      if (damage) setAside = SetAside(*damage);
+      if (damage) setAside = SetAside(file, *damage);
       return std::make_shared<const SettingsText>();
     }
     text = std::move(again);
@@ -201,12 +231,13 @@ SettingsFile::Text SettingsFile::LoadToChange(std::string& setAside) const {
   throw DocumentError(m_path.string() + ": another program does not come to an end of changing the file");
 }
 
-std::string SettingsFile::SetAside(const SettingsSyntaxError& damage) const {
-  const fs::path aside = NameToSetAside(m_path);
+std::string SettingsFile::SetAside(const fs::path& file, const SettingsSyntaxError& damage) const {
+  const fs::path aside = NameToSetAside(file);
   std::error_code error;
-  fs::rename(m_path, aside, error);
+  fs::rename(file, aside, error);
   if (!error) {
-    return m_path.string() + ": " + damage.what() + "; the file was set aside as " + aside.filename().string() +
+    const fs::path name = file == m_path ? aside.filename() : aside;
+    return m_path.string() + ": " + damage.what() + "; the file was set aside as " + name.string() +
            ", and the defaults are used";
   }
   throw DocumentError(m_path.string() + ": " + damage.what() + "; the file cannot be set aside: " + error.message());

@@ -20,7 +20,8 @@ void PauseForEditors();
 /// Settings in a file that a person can read and edit. It is read anew at every question, so that what another process
 /// or an editor wrote counts at once. Every write locks out other processes, reads the file, changes one value and
 /// puts the file in place whole; the values of a group are written together, and its questions answered from one
-/// reading. Beside the file lies another with .lock at the end of its name, which stays.
+/// reading. Beside the file lies another with .lock at the end of its name, which stays. Where the path is a link, all
+/// this is done to the file that it leads to, and beside that.
 ///
 /// Reading changes nothing: of a file that cannot be understood the defaults are used, which is reported, and the file
 /// stays. A write renames such a file out of the way (settings.toml.damaged-1), and reports that, but only when the
@@ -65,14 +66,15 @@ class SettingsFile final : public SettingsStore {
   /// otherwise.
   void ChangeFile(std::span<const SettingChange> changes, std::string& setAside);
   /// What the file says when nobody is in the middle of saving it; sets a damaged one aside. The lock has to be held.
-  Text LoadToChange(std::string& setAside) const;
+  /// @param file what the path's links lead to
+  Text LoadToChange(const std::filesystem::path& file, std::string& setAside) const;
   /// Gives the sentence that tells of it.
-  [[nodiscard]] std::string SetAside(const SettingsSyntaxError& damage) const;
+  [[nodiscard]] std::string SetAside(const std::filesystem::path& file, const SettingsSyntaxError& damage) const;
 
   std::filesystem::path m_path;
   std::function<void()> m_pause;
   mutable Text m_last;                   ///< what the file said when it was last understood; never null
-  mutable Text m_known;                  ///< the last text since the last write that lacked no settings; never null
+  mutable Text m_known;                  ///< the last since it was replaced that lacked no settings; never null
   int m_groups = 0;                      ///< that have begun, and not ended
   mutable Text m_snapshot;               ///< what the outermost group reads; null before its first question
   std::vector<SettingChange> m_changes;  ///< that are written when it ends

@@ -24,16 +24,20 @@ bool HasNul(std::string_view text) { return text.find('\0') != std::string_view:
 SettingsStore::SettingsStore(ProblemHandler report)
     : m_report(report ? std::move(report) : [](const std::string&) {}) {}
 
-void SettingsStore::ReportOnce(Access access, const std::string& problem) const {
-  if (problem == Told(access)) return;
-  Told(access) = problem;
+void SettingsStore::ReportOnce(Access access, const std::string& problem, const std::string& place) const {
+  std::string& told = Told(access)[place];
+  if (problem == told) return;
+  told = problem;
   Report(problem);
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
 
 bool SettingsStore::KeyExists(const SettingsPath& path) const {
-  return path.empty() || m_created.contains(FoldedPath(path)) || HasKey(path);
+  SettingsPath key = FoldedPath(path);
+  const bool exists = path.empty() || m_created.contains(key) || HasKey(path);
+  if (exists) m_writable.insert(std::move(key));
+  return exists;
 }
 
 bool SettingsStore::KeyExists(std::string_view path) const {
@@ -44,8 +48,19 @@ bool SettingsStore::KeyExists(std::string_view path) const {
 bool SettingsStore::CreateKey(std::string_view path) {
   std::optional<SettingsPath> names = ToSettingsPath(path);
   if (!names) return false;
-  for (SettingsPath key = FoldedPath(*std::move(names)); !key.empty(); key.pop_back()) m_created.insert(key);
+  for (SettingsPath key = FoldedPath(*std::move(names)); !key.empty(); key.pop_back()) {
+    m_created.insert(key);
+    m_writable.insert(key);
+  }
   return true;
+}
+
+bool SettingsStore::MayWrite(const SettingsPath& path) const {
+  return m_writable.contains(FoldedPath(path)) || KeyExists(path);
+}
+
+void SettingsStore::NoteTried(const SettingsPath& path) {
+  for (SettingsPath key = FoldedPath(path); !key.empty(); key.pop_back()) m_created.erase(key);
 }
 
 // --- values ----------------------------------------------------------------------------------------------------------
@@ -68,11 +83,17 @@ std::optional<CString> SettingsStore::ReadString(std::string_view path, std::str
 
 bool SettingsStore::Write(std::string_view path, std::string_view name, std::optional<SettingValue> value) {
   std::optional<SettingsPath> names = ToSettingsPath(path);
-  if (!names || !KeyExists(*names)) return false;
+  if (!names || !MayWrite(*names)) {
+    return Refuse(names.value_or(SettingsPath{ToUtf8(path)}), name, "there is no such key");
+  }
   std::optional<std::string> valueName = ToStoredText(name);
   if (valueName && value) return Keep({*std::move(names), *std::move(valueName), *std::move(value)});
-  ReportOnce(Access::Write, Place() + ": " + DottedName(*names, ToUtf8(name)) +
-                                " cannot be written: it is no text in code page 932, or has a NUL within");
+  NoteTried(*names);
+  return Refuse(*names, name, "it is no text in code page 932, or has a NUL within");
+}
+
+bool SettingsStore::Refuse(const SettingsPath& path, std::string_view name, const char* reason) const {
+  ReportOnce(Access::Write, Place() + ": " + DottedName(path, ToUtf8(name)) + " cannot be written: " + reason);
   return false;
 }
 
@@ -109,7 +130,7 @@ std::optional<SettingsPath> ToSettingsPath(std::string_view path) {
     first = end + 1;
   }
   names.push_back(utf8->substr(first));
-  return names;
+  return names.size() <= kMostNames ? std::optional(std::move(names)) : std::nullopt;
 }
 
 std::optional<std::int32_t> IntegerOf(const std::optional<SettingValue>& value) {

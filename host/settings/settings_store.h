@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -20,6 +21,10 @@ using SettingValue = std::variant<std::int32_t, std::string>;
 
 /// Names of keys in UTF-8, from the outermost inwards; without any, the store itself.
 using SettingsPath = std::vector<std::string>;
+
+/// How many keys may lie within each other. Nobody needs nearly as many; what a store walks through, though, must not
+/// be as deep as a damaged file makes it.
+inline constexpr std::size_t kMostNames = 100;
 
 /// A value in a store, whether or not a settings key can read it.
 struct SettingsEntry {
@@ -42,8 +47,10 @@ struct SettingChange {
 };
 
 /// A store that outlasts the process. As the library asks it, it never throws: what cannot be read is not there, and
-/// what cannot be written gives false. A key that is created is remembered by the object, and comes into the store
-/// with its first value, so reading leaves no traces.
+/// what cannot be written gives false, and a report. A key that is created comes into the store with its first value,
+/// so reading leaves no traces. Until a value was to be stored in it, the object answers that it is there, afterwards
+/// the store does: a key that could not be stored is none. A key that was found or created may be written for as long
+/// as the object lives, even while another program has emptied the place or is in the middle of filling it.
 class SettingsStore : public WexStore {
  public:
   /// Hears, in one sentence for the user, why settings could not be read or kept. It may take its time and may use the
@@ -77,24 +84,34 @@ class SettingsStore : public WexStore {
   virtual bool Keep(SettingChange change) = 0;
 
   void Report(const std::string& problem) const { m_report(problem); }
-  /// Reports a problem unless it is the one that was reported last.
-  void ReportOnce(Access access, const std::string& problem) const;
-  /// Notes that reading or writing succeeded: a problem that comes back is reported again.
-  void NoteSuccess(Access access) const { Told(access).clear(); }
+  /// Reports a problem unless it is the one that was reported last. A store of several places that succeed or fail on
+  /// their own says which one it is about.
+  void ReportOnce(Access access, const std::string& problem, const std::string& place = {}) const;
+  /// Notes that reading or writing a place succeeded: a problem that comes back is reported again.
+  void NoteSuccess(Access access, const std::string& place = {}) const { Told(access).erase(place); }
+  /// Notes that a value was to be stored in a key: what is stored tells from now on whether the key, and those above
+  /// it, are there.
+  void NoteTried(const SettingsPath& path);
 
  private:
+  using Problems = std::map<std::string, std::string>;
+
   [[nodiscard]] bool KeyExists(const SettingsPath& path) const;
+  [[nodiscard]] bool MayWrite(const SettingsPath& path) const;
   [[nodiscard]] std::optional<SettingValue> Read(std::string_view path, std::string_view name) const;
   /// A value of none stands for a text that cannot be stored.
   bool Write(std::string_view path, std::string_view name, std::optional<SettingValue> value);
-  [[nodiscard]] std::string& Told(Access access) const { return m_told[static_cast<std::size_t>(access)]; }
+  /// Reports why a value cannot be written; false.
+  bool Refuse(const SettingsPath& path, std::string_view name, const char* reason) const;
+  [[nodiscard]] Problems& Told(Access access) const { return m_told[static_cast<std::size_t>(access)]; }
 
   ProblemHandler m_report;                    ///< never null
-  std::set<SettingsPath> m_created;           ///< with the names folded
-  mutable std::array<std::string, 2> m_told;  ///< by `Access`: what was reported, and is not over yet
+  std::set<SettingsPath> m_created;           ///< without a value that was to be stored; names are folded
+  mutable std::set<SettingsPath> m_writable;  ///< that were created or found; names are folded
+  mutable std::array<Problems, 2> m_told;     ///< by `Access` and place: what was reported, and is not over yet
 };
 
-/// Splits a key's path and turns it into UTF-8; none where `ToStoredText` gives none.
+/// Splits a key's path and turns it into UTF-8; none where `ToStoredText` gives none, or for more than `kMostNames`.
 [[nodiscard]] std::optional<SettingsPath> ToSettingsPath(std::string_view path);
 /// Text of the library as UTF-8; none when it is no text in code page 932 or has a NUL within, as no settings key could
 /// give it back.

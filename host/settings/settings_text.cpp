@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/document/text_encoding.h"
+#include "host/settings/settings_nesting.h"
 
 namespace vorn_host {
 
@@ -127,18 +128,25 @@ std::size_t OffsetOf(std::string_view text, toml::source_position position) {
   return std::min(at, text.size());
 }
 
-/// A table that has a header starts there, and the name in the header stands behind that; everything else stands
-/// behind its name.
+/// A table that has a header starts there, and the name in the header stands behind that; one that is there through a
+/// dotted name starts with its own; everything else stands behind its name.
 bool StandsBehindItsName(const toml::key& key, const toml::node& node) {
   return key.source().begin < node.source().begin;
 }
 
-/// The value of a table's own that comes last.
+/// Whether a name is that of a table which is there through a dotted name of a value only.
+bool IsDotted(const toml::key& key, const toml::node& node) {
+  return node.is_table() && key.source().begin == node.source().begin;
+}
+
+/// The value of a table's own that comes last, behind its name or behind a dotted one; the key is that in the table.
 Found LastValueOf(const toml::table& table) {
   Found last;
   for (const auto& [key, node] : table) {
-    if (!StandsBehindItsName(key, node)) continue;
-    if (last.node == nullptr || last.node->source().end < node.source().end) last = {&key, &node};
+    const toml::node* value = StandsBehindItsName(key, node) ? &node : nullptr;
+    if (IsDotted(key, node)) value = LastValueOf(*node.as_table()).node;
+    if (value == nullptr) continue;
+    if (last.node == nullptr || last.node->source().end < value->source().end) last = {&key, value};
   }
   return last;
 }
@@ -150,6 +158,11 @@ bool HasHeader(const toml::table& table, std::string_view text) {
   return at < text.size() && text[at] == '[' && std::none_of(table.begin(), table.end(), [&](const auto& inner) {
            return inner.second.is_table() && inner.second.source().begin == begin;
          });
+}
+
+/// "line 2, column 5: ", as problems of a text begin.
+std::string PlaceText(std::size_t line, std::size_t column) {
+  return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
 }
 
 std::string_view LineEnd(std::string_view text) { return text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n"; }
@@ -203,12 +216,16 @@ SettingsText::~SettingsText() = default;
 SettingsText::SettingsText(std::string text) : m_text(std::move(text)) {
   std::string_view body = m_text;
   if (body.starts_with(kUtf8ByteOrderMark)) body.remove_prefix(kUtf8ByteOrderMark.size());
+  if (const std::optional<std::size_t> tooDeep = FindTooManyNames(body)) {
+    const TextPosition at = PositionAt(body, *tooDeep);
+    throw SettingsSyntaxError(PlaceText(at.line, at.column) + "more than " + std::to_string(kMostNames) +
+                              " names lie within each other");
+  }
   try {
     m_tree = std::make_unique<const Tree>(Tree{toml::parse(body)});
   } catch (const toml::parse_error& error) {
     const toml::source_position at = error.source().begin;
-    throw SettingsSyntaxError("line " + std::to_string(at.line) + ", column " + std::to_string(at.column) + ": " +
-                              std::string(error.description()));
+    throw SettingsSyntaxError(PlaceText(at.line, at.column) + std::string(error.description()));
   }
 }
 

@@ -101,6 +101,22 @@ TEST_F(SettingsCommand, ListShowsWhateverElseIsStored) {
                     HasSubstr("    LandXML書込み.Unit = \"m\\u001B[2J\\n\"\n"), Not(HasSubstr("\x1B"))));
 }
 
+TEST_F(SettingsCommand, ShowsNothingThatATerminalWouldActOn) {
+  WriteText(
+      "[x]\n\"a\\u009Bb\" = \"\\u202E1 = deeps\"\n"
+      "marks = \"|\\u0080|\\u009F|\\u061C|\\u200E|\\u200F|\\u202A|\\u2066|\\u2069|\"\n"
+      "kept = \"|\\u00A0|\\u2027|\\u202F|\\u2065|\\u206A|é|道路|😀|\"\n");
+  EXPECT_THAT(Good({"list"}),
+              AllOf(HasSubstr("    x.a b = \" 1 = deeps\"\n"), HasSubstr("    x.marks = \"| | | | | | | | |\"\n"),
+                    HasSubstr("    x.kept = \"|\u00A0|\u2027|\u202F|\u2065|\u206A|é|道路|😀|\"\n")));
+  EXPECT_THAT(Good({"get", "x.marks"}), HasSubstr("\"| | | | | | | | |\"\n"));
+  for (const char* name : {"a\xC2\x9Bz", "a\u202Ez", "a\u2028z", "a\u2029z", "a\x9Bz"}) {
+    EXPECT_THAT(Settings({"get", name}).err, HasSubstr("there is no setting a z; there are ")) << name;
+  }
+  EXPECT_THAT(Settings({"get", "a\x1B\x80z"}).err, Not(HasSubstr("\x1B"))) << "a byte behind it that begins nothing";
+  EXPECT_THAT(Settings({"get", "a\xC2\x9B\x80z"}).err, Not(HasSubstr("\xC2\x9B")));
+}
+
 TEST_F(SettingsCommand, ReadsFilesWithoutSettingsAndFromOtherEditors) {
   for (const char* text : {"", "# nothing\n", "\xEF\xBB\xBF# nothing\r\n"}) {
     WriteText(text);

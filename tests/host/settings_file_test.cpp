@@ -4,6 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
+#include <cstddef>
+#include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -15,7 +19,10 @@
 #include <vector>
 
 #ifndef _WIN32
+#include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
@@ -42,6 +49,25 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
+#ifndef _WIN32
+/// Runs a function in processes of their own, with their numbers; true when it gives true in all of them.
+template <typename Function>
+bool InProcesses(int count, Function run) {
+  std::vector<pid_t> children;
+  for (int number = 0; number < count; ++number) {
+    const pid_t child = fork();
+    if (child == 0) _exit(run(number) ? 0 : 1);
+    children.push_back(child);
+  }
+  bool allSucceeded = true;
+  for (const pid_t child : children) {
+    int status = -1;
+    allSucceeded = waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0 && allSucceeded;
+  }
+  return allSucceeded;
+}
+#endif
+
 class SettingsFileTest : public testing::Test {
  protected:
   [[nodiscard]] fs::path Path() const { return m_directory / "vorn.toml"; }
@@ -61,6 +87,15 @@ class SettingsFileTest : public testing::Test {
   void Pause() {
     ++m_pauses;
     if (m_meanwhile) m_meanwhile();
+  }
+  /// The file can be neither read nor written, which is reported.
+  void ExpectNoOrdinaryFile() {
+    m_file.CreateKey("Grid");
+    EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+    EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
+    const std::string problem = Path().string() + ": this is no ordinary file";
+    EXPECT_THAT(m_problems, ElementsAre(problem, problem)) << "of reading and of writing";
+    EXPECT_EQ(ErrorOf([&] { (void)m_file.Entries(); }), problem);
   }
 
   TemporaryDirectory m_directory;
@@ -91,6 +126,9 @@ TEST_F(SettingsFileTest, WritesToExistingKeysOnly) {
   EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_FALSE(m_file.WriteString("Grid", "Name", "x"));
   EXPECT_THAT(m_directory.Names(), IsEmpty());
+  EXPECT_THAT(m_problems, ElementsAre(Path().string() + ": Grid.Size cannot be written: there is no such key",
+                                      Path().string() + ": Grid.Name cannot be written: there is no such key"));
+  m_problems.clear();
   m_file.CreateKey("Grid");
   EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_TRUE(m_file.WriteInt("", "Top", 2)) << "the store itself is a key";
@@ -169,6 +207,20 @@ TEST_F(SettingsFileTest, RefusesTextsWithANul) {
   EXPECT_THAT(m_file.Entries(), SizeIs(1));
 }
 
+TEST_F(SettingsFileTest, RefusesKeysThatLieTooDeep) {
+  std::string path = "a";
+  for (std::size_t i = 1; i < kMostNames; ++i) path += "\\a";
+  EXPECT_TRUE(m_file.CreateKey(path));
+  EXPECT_TRUE(m_file.WriteInt(path, "Size", 1));
+  EXPECT_EQ(Open(Path()).ReadInt(path, "Size"), 1);
+  for (const std::string& deep : {path + "\\a", std::string(50'000, '\\')}) {
+    EXPECT_FALSE(m_file.CreateKey(deep));
+    EXPECT_FALSE(m_file.KeyExists(deep));
+    EXPECT_FALSE(m_file.WriteInt(deep, "Size", 1));
+    EXPECT_EQ(m_file.ReadInt(deep, "Size"), std::nullopt);
+  }
+}
+
 TEST_F(SettingsFileTest, GivesNoTextThatCodePage932CannotHold) {
   WriteText("[Grid]\nName = \"😀\"\n");
   EXPECT_EQ(m_file.ReadString("Grid", "Name"), std::nullopt);
@@ -208,6 +260,91 @@ TEST_F(SettingsFileTest, ReportsAValueThatHasNoRoom) {
   EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_EQ(Text(), "Grid = 1\n");
   EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string()), HasSubstr("Grid.Size"))));
+}
+
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+/// The form control with its settings in the file.
+class FormCtrlInFile : public SettingsFileTest {
+ protected:
+  ~FormCtrlInFile() override { WexSetApplicationStore(nullptr, ""); }
+
+  void Use(const fs::path& path) {
+    WexSetApplicationStore(std::make_shared<SettingsFile>(path, [this](const std::string& problem) { Hear(problem); }),
+                           "");
+    m_formCtrl.GetNames()[1] = "mine";
+  }
+
+  VornFormCtrl m_formCtrl;
+};
+
+TEST_F(FormCtrlInFile, KeepsItsNamesWhenTheyCouldNotBeStored) {
+  m_directory.Write("file", "x");
+  Use(m_directory / "file" / "vorn.toml");
+  for (int times = 0; times < 2; ++times) {
+    m_formCtrl.StoreRegistry(nullptr);
+    m_formCtrl.LoadRegistry(nullptr);
+    EXPECT_EQ(m_formCtrl.GetNames()[1], "mine") << "there is nothing to load";
+  }
+  EXPECT_THAT(m_problems, SizeIs(1));
+  fs::remove(m_directory / "file");
+  m_formCtrl.StoreRegistry(nullptr);
+  VornFormCtrl loaded;
+  loaded.LoadRegistry(nullptr);
+  EXPECT_EQ(loaded.GetNames()[1], "mine");
+}
+
+TEST_F(FormCtrlInFile, KeepsItsNamesWhenTheSectionWasDeletedByHand) {
+  Use(Path());
+  m_formCtrl.StoreRegistry(nullptr);
+  for (const char* text : {"[Other]\nx = 1\n", ""}) {
+    WriteText(text);
+    m_formCtrl.LoadRegistry(nullptr);
+    EXPECT_EQ(m_formCtrl.GetNames()[1], "mine") << "there is nothing to load";
+  }
+  fs::remove(Path());
+  m_formCtrl.LoadRegistry(nullptr);
+  EXPECT_EQ(m_formCtrl.GetNames()[1], "mine");
+}
+
+TEST_F(SettingsFileTest, AKeyIsThereUntilItCouldNotBeStored) {
+  fs::create_directory(Path());
+  m_file.CreateKey("Grid\\Lines");
+  EXPECT_TRUE(m_file.KeyExists("grid"));
+  EXPECT_TRUE(m_file.KeyExists("grid\\lines"));
+  EXPECT_FALSE(m_file.WriteInt("Grid\\Lines", "Size", 1));
+  EXPECT_FALSE(m_file.KeyExists("Grid\\Lines"));
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+  fs::remove(Path());
+  EXPECT_TRUE(m_file.WriteInt("Grid\\Lines", "Size", 1)) << "it may be written all the same";
+  EXPECT_TRUE(m_file.KeyExists("Grid\\Lines"));
+}
+
+TEST_F(SettingsFileTest, AKeyWhoseOnlyValueIsRefusedIsNotThere) {
+  m_file.CreateKey("Grid");
+  EXPECT_FALSE(m_file.WriteString("Grid", "Name", "half a character: \x81"));
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+}
+
+TEST_F(SettingsFileTest, AKeyThatWasStoredIsThereForAsLongAsTheFileSaysSo) {
+  m_file.CreateKey("Grid");
+  m_file.CreateKey("Road");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(m_file.KeyExists("Grid"));
+  WriteText("");
+  EXPECT_FALSE(m_file.KeyExists("Grid"));
+  EXPECT_FALSE(Open(Path()).KeyExists("Grid")) << "every object answers alike";
+  EXPECT_TRUE(m_file.KeyExists("Road")) << "nothing was stored in it yet";
+}
+
+TEST_F(SettingsFileTest, AKeyIsThereWhileItsFirstGroupIsWritten) {
+  m_file.CreateKey("Grid");
+  m_file.BeginGroup();
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_TRUE(m_file.KeyExists("Grid"));
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Width", 2));
+  m_file.EndGroup();
+  EXPECT_EQ(Text(), "[Grid]\nSize = 1\nWidth = 2\n");
 }
 
 // --- damaged files ---------------------------------------------------------------------------------------------------
@@ -273,6 +410,47 @@ TEST_F(SettingsFileTest, WritesNothingWhereADamagedFileHasToStay) {
   EXPECT_THAT(m_problems, ElementsAre(HasSubstr("cannot be locked")));
 }
 
+TEST_F(SettingsFileTest, ReadsNoNamesThatLieTooDeep) {
+  std::string name = "a";
+  for (int i = 1; i < 50'000; ++i) name += ".a";
+  for (const std::string& text : {name + " = 1\n", '[' + name + "]\n"}) {
+    WriteText(text);
+    EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+    EXPECT_THAT(m_problems, ElementsAre(HasSubstr("names lie within each other; the defaults are used")));
+    m_problems.clear();
+    WriteText("");
+    EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
+  }
+}
+
+TEST_F(SettingsFileTest, SetsTheDamagedFileThatALinkLeadsToAside) {
+  m_file.CreateKey("Grid");
+  fs::create_directory(m_directory / "dot");
+  m_directory.Write("dot/real.toml", "nonsense");
+  fs::create_symlink("real.toml", m_directory / "dot" / "link.toml");
+  fs::create_symlink("dot/link.toml", Path());
+  for (const char* aside : {"real.toml.damaged-1", "real.toml.damaged-2"}) {
+    WriteText("nonsense");
+    m_problems.clear();
+    EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+    EXPECT_EQ(fs::read_symlink(Path()), "dot/link.toml") << "the link stays";
+    EXPECT_EQ(ReadFile(m_directory / "dot" / "real.toml"), "[Grid]\nSize = 1\n");
+    EXPECT_EQ(ReadFile(m_directory / "dot" / aside), "nonsense");
+    EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string() + ": line 1, column "),
+                                              HasSubstr((m_directory / "dot" / aside).string()))));
+  }
+  EXPECT_THAT(m_directory.Names(), ElementsAre("dot", "vorn.toml"));
+  EXPECT_TRUE(fs::exists(m_directory / "dot" / "real.toml.lock")) << "whoever uses the file itself waits too";
+}
+
+TEST_F(SettingsFileTest, MakesTheFileThatALinkLeadsTo) {
+  m_file.CreateKey("Grid");
+  fs::create_symlink("not/yet/real.toml", Path());
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
+  EXPECT_EQ(ReadFile(m_directory / "not" / "yet" / "real.toml"), "[Grid]\nSize = 1\n");
+  EXPECT_TRUE(fs::is_symlink(Path()));
+}
+
 // --- editors that are saving -----------------------------------------------------------------------------------------
 
 TEST_F(SettingsFileTest, AWriteLetsAnEditorFinishAHalfWrittenFile) {
@@ -300,6 +478,26 @@ TEST_F(SettingsFileTest, AWriteLetsAnEditorFillTheFileThatItEmptied) {
     EXPECT_EQ(Text(), "[Grid]\nWidth = 8\nSize = 1\n");
     EXPECT_EQ(m_pauses, 1);
   }
+}
+
+TEST_F(SettingsFileTest, AWriteThroughAnOpenedKeyLetsAnEditorFinish) {
+  const auto store = std::make_shared<SettingsFile>(
+      Path(), [this](const std::string& problem) { Hear(problem); }, [this] { Pause(); });
+  m_meanwhile = [this] { WriteText("[Grid]\nSize = 1\nWidth = 7\n"); };
+  for (const char* unfinished : {"", "[Grid]\nSi"}) {
+    WriteText("[Grid]\nSize = 1\n");
+    WexSetApplicationStore(store, "");
+    WexKey key;
+    ASSERT_TRUE(key.Open(nullptr, "grid"));
+    WexSetApplicationStore(nullptr, "");
+    WriteText(unfinished);
+    m_pauses = 0;
+    EXPECT_TRUE(key.SetInt("Size", 2)) << unfinished;
+    EXPECT_EQ(Text(), "[Grid]\nSize = 2\nWidth = 7\n");
+    EXPECT_EQ(m_pauses, 1);
+  }
+  EXPECT_THAT(m_problems, IsEmpty());
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock"));
 }
 
 TEST_F(SettingsFileTest, AWriteDoesNotWaitForAFileThatNeverHeldSettings) {
@@ -345,6 +543,39 @@ TEST_F(SettingsFileTest, KeepsTheFormerFileWhenAllSettingsAreGone) {
   EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_EQ(Text(), "[Grid]\nSize = 1\n");
   EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.bak", "vorn.toml.lock"));
+}
+
+TEST_F(SettingsFileTest, RemembersSettingsThatAreGoneOverAWriteThatChangesNothing) {
+  WriteText("[Grid]\nWidth = 1\nHeight = 2\n");
+  EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 1);
+  WriteText("[Grid]\nWidth = 1\n");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Width", 1));
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock")) << "it is there already";
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Width", 5));
+  EXPECT_EQ(Text(), "[Grid]\nWidth = 5\n");
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.bak"), "[Grid]\nWidth = 1\n");
+}
+
+TEST_F(SettingsFileTest, KeepsTheFormerFileWhenASettingIsInAnotherSectionNow) {
+  WriteText("[Grid]\nWidth = 1\n[Road]\nWidth = 2\n");
+  EXPECT_EQ(m_file.ReadInt("Road", "Width"), 2);
+  WriteText("[Grid]\nWidth = 1\n[Path]\nWidth = 2\n");
+  EXPECT_TRUE(m_file.WriteInt("Grid", "Width", 5));
+  EXPECT_EQ(ReadFile(m_directory / "vorn.toml.bak"), "[Grid]\nWidth = 1\n[Path]\nWidth = 2\n");
+}
+
+TEST_F(SettingsFileTest, FindsSettingsGoneAmongVeryMany) {
+  constexpr int kSettings = 40'000;
+  std::string text = "[Grid]\n";
+  for (int i = 0; i < kSettings; ++i) text += 'k' + std::to_string(i) + " = 1\n";
+  const auto timeToRead = [this](const std::string& now) {
+    WriteText(now);
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(m_file.ReadInt("Grid", "k1"), 1);
+    return std::clock() - start;
+  };
+  const std::clock_t first = timeToRead(text);
+  EXPECT_LT(timeToRead(text + "more = 1\n"), 10 * first) << "not every setting is compared with every other";
 }
 
 TEST_F(SettingsFileTest, KeepsTheFormerFileWhenAGroupFindsSettingsGone) {
@@ -405,6 +636,16 @@ TEST_F(SettingsFileTest, AProblemOfWritingThatComesBackIsToldAgain) {
     WriteText("");
     EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
   }
+}
+
+TEST_F(SettingsFileTest, NobodyNeedsToHearOfProblems) {
+  SettingsFile file(Path(), nullptr, [] {});
+  file.CreateKey("Grid");
+  WriteText("nonsense");
+  EXPECT_EQ(file.ReadInt("Grid", "Size"), std::nullopt);
+  EXPECT_TRUE(file.WriteInt("Grid", "Size", 1));
+  EXPECT_FALSE(file.WriteInt("Road", "Speed", 1));
+  EXPECT_TRUE(fs::exists(m_directory / "vorn.toml.damaged-1"));
 }
 
 // --- groups ----------------------------------------------------------------------------------------------------------
@@ -519,13 +760,26 @@ TEST_F(SettingsFileTest, GivesDefaultsForWhatCannotBeRead) {
 #ifndef _WIN32
 TEST_F(SettingsFileTest, RefusesAPipe) {
   ASSERT_EQ(mkfifo(Path().c_str(), 0600), 0);
-  m_file.CreateKey("Grid");
-  EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
-  EXPECT_FALSE(m_file.WriteInt("Grid", "Size", 1));
-  const std::string problem = Path().string() + ": this is no ordinary file";
-  EXPECT_THAT(m_problems, ElementsAre(problem, problem)) << "of reading and of writing";
-  EXPECT_EQ(ErrorOf([&] { (void)m_file.Entries(); }), problem);
+  ExpectNoOrdinaryFile();
   EXPECT_TRUE(fs::is_fifo(Path()));
+}
+
+TEST_F(SettingsFileTest, RefusesASocket) {
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(Path().string().size(), sizeof address.sun_path);
+  std::strcpy(address.sun_path, Path().c_str());
+  ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ExpectNoOrdinaryFile();
+  EXPECT_TRUE(fs::is_socket(Path()));
+  close(listener);
+}
+
+TEST_F(SettingsFileTest, RefusesADeviceThatHasNoEnd) {
+  fs::create_symlink("/dev/zero", Path());
+  ExpectNoOrdinaryFile();
+  EXPECT_FALSE(fs::exists("/dev/zero.lock"));
 }
 
 TEST_F(SettingsFileTest, KeepsNothingInTheDeviceThatKeepsNothing) {
@@ -534,6 +788,21 @@ TEST_F(SettingsFileTest, KeepsNothingInTheDeviceThatKeepsNothing) {
   EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 1));
   EXPECT_EQ(m_file.ReadInt("Grid", "Size"), std::nullopt);
   EXPECT_THAT(m_problems, IsEmpty());
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock")) << "nothing is put beside the device";
+}
+
+TEST_F(SettingsFileTest, TellsThatTheFileWasSetAsideEvenWhenNothingCanBeWrittenThen) {
+  EXPECT_TRUE(InProcesses(1, [this](int) {
+    WriteText("nonsense");
+    m_file.CreateKey("Grid");
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{100, 100};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    return !m_file.WriteString("Grid", "Name", std::string(200, 'x')) &&
+           testing::Matches(ElementsAre(HasSubstr("set aside as vorn.toml.damaged-1"), HasSubstr("cannot be written")))(
+               m_problems);
+  }));
+  EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml.damaged-1", "vorn.toml.lock"));
 }
 
 TEST_F(SettingsFileTest, NobodyElseMayHoldTheLock) {
@@ -592,23 +861,6 @@ TEST_F(SettingsFileTest, ServesTheLibrarysKeys) {
 // --- several processes -----------------------------------------------------------------------------------------------
 
 #ifndef _WIN32
-
-/// Runs a function in processes of their own, with their numbers; true when it gives true in all of them.
-template <typename Function>
-bool InProcesses(int count, Function run) {
-  std::vector<pid_t> children;
-  for (int number = 0; number < count; ++number) {
-    const pid_t child = fork();
-    if (child == 0) _exit(run(number) ? 0 : 1);
-    children.push_back(child);
-  }
-  bool allSucceeded = true;
-  for (const pid_t child : children) {
-    int status = -1;
-    allSucceeded = waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0 && allSucceeded;
-  }
-  return allSucceeded;
-}
 
 CString Numbered(const char* text, int number) { return CString(std::string_view(text + std::to_string(number))); }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 namespace vorn_host {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::Field;
 using testing::HasSubstr;
@@ -112,6 +114,97 @@ TEST(SettingsText, SaysWhereAndWhyATextCannotBeRead) {
   EXPECT_THAT(SyntaxError("a = " + std::string(100'000, '[')), HasSubstr("line 1"));
 }
 
+/// A name of so many parts, each of which is spelled so.
+std::string Deep(std::size_t parts, const std::string& part = "a") {
+  std::string name = part;
+  for (std::size_t i = 1; i < parts; ++i) name += '.' + part;
+  return name;
+}
+
+TEST(SettingsText, RefusesNamesOfThousandsOfParts) {
+  constexpr std::size_t kParts = 50'000;
+  const std::string name = Deep(kParts);
+  const std::vector<std::string> texts = {name + " = 1\n",
+                                          '[' + name + "]\n",
+                                          "[[" + name + "]]\n",
+                                          "[x]\n" + name + " = 1",
+                                          "x = { " + name + " = 1 }",
+                                          Deep(kParts, "\"\\\"#\"\t") + " = 1",
+                                          '[' + Deep(kParts, "''") + ']'};
+  for (const std::string& text : texts) {
+    EXPECT_THAT(SyntaxError(text), AllOf(StartsWith("line "), HasSubstr("more than 100 names"))) << text.substr(0, 10);
+  }
+}
+
+TEST(SettingsText, RefusesTablesInBracesThatAddUpToTooManyNames) {
+  std::string text = "x = 1";
+  for (int i = 0; i < 30; ++i) text = Deep(10) + " = { y = 0, " + text + " }";
+  EXPECT_THAT(SyntaxError(text), HasSubstr("more than 100 names"));
+  const std::string inner = Deep(80);
+  EXPECT_EQ(SyntaxError(Deep(10) + " = [ { " + inner + " = 1 }, { " + inner + " = { x = 1 }, y = 2 } ]"), "");
+}
+
+TEST(SettingsText, RefusesDeepNamesBehindEveryKindOfString) {
+  for (const char* value : {"''", "'\\'", "\"\\\\\"", "\"\\\"\"", "\"\"\"x\"\"\"", "\"\"\"x\"\"\"\"",
+                            "\"\"\"x\"\"\"\"\"", "'''x''''", "\"\"\"\n\\\"\"\"\""}) {
+    EXPECT_THAT(SyntaxError("x = { y = " + std::string(value) + ", " + Deep(50'000) + " = 1 }"), HasSubstr("100 names"))
+        << value;
+  }
+}
+
+TEST(SettingsText, CountsTheNamesOfEveryLineAnew) {
+  std::string text = "[[s]]\n[s.t]\nl = [ { x.y = 1 }, [ 1.5 ] ]\n";
+  for (int i = 0; i < 200; ++i) text += "k" + std::to_string(i) + ".x = 1\n";
+  EXPECT_EQ(SyntaxError(text), "");
+}
+
+TEST(SettingsText, SaysWhereNamesLieTooDeep) {
+  EXPECT_THAT(SyntaxError("\xEF\xBB\xBF# 道路\n\"道\"." + Deep(100) + ".x = 1"), StartsWith("line 2, column 204: "));
+}
+
+TEST(SettingsText, ReadsNamesOfAHundredParts) {
+  const SettingsPath path(100, "a");
+  EXPECT_EQ(SettingsText(Deep(100) + ".x = 1").Find(path, "x"), SettingValue(1));
+  EXPECT_EQ(SettingsText('[' + Deep(100) + "]\nx = 1").Find(path, "x"), SettingValue(1));
+}
+
+TEST(SettingsText, TakesNoOtherDotsForThoseOfANameThatIsTooDeep) {
+  const std::string dots(500, '.');
+  const std::vector<std::string> values = {'"' + dots + '"',
+                                           "'" + dots + "'",
+                                           "\"\\\"" + dots + '"',
+                                           "'\\' #" + dots,
+                                           "\"\"\"\n\"" + dots + "\"\"\"\"\"",
+                                           "'''" + dots + "\n'" + dots + "''''",
+                                           "\"\" # '" + dots,
+                                           "\"\"\"" + dots + "\\\"\"\"" + dots + "\"\"\""};
+  for (const std::string& value : values) {
+    const std::string text =
+        "a = " + value + "\n" + Deep(60, "b") + " = 1\n# \"" + dots + '\n' + Deep(60, "c") + " = 1";
+    EXPECT_EQ(SyntaxError(text), "") << value;
+    EXPECT_THAT(SyntaxError("a = " + value + "\n" + Deep(50'000, "b")), StartsWith("line ")) << value;
+  }
+  std::string numbers = "n = [";
+  for (int i = 0; i < 500; ++i) numbers += i % 10 == 0 ? "\n1.5, # .\n" : "1.5, ";
+  EXPECT_EQ(SyntaxError(numbers + "]\n[a.b]\nt = 07:32:00.5\n"), "");
+}
+
+TEST(SettingsText, SurvivesStringsThatAreNotClosed) {
+  for (const char* text :
+       {"\"", "'", "a = \"", "a = '", "a = \"\"\"", "a = '''", "a = \"\\", "a = \"\"\"\\", "\"\"\"\"\"\"\""}) {
+    EXPECT_THAT(SyntaxError(text), StartsWith("line 1, ")) << text;
+  }
+}
+
+TEST(SettingsText, AddsNoNameThatItWouldNotRead) {
+  const SettingsPath deep(50'000, "a");
+  for (const char* text : {"", "x = 1\n", "a = { x = 1 }\n", "[a]\nx = 1\n"}) {
+    EXPECT_EQ(Changed(text, deep, "y", 2), "refused") << text;
+    EXPECT_NE(Changed(text, SettingsPath(100, "a"), "y", 2), "refused") << text;
+    EXPECT_EQ(SettingsText(text).Find(deep, "y"), std::nullopt);
+  }
+}
+
 // --- changing --------------------------------------------------------------------------------------------------------
 
 TEST(SettingsText, StartsAFile) {
@@ -177,6 +270,20 @@ TEST(SettingsText, AddsToTablesThatAPersonWroteInOtherWays) {
   EXPECT_EQ(Changed("a = {}\n", {"a"}, "y", 2), "a = { y = 2 }\n");
   EXPECT_EQ(Changed("a.b.x = 1\nc = 1\n", {"a", "b"}, "y", 2), "a.b.x = 1\na.b.y = 2\nc = 1\n");
   EXPECT_EQ(Changed("[a]\nb.x = 1\n", {"a", "b"}, "y", 2), "[a]\nb.x = 1\nb.y = 2\n");
+}
+
+TEST(SettingsText, AddsToTablesThatAreThereThroughDottedNamesOnly) {
+  EXPECT_EQ(Changed("a.b.x = 1\n[c]\n", {"a"}, "y", 2), "a.b.x = 1\na.y = 2\n[c]\n");
+  EXPECT_EQ(Changed("a.b.x = 1", {"a"}, "y", 2), "a.b.x = 1\na.y = 2\n");
+  EXPECT_EQ(Changed("a.b.c.x = 1\r\n\r\n a.b.c.z = [\r\n] # z\r\nd = 1\r\n", {"a", "b"}, "y", 2),
+            "a.b.c.x = 1\r\n\r\n a.b.c.z = [\r\n] # z\r\na.b.y = 2\r\nd = 1\r\n");
+  EXPECT_EQ(Changed("[s]\n  a . b.x = 1\n  e.x = 1\n[s.a.c]\nz = 1\n", {"s", "a"}, "y", 2),
+            "[s]\n  a . b.x = 1\n  a . y = 2\n  e.x = 1\n[s.a.c]\nz = 1\n");
+  EXPECT_EQ(Changed("a.b.x = 1\na.z = 1\n", {"a"}, "y", 2), "a.b.x = 1\na.z = 1\na.y = 2\n");
+  EXPECT_EQ(Changed("[a]\nb.x = 1\n", {"a"}, "y", 2), "[a]\nb.x = 1\ny = 2\n");
+  EXPECT_EQ(Changed("a.b.x = 1\n[c]\n", kRoot, "y", 2), "a.b.x = 1\ny = 2\n[c]\n");
+  EXPECT_EQ(Changed("x = { a.b.z = 1 }\n", {"x", "a"}, "y", 2), "x = { a.b.z = 1, a.y = 2 }\n");
+  EXPECT_EQ(Changed("a.b.x = 1\n", {"a", "q"}, "y", 2), "a.b.x = 1\n\n[a.q]\ny = 2\n");
 }
 
 TEST(SettingsText, AddsToTablesInBracesWhateverTheirDepth) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/archive/expected_bytes.h"
+#include "tests/support/boastful_file.h"
 
 namespace {
 
@@ -67,6 +68,16 @@ TEST(CStringList, DoesNotBelieveACountThatItsBytesCannotBack) {
     CStringList list = List({"old"});
     LoadingArchive ar(count + Text("").bytes);
     EXPECT_EQ(ArchiveRefusal([&] { list.Serialize(*ar); }), CArchiveException::endOfFile);
+    EXPECT_THAT(Items(list), ElementsAre("old"));
+  }
+}
+
+TEST(CStringList, RefusesMoreTextsThanAListHolds) {
+  for (const std::uint32_t count : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {  // behind the one that is there already
+    test_support::BoastfulFile file(U16(0xFFFF).bytes + U32(count).bytes, std::uint64_t{1} << 40);
+    CArchive ar(&file, CArchive::load);
+    CStringList list = List({"old"});
+    EXPECT_EQ(ArchiveRefusal([&] { list.Serialize(ar); }), CArchiveException::badIndex) << count;
     EXPECT_THAT(Items(list), ElementsAre("old"));
   }
 }

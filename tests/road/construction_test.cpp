@@ -26,14 +26,22 @@ Set Filled(const char* name, int n) {
   road.GetRoadInfo().SetClassificat(static_cast<VornRoadInfo::Classificat>(n));
   road.GetRoadInfo().SetDesignSpeed(static_cast<VornRoadInfo::DesignSpeed>(n + 1));
   road.GetRoadInfo().SetTraffic(n + 2);
+  road.GetRoadInfo().SetClassRiver(static_cast<VornRoadInfo::ClassRiver>(n));
   road.GetRoadInfo().SetText1(name);
+  road.GetRoadInfo().SetText2(name);
   road.GetRoadInfo().Side(n);
+  road.GetRoadInfo().SingleLane(n > 3);
   road.GetAlignments().SetSize(n);
   road.GetAlignments()[0].SetName(name);
   road.GetAlignments()[0].SetMemo1(name);
   road.GetAlignments().SetCurrent(n);
   road.SetOption(n);
+  road.SetOption2(n);
   road.SetText(name);
+  road.GetFileInfos().SetSize(n);
+  road.GetFileInfos()[0].SetNote(name);
+  road.GetStructureType().SetType(name);
+  road.GetStructureType().SetJobName(name);
   road.SetSchemaVersion(VornSchema::Version40);
   return set;
 }
@@ -52,10 +60,18 @@ void ExpectCommonData(const Set& set, const char* name, int n, const char* oldNa
   EXPECT_EQ(road.GetAlignments()[0].GetName(), name);
   EXPECT_EQ(road.GetAlignments()[0].GetMemo1(), name);
   EXPECT_EQ(road.GetAlignments().GetCurrent(), n);
+  EXPECT_EQ(static_cast<int>(road.GetRoadInfo().GetClassRiver()), oldN);
   EXPECT_EQ(road.GetRoadInfo().GetText1(), oldName);
+  EXPECT_EQ(road.GetRoadInfo().GetText2(), oldName);
   EXPECT_EQ(road.GetRoadInfo().Side(), oldN);
+  EXPECT_EQ(road.GetRoadInfo().SingleLane(), oldN > 3);
   EXPECT_EQ(road.GetOption(), oldN);
+  EXPECT_EQ(road.GetOption2(), oldN);
   EXPECT_EQ(road.GetText(), oldName);
+  ASSERT_EQ(road.GetFileInfos().GetSize(), oldN);
+  EXPECT_EQ(road.GetFileInfos()[0].GetNote(), oldName);
+  EXPECT_EQ(road.GetStructureType().GetTypeStr(), oldName);
+  EXPECT_EQ(road.GetStructureType().GetJobName(), oldName);
 }
 
 // --- construction information ----------------------------------------------------------------------------------------

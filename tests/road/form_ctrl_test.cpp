@@ -261,6 +261,20 @@ TEST_F(FormCtrlSettings, KeepsEmptyNames) {
   EXPECT_EQ(loaded.GetNames()[3], "");
 }
 
+TEST_F(FormCtrlSettings, KeepNoNameThatANulWouldCutShort) {
+  VornFormCtrl().StoreRegistry(&m_parent);
+  VornFormCtrl formCtrl = FullFormCtrl();
+  formCtrl.GetNames()[0] = CString(std::string_view("cut\0short", 9));
+  formCtrl.StoreRegistry(&m_parent);
+  EXPECT_EQ(m_store->ReadString(kPath, "basec"), kInitialNames[0]) << "the one before stays";
+  EXPECT_EQ(m_store->ReadString(kPath, "basel"), "name1");
+
+  WexKey key;
+  ASSERT_TRUE(key.Open(&m_parent, "FormCtrl"));
+  EXPECT_FALSE(VornFormCtrl::kItemNames[0].setting.Store(key, formCtrl.GetNames()[0]));
+  EXPECT_TRUE(VornFormCtrl::kItemNames[0].setting.Store(key, "whole"));
+}
+
 TEST_F(FormCtrlSettings, AreSilentBelowAClosedKey) {
   WexKey closed;
   VornFormCtrl formCtrl = FullFormCtrl();
@@ -301,6 +315,12 @@ TEST_P(FormCtrlArchive, SkipsTwoTextsWhateverTheySay) {
   VornFormCtrl formCtrl;
   ReadWith(formCtrl, bytes, GetParam());
   ExpectFormCtrl(formCtrl, Read());
+}
+
+TEST_P(FormCtrlArchive, StaysAsItIsWhenItIsStored) {
+  VornFormCtrl formCtrl = FullFormCtrl();
+  static_cast<void>(StoredWith(formCtrl, GetParam()));
+  ExpectFormCtrl(formCtrl, {"05.00"});
 }
 
 TEST(FormCtrlArchive, ReadsAnOldRecordAndRestoresTheInitialNames) {

@@ -47,6 +47,18 @@ TEST(OnDemand, SharesOneNewValueUntilItIsChanged) {
   EXPECT_NE(&text.Get(), &other.Get());
 }
 
+TEST(OnDemand, TellsWhetherItsValueIsMade) {
+  Text text;
+  EXPECT_EQ(text.Get(), "");
+  EXPECT_FALSE(text.IsMade());
+  (void)text.Change();
+  EXPECT_TRUE(text.IsMade()) << "whatever was done with it";
+  EXPECT_TRUE(Text(text).IsMade());
+  const Text moved = std::move(text);
+  EXPECT_TRUE(moved.IsMade());
+  EXPECT_FALSE(Text(Text()).IsMade());
+}
+
 TEST(OnDemand, KeepsWhatItIsChangedTo) {
   Text text;
   text.Change() = "a";

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "tests/road/full_road_records.h"
 #include "vorn/platform/code_page_932.h"
@@ -208,9 +209,10 @@ void ExpectRoad(const VornRoadGmData& road, const Layout& at, VORN_DataKind kind
 namespace {
 
 /// The record before "03.00" is the same object's other function.
-struct OldRecord {
-  VornRoadGmData& road;
-  void Serialize(CArchive& ar, const char* tag, VORN_DataKind kind) { road.SerializeOld(ar, tag, kind); }
+class OldRecord : public VornRoadGmData {
+ public:
+  explicit OldRecord(VornRoadGmData road = VornRoadGmData()) : VornRoadGmData(std::move(road)) {}
+  void Serialize(CArchive& ar, const char* tag, VORN_DataKind kind) { SerializeOld(ar, tag, kind); }
 };
 
 // --- dates and alignments --------------------------------------------------------------------------------------------
@@ -243,6 +245,17 @@ TEST_P(AlignmentArchive, ReadsCrossSectionsAndDatesByKindAndVersion) {
     VornAlignmentsArray alignments;
     ReadWith(alignments, AlignmentsBytes(Read(), kind).All(), GetParam(), kind);
     ExpectAlignments(alignments, Read(), kind);
+  }
+}
+
+TEST_P(AlignmentArchive, StoringMakesNoSetOfCrossSections) {
+  const VornAlignment untouched;
+  VornAlignment alignment;
+  VornAlignment withSet;
+  withSet.SetXSections(VornXSections());
+  for (const VORN_DataKind kind : kKinds) {
+    EXPECT_EQ(StoredWith(alignment, GetParam(), kind), StoredWith(withSet, GetParam(), kind));
+    EXPECT_EQ(&std::as_const(alignment).GetXSections(), &untouched.GetXSections()) << "all new ones share one";
   }
 }
 
@@ -364,19 +377,30 @@ ExpectedBytes OldBytes(const Layout& at, VORN_DataKind kind) {
 }
 
 TEST_P(RoadArchive, WritesTheOldRecordWithoutTheRoadsInformation) {
-  VornRoadGmData road = FullRoad();
   for (const VORN_DataKind kind : kKinds) {
-    EXPECT_TRUE(HasBytes(StoredWith(OldRecord{road}, GetParam(), kind), OldBytes(Written(), kind)));
+    EXPECT_TRUE(HasBytes(StoredWith(OldRecord(FullRoad()), GetParam(), kind), OldBytes(Written(), kind)));
+  }
+}
+
+TEST_P(RoadArchive, StaysAsItIsWhenItIsStored) {
+  for (const VORN_DataKind kind : kKinds) {
+    OldRecord old(FullRoad());
+    static_cast<void>(StoredWith(old, GetParam(), kind));
+    VornRoadGmData road = FullRoad();
+    static_cast<void>(StoredWith(road, GetParam(), kind));
+    for (const VornRoadGmData& stored : {static_cast<const VornRoadGmData&>(old), std::as_const(road)}) {
+      EXPECT_EQ(static_cast<int>(stored.GetSchemaVersion()), 35);
+      EXPECT_EQ(StoredWhole(stored, "", kind), StoredWhole(FullRoad(), "", kind));
+    }
   }
 }
 
 TEST_P(RoadArchive, ReadsTheOldRecordWithTheRoadsInformation) {
   for (const VORN_DataKind kind : kKinds) {
-    VornRoadGmData road;
+    OldRecord road;
     road.SetText("kept");
     road.SetOption2(7);
-    OldRecord old{road};
-    ReadWith(old, OldBytes(Read(), kind).All(), GetParam(), kind);
+    ReadWith(road, OldBytes(Read(), kind).All(), GetParam(), kind);
     EXPECT_EQ(road.GetRoadInfo().GetName(), "road");
     EXPECT_EQ(static_cast<int>(road.GetRoadInfo().GetClassificat()), 31);
     EXPECT_EQ(static_cast<int>(road.GetRoadInfo().GetSpeed()), 32);

@@ -1,6 +1,7 @@
 #include "vorn/platform/cstring_list.h"
 
 #include <cstdint>
+#include <limits>
 #include <utility>
 
 void CStringList::Serialize(CArchive& ar) {
@@ -11,6 +12,9 @@ void CStringList::Serialize(CArchive& ar) {
   }
   std::uint32_t count = ar.ReadCount();
   ar.RequireRemaining(count);  // the shortest text takes a byte
+  if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max() - GetCount())) {
+    throw CArchiveException(CArchiveException::badIndex);
+  }
   for (; count > 0; --count) {
     CString text;
     ar >> text;

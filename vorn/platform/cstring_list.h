@@ -15,6 +15,7 @@ class CStringList : public CList<CString> {
   CStringList& operator=(CStringList&&) noexcept = default;
   virtual ~CStringList() = default;
 
-  /// The number of texts (16 bits, or 0xFFFF and 32 bits), then each text. Loading appends them.
+  /// The number of texts (16 bits, or 0xFFFF and 32 bits), then each text. Loading appends them; more than a list
+  /// can hold are refused by an archive exception before the first is read.
   virtual void Serialize(CArchive& ar);
 };

@@ -41,7 +41,7 @@ class VornLandXMLData : public VornRecord {
   /// 0, otherwise 0.
   [[nodiscard]] std::int32_t GetFlagAny() const { return m_flagAny; }
   void SetFlagAny(std::int32_t flag) { m_flagAny = flag; }
-  // Options of the export, which the library keeps and does not look into.
+  /// Options of the export, which the library keeps and does not look into.
   [[nodiscard]] std::int32_t GetOption1() const { return m_option1; }
   void SetOption1(std::int32_t option) { m_option1 = option; }
   /// Not archived.

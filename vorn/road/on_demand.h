@@ -38,6 +38,9 @@ class OnDemand {
     return *m_value;
   }
 
+  /// Whether the value is one of the object's own; before it is made, there is nothing in it that a new one has not.
+  [[nodiscard]] bool IsMade() const { return m_value != nullptr; }
+
   /// Whether the values are equal: it does not matter which of them were made.
   friend bool operator==(const OnDemand& a, const OnDemand& b) requires std::equality_comparable<Type> {
     return a.Get() == b.Get();

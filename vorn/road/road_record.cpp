@@ -20,6 +20,17 @@ void VornUpDate::Serialize(CArchive& ar, const char* tag) {
   for (COleDateTime& date : m_dates) record.Field(date);
 }
 
+namespace {
+
+/// Storing a set that was never made leaves it so: a project of many alignments must not grow by being saved.
+void SerializeSections(ArchiveRecord& record, OnDemand<VornXSections>& sections) {
+  if (record.IsLoading() || sections.IsMade()) return record.Field(sections.Change());
+  VornXSections none;
+  record.Field(none);
+}
+
+}  // namespace
+
 void VornAlignment::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind) {
   const CString version(tag);
   ArchiveRecord record(ar, version);
@@ -32,7 +43,7 @@ void VornAlignment::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind)
   const bool read =
       kind == VORN_DataKind::RoadGeometry || (kind == VORN_DataKind::FormControl && record.IsFrom("02.50"));
   if (record.IsLoading() && !read) return;
-  record.Field(m_xSections.Change());
+  SerializeSections(record, m_xSections);
   record.Field(m_upDate);
 }
 

@@ -24,6 +24,8 @@ struct VornTextSetting {
 
   /// The stored text; the default when there is none, or when the key is closed.
   [[nodiscard]] CString Load(const WexKey& key) const { return key.GetString(name, defaultValue.data()); }
-  /// False when the text could not be stored.
-  bool Store(WexKey& key, const CString& value) const { return key.SetString(name, value); }
+  /// False when the text could not be stored. One with a NUL within never is: a settings key would keep it cut short.
+  bool Store(WexKey& key, const CString& value) const {
+    return value.View().find('\0') == std::string_view::npos && key.SetString(name, value);
+  }
 };
