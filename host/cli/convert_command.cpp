@@ -29,7 +29,8 @@ struct ConvertOptions {
   std::optional<vorn_host::Edition> edition;
   std::optional<vorn_host::Edition> assume;
   vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
-  std::string storeVersion;  ///< empty for the newest
+  std::string storeVersion;  ///< empty for that of the project read, where it can be written, else the newest
+  bool toProject = false;
   bool lossy = false;
   bool json = false;
 };
@@ -69,13 +70,14 @@ ConvertSummary Convert(const ConvertOptions& options) {
   for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
 
   progress.Show("converting", 1, kSteps);
-  summary.conversion = vorn_host::ConvertEdition(document, options.edition.value_or(document.edition));
+  summary.conversion = vorn_host::ConvertEdition(document, options.edition.value_or(document.edition), options.in);
   summary.toEdition = vorn_host::EditionName(document.edition);
   summary.carried = document.carried.Rows();
 
   progress.Show("writing", 2, kSteps);
-  DesignDocument::WriteReport written = WriteDesign(
-      std::move(file), options.out, {{options.encoding, options.lossy}, options.storeVersion}, summary.stored);
+  DesignDocument::WriteReport written =
+      WriteDesign(std::move(file), options.out,
+                  {{options.encoding, options.lossy}, options.storeVersion, options.toProject}, summary.stored);
   if (summary.stored.storeVersion.empty()) summary.encoding = vorn_host::EncodingName(options.encoding);
   summary.replacedInWriting = written.replacedCharacters;
   summary.unplaced = std::move(written.unplaced);
@@ -175,11 +177,11 @@ void AddConvertCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, command, &exitCode] {
-    const bool toProject = vorn_host::IsWrittenAsProject(options->out);
-    if (!options->storeVersion.empty() && !toProject) {
+    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    if (!options->storeVersion.empty() && !options->toProject) {
       throw CLI::ValidationError("--store-version", "only a project (.vorn) has a store version");
     }
-    if (toProject && command->count("--encoding") > 0) {
+    if (options->toProject && command->count("--encoding") > 0) {
       throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }
     const ConvertSummary summary = Convert(*options);

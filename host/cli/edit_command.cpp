@@ -14,6 +14,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
+#include "host/document/control_character.h"
 #include "host/editing/design_editor.h"
 #include "host/project/design_file.h"
 
@@ -38,6 +39,7 @@ struct EditOptions {
   std::vector<Step> steps;  ///< in the order given
   std::optional<vorn_host::Edition> assume;
   std::optional<vorn_host::TextEncoding> encoding;
+  bool toProject = false;
   bool lossy = false;
   bool verbose = false;
   bool json = false;
@@ -91,7 +93,7 @@ EditSummary Edit(const EditOptions& options) {
   const vorn_host::TextEncoding encoding = options.encoding.value_or(
       vorn_host::ParseEncoding(document.encodingName).value_or(vorn_host::TextEncoding::Utf8));
   DesignDocument::WriteReport written =
-      WriteDesign(std::move(file), options.out, {{encoding, options.lossy}, {}}, summary.stored);
+      WriteDesign(std::move(file), options.out, {{encoding, options.lossy}, {}, options.toProject}, summary.stored);
   if (summary.stored.storeVersion.empty()) summary.encoding = vorn_host::EncodingName(encoding);
   summary.replacedInWriting = written.replacedCharacters;
   summary.unplaced = std::move(written.unplaced);
@@ -202,6 +204,11 @@ CString ModelText(const std::string& option, std::string_view text) {
   const std::optional<std::string> converted = vorn_host::FromUtf8(text);
   if (!converted) Refuse(option, std::string(text) + " has characters that code page 932 cannot hold");
   if (converted->empty()) Refuse(option, "a name is empty");
+  const auto control = std::find_if(text.begin(), text.end(), vorn_host::IsControlCharacter);
+  if (control != text.end()) {
+    Refuse(option, "a name holds the control character " +
+                       vorn_host::DescribeCharacter(static_cast<char32_t>(*control)) + ", which no document can hold");
+  }
   return CString(std::string_view(*converted));
 }
 
@@ -342,7 +349,8 @@ void AddEditCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--verbose", options->verbose, "tell what each step changed in each section");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
-    if (options->encoding && vorn_host::IsWrittenAsProject(options->out)) {
+    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    if (options->encoding && options->toProject) {
       throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }
     if (options->steps.empty()) throw CLI::RequiredError("a step, such as --cross-points,");

@@ -32,6 +32,7 @@ struct SampleCommandOptions {
   vorn_host::SampleOptions sample;
   std::optional<Edition> edition;
   vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
+  bool toProject = false;
   bool json = false;
 };
 
@@ -55,10 +56,10 @@ StoredSummary WriteSample(const SampleCommandOptions& options) {
   document.sets = std::move(design.sets);
   // A design is made in terms of the later editions; only towards 2.0 there is something to convert.
   document.edition = vorn_host::IsEdition20(edition) ? Edition::V41 : edition;
-  vorn_host::ConvertEdition(document, edition);
+  vorn_host::ConvertEdition(document, edition, options.out);
   progress.Show("writing", 1, 5);
   StoredSummary stored;
-  WriteDesign(std::move(file), options.out, {{options.encoding, false}, {}}, stored);
+  WriteDesign(std::move(file), options.out, {{options.encoding, false}, {}, options.toProject}, stored);
   return stored;
 }
 
@@ -85,7 +86,8 @@ void AddSampleCommand(CLI::App& app, int& exitCode) {
   AddEncodingOption(*command, options->encoding);
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, command, &exitCode] {
-    if (command->count("--encoding") > 0 && vorn_host::IsWrittenAsProject(options->out)) {
+    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    if (command->count("--encoding") > 0 && options->toProject) {
       throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }
     const StoredSummary stored = WriteSample(*options);

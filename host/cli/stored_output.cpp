@@ -8,12 +8,11 @@ vorn_host::DesignDocument::WriteReport WriteDesign(vorn_host::DesignFile file, c
                                                    const vorn_host::DesignFile::WriteOptions& options,
                                                    StoredSummary& summary) {
   if (file.project) summary.fromStoreVersion = file.project->GetStoreVersion();
-  const bool holdsRoadData = file.HoldsRoadData();
   vorn_host::DesignFile::WriteReport written = std::move(file).Write(path, options);
   summary.storeVersion = std::move(written.storeVersion);
   summary.notStored = std::move(written.losses);
-  summary.formerProject = written.formerProject.string();
-  summary.roadDataLeft = summary.storeVersion.empty() && holdsRoadData;
+  summary.formerFile = written.formerFile.string();
+  summary.roadDataLeft = written.roadDataLeft;
   return std::move(written.document);
 }
 
@@ -22,7 +21,7 @@ void PrintStored(TextReport& report, const StoredSummary& summary) {
     const bool changed = !summary.fromStoreVersion.empty() && summary.fromStoreVersion != summary.storeVersion;
     report.Row("Store version", summary.storeVersion + (changed ? " from " + summary.fromStoreVersion : ""));
   }
-  if (!summary.formerProject.empty()) report.Row("Former project", "kept as " + summary.formerProject);
+  if (!summary.formerFile.empty()) report.Row("Former file", "kept as " + summary.formerFile);
   if (!summary.notStored.empty()) {
     report.Line("Dropped, as store version " + summary.storeVersion + " cannot hold it:");
   }
@@ -36,7 +35,7 @@ void AddStored(Json& json, const StoredSummary& summary) {
   const auto orNull = [](const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); };
   json["fromStoreVersion"] = orNull(summary.fromStoreVersion);
   json["storeVersion"] = orNull(summary.storeVersion);
-  json["formerProject"] = orNull(summary.formerProject);
+  json["formerFile"] = orNull(summary.formerFile);
   json["notStored"] = Json::array();
   for (const vorn_host::Project::Loss& loss : summary.notStored) {
     json["notStored"].push_back({{"what", loss.what}, {"count", loss.count}});

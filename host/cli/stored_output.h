@@ -12,7 +12,7 @@ struct StoredSummary {
   std::string fromStoreVersion;  ///< empty when a document was read
   std::string storeVersion;      ///< empty when a document was written
   std::vector<vorn_host::Project::Loss> notStored;
-  std::string formerProject;  ///< where the project that was there before is kept; empty without one
+  std::string formerFile;     ///< where the file that a project replaced is kept; empty without one
   bool roadDataLeft = false;  ///< a document was written of a project that holds more than the design
 };
 

@@ -121,22 +121,25 @@ fs::path NameWithRoomFor(std::size_t more, const fs::path& file) {
   return name;
 }
 
+/// A file that is being written, and the second name of a whole one that is to become the backup.
 constexpr std::string_view kTemporaryEnding = ".tmp";
+constexpr std::string_view kBackupEnding = ".bak";
 constexpr std::size_t kRandomDigits = 10;
+static_assert(kTemporaryEnding.size() == kBackupEnding.size());
 
-/// What the names of a file's temporaries begin with: ".NAME-"; behind it are the random digits and ".tmp".
+/// What the names of a file's temporaries begin with: ".NAME-"; behind it are the random digits and the ending.
 fs::path TemporaryPrefix(const fs::path& target) {
   fs::path prefix(".");
   prefix += NameWithRoomFor(2 + kRandomDigits + kTemporaryEnding.size(), target);
   return prefix += "-";
 }
 
-fs::path TemporaryBeside(const fs::path& target) {
+fs::path TemporaryBeside(const fs::path& target, std::string_view ending) {
   std::random_device random;
   std::string digits = std::to_string(static_cast<std::uint32_t>(random()));
   digits.insert(0, kRandomDigits - digits.size(), '0');
   fs::path name = TemporaryPrefix(target);
-  return target.parent_path() / (name += digits.append(kTemporaryEnding));
+  return target.parent_path() / (name += digits.append(ending));
 }
 
 bool IsTemporaryName(const fs::path& name, const fs::path& prefix) {
@@ -144,7 +147,8 @@ bool IsTemporaryName(const fs::path& name, const fs::path& prefix) {
   const std::size_t start = prefix.native().size();
   const auto isDigit = [](fs::path::value_type unit) { return unit >= '0' && unit <= '9'; };
   return text.size() == start + kRandomDigits + kTemporaryEnding.size() &&
-         text.compare(0, start, prefix.native()) == 0 && name.extension() == kTemporaryEnding &&
+         text.compare(0, start, prefix.native()) == 0 &&
+         (name.extension() == kTemporaryEnding || name.extension() == kBackupEnding) &&
          std::all_of(text.begin() + static_cast<std::ptrdiff_t>(start),
                      text.end() - static_cast<std::ptrdiff_t>(kTemporaryEnding.size()), isDigit);
 }
@@ -159,8 +163,16 @@ bool IsStale(const fs::directory_entry& temporary) {
   return !error && written < fs::file_time_type::clock::now() - kLongestUse;
 }
 
-/// Removes what saves of the file that were killed left behind. It matters to nobody whether that can be done.
-void RemoveStaleTemporaries(const fs::path& target) {
+/// Whether a file is of a later save than the backup, or there is no backup.
+bool IsNewerThan(const fs::path& file, const fs::path& backup) {
+  std::error_code error;
+  const fs::file_time_type kept = fs::last_write_time(backup, error);
+  return error || fs::last_write_time(file, error) > kept;
+}
+
+/// Takes away what saves of the file that were killed left behind; a former file that was to become the backup becomes
+/// it. It matters to no save whether that can be done.
+void TidyUpAfterKilledSaves(const fs::path& target) {
   const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
   const fs::path prefix = TemporaryPrefix(target);
   std::vector<fs::path> stale;
@@ -168,14 +180,27 @@ void RemoveStaleTemporaries(const fs::path& target) {
   for (fs::directory_iterator entry(directory, ignored), end; entry != end; entry.increment(ignored)) {
     if (IsTemporaryName(entry->path().filename(), prefix) && IsStale(*entry)) stale.push_back(entry->path());
   }
-  for (const fs::path& path : stale) fs::remove(path, ignored);
+  const fs::path backup = BackupOf(target);
+  for (const fs::path& path : stale) {
+    const bool isFormer = path.extension() == kBackupEnding && IsNewerThan(path, backup);
+    isFormer ? fs::rename(path, backup, ignored) : static_cast<void>(fs::remove(path, ignored));
+  }
 }
 
 #ifndef _WIN32
-/// Names of the temporaries in use, for the signal handler; empty ones are free. A save has at most two.
-std::array<std::array<char, 4096>, 2> unfinishedFiles{};
+/// Names of the temporaries in use, for the signal handler; empty ones are free. A save has at most three.
+std::array<std::array<char, 4096>, 3> unfinishedFiles{};
+
+/// Whether signals have to wait, and the one that does.
+std::atomic<bool> signalsWait = false;
+std::atomic<int> waitingSignal = 0;
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
 extern "C" void RemoveUnfinishedFiles(int signal) {
+  if (signalsWait) {
+    waitingSignal = signal;
+    return;
+  }
   for (const auto& name : unfinishedFiles) {
     if (name[0] != '\0') unlink(name.data());
   }
@@ -207,17 +232,33 @@ class RemovedOnSignals {
  private:
   char* m_name = nullptr;
 };
+
+/// While this lives, a signal that stops the program waits for its end: between the two steps that put a new file and
+/// its backup in place, the former file has no name of its own.
+class SignalsWait {
+ public:
+  SignalsWait() { signalsWait = true; }
+  SignalsWait(const SignalsWait&) = delete;
+  SignalsWait& operator=(const SignalsWait&) = delete;
+  ~SignalsWait() {
+    signalsWait = false;
+    if (const int signal = waitingSignal.exchange(0); signal != 0) std::raise(signal);
+  }
+};
 #else
 struct RemovedOnSignals {
   explicit RemovedOnSignals(const std::string&) {}
+};
+struct SignalsWait {
+  SignalsWait() {}
 };
 #endif
 
 /// A temporary file beside the one that is to be saved; it goes away with the object unless it was renamed.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const fs::path& target)
-      : m_path(TemporaryBeside(target)), m_removedOnSignals(m_path.string()) {}
+  explicit TemporaryFile(const fs::path& target, std::string_view ending = kTemporaryEnding)
+      : m_path(TemporaryBeside(target, ending)), m_removedOnSignals(m_path.string()) {}
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
@@ -232,6 +273,12 @@ class TemporaryFile {
     File file = Open(m_path, "wbx", path, "cannot be written in its directory");
     m_isOurs = true;
     return file;
+  }
+  /// Takes over a file that was written whole under another name.
+  std::error_code TakeOver(TemporaryFile& written) {
+    const std::error_code error = written.RenameTo(m_path);
+    m_isOurs = !error;
+    return error;
   }
   /// Makes it a second name of a file, where the file system has such a thing.
   bool LinkTo(const fs::path& target) {
@@ -309,19 +356,28 @@ void PutInPlace(TemporaryFile& temporary, const fs::path& target, const fs::path
   if (const std::error_code error = temporary.RenameTo(target)) ThrowFileError(path, "cannot be put in place", error);
 }
 
+/// Gives a file a second name, or where that cannot be, makes a copy, which has the name once it is whole.
+void KeepUnderSecondName(TemporaryFile& second, const fs::path& target, const fs::path& path) {
+  if (MayHaveSecondName(target) && second.LinkTo(target)) return;
+  TemporaryFile copy(target);
+  const std::string content = ReadFileIfThere(target).value_or(std::string());
+  Fill(copy, Whole(content), target, path);
+  if (const std::error_code error = second.TakeOver(copy))
+    ThrowFileError(path, "the former file cannot be kept", error);
+}
+
 /// Puts a file in place and makes the one that was there its backup. An earlier backup stays until the new file is in
 /// place, and what was there comes back when it cannot become the backup: a save that fails changes neither.
 void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, const fs::path& path) {
-  TemporaryFile former(target);
-  if (!MayHaveSecondName(target) || !former.LinkTo(target)) {
-    const std::string content = ReadFileIfThere(target).value_or(std::string());
-    Fill(former, Whole(content), target, path);
-  }
+  TemporaryFile former(target, kBackupEnding);
+  KeepUnderSecondName(former, target, path);
+  const SignalsWait untilBothAreDone;
   PutInPlace(temporary, target, path);
-  const std::error_code error = former.RenameTo(BackupOf(target));
+  const fs::path backup = BackupOf(target);
+  const std::error_code error = former.RenameTo(backup);
   if (!error) return;
   former.RenameTo(target);
-  ThrowFileError(path, "the former file cannot be kept", error);
+  ThrowFileError(path, ("the former file cannot be kept as " + backup.string()).c_str(), error);
 }
 
 void Save(const fs::path& path, const Producer& produce, FormerFile former) {
@@ -336,7 +392,7 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 
   const fs::path target = ThroughLinks(path);
   if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
-  RemoveStaleTemporaries(target);
+  TidyUpAfterKilledSaves(target);
   TemporaryFile temporary(target);
   Fill(temporary, produce, target, path);
   if (former == FormerFile::Keep && fs::exists(status)) {
@@ -380,11 +436,20 @@ std::string ReadFile(const fs::path& path) {
   return std::move(*content);
 }
 
+fs::path ThroughLinks(const fs::path& path) {
+  constexpr int kMostLinks = 40;
+  fs::path place = path;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(place, error)); ++i) {
+    place = place.parent_path() / fs::read_symlink(place, error);
+  }
+  return place;
+}
+
 fs::path BackupOf(const fs::path& path) {
-  constexpr std::string_view kEnding = ".bak";
   const fs::path target = ThroughLinks(path);
-  fs::path name = NameWithRoomFor(kEnding.size(), target);
-  return target.parent_path() / (name += kEnding);
+  fs::path name = NameWithRoomFor(kBackupEnding.size(), target);
+  return target.parent_path() / (name += kBackupEnding);
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {

@@ -22,7 +22,7 @@ namespace vorn_host {
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
 ///
 /// The temporary file of "design.xml" is ".design.xml-" with ten digits and ".tmp". One that a killed program left is
-/// removed by the next save of the same file that comes an hour later.
+/// removed by a save of the same file that comes an hour later.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
 /// Takes the next piece of a text that is written from its beginning to its end.
@@ -37,14 +37,21 @@ enum class FormerFile { Drop, Keep };
 
 /// As above, and with `Keep` the file that was there before stays as `BackupOf` it, in place of an earlier one. At
 /// every moment either the former or the new file has the name; a save that fails leaves file and backup as they were.
+/// Until the former file is the backup it has a second name, like that of a temporary file but with ".bak". A program
+/// that is killed just when the new file has its place leaves it under that; a save that comes an hour later then makes
+/// it the backup, unless there is a newer one.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content, FormerFile former);
 
 /// Where the former file is kept: "design.vorn" as "design.vorn.bak". A link is followed. Of a name for which that
 /// would be too long, the last characters are left out: at most those of ".vorn", so that no two projects share one.
 [[nodiscard]] std::filesystem::path BackupOf(const std::filesystem::path& path);
 
-/// Makes a program that is stopped by a signal (Ctrl-C, a closed terminal) take its unfinished files away first, and
-/// makes a file that grows too large an error instead of the program's end. For the main function of a tool.
+/// The file that a path names in the end, whether it exists or not: links are followed.
+[[nodiscard]] std::filesystem::path ThroughLinks(const std::filesystem::path& path);
+
+/// Makes a program that is stopped by a signal (Ctrl-C, a closed terminal) take its unfinished files away first, or
+/// where the new file has its place already, make the former one the backup. Makes a file that grows too large an error
+/// instead of the program's end. For the main function of a tool.
 void RemoveUnfinishedFilesOnSignals();
 
 }  // namespace vorn_host

@@ -25,6 +25,7 @@
 
 #include "host/document/carried_content.h"
 #include "host/document/carried_item.h"
+#include "host/document/control_character.h"
 #include "host/document/document_error.h"
 #include "host/document/edition.h"
 #include "host/document/element_knowledge.h"
@@ -246,10 +247,7 @@ class Loader {
 
   /// Refuses text that no document can hold.
   void RequireText(std::string_view text) const {
-    const auto isControl = [](char c) {
-      return static_cast<unsigned char>(c) < 0x20 && kXmlBlanks.find(c) == std::string_view::npos;
-    };
-    const auto control = std::find_if(text.begin(), text.end(), isControl);
+    const auto control = std::find_if(text.begin(), text.end(), IsControlCharacter);
     if (control != text.end()) {
       Damaged("it holds the control character " + DescribeCharacter(static_cast<char32_t>(*control)));
     }

@@ -320,13 +320,13 @@ void NoteCarriedContent(DesignDocument& document, Edition target, bool targetsMo
 
 }  // namespace
 
-ConversionReport ConvertEdition(DesignDocument& document, Edition target) {
+ConversionReport ConvertEdition(DesignDocument& document, Edition target, const std::string& name) {
   ConversionReport report;
   const Edition source = document.edition;
   if (source != target) {
     if (source == Edition::RoadGm || target == Edition::RoadGm) {
       throw DocumentError(
-          "a road-geometry document (root RoadGmxml) holds no design cross sections and cannot be converted");
+          name + ": a road-geometry document (root RoadGmxml) holds no design cross sections and cannot be converted");
     }
     const EditionScope scope(source);
     const bool from20 = IsEdition20(source);

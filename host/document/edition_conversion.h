@@ -36,7 +36,7 @@ struct ConversionReport {
 /// Converts a document to another edition and keeps its meaning: every point other than a centre point keeps its
 /// position, and control targets keep the form, the station and the codes that they name. For the document's own
 /// edition nothing changes, and the report tells what is not written in it. Throws `DocumentError` for a pure
-/// road-geometry document.
-ConversionReport ConvertEdition(DesignDocument& document, Edition target);
+/// road-geometry document; name stands for the file then.
+ConversionReport ConvertEdition(DesignDocument& document, Edition target, const std::string& name = "the document");
 
 }  // namespace vorn_host

@@ -4,6 +4,7 @@
 #include <array>
 #include <pugixml.hpp>
 
+#include "host/document/control_character.h"
 #include "host/document/xml_cursor.h"
 
 namespace vorn_host {
@@ -206,9 +207,24 @@ void XmlTextWriter::PutAttribute(std::string_view name, std::string_view utf8) {
   m_out += '"';
 }
 
+std::string_view XmlTextWriter::ModelText(std::string_view cp932) {
+  const std::string_view utf8 = ModelTextToUtf8(cp932, m_converted, m_problems);
+  if (std::none_of(utf8.begin(), utf8.end(), IsControlCharacter)) return utf8;
+  m_withoutControls.clear();
+  for (const char byte : utf8) {
+    if (!IsControlCharacter(byte)) {
+      m_withoutControls += byte;
+      continue;
+    }
+    m_problems.Add("the control character " + DescribeCharacter(static_cast<char32_t>(byte)), -1);
+    m_withoutControls += kGetaMarkUtf8;
+  }
+  return m_withoutControls;
+}
+
 bool XmlTextWriter::SetTextAttribute(const char* name, std::string_view value) {
   if (m_open.empty() || !m_open.back().startTagOpen) return false;
-  PutAttribute(name, ModelTextToUtf8(value, m_converted, m_problems));
+  PutAttribute(name, ModelText(value));
   return true;
 }
 
@@ -217,7 +233,7 @@ bool XmlTextWriter::SetText(std::string_view text) {
   if (text.empty()) return true;
   CloseStartTag();
   m_open.back().hasText = true;
-  AppendEscaped(ModelTextToUtf8(text, m_converted, m_problems), Context::Text, m_out);
+  AppendEscaped(ModelText(text), Context::Text, m_out);
   return true;
 }
 

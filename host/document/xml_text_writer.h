@@ -21,7 +21,8 @@ namespace vorn_host {
 /// Carried items are put in where they belong as their elements are closed.
 class XmlTextWriter : public PimIterator {
  public:
-  /// Texts of the model that are no text become 〓 and are reported. Both references have to outlive the writer.
+  /// What no document can hold in texts of the model, bytes that are no text and control characters, becomes 〓 and is
+  /// reported. Both references have to outlive the writer.
   XmlTextWriter(CarriedPlaces& places, TextProblems& problems);
 
   /// Writes the XML declaration, what stands before the root, and opens the root. Its texts are UTF-8 already.
@@ -70,6 +71,8 @@ class XmlTextWriter : public PimIterator {
   }
   void DeclareNamespace(std::string_view prefix, std::string_view uri);
   void PutAttribute(std::string_view name, std::string_view utf8);
+  /// A text of the model in UTF-8, as a document can hold it; good until the next one.
+  [[nodiscard]] std::string_view ModelText(std::string_view cp932);
   void PutNode(pugi::xml_node node, std::size_t depth, bool inText);
   [[nodiscard]] std::size_t PlaceOf(const CarriedItem& item, const CarriedState& state) const;
   void InsertCarried(const OpenElement& element);
@@ -87,6 +90,7 @@ class XmlTextWriter : public PimIterator {
   std::vector<OpenElement> m_open;
   std::vector<Declaration> m_declarations;
   std::string m_converted;
+  std::string m_withoutControls;
 };
 
 }  // namespace vorn_host

@@ -31,6 +31,14 @@ bool HoldsProject(const fs::path& path) {
   return ProjectFile::IsProject({head.data(), static_cast<std::size_t>(file.gcount())});
 }
 
+/// Refuses a link to a document, by its name or by what it holds, that is named like a project.
+void RequireNoDocument(const fs::path& link, const fs::path& target) {
+  std::error_code error;
+  if (HoldsProject(target) || !(EndsWith(target, ".xml") || fs::is_regular_file(target, error))) return;
+  throw DocumentError(link.string() + ": this link leads to " + target.string() +
+                      ", which is no project; a project in its place would take the document away");
+}
+
 std::string VersionToWrite(const std::optional<Project>& project) {
   const auto& known = Project::kWritableStoreVersions;
   const bool kept = project && std::find(known.begin(), known.end(), project->GetStoreVersion()) != known.end();
@@ -42,9 +50,12 @@ std::string VersionToWrite(const std::optional<Project>& project) {
 bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
 
 bool IsWrittenAsProject(const fs::path& path) {
-  std::error_code error;
-  const fs::path target = fs::weakly_canonical(path, error);
-  if (IsProjectName(path) || (!error && IsProjectName(target))) return true;
+  const fs::path target = ThroughLinks(path);
+  if (IsProjectName(target)) return true;
+  if (IsProjectName(path)) {
+    RequireNoDocument(path, target);
+    return true;
+  }
   if (!HoldsProject(path)) return false;
   if (EndsWith(path, ".xml")) {
     throw DocumentError(path.string() +
@@ -68,12 +79,14 @@ DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOpti
 
 DesignFile::WriteReport DesignFile::Write(const fs::path& path, const WriteOptions& options) && {
   WriteReport report;
-  if (!IsWrittenAsProject(path)) {
+  if (!(options.asProject ? *options.asProject : IsWrittenAsProject(path))) {
     report.document = design.Write(path, options.document);
+    report.roadDataLeft = project && project->HoldsRoadData();
     return report;
   }
   report.storeVersion = options.storeVersion.empty() ? VersionToWrite(project) : options.storeVersion;
-  if (HoldsProject(path)) report.formerProject = BackupOf(path);
+  std::error_code error;
+  if (fs::is_regular_file(path, error)) report.formerFile = BackupOf(path);
   if (!project) project.emplace();
   project->TakeDesign(std::move(design));
   report.losses = project->Save(path, report.storeVersion);

@@ -13,9 +13,10 @@ namespace vorn_host {
 /// Whether a file name is that of a project: it ends with ".vorn", in letters of either case.
 [[nodiscard]] bool IsProjectName(const std::filesystem::path& path);
 
-/// Whether a design is written into that file as a project: the file that the name leads to is named like one, or is
-/// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document:
-/// a document in its place would lose all its road data.
+/// Whether a design is written into that file as a project: it or the file that it leads to is named like one, or is
+/// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document,
+/// since a document in its place would lose all its road data, and when a link is named like a project and leads to a
+/// document or to a file named like one, which would become a project.
 [[nodiscard]] bool IsWrittenAsProject(const std::filesystem::path& path);
 
 /// A file with a design, whichever of the two kinds it is: a document, or a project, whose design then is worked on as
@@ -26,6 +27,8 @@ struct DesignFile {
     /// For a project: the store version to write. Without one, that of the project that was read, when it can be
     /// written, else the newest.
     std::string storeVersion;
+    /// `IsWrittenAsProject` of the file, when it has been looked at already.
+    std::optional<bool> asProject;
   };
   struct WriteReport {
     DesignDocument::WriteReport document;
@@ -33,8 +36,10 @@ struct DesignFile {
     std::string storeVersion;
     /// What the store version could not hold.
     std::vector<Project::Loss> losses;
-    /// Where the project that was there before is kept now; empty when there was none.
-    std::filesystem::path formerProject;
+    /// Where the file that a project replaced is kept now, whatever it was; empty when there was none.
+    std::filesystem::path formerFile;
+    /// Whether a document was written of a project that holds more than the design.
+    bool roadDataLeft = false;
   };
 
   /// Reads a project when the file is named or begins like one, else a document. Throws `DocumentError`.
@@ -44,9 +49,6 @@ struct DesignFile {
   /// becomes a new project; what a project holds besides the design is not part of a document. The design is written
   /// from where it is and not needed afterwards. Throws `DocumentError`.
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options) &&;
-
-  /// Whether writing a document leaves road data of the project behind.
-  [[nodiscard]] bool HoldsRoadData() const { return project && project->HoldsRoadData(); }
 
   DesignDocument design;
   /// The project that the design was read from.

@@ -1,12 +1,14 @@
 #include "host/project/project.h"
 
 #include <algorithm>
-#include <functional>
+#include <cstddef>
+#include <iterator>
 #include <pugixml.hpp>
-#include <sstream>
+#include <set>
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/carried_item.h"
 #include "host/document/document_error.h"
 #include "host/project/memory_view_file.h"
 #include "host/project/project_file.h"
@@ -15,12 +17,6 @@
 namespace vorn_host {
 
 namespace {
-
-constexpr const char* kDocumentElement = "document";
-
-// Everything comes back as it was: line ends, blanks and all kinds of nodes.
-constexpr unsigned kParseOptions = pugi::parse_minimal | pugi::parse_escapes | pugi::parse_cdata |
-                                   pugi::parse_comments | pugi::parse_pi | pugi::parse_ws_pcdata;
 
 [[noreturn]] void RefuseNewer(const std::string& name, const std::string& what, std::string_view found,
                               std::string_view newest) {
@@ -42,12 +38,18 @@ void ForEachSet(VornLinearXMLData& data, Visit&& visit) {
   }
 }
 
+/// Calls `visit` with every build form of a set, and its cross section.
+template <typename Visit>
+void ForEachForm(VornXSections& set, Visit&& visit) {
+  for (VornXSection& section : set.GetXSectionArray()) {
+    for (VornBuildForm& form : section.GetBuildFormArray()) visit(form, section);
+  }
+}
+
 template <typename Visit>
 void ForEachForm(VornLinearXMLData& data, Visit&& visit) {
   ForEachSet(data, [&](VornXSections& set) {
-    for (VornXSection& section : set.GetXSectionArray()) {
-      for (VornBuildForm& form : section.GetBuildFormArray()) visit(form);
-    }
+    ForEachForm(set, [&](VornBuildForm& form, const VornXSection&) { visit(form); });
   });
 }
 
@@ -93,13 +95,11 @@ void TakeMadePoints(VornFormCtrlTarget& target, const NurReal& station, VornBuil
 }
 
 void TakeMadePoints(VornXSections& set) {
-  for (VornXSection& section : set.GetXSectionArray()) {
-    for (VornBuildForm& form : section.GetBuildFormArray()) {
-      for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-        TakeMadePoints(target, section.GetCumulativeDist(), form);
-      }
+  ForEachForm(set, [](VornBuildForm& form, const VornXSection& section) {
+    for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+      TakeMadePoints(target, section.GetCumulativeDist(), form);
     }
-  }
+  });
 }
 
 /// Whether an alignment has a design, where no document tells it.
@@ -107,6 +107,24 @@ bool HasDesign(const VornAlignment& alignment) {
   const VornXSections& set = alignment.GetXSections();
   return !set.GetXSectionArray().IsEmpty() || !set.GetFormCtrlTargetArray().IsEmpty() || !set.GetRefAlign().IsEmpty() ||
          !set.GetRefVertical().IsEmpty() || !set.GetProjectPhase().IsEmpty();
+}
+
+bool HasDesign(const VornRoadGmData& roadGm) {
+  const VornAlignmentsArray& alignments = roadGm.GetAlignments();
+  return std::any_of(alignments.begin(), alignments.end(), [](const VornAlignment& one) { return HasDesign(one); });
+}
+
+/// Whether a structure type says anything that a new one does not: a document has it for any of its texts.
+bool HasText(const VornStructureType& type) {
+  static const VornStructureType kNew;
+  return !type.GetTypeStr().IsEmpty() || !type.GetJobName().IsEmpty() || !type.GetCompany().IsEmpty() ||
+         !(type.GetStationType().IsEmpty() || type.GetStationType() == kNew.GetStationType());
+}
+
+/// The road geometry that a design stands in.
+template <typename Data>
+auto& RoadGmOf(Data& data, bool inRoadCenter) {
+  return inRoadCenter ? data.GetRoadCenter().GetRoadGm() : data.GetInfoConstrcut().GetRoadGm();
 }
 
 /// The record of road data in the newest store version.
@@ -174,12 +192,20 @@ std::vector<Project::Loss> GiveUpFor(VornLinearXMLData& data, std::string_view s
   return losses;
 }
 
-/// Removes an alignment; the current one stays the current one, or when it is the one that goes, gives way to the next.
-void RemoveAlignment(VornAlignmentsArray& alignments, int index) {
-  alignments.RemoveAt(index);
-  const int current = alignments.GetCurrent() - (index < alignments.GetCurrent() ? 1 : 0);
-  alignments.SetCurrent(std::min(current, alignments.GetUpperBound()));
+/// A whole project file: the road data in a store version, and the document part.
+std::vector<std::uint8_t> FileOf(VornLinearXMLData& data, std::string_view storeVersion, std::string_view document) {
+  const CString tag(storeVersion);
+  data.GetInfoConstrcut().SetStoreVersion(tag);
+  data.GetRoadCenter().SetStoreVersion(tag);
+  GiveTargetsTheirPoints(data);
+  ProjectFileBuilder builder{std::string(storeVersion)};
+  CArchive ar(&builder.Record(), CArchive::store);
+  data.Serialize(ar, tag);
+  ar.Close();
+  return builder.Finish(document);
 }
+
+// --- edition ---------------------------------------------------------------------------------------------------------
 
 Edition EditionOf(VornSchema::Version version) {
   switch (version) {
@@ -195,6 +221,55 @@ Edition EditionOf(VornSchema::Version version) {
 VornSchema::Version VersionOf(Edition edition) {
   const EditionScope scope(edition);
   return VornSchema::Instance().GetVersion();
+}
+
+// --- carried content -------------------------------------------------------------------------------------------------
+
+/// Moves what is carried over along with its sets.
+/// @param formers for each set, which one it was, -1 for a new one
+/// @param formerCount how many there were
+void MoveCarried(CarriedContent& carried, Edition edition, const std::vector<int>& formers, int formerCount) {
+  pugi::xml_document tree;
+  pugi::xml_node element = tree.append_child();
+  element.append_attribute("edition") = std::string(EditionName(edition)).c_str();
+  carried.Store(element);
+  const auto stored = element.children("sections");
+  const std::vector<pugi::xml_node> orders(stored.begin(), stored.end());
+  for (const int former : formers) {
+    if (orders.empty()) break;  // a design that was never read from a document
+    const auto at = static_cast<std::size_t>(former);
+    former >= 0 && at < orders.size() ? element.append_copy(orders[at]) : element.append_child("sections");
+  }
+  for (const pugi::xml_node order : orders) element.remove_child(order);
+  carried = CarriedContent::Load(element, "the project");
+
+  std::vector<int> placeOf(static_cast<std::size_t>(formerCount), -1);
+  std::set<int> left;
+  for (std::size_t i = 0; i < formers.size(); ++i) {
+    if (formers[i] < 0) continue;
+    placeOf[static_cast<std::size_t>(formers[i])] = static_cast<int>(i);
+    left.insert(formers[i]);
+  }
+  const auto follow = [&](ElementPath& path) {
+    if (path.empty() || path[0].tag != "tsf:XSections") return true;
+    const auto former = static_cast<std::size_t>(path[0].index);
+    path[0].index = former < placeOf.size() ? placeOf[former] : -1;
+    return path[0].index >= 0;
+  };
+  const auto siblingBefore = [&](const ElementPath& path) {
+    if (path.size() != 1 || path[0].tag != "tsf:XSections") return -1;
+    const auto next = left.lower_bound(path[0].index);
+    return next == left.begin() ? -1 : *std::prev(next);
+  };
+  (void)carried.MoveElements({follow, siblingBefore});
+}
+
+/// Whether every set is where it was.
+bool IsInOrder(const std::vector<int>& formers, int formerCount) {
+  for (std::size_t i = 0; i < formers.size(); ++i) {
+    if (formers[i] != static_cast<int>(i)) return false;
+  }
+  return formers.size() == static_cast<std::size_t>(formerCount);
 }
 
 }  // namespace
@@ -217,12 +292,15 @@ Project Project::FromBytes(std::string_view content, const std::string& name) {
   }
   Project project;
   project.m_storeVersion = file.storeVersion;
-  project.LoadDocumentPart(file.document, name);
+  project.m_isOfDocument = !file.document.empty();
+  if (project.m_isOfDocument) project.m_document = DocumentPart::Parse(file.document, name);
   {
-    const EditionScope scope(project.m_edition);
+    const EditionScope scope(project.m_document.edition);
     project.LoadRecord(file.record, name);
   }
-  project.FindDesign(name);
+  if (project.m_isOfDocument) project.FindSets(name);
+  project.m_isStructureTypeBlank = !HasText(project.GetRoadGm().GetStructureType());
+  project.Settle();
   return project;
 }
 
@@ -269,106 +347,144 @@ std::vector<std::uint8_t> Project::ToBytes(const std::string& name, std::string_
                         " cannot be written: cross sections have records for writing from " +
                         std::string(kWritableStoreVersions.front()) + " on");
   }
-  losses = GiveUpFor(data, storeVersion);
-  const CString tag(storeVersion);
-  data.GetInfoConstrcut().SetStoreVersion(tag);
-  data.GetRoadCenter().SetStoreVersion(tag);
-  RoadGm().SetSchemaVersion(VersionOf(m_edition));
-
-  const EditionScope scope(m_edition);
-  GiveTargetsTheirPoints(data);
-  ProjectFileBuilder builder{std::string(storeVersion)};
-  CArchive ar(&builder.Record(), CArchive::store);
-  data.Serialize(ar, tag);
-  ar.Close();
-  return builder.Finish(DocumentPart());
+  Settle();
+  std::string document;
+  if (m_isOfDocument) {
+    document = m_document.ToText();
+    (void)DocumentPart::Parse(document, name);  // what could not be read again is not written
+  }
+  const EditionScope scope(m_document.edition);
+  losses.clear();
+  if (storeVersion == kNewestStoreVersion) return FileOf(data, storeVersion, document);
+  VornLinearXMLData older = data;  // the project keeps what the older version cannot hold
+  losses = GiveUpFor(older, storeVersion);
+  return FileOf(older, storeVersion, document);
 }
 
 // --- design ----------------------------------------------------------------------------------------------------------
 
-VornRoadGmData& Project::RoadGm() {
-  return m_designInRoadCenter ? data.GetRoadCenter().GetRoadGm() : data.GetInfoConstrcut().GetRoadGm();
-}
+const VornRoadGmData& Project::GetRoadGm() const { return RoadGmOf(data, m_document.inRoadCenter); }
 
-const VornRoadGmData& Project::GetRoadGm() const {
-  return m_designInRoadCenter ? data.GetRoadCenter().GetRoadGm() : data.GetInfoConstrcut().GetRoadGm();
-}
+VornRoadGmData& Project::RoadGm() { return RoadGmOf(data, m_document.inRoadCenter); }
 
-std::vector<int> Project::DesignAlignments() const {
-  if (m_isOut) return m_given;
-  std::vector<int> found;
-  const VornAlignmentsArray& alignments = GetRoadGm().GetAlignments();
+void Project::FindSets(const std::string& name) {
+  VornAlignmentsArray& alignments = RoadGm().GetAlignments();
+  const std::vector<int>& empty = m_document.emptySets;
+  if (!empty.empty() && !alignments.IsRange(empty.back())) {
+    throw DocumentError(name + ": the document part of the project is damaged: a set has no alignment of its own");
+  }
+  std::vector<int> places;
+  auto nextEmpty = empty.begin();
   for (int i = 0; i < alignments.GetSize(); ++i) {
-    const bool isEmptySet = std::find(m_emptySets.begin(), m_emptySets.end(), i) != m_emptySets.end();
-    if (isEmptySet || HasDesign(alignments[i])) found.push_back(i);
+    const bool isListed = nextEmpty != empty.end() && *nextEmpty == i;
+    if (isListed) ++nextEmpty;
+    if (isListed || HasDesign(std::as_const(alignments)[i])) places.push_back(i);
   }
-  return found;
+  m_sets.Remember(alignments, places);
 }
 
-void Project::FindDesign(const std::string& name) {
-  if (m_isOfDocument) {
-    const VornAlignmentsArray& alignments = GetRoadGm().GetAlignments();
-    const bool inOrder = std::is_sorted(m_emptySets.begin(), m_emptySets.end(), std::less_equal<>());
-    if (!inOrder || (!m_emptySets.empty() && (m_emptySets.front() < 0 || !alignments.IsRange(m_emptySets.back())))) {
-      throw DocumentError(name + ": the document part of the project is damaged: a set has no alignment of its own");
-    }
-    return;
+void Project::Settle() {
+  if (m_isOut) return;
+  if (!m_isOfDocument) {
+    m_sets = SetPlaces();
+    m_document.inRoadCenter =
+        !HasDesign(RoadGmOf(std::as_const(data), false)) && HasDesign(RoadGmOf(std::as_const(data), true));
+    m_document.edition = EditionOf(GetRoadGm().GetSchemaVersion());
   }
-  m_designInRoadCenter = false;
-  if (DesignAlignments().empty()) {
-    m_designInRoadCenter = true;
-    m_designInRoadCenter = !DesignAlignments().empty();
+  const bool saysSomething = HasText(GetRoadGm().GetStructureType());
+  if (!m_isOfDocument) m_document.hasStructureType = saysSomething;
+  // Of a document without one that brought texts all the same, nobody asked for it.
+  if (saysSomething && m_isStructureTypeBlank) m_document.hasStructureType = true;
+  SettleSets();
+}
+
+void Project::SettleSets() {
+  VornAlignmentsArray& alignments = RoadGm().GetAlignments();
+  std::vector<int> setAt(static_cast<std::size_t>(alignments.GetSize()), -1);
+  const std::vector<int> found = m_sets.Find(alignments);
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    if (found[i] >= 0) setAt[static_cast<std::size_t>(found[i])] = static_cast<int>(i);
   }
-  m_edition = EditionOf(GetRoadGm().GetSchemaVersion());
-  m_hasStructureType = !GetRoadGm().GetStructureType().GetTypeStr().IsEmpty();
+  std::vector<int> places;
+  std::vector<int> formers;
+  m_document.emptySets.clear();
+  for (int i = 0; i < alignments.GetSize(); ++i) {
+    const int former = setAt[static_cast<std::size_t>(i)];
+    const bool hasDesign = HasDesign(std::as_const(alignments)[i]);
+    if (former < 0 && !hasDesign) continue;
+    if (!hasDesign) m_document.emptySets.push_back(i);
+    places.push_back(i);
+    formers.push_back(former);
+  }
+  if (m_isOfDocument && !IsInOrder(formers, m_sets.GetSize())) {
+    MoveCarried(m_document.carried, m_document.edition, formers, m_sets.GetSize());
+  }
+  m_sets.Remember(alignments, places);
+}
+
+void Project::ReferToAlignments() {
+  VornAlignmentsArray& alignments = RoadGm().GetAlignments();
+  const std::vector<int> places = m_sets.Find(alignments);
+  for (const int place : places) {
+    VornAlignment& alignment = alignments[place];
+    VornXSections& set = alignment.GetXSections();
+    if (set.GetRefAlign().IsEmpty()) set.SetRefAlign(alignment.GetName());
+  }
+  m_sets.Remember(alignments, places);
 }
 
 DesignDocument Project::GiveDesign() {
-  const EditionScope scope(m_edition);
+  Settle();
+  if (!m_isOfDocument && !m_isOut) ReferToAlignments();
+  const EditionScope scope(m_document.edition);
   VornRoadGmData& roadGm = RoadGm();
-  m_given = DesignAlignments();
-  m_isOut = true;
 
   DesignDocument design;
-  design.edition = m_edition;
-  design.encodingName = m_encodingName;
+  design.edition = m_document.edition;
+  design.encodingName = m_document.encodingName;
   design.fileInfos = roadGm.GetFileInfos();
   design.structureType = roadGm.GetStructureType();
-  design.hasStructureType = m_hasStructureType;
-  design.carried = std::exchange(m_carried, CarriedContent());
-  for (const int index : m_given) {
-    VornAlignment& alignment = roadGm.GetAlignments()[index];
-    VornXSections& set = design.sets[design.sets.Add(std::exchange(alignment.GetXSections(), VornXSections()))];
-    if (!m_isOfDocument && set.GetRefAlign().IsEmpty()) set.SetRefAlign(alignment.GetName());
-    TakeMadePoints(set);
+  design.hasStructureType = m_document.hasStructureType;
+  design.carried = std::exchange(m_document.carried, CarriedContent());
+  for (const int index : m_sets.Find(roadGm.GetAlignments())) {
+    if (index < 0) continue;
+    design.sets.Add(std::exchange(roadGm.GetAlignments()[index].GetXSections(), VornXSections()));
+    TakeMadePoints(design.sets[design.sets.GetUpperBound()]);
   }
+  m_sets.HandOut();
+  m_isOut = true;
   return design;
 }
 
 void Project::TakeDesign(DesignDocument design) {
+  Settle();
   VornRoadGmData& roadGm = RoadGm();
   VornAlignmentsArray& alignments = roadGm.GetAlignments();
-  std::vector<int> places = DesignAlignments();
-  std::erase_if(places, [&](int index) { return !alignments.IsRange(index); });
-  m_edition = design.edition;
-  m_encodingName = std::move(design.encodingName);
-  m_hasStructureType = design.hasStructureType;
-  m_carried = std::move(design.carried);
-  roadGm.SetSchemaVersion(VersionOf(m_edition));
+  m_document.edition = design.edition;
+  m_document.encodingName = std::move(design.encodingName);
+  m_document.hasStructureType = design.hasStructureType;
+  m_document.carried = std::move(design.carried);
+  roadGm.SetSchemaVersion(VersionOf(design.edition));
   roadGm.SetFileInfos(design.fileInfos);
   roadGm.SetStructureType(design.structureType);
+  m_isStructureTypeBlank = !HasText(design.structureType);
 
-  const auto sets = static_cast<std::size_t>(design.sets.GetSize());
-  while (places.size() < sets) places.push_back(alignments.Add(VornAlignment()));
-  for (std::size_t i = 0; i < sets; ++i) {
-    VornXSections& set = design.sets[static_cast<int>(i)];
-    VornAlignment& alignment = alignments[places[i]];
-    if (alignment.GetName().IsEmpty()) alignment.SetName(set.GetRefAlign());
+  const std::vector<int> found = m_sets.Find(alignments);
+  const std::vector<int> matches = m_sets.Match(design.sets, alignments, found);
+  std::vector<int> chosen;
+  for (const int former : matches) chosen.push_back(former < 0 ? -1 : found[static_cast<std::size_t>(former)]);
+  const std::vector<int> places = ArrangeAlignments(alignments, found, chosen);
+  for (int i = 0; i < design.sets.GetSize(); ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    VornXSections& set = design.sets[i];
+    VornAlignment& alignment = alignments[places[at]];
+    const bool bearsReference = matches[at] >= 0 && alignment.GetName() == m_sets.ReferenceOf(matches[at]);
+    if (alignment.GetName().IsEmpty() || (bearsReference && !set.GetRefAlign().IsEmpty())) {
+      alignment.SetName(set.GetRefAlign());
+    }
     alignment.GetXSections() = std::move(set);
   }
-  for (; places.size() > sets; places.pop_back()) RemoveAlignment(alignments, places.back());
-  std::erase_if(places, [&](int index) { return HasDesign(alignments[index]); });
-  m_emptySets = std::move(places);
+  m_sets.Remember(alignments, places);
   if (alignments.GetCurrent() < 0 && !alignments.IsEmpty()) alignments.SetCurrent(0);
   m_isOfDocument = true;
   m_isOut = false;
@@ -377,7 +493,7 @@ void Project::TakeDesign(DesignDocument design) {
 bool Project::HoldsRoadData() const {
   Project rest;
   rest.data = data;
-  rest.m_designInRoadCenter = m_designInRoadCenter;
+  rest.m_document.inRoadCenter = m_document.inRoadCenter;
   VornRoadGmData& roadGm = rest.RoadGm();
   const VornRoadGmData none;
   roadGm.SetFileInfos(none.GetFileInfos());
@@ -396,49 +512,6 @@ bool Project::HoldsRoadData() const {
   alignments.SetCurrent(none.GetAlignments().GetCurrent());
   VornLinearXMLData empty;
   return RecordOf(rest.data) != RecordOf(empty);
-}
-
-// --- what the records do not hold ------------------------------------------------------------------------------------
-
-std::string Project::DocumentPart() const {
-  if (!m_isOfDocument) return {};
-  pugi::xml_document tree;
-  pugi::xml_node element = tree.append_child(kDocumentElement);
-  element.append_attribute("edition") = std::string(EditionName(m_edition)).c_str();
-  element.append_attribute("encoding") = m_encodingName.c_str();
-  element.append_attribute("structureType") = m_hasStructureType;
-  if (m_designInRoadCenter) element.append_attribute("roadCenter") = true;
-  for (const int index : m_emptySets) element.append_child("set").append_attribute("alignment") = index;
-  m_carried.Store(element);
-  std::ostringstream text;
-  tree.save(text, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-  return std::move(text).str();
-}
-
-void Project::LoadDocumentPart(std::string_view text, const std::string& name) {
-  if (text.empty()) return;
-  m_isOfDocument = true;
-  pugi::xml_document tree;
-  const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
-  const pugi::xml_node element = tree.child(kDocumentElement);
-  if (!result || !element) {
-    throw DocumentError(name + ": the document part of the project is damaged: " +
-                        (result ? "there is no document" : result.description()));
-  }
-  const std::string_view edition = element.attribute("edition").value();
-  if (edition == EditionName(Edition::RoadGm)) {
-    m_edition = Edition::RoadGm;
-  } else if (const auto known = ParseEdition(edition)) {
-    m_edition = *known;
-  } else {
-    throw DocumentError(name + ": the project's document is of edition \"" + std::string(edition) +
-                        "\", which this program does not know");
-  }
-  m_encodingName = element.attribute("encoding").value();
-  m_hasStructureType = element.attribute("structureType").as_bool();
-  m_designInRoadCenter = element.attribute("roadCenter").as_bool();
-  for (const pugi::xml_node set : element.children("set")) m_emptySets.push_back(set.attribute("alignment").as_int(-1));
-  m_carried = CarriedContent::Load(element, name);
 }
 
 }  // namespace vorn_host

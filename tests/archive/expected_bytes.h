@@ -119,6 +119,16 @@ inline void ExpectedBytes::Add(const ExpectedRow& row) {
   m_fields.insert(m_fields.end(), row.fields.begin(), row.fields.end());
 }
 
+/// The record with one field encoded otherwise.
+inline Bytes With(const ExpectedBytes& table, std::size_t replaced, const Bytes& encoding) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < table.Fields().size(); ++i) {
+    const Bytes& field = i == replaced ? encoding : table.Fields()[i].value.bytes;
+    bytes.insert(bytes.end(), field.begin(), field.end());
+  }
+  return bytes;
+}
+
 /// Whether the bytes are those of the fields, no more and no less.
 inline testing::AssertionResult HasBytes(const Bytes& bytes, const ExpectedBytes& expected) {
   std::size_t at = 0;

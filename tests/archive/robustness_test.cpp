@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
-#include <utility>
 
 #include "tests/archive/full_records.h"
 #include "tests/archive/small_disk.h"
@@ -41,20 +39,6 @@ Cause Outcome(const Bytes& bytes, const CString& tag) {
   return cause;
 }
 
-bool EndsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-/// The archive with one field encoded otherwise.
-Bytes With(const ExpectedBytes& table, std::size_t replaced, const Bytes& encoding) {
-  using test_support::operator+;
-  Bytes bytes;
-  for (std::size_t i = 0; i < table.Fields().size(); ++i) {
-    bytes = std::move(bytes) + (i == replaced ? encoding : table.Fields()[i].value.bytes);
-  }
-  return bytes;
-}
-
 class DamagedArchive : public InStoreVersion {};
 IN_EVERY_STORE_VERSION(DamagedArchive);
 
@@ -86,7 +70,7 @@ TEST_P(DamagedArchive, DoesNotBelieveCountsThatItsBytesCannotBack) {
   const ExpectedBytes table = SmallSet(Read());
   int counts = 0;
   for (std::size_t i = 0; i < table.Fields().size(); ++i) {
-    if (!EndsWith(table.Fields()[i].name, "count")) continue;
+    if (!table.Fields()[i].name.ends_with("count")) continue;
     ++counts;
     for (const std::uint32_t count : {0xFFFFFFFFu, 0x80000000u, 0x7FFFFFFFu, 0x40000000u, 0x10000u}) {
       ASSERT_EQ(Outcome(With(table, i, U32(count).bytes), Tag()), CArchiveException::endOfFile)

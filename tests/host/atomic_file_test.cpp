@@ -318,6 +318,37 @@ TEST(WriteFileAtomically, RemovesWhatAKilledSaveOfTheSameFileLeft) {
   EXPECT_THAT(directory.Names(), ElementsAre("a.vorn"));
 }
 
+TEST(WriteFileAtomically, MakesAFormerFileThatAKilledSaveLeftTheBackup) {
+  const TemporaryDirectory directory;
+  directory.Write("a.bak", "older");
+  fs::last_write_time(directory / "a.bak", fs::file_time_type::clock::now() - std::chrono::hours(3));
+  LeaveOld(directory, ".a-0123456789.bak");
+  directory.Write("a", "new");
+  WriteFileAtomically(directory / "a", "newer");
+  EXPECT_EQ(ReadFile(directory / "a.bak"), "half") << "what is named like this is whole";
+  EXPECT_THAT(directory.Names(), ElementsAre("a", "a.bak"));
+  LeaveOld(directory, ".a-0123456789.bak");
+  fs::remove(directory / "a.bak");
+  WriteFileAtomically(directory / "a", "newest");
+  EXPECT_THAT(directory.Names(), ElementsAre("a", "a.bak"));
+}
+
+TEST(WriteFileAtomically, KeepsABackupThatIsNewerThanWhatAKilledSaveLeft) {
+  const TemporaryDirectory directory;
+  LeaveOld(directory, ".a-0123456789.bak");
+  directory.Write("a.bak", "later");
+  WriteFileAtomically(directory / "a", "new");
+  EXPECT_EQ(ReadFile(directory / "a.bak"), "later");
+  EXPECT_THAT(directory.Names(), ElementsAre("a", "a.bak"));
+}
+
+TEST(WriteFileAtomically, LeavesAFormerFileAloneThatASaveMayBeUsing) {
+  const TemporaryDirectory directory;
+  directory.Write(".a-0123456789.bak", "former");
+  WriteFileAtomically(directory / "a", "new");
+  EXPECT_THAT(directory.Names(), ElementsAre(".a-0123456789.bak", "a"));
+}
+
 TEST(WriteFileAtomically, LeavesAlikeFilesAlone) {
   const TemporaryDirectory directory;
   directory.Write(".a-0123456789.tmp", "in use by another program");
@@ -402,14 +433,14 @@ TEST_F(SavingAgain, ChangesNothingWhenTheFormerFileCannotBecomeTheBackup) {
 TEST_F(SavingAgain, ChangesNothingWhenThereIsADirectoryInTheBackupsPlace) {
   fs::remove(m_directory / "a.bak");
   fs::create_directory(m_directory / "a.bak");
-  EXPECT_THAT(Save(), HasSubstr("the former file cannot be kept"));
+  EXPECT_THAT(Save(), HasSubstr("the former file cannot be kept as " + (m_directory / "a.bak").string() + ": "));
   EXPECT_EQ(ReadFile(m_directory / "a"), "former");
   EXPECT_THAT(m_directory.Names(), ElementsAre("a", "a.bak"));
 }
 
-/// Saves in a process of its own.
+/// Saves in a process of its own, which has to end by a signal.
 template <typename Save>
-void SaveInAChild(Save&& save) {
+void SaveInAChild(int expectedSignal, Save&& save) {
   const pid_t child = fork();
   if (child == 0) {
     RemoveUnfinishedFilesOnSignals();
@@ -418,19 +449,56 @@ void SaveInAChild(Save&& save) {
   }
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == expectedSignal);
 }
 
 TEST_F(SavingAgain, TakesBothOfItsFilesAwayWhenItIsStoppedBeforeTheNewOneIsInPlace) {
-  m_calls.onRename = [](const char*) { return std::raise(SIGINT); };
-  SaveInAChild([&] { Save(); });
+  m_calls.onLink = [] { return std::raise(SIGINT); };
+  SaveInAChild(SIGINT, [&] { Save(); });
+  ExpectFiles("former", "older");
+  m_calls.onLink = [] { return EPERM; };
+  m_calls.onRename = [](const char* to) { return fs::path(to).extension() == ".bak" ? std::raise(SIGTERM) : 0; };
+  SaveInAChild(SIGTERM, [&] { Save(); });  // when the copy of the former file is made
   ExpectFiles("former", "older");
 }
 
-TEST_F(SavingAgain, LeavesTheNewFileWhenItIsStoppedBeforeTheBackup) {
-  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a.bak" ? std::raise(SIGINT) : 0; };
-  SaveInAChild([&] { Save(); });
-  ExpectFiles("new", "older");
+TEST_F(SavingAgain, KeepsTheFormerFileWhenItIsStoppedWhileTheFilesArePutInPlace) {
+  for (const char* name : {"a", "a.bak"}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+      m_directory.Write("a", "former");
+      m_directory.Write("a.bak", "older");
+      m_calls.onRename = [&](const char* to) { return fs::path(to).filename() == name ? std::raise(signal) : 0; };
+      SaveInAChild(signal, [&] { Save(); });
+      ExpectFiles("new", "former");
+    }
+  }
+}
+
+TEST_F(SavingAgain, PutsTheFormerFileBackWhenItIsStoppedAndCannotKeepIt) {
+  m_calls.onRename = [](const char* to) {
+    return fs::path(to).filename() == "a.bak" ? std::raise(SIGINT) + EACCES : 0;
+  };
+  SaveInAChild(SIGINT, [&] { Save(); });
+  ExpectFiles("former", "older");
+}
+
+TEST_F(SavingAgain, LeavesTheFormerFileUnderItsSecondNameWhenItIsKilledBeforeTheBackup) {
+  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a.bak" ? std::raise(SIGKILL) : 0; };
+  SaveInAChild(SIGKILL, [&] { Save(); });
+  EXPECT_EQ(ReadFile(m_directory / "a"), "new");
+  EXPECT_EQ(ReadFile(m_directory / "a.bak"), "older");
+  const std::vector<std::string> names = m_directory.Names();
+  ASSERT_EQ(names.size(), 3u);
+  EXPECT_THAT(names[0], AllOf(StartsWith(".a-"), testing::EndsWith(".bak")));
+  EXPECT_EQ(ReadFile(m_directory / names[0]), "former");
+
+  // An hour later, with a save that fails.
+  const auto now = fs::file_time_type::clock::now();
+  fs::last_write_time(m_directory / names[0], now - std::chrono::hours(2));
+  fs::last_write_time(m_directory / "a.bak", now - std::chrono::hours(3));
+  m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a" ? EBUSY : 0; };
+  EXPECT_THAT(Save(), HasSubstr("cannot be put in place"));
+  ExpectFiles("new", "former");
 }
 
 #endif  // __linux__

@@ -485,7 +485,7 @@ TEST_F(Cli, SampleMakesAProjectWhereOneIsNamedAndKeepsTheFormerOne) {
   EXPECT_EQ(OutputJson({"info", Path("a.vorn"), "--json"})["sets"][0]["crossSections"]["count"], 3);
   EXPECT_EQ(OutputJson({"check", Path("a.vorn"), "--json"})["valid"], true);
 
-  EXPECT_EQ(make("river")["formerProject"], Path("a.vorn.bak"));
+  EXPECT_EQ(make("river")["formerFile"], Path("a.vorn.bak"));
   EXPECT_TRUE(ReadAll(Path("a.vorn.bak")) == first);
   ExpectFailure({"sample", Path("a.vorn"), "--encoding", "shift_jis"}, HasSubstr("only a document has an encoding"));
 }

@@ -119,6 +119,7 @@ TEST(ConvertEdition, RefusesARoadGeometryDocument) {
   DesignDocument document = Road41();
   EXPECT_THAT(ErrorOf([&] { ConvertEdition(document, Edition::RoadGm); }), HasSubstr("RoadGmxml"));
   EXPECT_EQ(document.edition, Edition::V41);
+  EXPECT_THAT(ErrorOf([&] { ConvertEdition(geometry, Edition::V41, "g.xml"); }), testing::StartsWith("g.xml: "));
   EXPECT_EQ(ErrorOf([&] { ConvertEdition(geometry, Edition::RoadGm); }), "");
 }
 

@@ -9,9 +9,12 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "host/project/project.h"
 #include "tests/host/tool.h"
 
 namespace {
@@ -32,6 +35,16 @@ const std::vector<std::string> kSamples = {"road-4.1.xml", "road-with-geometry-4
 
 class ProjectCommand : public host_test::ToolTest {};
 
+/// A document without the value of its first creation date, which there has to be.
+std::string WithoutCreateDate(std::string text) {
+  constexpr std::string_view kAttribute = "createDate=\"";
+  const std::size_t at = text.find(kAttribute);
+  EXPECT_NE(at, std::string::npos);
+  if (at == std::string::npos) return text;
+  const std::size_t value = at + kAttribute.size();
+  return text.erase(value, text.find('"', value) - value);
+}
+
 TEST_F(ProjectCommand, ConvertsEveryDocumentToAProjectAndBack) {
   for (const std::string& sample : kSamples) {
     (void)Output({"convert", Sample(sample), Path("direct.xml")});
@@ -48,12 +61,11 @@ TEST_F(ProjectCommand, ExportsAProjectInEveryEditionAsItsDocumentWouldBe) {
       (void)Output({"convert", Sample(sample), Path("direct.xml"), "--edition", edition});
       (void)Output({"convert", Path("p.vorn"), Path("back.xml"), "--edition", edition});
       // Editions from 4.0 on have a file information with the present time when the document has none.
-      const auto withoutTime = [](std::string text) {
-        const std::size_t at = text.find("createDate=\"");
-        return at == std::string::npos ? text : text.erase(at, 50);
+      const bool isGivenTime = ReadAll(Sample(sample)).find("<tsf:FileInfo") == std::string::npos && edition != "2.0";
+      const auto compared = [&](const char* name) {
+        return isGivenTime ? WithoutCreateDate(ReadAll(Path(name))) : ReadAll(Path(name));
       };
-      EXPECT_EQ(withoutTime(ReadAll(Path("back.xml"))), withoutTime(ReadAll(Path("direct.xml"))))
-          << sample << " in " << edition;
+      EXPECT_EQ(compared("back.xml"), compared("direct.xml")) << sample << " in " << edition;
     }
   }
 }
@@ -79,6 +91,55 @@ TEST_F(ProjectCommand, WritesOlderStoreVersions) {
   ExpectFailure({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--store-version", "04.00"}, HasSubstr("05.00"));
   ExpectFailure({"convert", Sample("road-4.1.xml"), Path("p.xml"), "--store-version", "05.00"},
                 HasSubstr("only a project"));
+}
+
+TEST_F(ProjectCommand, TellsWhatAnOlderStoreVersionCannotHold) {
+  const std::string project = std::string(VORN_TEST_DATA) + "/projects/road-06.00.vorn";
+  const std::vector<std::string> toOlder = {"convert", project, Path("p.vorn"), "--store-version", "05.00"};
+  EXPECT_THAT(Output(toOlder), AllOf(HasSubstr("05.00 from 06.00"), HasSubstr("Dropped, as store version 05.00"),
+                                     HasSubstr("second role of a point")));
+  std::vector<std::string> toJson = toOlder;
+  toJson.emplace_back("--json");
+  const Json json = OutputJson(toJson);
+  ASSERT_FALSE(json["notStored"].empty());
+  for (const Json& loss : json["notStored"]) {
+    EXPECT_FALSE(loss["what"].get<std::string>().empty());
+    EXPECT_GT(loss["count"].get<int>(), 0);
+  }
+  EXPECT_FALSE(json["roadDataLeft"].get<bool>()) << "a project holds them";
+  // The older project holds all that it says.
+  EXPECT_EQ(OutputJson({"convert", Path("p.vorn"), Path("p2.vorn"), "--json"})["notStored"], Json::array());
+}
+
+TEST_F(ProjectCommand, TellsThatADocumentHoldsTheDesignAlone) {
+  const std::string project = std::string(VORN_TEST_DATA) + "/projects/road-06.00.vorn";
+  const std::string note = "Note: a document holds the design alone; the project's road data are not in it";
+  EXPECT_THAT(Output({"convert", project, Path("d.xml")}), HasSubstr(note));
+  EXPECT_THAT(Output({"edit", project, Path("d.xml"), "--clear-codes"}), HasSubstr(note));
+  EXPECT_TRUE(OutputJson({"convert", project, Path("d.xml"), "--json"})["roadDataLeft"].get<bool>());
+  EXPECT_THAT(Output({"convert", project, Path("p.vorn")}), Not(HasSubstr(note)));
+
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("alone.vorn")});
+  EXPECT_THAT(Output({"convert", Path("alone.vorn"), Path("d.xml")}), Not(HasSubstr(note)));
+  EXPECT_FALSE(OutputJson({"convert", Path("alone.vorn"), Path("d.xml"), "--json"})["roadDataLeft"].get<bool>());
+}
+
+TEST_F(ProjectCommand, RefusesControlCharactersInTheTextsOfAProject) {
+  vorn_host::DesignDocument design = vorn_host::DesignDocument::Read(Sample("road-4.1.xml"));
+  design.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0].SetName("a\x01z", false);
+  vorn_host::Project project;
+  project.TakeDesign(std::move(design));
+  project.Save(Path("p.vorn"));
+  for (const std::string encoding : {"utf-8", "shift_jis"}) {
+    const std::vector<std::string> convert = {"convert", Path("p.vorn"), Path("d.xml"), "--encoding", encoding};
+    ExpectFailure(convert, AllOf(HasSubstr("d.xml: the design holds the control character (U+0001)")));
+    EXPECT_FALSE(std::filesystem::exists(Path("d.xml")));
+    std::vector<std::string> lossy = convert;
+    lossy.insert(lossy.end(), {"--lossy", "--json"});
+    EXPECT_EQ(OutputJson(lossy)["replacedInWriting"], 1) << encoding;
+    EXPECT_THAT(Output({"forms", Path("d.xml")}), HasSubstr("a〓z"));
+    std::filesystem::remove(Path("d.xml"));
+  }
 }
 
 TEST_F(ProjectCommand, ShowsWhatAProjectHolds) {
@@ -151,11 +212,59 @@ TEST_F(ProjectCommand, NeverPutsADocumentInTheProjectsPlace) {
 }
 
 TEST_F(ProjectCommand, SaysWhereTheFormerProjectIsKept) {
-  EXPECT_EQ(OutputJson({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--json"})["formerProject"], nullptr);
-  EXPECT_EQ(OutputJson({"convert", Sample("river-2.0.xml"), Path("p.vorn"), "--json"})["formerProject"],
+  EXPECT_EQ(OutputJson({"convert", Sample("road-4.1.xml"), Path("p.vorn"), "--json"})["formerFile"], nullptr);
+  EXPECT_EQ(OutputJson({"convert", Sample("river-2.0.xml"), Path("p.vorn"), "--json"})["formerFile"],
             Path("p.vorn.bak"));
   EXPECT_THAT(Output({"convert", Sample("river-2.0.xml"), Path("p.vorn")}),
-              AllOf(HasSubstr("Former project"), HasSubstr("p.vorn.bak")));
+              AllOf(HasSubstr("Former file"), HasSubstr("p.vorn.bak")));
+}
+
+TEST_F(ProjectCommand, SaysWhereAFormerDocumentIsKept) {
+  std::filesystem::copy_file(Sample("road-4.1.xml"), Path("p.vorn"));
+  EXPECT_EQ(OutputJson({"convert", Sample("river-2.0.xml"), Path("p.vorn"), "--json"})["formerFile"],
+            Path("p.vorn.bak"));
+  EXPECT_EQ(ReadAll(Path("p.vorn.bak")), ReadAll(Sample("road-4.1.xml")));
+}
+
+TEST_F(ProjectCommand, NamesThePlaceWhereTheFormerFileCannotBeKept) {
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("z.vorn")});
+  const std::string before = ReadAll(Path("z.vorn"));
+  std::filesystem::create_directory(Path("z.vorn.bak"));
+  ExpectFailure({"convert", Sample("river-2.0.xml"), Path("z.vorn")},
+                AllOf(HasSubstr("z.vorn: "), HasSubstr(Path("z.vorn.bak") + ": Is a directory")));
+  EXPECT_EQ(ReadAll(Path("z.vorn")), before);
+}
+
+TEST_F(ProjectCommand, WritesAProjectThroughALinkToANameThatIsNotThereYet) {
+  namespace fs = std::filesystem;
+  fs::create_directory(Path("data"));
+  fs::create_symlink("data/p.vorn", Path("middle"));
+  fs::create_symlink("middle", Path("latest"));
+  EXPECT_EQ(OutputJson({"convert", Sample("road-4.1.xml"), Path("latest"), "--json"})["storeVersion"], "06.00");
+  EXPECT_TRUE(OutputJson({"info", Path("data/p.vorn"), "--json"})["project"].is_object());
+  ExpectFailure({"convert", Sample("road-4.1.xml"), Path("latest"), "--encoding", "utf-8"},
+                HasSubstr("only a document has an encoding"));
+}
+
+TEST_F(ProjectCommand, TurnsNoDocumentIntoAProjectThroughALink) {
+  namespace fs = std::filesystem;
+  const std::string document = ReadAll(Sample("road-4.1.xml"));
+  WriteAll(Path("d.xml"), document);
+  WriteAll(Path("design"), document);
+  fs::create_symlink("d.xml", Path("a.vorn"));
+  fs::create_symlink("design", Path("b.vorn"));
+  fs::create_symlink("missing.xml", Path("c.vorn"));
+  for (const char* link : {"a.vorn", "b.vorn", "c.vorn"}) {
+    ExpectFailure({"convert", Sample("road-4.1.xml"), Path(link)},
+                  AllOf(HasSubstr(std::string(link) + ": this link leads to "), HasSubstr("no project")));
+  }
+  EXPECT_EQ(ReadAll(Path("d.xml")), document);
+  EXPECT_EQ(ReadAll(Path("design")), document);
+  EXPECT_FALSE(fs::exists(Path("missing.xml")));
+  // What is a project, or nothing yet, may be named otherwise than the link.
+  fs::create_symlink("new", Path("d.vorn"));
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("d.vorn")});
+  EXPECT_EQ(OutputJson({"convert", Sample("road-4.1.xml"), Path("d.vorn"), "--json"})["formerFile"], Path("new.bak"));
 }
 
 TEST_F(ProjectCommand, KeepsTheStoreVersionOfAProject) {

@@ -12,19 +12,27 @@
 #include "host/document/atomic_file.h"
 #include "host/project/project_file.h"
 #include "tests/host/documents.h"
+#include "tests/host/projects.h"
 #include "tests/host/temporary_directory.h"
 #include "vorn/platform/carchive.h"
 
 namespace vorn_host {
 namespace {
 
-using host_test::Center;
 using host_test::ErrorOf;
-using host_test::Form;
+using host_test::FileOf;
+using host_test::kProjectName;
+using host_test::ProjectOf;
+using host_test::ProjectReadError;
 using host_test::ReadText;
+using host_test::RecordOf;
+using host_test::Reloaded;
 using host_test::RoadForm;
 using host_test::Section;
+using host_test::SmallDesign;
+using host_test::Stored;
 using host_test::TemporaryDirectory;
+using host_test::Text;
 using host_test::WriteText;
 using host_test::Xml;
 using testing::AllOf;
@@ -32,56 +40,6 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-constexpr std::string_view kName = "ring.vorn";
-
-std::string Text(const std::vector<std::uint8_t>& bytes) { return {bytes.begin(), bytes.end()}; }
-
-std::string Stored(Project& project, std::string_view storeVersion = Project::kNewestStoreVersion) {
-  std::vector<Project::Loss> losses;
-  return Text(project.ToBytes(std::string(kName), storeVersion, losses));
-}
-
-Project Reloaded(Project& project, std::string_view storeVersion = Project::kNewestStoreVersion) {
-  return Project::FromBytes(Stored(project, storeVersion), std::string(kName));
-}
-
-Project ProjectOf(DesignDocument design) {
-  Project project;
-  project.TakeDesign(std::move(design));
-  return project;
-}
-
-std::string ReadError(const std::string& content) {
-  return ErrorOf([&] { (void)Project::FromBytes(content, std::string(kName)); });
-}
-
-/// A project file around a record and a document part, with right checksums.
-std::string FileOf(const std::string& storeVersion, std::string_view record, std::string_view document = {}) {
-  ProjectFileBuilder builder(storeVersion);
-  builder.Record().Write(record.data(), static_cast<std::uint32_t>(record.size()));
-  return Text(builder.Finish(document));
-}
-
-/// The record of road data as a library of that store version writes it.
-std::string RecordOf(VornLinearXMLData data, const char* storeVersion) {
-  data.GetInfoConstrcut().SetStoreVersion(storeVersion);
-  data.GetRoadCenter().SetStoreVersion(storeVersion);
-  CMemFile file;
-  CArchive ar(&file, CArchive::store);
-  data.Serialize(ar, storeVersion);
-  ar.Close();
-  return Text(file.Bytes());
-}
-
-DesignDocument SmallDesign() {
-  DesignDocument design;
-  VornXSections& set = design.sets[design.sets.Add(VornXSections())];
-  set.SetRefAlign("A-1");
-  set.SetRefVertical("V-1");
-  set.GetXSectionArray().Add(Section(20.0, {RoadForm("Plan")}));
-  return design;
-}
 
 // --- what comes back -------------------------------------------------------------------------------------------------
 
@@ -314,7 +272,7 @@ TEST(Project, TakesTheDesignFromTheRoadCentreWhenOnlyThatHasOne) {
   alignment.GetXSections().GetXSectionArray().SetSize(2);
   data.GetRoadCenter().GetRoadGm().GetAlignments().Add(alignment);
   data.GetRoadCenter().GetRoadGm().SetSchemaVersion(VornSchema::Version40);
-  Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kName));
+  Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kProjectName));
   DesignDocument design = project.GiveDesign();
   ASSERT_EQ(design.sets.GetSize(), 1);
   EXPECT_EQ(design.sets[0].GetRefAlign(), "A-9");
@@ -331,18 +289,98 @@ TEST(Project, OfAnotherHostTakesItsEditionFromTheSchemaVersion) {
     VornLinearXMLData data;
     data.GetInfoConstrcut().GetRoadGm().SetSchemaVersion(version);
     data.GetInfoConstrcut().GetRoadGm().GetStructureType().SetType(CString("Road"));
-    Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kName));
+    Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kProjectName));
     const DesignDocument design = project.GiveDesign();
     EXPECT_EQ(design.edition, edition);
     EXPECT_TRUE(design.hasStructureType);
   }
 }
 
+TEST(Project, OfAnApplicationTakesItsEditionFromTheSchemaVersion) {
+  for (const auto& [version, edition] : {std::pair{VornSchema::Version20, Edition::V20},
+                                         {VornSchema::Version40, Edition::V40},
+                                         {VornSchema::Version41, Edition::V41}}) {
+    Project project;
+    project.data.GetInfoConstrcut().GetRoadGm().SetSchemaVersion(version);
+    Project loaded = Reloaded(project);
+    EXPECT_EQ(loaded.data.GetInfoConstrcut().GetRoadGm().GetSchemaVersion(), version);
+    EXPECT_EQ(loaded.GiveDesign().edition, edition);
+    EXPECT_EQ(project.GiveDesign().edition, edition);
+  }
+}
+
+TEST(Project, OfAnApplicationMayBeChangedAsLongAsItCameFromNoDocument) {
+  Project project;
+  VornRoadGmData& roadGm = project.data.GetInfoConstrcut().GetRoadGm();
+  (void)Stored(project);
+  roadGm.SetSchemaVersion(VornSchema::Version20);
+  roadGm.GetStructureType().SetJobName("job");
+  const DesignDocument design = project.GiveDesign();
+  EXPECT_EQ(design.edition, Edition::V20);
+  EXPECT_TRUE(design.hasStructureType);
+}
+
+TEST(Project, OfAnApplicationFindsADesignThatIsPutWithTheRoadCentre) {
+  Project project;
+  VornRoadGmData& center = project.data.GetRoadCenter().GetRoadGm();
+  center.SetSchemaVersion(VornSchema::Version40);
+  VornAlignment alignment;
+  alignment.SetName("A-9");
+  alignment.GetXSections().GetXSectionArray().SetSize(2);
+  center.GetAlignments().Add(alignment);
+  DesignDocument design = project.GiveDesign();
+  ASSERT_EQ(design.sets.GetSize(), 1);
+  EXPECT_EQ(design.sets[0].GetRefAlign(), "A-9");
+  EXPECT_EQ(design.edition, Edition::V40);
+  project.TakeDesign(std::move(design));
+  EXPECT_EQ(center.GetAlignments()[0].GetXSections().GetXSectionArray().GetSize(), 2);
+
+  // One in the construction information is the design.
+  Project both;
+  both.data.GetRoadCenter().GetRoadGm().GetAlignments().Add(alignment);
+  (void)both.GiveDesign();
+  both = Project();
+  both.data.GetRoadCenter().GetRoadGm().GetAlignments().Add(alignment);
+  (void)Stored(both);
+  alignment.GetXSections().SetRefAlign("A-1");
+  both.data.GetInfoConstrcut().GetRoadGm().GetAlignments().Add(alignment);
+  EXPECT_EQ(both.GiveDesign().sets[0].GetRefAlign(), "A-1");
+}
+
+TEST(Project, HasAStructureTypeForAnyOfItsTexts) {
+  using Change = void (*)(VornStructureType&);
+  const auto isGiven = [](Change change) {
+    Project project;
+    change(project.data.GetInfoConstrcut().GetRoadGm().GetStructureType());
+    const bool given = Reloaded(project).GiveDesign().hasStructureType;
+    EXPECT_EQ(project.GiveDesign().hasStructureType, given);
+    return given;
+  };
+  EXPECT_FALSE(isGiven([](VornStructureType&) {}));
+  EXPECT_FALSE(isGiven([](VornStructureType& type) { type.SetStationType(""); }));
+  EXPECT_TRUE(isGiven([](VornStructureType& type) { type.SetType(CString("Road")); }));
+  EXPECT_TRUE(isGiven([](VornStructureType& type) { type.SetJobName("job"); }));
+  EXPECT_TRUE(isGiven([](VornStructureType& type) { type.SetCompany("company"); }));
+  EXPECT_TRUE(isGiven([](VornStructureType& type) { type.SetStationType("BP"); }));
+}
+
+TEST(Project, OfADocumentHasTheStructureTypeThatItsApplicationAdds) {
+  Project project = ProjectOf(SmallDesign());
+  EXPECT_FALSE(Reloaded(project).GiveDesign().hasStructureType);
+  project.data.GetInfoConstrcut().GetRoadGm().GetStructureType().SetCompany("company");
+  DesignDocument design = Reloaded(project).GiveDesign();
+  EXPECT_THAT(WriteText(design), HasSubstr("company=\"company\""));
+  // One that its document was to be without stays out.
+  design.hasStructureType = false;
+  project.TakeDesign(std::move(design));
+  EXPECT_FALSE(Reloaded(project).GiveDesign().hasStructureType);
+}
+
 TEST(Project, RemembersThatItsDesignLiesWithTheRoadCentre) {
   VornLinearXMLData data;
   data.GetRoadCenter().GetRoadGm().GetAlignments().SetSize(1);
   data.GetRoadCenter().GetRoadGm().GetAlignments()[0].GetXSections().GetXSectionArray().SetSize(2);
-  Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kName));
+  Project project = Project::FromBytes(FileOf("06.00", RecordOf(data, "06.00")), std::string(kProjectName));
   project.TakeDesign(project.GiveDesign());
   Project again = Reloaded(project);
   EXPECT_EQ(again.GiveDesign().sets[0].GetXSectionArray().GetSize(), 2);
@@ -388,9 +426,11 @@ TEST(Project, RefusesSetsWithoutAlignmentsOfTheirOwn) {
   const std::string content = Stored(project);
   const std::string_view record = ProjectFile::Parse(content, "p").record;
   for (const char* sets : {"<set alignment=\"1\"/>", "<set alignment=\"-1\"/>", "<set/>",
-                           "<set alignment=\"0\"/><set alignment=\"0\"/>"}) {
-    EXPECT_THAT(ReadError(FileOf("06.00", record, "<document edition=\"4.1\">" + std::string(sets) + "</document>")),
-                HasSubstr("no alignment of its own"))
+                           "<set alignment=\"0\"/><set alignment=\"0\"/>", "<set alignment=\"0x\"/>",
+                           "<set alignment=\" 0\"/>", "<set alignment=\"+0\"/>", "<set alignment=\"4294967296\"/>"}) {
+    EXPECT_THAT(
+        ProjectReadError(FileOf("06.00", record, "<document edition=\"4.1\">" + std::string(sets) + "</document>")),
+        HasSubstr("no alignment of its own"))
         << sets;
   }
 }
@@ -426,7 +466,7 @@ TEST(Project, LoadsEveryEarlierStoreVersion) {
     data.GetInfoConstrcut().GetRoadGm().GetRoadInfo().SetName("Route 1");
     data.GetInfoConstrcut().GetCrsArray().SetSize(2);
     data.GetLandXml().GetProject().SetName("LandXML");
-    const Project project = Project::FromBytes(FileOf(version, RecordOf(data, version)), std::string(kName));
+    const Project project = Project::FromBytes(FileOf(version, RecordOf(data, version)), std::string(kProjectName));
     EXPECT_EQ(project.GetStoreVersion(), version);
     EXPECT_EQ(project.data.GetInfoConstrcut().GetRoadGm().GetRoadInfo().GetName(), "Route 1") << version;
     EXPECT_EQ(project.data.GetInfoConstrcut().GetCrsArray().GetSize(), 2);
@@ -472,6 +512,33 @@ TEST(Project, TellsWhatAnOlderStoreVersionCannotHold) {
               ElementsAre(what("second role"), what("element type"), what("control target"), what("original surface")));
 }
 
+TEST(Project, KeepsWhatAnOlderStoreVersionCannotHold) {
+  const TemporaryDirectory directory;
+  DesignDocument design = SmallDesign();
+  VornBuildForm& form = design.sets[0].GetXSectionArray()[0].GetBuildFormArray()[0];
+  form.SetOrgSurface(true);
+  form.GetComposedPntArray()[1].SetXSectType(9, VornComposedPnt::PntType::Sub);
+  form.GetComposedPntArray()[1].SetCode("S1", VornComposedPnt::PntType::Sub);
+  form.GetComposedPntArray()[2].ElmType(VornComposedPnt::ElementType::Shoulder);
+  Project project = ProjectOf(std::move(design));
+  const std::string before = Stored(project);
+  for (const char* version : {"05.00", "05.50"}) {
+    EXPECT_THAT(ErrorOf([&] { project.Save(directory / "missing" / "p.vorn", version); }), HasSubstr("missing"));
+    EXPECT_TRUE(Stored(project) == before) << "after a save that failed, " << version;
+    project.Save(directory / "p.vorn", version);
+    EXPECT_EQ(Project::Read(directory / "p.vorn").GetStoreVersion(), version);
+    EXPECT_TRUE(Stored(project) == before) << "after a save, " << version;
+  }
+  const VornBuildForm& kept = std::as_const(project)
+                                  .data.GetInfoConstrcut()
+                                  .GetRoadGm()
+                                  .GetAlignments()[0]
+                                  .GetXSections()
+                                  .GetXSectionArray()[0]
+                                  .GetBuildFormArray()[0];
+  EXPECT_EQ(kept.GetComposedPntArray()[1].GetXSectType(VornComposedPnt::PntType::Sub), 9u);
+}
+
 TEST(Project, KeepsTheCodesOfItsPointsInOlderStoreVersions) {
   Project first = ProjectOf(SmallDesign());
   Project loaded = Reloaded(first);  // a loaded point does not know which code was set last
@@ -485,10 +552,10 @@ TEST(Project, KeepsTheCodesOfItsPointsInOlderStoreVersions) {
 
 TEST(Project, OfANewerProgramIsRefusedWithBothVersions) {
   const std::string record = RecordOf(VornLinearXMLData(), "06.00");
-  EXPECT_THAT(ReadError(FileOf("06.50", record)),
+  EXPECT_THAT(ProjectReadError(FileOf("06.50", record)),
               AllOf(HasSubstr("ring.vorn: the project was written by a newer program"), HasSubstr("06.50"),
                     HasSubstr("up to 06.00")));
-  EXPECT_THAT(ReadError(FileOf("06.00", RecordOf(VornLinearXMLData(), "06.10"))),
+  EXPECT_THAT(ProjectReadError(FileOf("06.00", RecordOf(VornLinearXMLData(), "06.10"))),
               AllOf(HasSubstr("construction information"), HasSubstr("06.10"), HasSubstr("up to 06.00")));
 
   // The road-centre data's version stands behind the construction information's record.
@@ -499,14 +566,14 @@ TEST(Project, OfANewerProgramIsRefusedWithBothVersions) {
   CArchive ar(&file, CArchive::store);
   data.Serialize(ar, "06.00");
   ar.Close();
-  EXPECT_THAT(ReadError(FileOf("06.00", Text(file.Bytes()))),
+  EXPECT_THAT(ProjectReadError(FileOf("06.00", Text(file.Bytes()))),
               AllOf(HasSubstr("road-centre"), HasSubstr("06.20"), HasSubstr("up to 06.00")));
 
   std::string newerLandXml = record;
   const std::size_t at = newerLandXml.rfind("01.11");
   ASSERT_NE(at, std::string::npos);
   newerLandXml.replace(at, 5, "01.12");
-  EXPECT_THAT(ReadError(FileOf("06.00", newerLandXml)),
+  EXPECT_THAT(ProjectReadError(FileOf("06.00", newerLandXml)),
               AllOf(HasSubstr("LandXML"), HasSubstr("01.12"), HasSubstr("up to 01.11")));
 }
 
@@ -514,7 +581,7 @@ TEST(Project, OfANewerContainerIsRefusedWithBothVersions) {
   Project project;
   std::string content = Stored(project);
   content[8] = 2;
-  EXPECT_THAT(ReadError(content), AllOf(HasSubstr("version 2"), HasSubstr("version 1"), HasSubstr("newer")));
+  EXPECT_THAT(ProjectReadError(content), AllOf(HasSubstr("version 2"), HasSubstr("version 1"), HasSubstr("newer")));
 }
 
 // --- damage ----------------------------------------------------------------------------------------------------------
@@ -523,9 +590,9 @@ TEST(Project, IsRefusedWhereverItIsCut) {
   Project project = ProjectOf(SmallDesign());
   const std::string content = Stored(project);
   for (std::size_t size = 0; size < content.size(); ++size) {
-    ASSERT_THAT(ReadError(content.substr(0, size)), HasSubstr("ring.vorn: ")) << size;
+    ASSERT_THAT(ProjectReadError(content.substr(0, size)), HasSubstr("ring.vorn: ")) << size;
   }
-  EXPECT_THAT(ReadError(content + "x"), HasSubstr("1 bytes too many"));
+  EXPECT_THAT(ProjectReadError(content + "x"), HasSubstr("1 bytes too many"));
 }
 
 TEST(Project, IsRefusedWhicheverByteIsChanged) {
@@ -534,7 +601,7 @@ TEST(Project, IsRefusedWhicheverByteIsChanged) {
   for (std::size_t at = 0; at < content.size(); ++at) {
     std::string damaged = content;
     damaged[at] = static_cast<char>(damaged[at] ^ 0x10);
-    ASSERT_THAT(ReadError(damaged), HasSubstr("ring.vorn: ")) << at;
+    ASSERT_THAT(ProjectReadError(damaged), HasSubstr("ring.vorn: ")) << at;
   }
 }
 
@@ -544,23 +611,23 @@ TEST(Project, TellsWhichPartIsDamaged) {
   const auto damagedAt = [&](std::size_t at) {
     std::string damaged = content;
     damaged[at] = static_cast<char>(damaged[at] + 1);
-    return ReadError(damaged);
+    return ProjectReadError(damaged);
   };
   EXPECT_THAT(damagedAt(0), HasSubstr("not a project file"));
   EXPECT_THAT(damagedAt(14), HasSubstr("head of the project file is damaged"));
   EXPECT_THAT(damagedAt(ProjectFile::kHeadSize + 3), HasSubstr("road data of the project file is damaged"));
   EXPECT_THAT(damagedAt(content.size() - 2), HasSubstr("document part of the project file is damaged"));
-  EXPECT_THAT(ReadError("<?xml version=\"1.0\"?>"), HasSubstr("not a project file"));
-  EXPECT_THAT(ReadError(content.substr(0, 20)), HasSubstr("ends within its head"));
-  EXPECT_THAT(ReadError(content.substr(0, content.size() - 1)), HasSubstr("1 bytes are missing"));
+  EXPECT_THAT(ProjectReadError("<?xml version=\"1.0\"?>"), HasSubstr("not a project file"));
+  EXPECT_THAT(ProjectReadError(content.substr(0, 20)), HasSubstr("ends within its head"));
+  EXPECT_THAT(ProjectReadError(content.substr(0, content.size() - 1)), HasSubstr("1 bytes are missing"));
 }
 
 TEST(Project, TellsWhereARecordCannotBeRead) {
   const std::string record = RecordOf(VornLinearXMLData(), "06.00");
-  EXPECT_THAT(ReadError(FileOf("06.00", record.substr(0, record.size() - 5))),
+  EXPECT_THAT(ProjectReadError(FileOf("06.00", record.substr(0, record.size() - 5))),
               AllOf(HasSubstr("the road data cannot be read in store version 06.00: at byte"), HasSubstr("too early")));
-  EXPECT_THAT(ReadError(FileOf("06.00", record + "123")), HasSubstr("by 3 bytes"));
-  EXPECT_THAT(ReadError(FileOf("6.000", record)), HasSubstr("no store version"));
+  EXPECT_THAT(ProjectReadError(FileOf("06.00", record + "123")), HasSubstr("by 3 bytes"));
+  EXPECT_THAT(ProjectReadError(FileOf("6.000", record)), HasSubstr("no store version"));
 }
 
 /// A document part that somebody made up, below a record that is in order.
@@ -574,20 +641,48 @@ TEST(Project, RefusesADocumentPartThatMakesNoSense) {
   const auto carried = [](std::string_view items) {
     return WithDocumentPart("<document edition=\"4.1\">" + std::string(items) + "</document>");
   };
-  EXPECT_THAT(ReadError(WithDocumentPart("<document")), HasSubstr("document part of the project is damaged"));
-  EXPECT_THAT(ReadError(WithDocumentPart("<other/>")), HasSubstr("there is no document"));
-  EXPECT_THAT(ReadError(WithDocumentPart("<document edition=\"9.9\"/>")), HasSubstr("edition \"9.9\""));
-  EXPECT_THAT(ReadError(carried("<item name=\"x\"/>")), HasSubstr("an item is empty"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:XSections\"><a/></item>")), HasSubstr("is no place"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:XSections/x\"><a/></item>")), HasSubstr("\"x\" is no place"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:XSections/-2\"><a/></item>")), HasSubstr("is no place"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:XSections/2147483647\"><a/></item>")), HasSubstr("is no place"));
-  EXPECT_THAT(ReadError(carried("<item in=\"nobody/0\"><a/></item>")), HasSubstr("no element nobody"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:BuildForm/0\"><a/></item>")), HasSubstr("no tsf:BuildForm where"));
-  EXPECT_THAT(ReadError(carried("<item in=\"tsf:XSections/0\" behind=\"tsf:BuildForm/0\"><a/></item>")),
+  EXPECT_THAT(ProjectReadError(WithDocumentPart("<document")), HasSubstr("document part of the project is damaged"));
+  EXPECT_THAT(ProjectReadError(WithDocumentPart("<other/>")), HasSubstr("there is no document"));
+  EXPECT_THAT(ProjectReadError(WithDocumentPart("<document edition=\"9.9\"/>")), HasSubstr("edition \"9.9\""));
+  EXPECT_THAT(ProjectReadError(carried("<item name=\"x\"/>")), HasSubstr("an item is empty"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:XSections\"><a/></item>")), HasSubstr("is no place"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:XSections/x\"><a/></item>")), HasSubstr("\"x\" is no place"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:XSections/-2\"><a/></item>")), HasSubstr("is no place"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:XSections/2147483647\"><a/></item>")), HasSubstr("is no place"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"nobody/0\"><a/></item>")), HasSubstr("no element nobody"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:BuildForm/0\"><a/></item>")),
               HasSubstr("no tsf:BuildForm where"));
-  EXPECT_THAT(ReadError(carried("<root order=\"x\"/>")), HasSubstr("no element x"));
-  EXPECT_THAT(ReadError(carried("<sections order=\"0 one\"/>")), HasSubstr("\"one\" is no place"));
+  EXPECT_THAT(ProjectReadError(carried("<item in=\"tsf:XSections/0\" behind=\"tsf:BuildForm/0\"><a/></item>")),
+              HasSubstr("no tsf:BuildForm where"));
+  EXPECT_THAT(ProjectReadError(carried("<root order=\"x\"/>")), HasSubstr("no element x"));
+  EXPECT_THAT(ProjectReadError(carried("<sections order=\"0 one\"/>")), HasSubstr("\"one\" is no place"));
+}
+
+TEST(Project, RefusesInADocumentPartWhatANewerProgramMayHaveAdded) {
+  const std::string whole =
+      "<document edition=\"4.1\" encoding=\"UTF-8\" structureType=\"false\"><root tag=\"\" order=\"\">"
+      "<attribute name=\"a\" value=\"b\"/></root><sections order=\"0\"/></document>";
+  const auto errorOf = [](const std::string& part) { return ProjectReadError(WithDocumentPart(part)); };
+  const auto with = [&](const char* what, const char* by) { return errorOf(host_test::With(whole, what, by)); };
+  EXPECT_EQ(errorOf(whole), "");
+  EXPECT_THAT(errorOf(whole + "<document edition=\"4.1\"/>"), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf(whole + "<more/>"), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf("<more/>" + whole), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf(whole + "text"), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf(whole + "<!-- remark -->"), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf("<?xml version=\"1.0\"?>" + whole), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(errorOf("<!DOCTYPE document>" + whole), HasSubstr("something stands beside the document"));
+  EXPECT_THAT(with("<sections", "<more/><sections"), HasSubstr("document holds an unknown element \"more\""));
+  EXPECT_THAT(with("<sections", "text<sections"), HasSubstr("document holds something beside elements"));
+  EXPECT_THAT(with("<sections", "<!-- remark --><sections"), HasSubstr("document holds something beside elements"));
+  EXPECT_THAT(with(" encoding", " more=\"1\" encoding"), HasSubstr("document has an unknown attribute \"more\""));
+  EXPECT_THAT(with("<attribute ", "<item/><attribute "), HasSubstr("root holds an unknown element \"item\""));
+  EXPECT_THAT(with(" value", " more=\"\" value"), HasSubstr("attribute has an unknown attribute \"more\""));
+  EXPECT_THAT(with("order=\"0\"/>", "order=\"0\">1</sections>"), HasSubstr("sections holds something beside"));
+  EXPECT_THAT(with("<sections", "<item more=\"\" name=\"c\"><!--c--></item><sections"),
+              HasSubstr("item has an unknown attribute \"more\""));
+  EXPECT_THAT(with("\"false\"", "\"no\""), HasSubstr("structureType is \"no\" instead of true or false"));
+  EXPECT_THAT(with(" encoding", " roadCenter=\"1\" encoding"), HasSubstr("roadCenter is \"1\""));
 }
 
 TEST(Project, LeavesOutWhatIsCarriedWhereNothingIs) {
@@ -598,7 +693,7 @@ TEST(Project, LeavesOutWhatIsCarriedWhereNothingIs) {
       "</item><item name=\"b\" in=\"tsf:XSections/0 tsf:XSection/0 tsf:BuildForm/2000000\"><b/></item>"
       "<item name=\"c\" in=\"tsf:XSections/-1 tsf:XSection/-1 tsf:ExistingBuildForm/-1\" attribute=\"c\" value=\"\"/>"
       "</document>");
-  Project project = Project::FromBytes(content, std::string(kName));
+  Project project = Project::FromBytes(content, std::string(kProjectName));
   DesignDocument design = project.GiveDesign();
   DesignDocument::WriteReport report;
   EXPECT_THAT(design.ToBytes("out.xml", {}, report), HasSubstr("tsf:XSection "));

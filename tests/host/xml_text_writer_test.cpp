@@ -100,6 +100,26 @@ TEST(XmlTextWriter, ReportsBytesThatAreNoCharacter) {
   EXPECT_EQ(f.problems.count, 2u);
 }
 
+TEST(XmlTextWriter, ReportsControlCharactersByTheirNumbers) {
+  for (int code = 0; code < 0x20; ++code) {
+    if (code == '\t' || code == '\n' || code == '\r') continue;
+    Fixture f;
+    const std::string text = std::string("1") + static_cast<char>(code) + "2";
+    f.writer.InsertChild("a", nullptr);
+    f.writer.SetTextAttribute("x", text);
+    f.writer.SetText(text);
+    EXPECT_EQ(f.Finish(), U8(u8"<r>\n  <a x=\"1〓2\">1〓2</a>\n</r>\n"));
+    EXPECT_EQ(f.problems.count, 2u);
+    ASSERT_TRUE(f.problems.first.has_value());
+    EXPECT_EQ(f.problems.first->what, "the control character " + DescribeCharacter(static_cast<char32_t>(code)));
+  }
+  Fixture f;
+  f.writer.InsertChild("a", nullptr);
+  f.writer.SetText(u8"路\u0001面\u001F"_cp932);
+  EXPECT_EQ(f.Finish(), U8(u8"<r>\n  <a>路〓面〓</a>\n</r>\n"));
+  EXPECT_EQ(f.problems.count, 2u);
+}
+
 TEST(XmlTextWriter, DeclaresANamespaceWhereItIsNotInScope) {
   Fixture f(Attributes{{"xmlns:q", "urn:q"}, {"xmlns", "urn:none"}});
   f.writer.InsertChild("q:a", "urn:q");

@@ -3,8 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string_view>
-#include <utility>
 
 #include "tests/archive/small_disk.h"
 #include "tests/road/full_road_records.h"
@@ -113,20 +111,6 @@ std::optional<Cause> Outcome(const Bytes& bytes) {
   return cause;
 }
 
-bool EndsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-/// The archive with one field encoded otherwise.
-Bytes With(const ExpectedBytes& table, std::size_t replaced, const Bytes& encoding) {
-  using test_support::operator+;
-  Bytes bytes;
-  for (std::size_t i = 0; i < table.Fields().size(); ++i) {
-    bytes = std::move(bytes) + (i == replaced ? encoding : table.Fields()[i].value.bytes);
-  }
-  return bytes;
-}
-
 class DamagedRoadArchive : public InStoreVersion {};
 IN_EVERY_ROAD_VERSION(DamagedRoadArchive);
 
@@ -163,7 +147,7 @@ TEST_P(DamagedRoadArchive, DoesNotBelieveCountsThatItsBytesCannotBack) {
   int counts = 0;
   for (std::size_t i = 0; i < table.Fields().size(); ++i) {
     const auto& [name, value] = table.Fields()[i];
-    if (!EndsWith(name, "count") || value.bytes.size() != 4) continue;
+    if (!name.ends_with("count") || value.bytes.size() != 4) continue;
     ++counts;
     for (const std::uint32_t count : {0x7FFFFFFFu, 0x40000000u, 0x10000u}) {
       ASSERT_EQ(Outcome(With(table, i, U32(count).bytes)), CArchiveException::endOfFile) << name << ' ' << count;
@@ -180,7 +164,7 @@ TEST_P(DamagedRoadArchive, DoesNotBelieveANumberOfTextsThatItsBytesCannotBack) {
   const ExpectedBytes table = SmallData(Read());
   int counts = 0;
   for (std::size_t i = 0; i < table.Fields().size(); ++i) {
-    if (!EndsWith(table.Fields()[i].name, "short text count")) continue;
+    if (!table.Fields()[i].name.ends_with("short text count")) continue;
     ++counts;
     for (const Bytes& count : {U16(0xFFFE).bytes, U16(0xFFFF).bytes + U32(0xFFFFFFFF).bytes}) {
       ASSERT_EQ(Outcome(With(table, i, count)), CArchiveException::endOfFile);
