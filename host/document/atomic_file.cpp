@@ -405,15 +405,6 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 
 }  // namespace
 
-fs::path ThroughLinks(fs::path path) {
-  constexpr int kMostLinks = 40;
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
-    path = path.parent_path() / fs::read_symlink(path, error);
-  }
-  return path;
-}
-
 std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);

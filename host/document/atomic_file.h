@@ -15,9 +15,6 @@ namespace vorn_host {
 /// As `ReadFile`, for a file that need not be there, in which case there is no content, and that may be empty.
 [[nodiscard]] std::optional<std::string> ReadFileIfThere(const std::filesystem::path& path);
 
-/// The file that a path names in the end, whether it exists yet or not: links are followed.
-[[nodiscard]] std::filesystem::path ThroughLinks(std::filesystem::path path);
-
 /// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
 ///
