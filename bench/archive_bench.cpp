@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/process_state.h"
 #include "host/sample/sample_design.h"
 #include "vorn/model/x_sections.h"
 #include "vorn/platform/carchive.h"
@@ -71,11 +72,13 @@ template <typename T>
 void DropUntimed(benchmark::State& state, std::unique_ptr<T>& loaded) {
   state.PauseTiming();
   loaded.reset();
+  ReturnFreedMemory();
   state.ResumeTiming();
 }
 
 void CopyArchiveBytes(benchmark::State& state) {
   const std::vector<std::uint8_t>& bytes = LargeBytes();
+  ReturnFreedMemory();
   for (auto _ : state) {
     auto copy = std::make_unique<std::vector<std::uint8_t>>(bytes);
     benchmark::DoNotOptimize(copy->data());
@@ -86,6 +89,7 @@ void CopyArchiveBytes(benchmark::State& state) {
 
 void StoreArchive(benchmark::State& state) {
   VornXSections& set = LargeSet();
+  ReturnFreedMemory();
   for (auto _ : state) {
     auto file = std::make_unique<CMemFile>();
     Store(set, *file);
@@ -97,6 +101,7 @@ void StoreArchive(benchmark::State& state) {
 
 void LoadArchive(benchmark::State& state) {
   CMemFile file(LargeBytes());
+  ReturnFreedMemory();
   for (auto _ : state) {
     auto set = std::make_unique<VornXSections>();
     file.SeekToBegin();
@@ -109,9 +114,9 @@ void LoadArchive(benchmark::State& state) {
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * LargeBytes().size()));
 }
 
-BENCHMARK(CopyArchiveBytes)->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly();
-BENCHMARK(StoreArchive)->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly();
-BENCHMARK(LoadArchive)->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly();
+BENCHMARK(CopyArchiveBytes)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(StoreArchive)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(LoadArchive)->Unit(benchmark::kMillisecond)->Iterations(2);
 
 #ifdef VORN_HAS_CEREAL
 
@@ -463,6 +468,7 @@ const std::string& CerealBytes() {
 
 void CerealStore(benchmark::State& state) {
   const plain::Set& set = PlainSet();
+  ReturnFreedMemory();
   for (auto _ : state) {
     auto stream = std::make_unique<std::ostringstream>();
     cereal::BinaryOutputArchive ar(*stream);
@@ -484,6 +490,7 @@ class ReadBuffer : public std::streambuf {
 
 void CerealLoad(benchmark::State& state) {
   const std::string& bytes = CerealBytes();
+  ReturnFreedMemory();
   for (auto _ : state) {
     auto set = std::make_unique<plain::Set>();
     ReadBuffer buffer(bytes);
@@ -496,8 +503,8 @@ void CerealLoad(benchmark::State& state) {
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes.size()));
 }
 
-BENCHMARK(CerealStore)->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly();
-BENCHMARK(CerealLoad)->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly();
+BENCHMARK(CerealStore)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(CerealLoad)->Unit(benchmark::kMillisecond)->Iterations(2);
 
 #endif
 
