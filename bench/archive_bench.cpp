@@ -451,6 +451,60 @@ struct Set {
 
 }  // namespace plain
 
+/// What a set holds, for the check that nobody is compared with something that does less.
+struct SetSums {
+  std::int64_t points = 0;
+  std::int64_t codeBytes = 0;
+  std::int64_t groundPoints = 0;
+  double x = 0.0;
+  double y = 0.0;
+  double groundHeights = 0.0;
+
+  bool operator==(const SetSums&) const = default;
+};
+
+SetSums SumsOf(const VornXSections& set) {
+  SetSums sums;
+  for (const VornXSection& section : set.GetXSectionArray()) {
+    for (const VornBuildForm& form : section.GetBuildFormArray()) {
+      for (const VornComposedPnt& point : form.GetComposedPntArray()) {
+        ++sums.points;
+        sums.codeBytes += point.GetCode().GetLength();
+        sums.x += point.GetX().Value();
+        sums.y += point.GetY().Value();
+      }
+    }
+    for (const VornExistingBuildForm& ground : section.GetExistingBuildFormArray()) {
+      for (const VornExistingComposedPnt& point : ground.GetComposedPntArray()) {
+        ++sums.groundPoints;
+        sums.groundHeights += point.GetGh().Value();
+      }
+    }
+  }
+  return sums;
+}
+
+SetSums SumsOf(const plain::Set& set) {
+  SetSums sums;
+  for (const plain::Section& section : set.sections) {
+    for (const plain::Form& form : section.forms) {
+      for (const plain::Point& point : form.points) {
+        ++sums.points;
+        sums.codeBytes += static_cast<std::int64_t>(point.main.code.size());
+        sums.x += point.x;
+        sums.y += point.y;
+      }
+    }
+    for (const plain::Ground& ground : section.grounds) {
+      for (const plain::GroundPoint& point : ground.points) {
+        ++sums.groundPoints;
+        sums.groundHeights += point.gh;
+      }
+    }
+  }
+  return sums;
+}
+
 const plain::Set& PlainSet() {
   static const plain::Set set(LargeSet());
   return set;
@@ -498,6 +552,9 @@ void CerealLoad(benchmark::State& state) {
     cereal::BinaryInputArchive ar(stream);
     ar(*set);
     benchmark::DoNotOptimize(set.get());
+    state.PauseTiming();
+    if (!(SumsOf(*set) == SumsOf(LargeSet()))) state.SkipWithError("the structures do not hold what the library does");
+    state.ResumeTiming();
     DropUntimed(state, set);
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes.size()));

@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,7 +86,7 @@ void RunAll(BenchReporter& reporter) {
   const std::string own = "ParseAlone|ReadDocument|SaveAlone|WriteDocument";
   reporter.RunInRounds("^(" + own + "|ReadIntoStructs|ReadBinding|WriteBinding|ConvertWithTool)/20/", 7);
   reporter.RunInRounds("^(" + own + "|ReadIntoStructs)/200/", 3);
-  reporter.RunInRounds("^(ReadBinding|WriteBinding)/200/", 1);
+  reporter.RunInRounds("^(" + own + "|ReadBinding|WriteBinding)/200/", 1);
   if (const std::optional<ReadingMemory> memory = ReadingMemoryOf(SampleFile(200).string())) {
     reporter.SetFigure("peak", memory->peak);
     reporter.SetFigure("allocated", memory->allocated);
