@@ -65,6 +65,8 @@ class BenchReporter : public benchmark::ConsoleReporter {
   explicit BenchReporter(std::vector<Row> rows) : ConsoleReporter(OO_Tabular), m_rows(std::move(rows)) {}
 
   void SetFigure(const std::string& name, double value) { m_figures[name] = value; }
+  /// What could not be measured although it should; no run with an error is a good one.
+  void AddError(const std::string& what) { m_errors.push_back(what); }
 
   /// Runs the benchmarks that a regular expression names in rounds, and prints their medians.
   void RunInRounds(const std::string& filter, int rounds) {
@@ -103,7 +105,7 @@ class BenchReporter : public benchmark::ConsoleReporter {
       const bool wallClock = !run.run_name.time_type.empty();
       const auto counted = run.counters.find(kCpuCounter);
       const double cpu = counted == run.counters.end() ? run.GetAdjustedCPUTime() / unit : counted->second.value;
-      if (m_inRounds && !m_times.contains(name)) m_round.push_back(name);
+      if (m_inRounds && std::find(m_round.begin(), m_round.end(), name) == m_round.end()) m_round.push_back(name);
       m_times[name].push_back((wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime()) / unit);
       m_cpuTimes[name].push_back(cpu);
     }
