@@ -4,7 +4,7 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test bench fuzz dependencies configure format check-format clean
+.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -17,6 +17,14 @@ test: configure
 bench: configure
 	cmake --build --preset release --target vorn_bench
 	build/release/bench/vorn_bench
+
+# Keeps the instruction counts of the sources as they are; `make test` compares with them. Another compiler's preset:
+# make instruction-counts PRESET=clang
+PRESET = release
+
+instruction-counts: dependencies
+	cmake --preset $(PRESET)
+	cmake --build --preset $(PRESET) --target vorn_renew_instruction_counts
 
 # Starts from the corpus in the sources and keeps what it finds in the build.
 FUZZ_SECONDS = 600
