@@ -141,6 +141,12 @@ TEST_F(ExportCommand, DrawsAllSectionsAtOneScale) {
   EXPECT_THAT(heights, SizeIs(1));
 }
 
+TEST_F(ExportCommand, SaysWhatIsNotShownInTheLanguageOfTheDrawing) {
+  const std::string japanese = vorn_host::DxfText("* 中心線の標高");
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf", {"--language", "ja"}), HasSubstr(japanese));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "y.dxf"), HasSubstr("* the height of the centre line"));
+}
+
 TEST_F(ExportCommand, ExportsADesignWithoutSections) {
   const std::string design = Design(DesignXml(""));
   EXPECT_THAT(Exported(design, "x.dxf"), HasSubstr("ENTITIES\r\n  0\r\nENDSEC"));
