@@ -308,7 +308,7 @@ TEST(MalformedDocument, NamesLineAndColumn) {
   EXPECT_THAT(ReadError(Lines("  <b>\n")), StartsWith("design.xml: line 2, column 6: the document is malformed"));
   EXPECT_THAT(ReadError(Lines("  <b></c></tsf:A>")), StartsWith("design.xml: line 2, column "));
   // Columns count characters, and the markup before them is as it was.
-  EXPECT_THAT(ReadError(Lines("<b a='測点'><d>測点</d></c></tsf:A>")), StartsWith("design.xml: line 2, column 19"));
+  EXPECT_THAT(ReadError(Lines("<b a='測点'><d>測点</d></c></tsf:A>")), StartsWith("design.xml: line 2, column 22"));
   EXPECT_THAT(ReadError(Lines("<b a=1/></tsf:A>")), StartsWith("design.xml: line 2, column "));
   EXPECT_THAT(ReadError(Lines("<b a='1")), HasSubstr(": line 2, column "));
   EXPECT_THAT(ReadError(Lines("<!-- open")), HasSubstr(": line 2, column "));
