@@ -12,6 +12,7 @@
 #include "host/document/atomic_file.h"
 #include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
+#include "host/document/control_character.h"
 #include "host/document/document_error.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
@@ -112,8 +113,7 @@ void ForEachBelowBlank(std::string_view text, Visit&& visit) {
     const bool whole = at + sizeof eight <= text.size();
     if (whole) {
       std::memcpy(&eight, text.data() + at, sizeof eight);
-      const std::uint64_t belowBlank = (eight - 0x2020202020202020U) & ~eight & 0x8080808080808080U;
-      if (belowBlank == 0) {
+      if (BelowBlank(eight) == 0) {
         at += sizeof eight;
         continue;
       }
@@ -135,7 +135,7 @@ void FindLines(Source& source) {
       source.lines.AddBreak(at);
     } else if (c == '\0') {
       NoXml(source.name);
-    } else if (c != '\t' && c != '\r') {
+    } else if (IsControlCharacter(c)) {
       control = std::min(control, at);
     }
   });

@@ -208,6 +208,7 @@ void XmlTextWriter::PutAttribute(std::string_view name, std::string_view utf8) {
 }
 
 std::string_view XmlTextWriter::ModelText(std::string_view cp932) {
+  if (IsPlainAscii(cp932)) return cp932;
   const std::string_view utf8 = ModelTextToUtf8(cp932, m_converted, m_problems);
   if (std::none_of(utf8.begin(), utf8.end(), IsControlCharacter)) return utf8;
   m_withoutControls.clear();
