@@ -69,7 +69,7 @@ Json SectionFeature(const SectionView& view) {
   properties["controlSection"] = view.isControlSection;
   properties["centerHeight"] = NumberOf(view.centerHeight);
   properties["heights"] = view.centerHeight ? "elevation" : "above the centre line";
-  properties["notes"] = view.notes;
+  properties["notes"] = NoteTexts(view, Language::English);
   return FeatureOf(GeometryOf({{0.0, view.centerHeight.value_or(0.0)}}, "LineString"), std::move(properties));
 }
 

@@ -118,7 +118,7 @@ TEST_F(ExportCommand, RefusesOptionsOfOtherFormats) {
   refuses("geojson", {"--bom"});
   refuses("csv", {"--scale", "100"});
   refuses("geojson", {"--language", "ja"});
-  refuses("dxf", {"--scale", "0"});
+  for (const std::string scale : {"0", "nan", "inf", "1e9"}) refuses("dxf", {"--scale", scale});
   for (const std::string height : {"nan", "inf", "-100000", "1m", ""}) refuses("csv", {"--height", height});
 }
 
