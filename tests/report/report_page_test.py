@@ -723,6 +723,7 @@ class Language(PageTest):
 
     def test_tells_what_is_not_shown_in_the_language_in_use(self):
         self.open(report(sample("road-4.1.xml")))
+        self.one("#tab-findings").click()
         for language, words in (("ja", "中心線の標高"), ("en", "the height of the centre line")):
             Select(self.one("#language")).select_by_value(language)
             self.assertIn(words, self.text("#panel-findings"))
