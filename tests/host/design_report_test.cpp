@@ -227,6 +227,27 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
   EXPECT_EQ(json["isControlSection"], true);
 }
 
+TEST(SectionReportJson, TellsWhetherTheHeightIsOnlyAssumed) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  EXPECT_EQ(JsonOf(report)["isHeightAssumed"], false);
+  report.view.notes = {{.kind = ViewNote::Kind::HeightFromGround, .height = 10.0}};
+  EXPECT_EQ(JsonOf(report)["isHeightAssumed"], true);
+}
+
+TEST(SectionReportJson, PutsPointsWhereTheDrawingsOfBothLanguagesHaveThem) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.view.forms.push_back({"S", "", FormRole::DesignSurface, {PointAt(1.0, 11.0)}, {}});
+  const DrawnMark mark{DrawingKind::Code, DrawnMark::Shape::Point, {1.0, 11.0}};
+  report.drawing.marks = report.japanese.marks = {mark};
+  report.japanese.left -= 4.0;  // a sheet that is wider for its title
+  report.japanese.top += 1.0;
+  const Json json = JsonOf(report);
+  EXPECT_EQ(json["forms"][0]["points"][0][10], json["drawing"]["marks"][0][5]);
+  EXPECT_EQ(json["forms"][0]["points"][0][11], json["drawing"]["marks"][0][6]);
+  EXPECT_FALSE(json["japanese"].contains("marks")) << "they lie where those of the other drawing are";
+  EXPECT_EQ(json["japanese"]["box"], (Json{-90.0, -30.0, 140.0, 50.0}));
+}
+
 TEST(SectionReportJson, KeepsOfTheJapaneseDrawingOnlyWhatDiffers) {
   SectionReport report = ReportOf(EmptyDrawing());
   EXPECT_TRUE(JsonOf(report)["japanese"].empty());

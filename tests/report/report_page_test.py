@@ -7,6 +7,7 @@ click, type, print. Whatever the browser complains about, and be it a policy tha
 
 import base64
 import contextlib
+import json
 import os
 import re
 import shutil
@@ -35,8 +36,8 @@ DRIVER = shutil.which("chromedriver")
 tool = samples = screenshots = None  # from the command line
 
 HOSTILE = "</script><img src=x onerror=\"alert('x')\"><b>&amp;"
-# A browser that is loaded with other work may take this long; alone it has to be far quicker (see the figure printed).
-LONGEST_OPENING = 6.0
+# In seconds, from the address to the first drawing.
+LONGEST_OPENING = 2.0
 
 
 def report(path, *arguments):
@@ -203,6 +204,58 @@ class Sections(PageTest):
             self.keys(key)
             self.wait_for_title(title)
 
+    def test_leaves_keys_to_a_table_that_they_scroll(self):
+        self.one("#tab-points").click()
+        panel = self.one("#panel-points")
+        self.assertEqual(panel.get_attribute("tabIndex"), "0", "the keyboard reaches it")
+        self.run_script("arguments[0].focus()", panel)
+
+        def scrolled():
+            return self.run_script("return arguments[0].scrollTop", panel)
+
+        for key, is_there in (
+            (Keys.ARROW_DOWN, lambda: scrolled() > 0), (Keys.HOME, lambda: scrolled() == 0),
+            (Keys.PAGE_DOWN, lambda: scrolled() > 50), (Keys.END, lambda: scrolled() > 100),
+        ):  # fmt: skip
+            self.keys(key)
+            self.wait(is_there)
+        self.assertEqual(self.chosen(), "No.0+0.0000")
+        self.one("#tab-findings").click()
+        self.run_script("document.querySelector('#panel-findings').focus()")
+        self.keys(Keys.ARROW_DOWN)  # all of this one is seen
+        self.wait_for_title("No.1+")
+
+    def test_keeps_the_focus_in_the_table_from_section_to_section(self):
+        self.one("#tab-points").click()
+        self.run_script("document.querySelector('#panel-points tr.choosable').focus()")
+        self.keys(Keys.ARROW_RIGHT)
+        self.wait_for_title("No.1+")
+        self.assertEqual(self.browser.switch_to.active_element.get_attribute("id"), "panel-points")
+
+    def test_closes_the_menu_of_layers_with_escape(self):
+        self.one("#layers-menu summary").click()
+        self.one("#layers input").click()
+        self.keys(Keys.ESCAPE)
+        self.assertFalse(self.one("#layers").is_displayed())
+        self.assertEqual(self.browser.switch_to.active_element.tag_name, "summary")
+
+    def test_makes_only_the_table_that_is_seen(self):
+        def made():
+            return [len(self.all(f"#panel-{tab} > *")) > 0 for tab in ("findings", "targets", "points")]
+
+        self.one("#tab-points").click()
+        self.keys(Keys.ARROW_DOWN)
+        self.wait_for_title("No.1+")
+        self.assertEqual(made(), [False, False, True])
+        self.one("#tab-targets").click()
+        self.assertEqual(made(), [False, True, True])
+
+    def test_tells_whether_the_height_is_only_assumed(self):
+        self.assertIn("m (assumed from the ground)", self.text("#height"))
+        self.open(report(sample("road-4.1.xml"), "--height", "12.5"))
+        self.assertIn("Centre line 12.5000 m", self.text("#height"))
+        self.assertNotIn("assumed", self.text("#height"))
+
     def test_goes_through_the_sections_with_buttons(self):
         self.one("#next").click()
         self.wait_for_title("No.1+")
@@ -290,7 +343,7 @@ class Drawing(PageTest):
         expected["height"] += " m"
         self.assertEqual(told, expected)
         rows = self.all("#panel-points tbody tr")
-        selected = [i for i, row in enumerate(rows) if row.get_attribute("aria-selected") == "true"]
+        selected = [i for i, row in enumerate(rows) if row.get_attribute("aria-current") == "true"]
         self.assertEqual(selected, [at])
         self.shoot("hover")
         self.move_to(5, 5)
@@ -301,8 +354,53 @@ class Drawing(PageTest):
         places = [(point["offset"], point["height"]) for point in self.points()]
         shared = next((i for i, place in enumerate(places) if places.count(place) > 1), None)
         self.assertIsNotNone(shared, "the sample has no two points at one place")
+        others = [point for i, point in enumerate(self.points()) if i != shared and places[i] == places[shared]]
         self.ring_of(rows[shared])
-        self.assertIn("also here", self.text("#tip"))
+        names = ", ".join(f"{point['form']} {point['code']}" for point in others)
+        self.assertEqual(self.text("#tip .quiet"), f"also here: {names}")
+
+    def test_rings_the_point_itself_in_either_language(self):
+        self.open(report(changed("road-4.1.xml", ('name="No.0"', f'name="{"長い名称" * 14}"'))))
+        for language in ("en", "ja"):
+            Select(self.one("#language")).select_by_value(language)
+            for row in self.point_rows():
+                x, y = self.ring_of(row)
+                away = self.run_script(
+                    """const [x, y] = arguments;
+                       return Math.min(...[...document.querySelectorAll('svg.sheet .mark')].map((mark) =>
+                         Math.hypot(mark.getCTM().e - x, mark.getCTM().f - y)))""", *self.on_stage(x, y))  # fmt: skip
+                self.assertLess(away, 1, language)
+
+    def on_stage(self, x, y):
+        left, top = self.run_script("const b = document.querySelector('#stage').getBoundingClientRect();"
+                                    "return [b.x, b.y]")  # fmt: skip
+        return x - left, y - top
+
+    def switch(self, *layers):
+        for layer in layers:
+            self.run_script("document.querySelector(`#layers [data-layer=${arguments[0]}]`).click()", layer)
+
+    def test_points_that_are_switched_off_do_not_answer_the_pointer(self):
+        rows = self.point_rows()
+        of_slope = next(i for i, point in enumerate(self.points()) if point["part"].endswith("Slope"))
+        x, y = self.ring_of(rows[of_slope])
+        hidden = ("design-surface", "slope", "pavement-layer", "other-form", "ground")
+        self.switch(*hidden)
+        self.move_to(5, 5)
+        self.move_to(x, y)
+        self.wait(lambda: not self.one("#tip").is_displayed())
+        self.switch(*hidden)
+        self.move_to(5, 5)
+        self.move_to(x, y)
+        self.wait(lambda: self.one("#tip").is_displayed())
+
+    def test_names_no_points_that_are_switched_off(self):
+        self.switch("pavement-layer", "other-form", "slope")
+        x, y = self.ring_of(self.point_rows()[0])
+        self.move_to(5, 5)
+        self.move_to(x, y)
+        self.wait(lambda: self.one("#tip").is_displayed())
+        self.assertNotIn("also here", self.text("#tip"))
 
     def test_enlarges_around_the_pointer(self):
         stage = self.one("#stage")
@@ -531,7 +629,7 @@ class Targets(PageTest):
         self.rows()[target].click()
         self.move_to(5, 5)
         self.assertEqual(self.lit(), [target], "a chosen target stays lit")
-        self.assertEqual(self.rows()[target].get_attribute("aria-selected"), "true")
+        self.assertEqual(self.rows()[target].get_attribute("aria-current"), "true")
         self.shoot("target")
         self.keys(Keys.ESCAPE)
         self.assertEqual(self.lit(), [])
@@ -541,7 +639,7 @@ class Targets(PageTest):
         self.run_script("arguments[0].focus()", self.rows()[target])
         self.assertEqual(self.lit(), [target])
         self.keys(Keys.ENTER)
-        self.assertEqual(self.rows()[target].get_attribute("aria-selected"), "true")
+        self.assertEqual(self.rows()[target].get_attribute("aria-current"), "true")
 
     def test_selects_the_row_of_a_dimension(self):
         self.one("#tab-findings").click()
@@ -563,7 +661,7 @@ class Targets(PageTest):
         actions.w3c_actions.pointer_action.move_to_location(*place)
         actions.click().perform()
         self.wait(lambda: self.one("#panel-targets").is_displayed())
-        selected = [i for i, row in enumerate(self.rows()) if row.get_attribute("aria-selected") == "true"]
+        selected = [i for i, row in enumerate(self.rows()) if row.get_attribute("aria-current") == "true"]
         self.assertEqual(selected, [target])
         self.assertEqual(self.lit(), [target])
 
@@ -625,6 +723,7 @@ class Language(PageTest):
 
     def test_tells_what_is_not_shown_in_the_language_in_use(self):
         self.open(report(sample("road-4.1.xml")))
+        self.one("#tab-findings").click()
         for language, words in (("ja", "中心線の標高"), ("en", "the height of the centre line")):
             Select(self.one("#language")).select_by_value(language)
             self.assertIn(words, self.text("#panel-findings"))
@@ -672,6 +771,14 @@ class Printing(PageTest):
         self.one("#print-start").click()
         self.wait(lambda: self.run_script("return window.printed"))
 
+    @contextlib.contextmanager
+    def on_paper(self):
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        try:
+            yield
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
     def test_prints_the_chosen_section_on_one_page(self):
         self.assertEqual(self.pdf_pages(), 1)
 
@@ -712,12 +819,19 @@ class Printing(PageTest):
         self.keys(Keys.END, Keys.ARROW_UP)
         self.wait_for_title("No.7+")
         self.print_listed("chosen")
-        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
-        try:
+        with self.on_paper():
             pixels = self.run_script("return document.querySelector('#sheets svg').getScreenCTM().a")
             self.assertAlmostEqual(pixels, 96 / 25.4, delta=0.03, msg="a millimetre of the drawing is none on paper")
-        finally:
-            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
+    def test_prints_at_scale_where_tables_need_another_page(self):
+        self.open(report(sample("road-4.1.xml"), "--exaggerate", "2"))
+        self.print_listed("listed")
+        with self.on_paper():
+            pixels = self.run_script("return [...document.querySelectorAll('#sheets svg')].map(s => s.getScreenCTM().a)")
+        self.assertEqual(len(pixels), 10)
+        for value in pixels:
+            self.assertAlmostEqual(value, 96 / 25.4, delta=0.03)
+        self.assertGreater(self.pdf_pages(), 10)
 
     def test_can_be_cancelled(self):
         self.one("#print").click()
@@ -769,7 +883,39 @@ class HostileNames(PageTest):
         self.assertIn("Content Security Policy", complaints[0])
 
 
+class Room(PageTest):
+    def test_a_long_name_leaves_the_drawing_its_place(self):
+        name = "長い名称 " * 2000
+        self.open(report(changed("road-4.1.xml", ('name="No.0"', f'name="{name}"'))))
+        height = "return document.querySelector(arguments[0]).clientHeight"
+        self.assertLess(self.run_script(height, ".tools"), 120)
+        self.assertGreater(self.run_script(height, "#stage"), 300)
+        self.assertIn(name.strip(), self.one("#title").get_attribute("title"))
+
+    def test_no_window_is_too_narrow(self):
+        self.open(report(sample("road-4.1.xml")))
+        try:
+            for width in (320, 400, 500, 600, 640, 760, 770, 800, 860, 930, 1000):
+                self.browser.execute_cdp_cmd(
+                    "Emulation.setDeviceMetricsOverride",
+                    {"width": width, "height": 800, "deviceScaleFactor": 1, "mobile": False})  # fmt: skip
+                for place in ("html", ".tools", ".bar"):
+                    beyond = self.run_script("const e = document.querySelector(arguments[0]);"
+                                             "return e.scrollWidth - e.clientWidth", place)  # fmt: skip
+                    self.assertEqual(beyond, 0, f"{place} at {width}")
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+
 class Emptiness(PageTest):
+    def test_one_section_is_counted_as_one(self):
+        path = os.path.join(work.name, "one.xml")
+        subprocess.run([tool, "sample", path, "--sections", "1"], check=True, stdout=subprocess.PIPE)
+        self.open(report(path))
+        self.assertIn("· 1 cross section ·", self.text("#facts"))
+        self.assertEqual(self.text("#count"), "1 cross section")
+        self.assertEqual(self.text("#print-listed"), "Every listed cross section (1)")
+
     def test_a_design_without_sections_says_so(self):
         path = os.path.join(work.name, "empty.xml")
         with open(sample("road-4.1.xml"), encoding="utf-8") as file:
@@ -792,6 +938,7 @@ class Emptiness(PageTest):
             file.write(re.sub(r"<tsf:(BuildForm|FormCtrlTarget) .*?</tsf:\1>", "", text, flags=re.S))
         self.open(report(path))
         self.assertEqual(self.text("#tab-points"), "Points (0)")
+        self.one("#tab-targets").click()
         self.assertEqual(self.text("#panel-targets"), "No control targets.")
         self.keys("+", Keys.ARROW_DOWN)
         self.wait_for_title("No.1+")
@@ -868,11 +1015,48 @@ class ManySections(PageTest):
         subprocess.run([tool, "sample", path, "--sections", str(cls.COUNT)], check=True, stdout=subprocess.PIPE)
         cls.address = report(path)
 
+        cls.browser.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
+            "source": """new MutationObserver((_, observer) => {
+                if (!document.querySelector('svg.sheet path')) return;
+                window.firstDrawing = performance.now();
+                observer.disconnect();
+            }).observe(document, { childList: true, subtree: true });"""})  # fmt: skip
+
+    def opening_time(self, address):
+        """Seconds until the page is there with its first drawing, by the page's own clock."""
+        self.open(address)
+        times = self.wait(lambda: self.run_script(
+            "const loaded = performance.getEntriesByType('navigation')[0].loadEventEnd;"
+            "return loaded > 0 && window.firstDrawing && [loaded, window.firstDrawing]"))  # fmt: skip
+        return max(times) / 1000
+
+    def quickest_opening(self, address):
+        """A machine that is busy with other work disturbs most openings, but not all of several."""
+        quickest = self.opening_time(address)
+        for _ in range(4):
+            if quickest < LONGEST_OPENING:
+                break
+            quickest = min(quickest, self.opening_time(address))
+        return quickest
+
+    def test_of_one_station_open_quickly_too(self):
+        path = self.address[len("file://") :]
+        with open(path, encoding="utf-8") as file:
+            page = file.read()
+        before, index, after = re.fullmatch(r'(.*<script[^>]* id="index">)(.*?)(</script>.*)', page, re.S).groups()
+        index = json.loads(index)
+        for section in index["sections"]:
+            section[1] = "the same"
+        index["sections"] *= 4
+        with open(path + ".equal.html", "w", encoding="utf-8") as file:
+            file.write(before + json.dumps(index).replace("<", "\\u003c") + after)
+        address = f"file://{path}.equal.html"
+        self.assertLess(self.quickest_opening(address), LONGEST_OPENING)
+        self.run_script("location.hash = '#the%20same~3'")
+        self.wait(lambda: f"3 of {4 * self.COUNT}" in self.text("#live"))
+
     def test_open_quickly_and_stay_responsive(self):
-        self.browser.get("about:blank")
-        opening = time.monotonic()
-        self.open(self.address)
-        opening = time.monotonic() - opening
+        opening = self.quickest_opening(self.address)
         size = os.path.getsize(self.address[len("file://") :]) / 1e6
         print(f"\n{self.COUNT} cross sections, {size:.1f} MB: opened in {opening:.2f} s", end="", file=sys.stderr)
         self.assertLess(opening, LONGEST_OPENING)

@@ -90,10 +90,13 @@ class Design {
   nameSections() {
     this.addresses = [];
     this.atAddress = new Map();
+    const twins = new Map();  // how many have each station
     this.index.sections.forEach(([set, station], at) => {
       const plain = this.index.sets.length > 1 ? `${set + 1}/${station}` : station;
       let address = plain;
-      for (let twin = 2; this.atAddress.has(address); ++twin) address = `${plain}~${twin}`;
+      let twin = twins.get(plain) ?? 1;
+      while (this.atAddress.has(address)) address = `${plain}~${++twin}`;
+      twins.set(plain, twin);
       this.addresses.push(address);
       this.atAddress.set(address, at);
     });
@@ -139,11 +142,35 @@ function pointOf(section, form, at) {
   return { form, at, code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y };
 }
 
+const ROLES = { designSurface: 0, layer: 1 };
+const PARTS = { slope: 2, berm: 3 };
+
+/** The layer of the line that leads to a point. */
+function layerOf(role, part) {
+  if (role === ROLES.layer) return 'pavement-layer';
+  if (role !== ROLES.designSurface) return 'other-form';
+  return part === PARTS.slope || part === PARTS.berm ? 'slope' : 'design-surface';
+}
+
+/** For every point of a form the layers of the lines that meet there. */
+function layersOf({ role, points }) {
+  const layers = points.map(() => new Set());
+  points.forEach((row, at) => {
+    if (!row) return;
+    const [, from, part] = row;
+    for (const end of [at, from]) layers[end]?.add(layerOf(role, part));
+  });
+  return layers;
+}
+
 /** Every point that has a place, form after form, then those of the existing ground. */
 function pointsOf(section) {
   const points = [];
-  section.forms.forEach((form, f) => form.points.forEach((row, p) => row && points.push(pointOf(section, f, p))));
+  section.forms.forEach((form, f) => {
+    const layers = layersOf(form);
+    form.points.forEach((row, p) => row && points.push({ ...pointOf(section, f, p), layers: layers[p] }));
+  });
   section.grounds.forEach((ground, g) => ground.points.forEach(([offset, height, x, y]) =>
-    points.push({ form: -1, at: -1, ground: g, offset, height, x, y })));
+    points.push({ form: -1, at: -1, ground: g, offset, height, x, y, layers: new Set(['ground']) })));
   return points;
 }

@@ -3,6 +3,14 @@
 const at = (id) => document.getElementById(id);
 const TABS = ['findings', 'targets', 'points'];
 
+const SCROLLING_KEYS = new Set(['ArrowUp', 'ArrowDown', 'PageUp', 'PageDown', 'Home', 'End']);
+
+/** Whether a key scrolls what has the focus: a table that is longer than its place. */
+function scrolls({ key, target }) {
+  const place = target.closest('.panel, .document');
+  return SCROLLING_KEYS.has(key) && place !== null && place.scrollHeight > place.clientHeight;
+}
+
 class Page {
   constructor() {
     this.design = new Design();
@@ -32,6 +40,7 @@ class Page {
     const edition = `${words.edition} ${index.edition}${index.assumed ? ` (${words.assumed})` : ''}`;
     at('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
       findingsText(index.errors, index.notes)].filter(Boolean).join(' · ');
+    at('facts').title = at('facts').textContent;
     at('document').hidden = index.documentFindings === 0;
     at('document-summary').textContent = `${words.document} (${index.documentFindings})`;
     at('document').open = false;
@@ -123,17 +132,17 @@ class Page {
       this.viewer.show(null, []);
       at('title').textContent = '';
       at('height').textContent = '';
-      return;
+      return this.clearPanels();
     }
     const { title } = this.design.entry(this.chosen);
-    const { centerHeight, isControlSection } = this.section;
+    const { isControlSection } = this.section;
     at('title').textContent = title;
-    at('height').textContent = [centerHeight === null ? words.relative : words.centerHeight(metres(centerHeight)),
-      isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
+    at('title').title = title;
+    at('height').textContent = [heightText(this.section), isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
     this.points = pointsOf(this.section);
     const drawing = drawingOf(this.section);
     const frame = `1:${drawing.scale}, ${drawing.exaggeration}`;
-    this.viewer.show(new Sheet(drawing, this.design.styles, title), this.points, frame);
+    this.viewer.show(new Sheet(drawing, this.design.styles, title), this.shownPoints(), frame);
     this.showTables();
     this.highlightTarget(this.target);
   }
@@ -144,14 +153,30 @@ class Page {
     const notes = notesOf(this.section);
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
     const counts = { findings: findings.length, targets: targets.length, points: ofForms };
-    for (const tab of TABS) {
-      at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
-    }
-    const orSay = (count, table, text) => (count > 0 ? table : make('p', { class: 'quiet' }, text));
-    at('panel-findings').replaceChildren(orSay(counts.findings + notes.length, findingsTable(findings, notes), words.nothingFound));
-    at('panel-targets').replaceChildren(orSay(counts.targets, targetsTable(this.section), words.noTargets));
-    at('panel-points').replaceChildren(orSay(counts.points, pointsTable(this.section), words.noPoints));
+    for (const tab of TABS) at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
+    this.tables = {
+      findings: () => (counts.findings + notes.length > 0 ? findingsTable(findings, notes) : words.nothingFound),
+      targets: () => (counts.targets > 0 ? targetsTable(this.section) : words.noTargets),
+      points: () => (counts.points > 0 ? pointsTable(this.section) : words.noPoints),
+    };
+    this.clearPanels();
     this.openTab(this.tab);
+  }
+
+  /** The focus stays where it was: a panel keeps it when its rows are gone. */
+  clearPanels() {
+    const panel = document.activeElement?.closest('.panel');
+    for (const tab of TABS) at(`panel-${tab}`).replaceChildren();
+    panel?.focus({ preventScroll: true });
+  }
+
+  /** A table is made when it is looked at: one of thousands of points takes its time. */
+  fillPanel() {
+    const panel = at(`panel-${this.tab}`);
+    if (!this.section || panel.hasChildNodes()) return;
+    const content = this.tables[this.tab]();
+    panel.append(content instanceof Node ? content : make('p', { class: 'quiet' }, content));
+    if (this.tab === 'targets') this.lightTarget(this.target);
   }
 
   openTab(name) {
@@ -161,12 +186,21 @@ class Page {
       at(`tab-${tab}`).tabIndex = tab === name ? 0 : -1;
       at(`panel-${tab}`).hidden = tab !== name;
     }
+    this.fillPanel();
   }
 
   // --- points and targets ---
 
+  /** The points that are seen: what is switched off does not answer the pointer. */
+  shownPoints() {
+    const isShown = (layer) => !document.body.classList.contains(`without-${layer}`);
+    return this.points.filter(({ layers }) => [...layers].some(isShown));
+  }
+
+  /** The other points that are seen at the place of a point. */
   samePlace(point) {
-    return this.points.filter((other) => other !== point && other.form >= 0 && other.offset === point.offset &&
+    const isItself = ({ form, at }) => form === point.form && at === point.at;
+    return this.viewer.points.filter((other) => other.form >= 0 && !isItself(other) && other.offset === point.offset &&
       other.height === point.height);
   }
 
@@ -187,15 +221,20 @@ class Page {
       piece.classList.toggle('lit', Number(piece.dataset.target) === target);
     }
     this.viewer.mark(this.pointsOfTarget(target));
-    this.lightRows('panel-targets', (row) => Number(row.dataset.target) === target);
+    this.lightTarget(target);
+  }
+
+  lightTarget(...targets) {
+    this.lightRows('panel-targets', (row) => targets.includes(Number(row.dataset.target)));
   }
 
   /** @param isLit tells of a row whether it is the one; brings it into sight */
   lightRows(panel, isLit) {
     for (const row of at(panel).querySelectorAll('tr.choosable')) {
       const lit = Boolean(isLit(row));
-      if (lit && row.ariaSelected !== 'true') row.scrollIntoView({ block: 'nearest' });
-      row.ariaSelected = String(lit);
+      if (lit === (row.ariaCurrent === 'true')) continue;
+      row.ariaCurrent = String(lit);
+      if (lit) row.scrollIntoView({ block: 'nearest' });
     }
   }
 
@@ -239,8 +278,7 @@ class Page {
     at('zoom-in').addEventListener('click', () => this.viewer.zoomIn());
     at('zoom-out').addEventListener('click', () => this.viewer.zoomOut());
     at('reset').addEventListener('click', () => this.viewer.reset());
-    at('layers').addEventListener('change', ({ target }) =>
-      document.body.classList.toggle(`without-${target.dataset.layer}`, !target.checked));
+    at('layers').addEventListener('change', ({ target }) => this.switchLayer(target.dataset.layer, target.checked));
     document.addEventListener('pointerdown', ({ target }) => {
       if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
     });
@@ -257,7 +295,7 @@ class Page {
     this.viewer.addEventListener('point', ({ detail }) => this.section && this.hoverPoint(detail));
     this.viewer.addEventListener('target', ({ detail }) => this.chooseTarget(detail));
     this.viewer.addEventListener('hover-target', ({ detail }) => {
-      this.lightRows('panel-targets', (row) => [detail, this.target].includes(Number(row.dataset.target)));
+      this.lightTarget(detail, this.target);
     });
   }
 
@@ -274,10 +312,9 @@ class Page {
       panel.addEventListener('mouseleave', () => this.highlightTarget(this.target));
       panel.addEventListener('click', onRow((row) => this.chooseRow(row)));
       panel.addEventListener('keydown', (event) => {
-        if (event.key === 'Enter' || event.key === ' ') {
-          onRow((row) => this.chooseRow(row))(event);
-          event.preventDefault();
-        }
+        if (event.target === panel || ![' ', 'Enter'].includes(event.key)) return;
+        onRow((row) => this.chooseRow(row))(event);
+        event.preventDefault();
       });
     }
   }
@@ -306,6 +343,18 @@ class Page {
     at('document-findings').replaceChildren(findingsTable(await this.design.documentFindings()));
   }
 
+  switchLayer(layer, isShown) {
+    document.body.classList.toggle(`without-${layer}`, !isShown);
+    if (this.section) this.viewer.points = this.shownPoints();
+  }
+
+  /** Closes the menu of layers; the focus does not vanish with it. */
+  closeLayers() {
+    const menu = at('layers-menu');
+    if (menu.contains(document.activeElement)) menu.querySelector('summary').focus();
+    menu.open = false;
+  }
+
   onSearchKey(event) {
     if (event.key === 'Escape') {
       at('search').value = '';
@@ -321,7 +370,9 @@ class Page {
 
   onKey(event) {
     if (event.defaultPrevented || event.ctrlKey || event.metaKey || event.altKey) return;
-    if (event.target.closest('input, select, textarea, dialog')) return;
+    if (event.target.closest('dialog')) return;
+    if (event.key === 'Escape' && at('layers-menu').open) return this.closeLayers();
+    if (event.target.closest('input, select, textarea') || scrolls(event)) return;
     const tabs = event.target.closest('[role=tablist]');
     if (tabs && ['ArrowLeft', 'ArrowRight'].includes(event.key)) {
       const steps = event.key === 'ArrowRight' ? 1 : TABS.length - 1;

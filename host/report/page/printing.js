@@ -3,17 +3,32 @@
 /** More pages than these make a browser's print preview useless. */
 const MOST_PAGES = 500;
 
+/** Highest drawing, in millimetres, that leaves a page its heading. */
+const BELOW_HEADING = 262;
+
+/** A table with a title that is repeated where it goes on with another page. */
+function titled(title, content) {
+  const table = content.matches('table') ? content : content.querySelector('table');
+  const columns = table.tHead.rows[0].cells.length;
+  table.tHead.prepend(make('tr', {}, make('th', { colspan: columns, class: 'table-title' }, make('p', {}, title))));
+  return content;
+}
+
 /** One page for a section: its drawing, what is wrong with it, and its control targets. */
 function pageOf(design, section, at) {
   const { words } = speech;
   const { title } = design.entry(at);
-  const page = make('article', { class: 'page' },
-    make('h2', {}, title), make('p', { class: 'quiet' }, `${design.index.file} · ${words.position(at + 1, design.length)}`));
+  const heading = [make('h2', {}, title),
+    make('p', { class: 'quiet' }, `${design.index.file} · ${words.position(at + 1, design.length)}`)];
   const sheet = new Sheet(drawingOf(section), design.styles, title);
-  page.append(make('div', { class: 'picture' }, sheet.asPage()));
-  if (section.findings.length > 0) page.append(make('h3', {}, words.findings), findingsTable(section.findings));
-  if (section.targets.length > 0) page.append(make('h3', {}, words.targets), targetsTable(section));
-  return page;
+  const picture = make('div', { class: 'picture' }, sheet.asPage());
+  const tables = [];
+  const add = (name, content) => tables.push(titled(`${words[name]} · ${title}`, content));
+  if (section.findings.length > 0) add('findings', findingsTable(section.findings));
+  if (section.targets.length > 0) add('targets', targetsTable(section));
+  // A drawing that needs all of a page has a title of its own; the heading is that of the tables then.
+  const first = sheet.height <= BELOW_HEADING ? [...heading, picture] : [picture, ...(tables.length > 0 ? heading : [])];
+  return make('article', { class: 'page' }, ...first, ...tables);
 }
 
 /** Lets the browser show how far it is. */

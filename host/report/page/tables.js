@@ -19,9 +19,9 @@ function number(value) {
   return make('td', { class: 'number' }, metres(value));
 }
 
-/** A row that the keyboard reaches like a button. */
+/** A row that the keyboard reaches like a button. The one that the drawing shows is the current one. */
 function choosable(attributes) {
-  return make('tr', { ...attributes, tabindex: 0, class: 'choosable', 'aria-selected': 'false' });
+  return make('tr', { ...attributes, tabindex: 0, class: 'choosable', 'aria-current': 'false' });
 }
 
 /** The findings, worst first; a text by text, never as markup. */

@@ -9,12 +9,12 @@ const WORDS = {
     reset: 'Fit', resetTip: 'Whole drawing (0)', layers: 'Layers', tables: 'Details of the section',
     keys: '← → ↑ ↓ sections · Page ↑ ↓ ten sections · + − 0 zoom · / search · drag to move, wheel or pinch to zoom',
     printChosen: 'This cross section',
-    printListed: (count) => `Every listed cross section (${count} pages)`,
+    printListed: (count) => `Every listed cross section (${count})`,
     printLimit: (most, count) => `At most ${most} of ${count} are printed at once: narrow the list by a search.`,
     printing: (done, all) => `Drawing ${done} of ${all}…`,
     edition: 'Edition', assumed: 'assumed',
     sectionCount: (count) => (count === 1 ? '1 cross section' : `${count} cross sections`),
-    listed: (count, all) => (count === all ? `${all} cross sections` : `${count} of ${all} cross sections`),
+    listed: (count, all) => (count === all ? WORDS.en.sectionCount(all) : `${count} of ${WORDS.en.sectionCount(all)}`),
     errors: (count) => (count === 1 ? '1 error' : `${count} errors`),
     notes: (count) => (count === 1 ? '1 note' : `${count} notes`),
     noFindings: 'nothing wrong',
@@ -23,7 +23,7 @@ const WORDS = {
     nothingFound: 'Nothing is wrong in this cross section.', noTargets: 'No control targets.', noPoints: 'No points.',
     more: (count) => `and ${count} more`,
     position: (at, all) => `${at} of ${all}`, controlSection: 'control section', behindChange: 'behind the change of shape', behindShort: 'behind change',
-    centerHeight: (height) => `Centre line ${height} m`, relative: 'heights are relative to the centre line',
+    centerHeight: (height) => `Centre line ${height} m`, assumedHeight: 'assumed from the ground', relative: 'heights are relative to the centre line',
     severity: '', kind: 'What', where: 'Where', reason: 'Why',
     item: 'Item', value: 'Design value', targetPoints: 'Points', form: 'Build form', workType: 'Work type',
     scope: 'Scope', regulation: 'Region', offset: 'Offset', height: 'Height', code: 'Code', from: 'From',
@@ -47,7 +47,7 @@ const WORDS = {
     reset: '全体', resetTip: '全体を表示 (0)', layers: '表示項目', tables: '断面の詳細',
     keys: '← → ↑ ↓ 断面の移動 · Page ↑ ↓ 10断面 · + − 0 拡大縮小 · / 検索 · ドラッグで移動、ホイール・ピンチで拡大縮小',
     printChosen: 'この横断面',
-    printListed: (count) => `一覧の全横断面（${count} ページ）`,
+    printListed: (count) => `一覧の全横断面（${count}）`,
     printLimit: (most, count) => `一度に印刷できるのは ${count} 断面のうち ${most} 断面までです。検索で絞り込んでください。`,
     printing: (done, all) => `作図中 ${done} / ${all}…`,
     edition: '版', assumed: '仮定',
@@ -61,7 +61,7 @@ const WORDS = {
     nothingFound: 'この横断面に指摘はありません。', noTargets: '管理対象はありません。', noPoints: '構成点はありません。',
     more: (count) => `ほか ${count} 件`,
     position: (at, all) => `${at} / ${all}`, controlSection: '管理断面', behindChange: '断面変化点の後', behindShort: '変化後',
-    centerHeight: (height) => `中心線の標高 ${height} m`, relative: '高さは中心線からの値',
+    centerHeight: (height) => `中心線の標高 ${height} m`, assumedHeight: '現況地盤からの仮定', relative: '高さは中心線からの値',
     severity: '', kind: '内容', where: '場所', reason: '理由',
     item: '管理項目', value: '設計値', targetPoints: '構成点', form: '構築形状', workType: '工種',
     scope: '対象範囲', regulation: '対象部位', offset: '離れ', height: '高さ', code: 'コード', from: '基準点',
@@ -116,6 +116,14 @@ function findingsText(errors, notes) {
   if (errors > 0) parts.push(words.errors(errors));
   if (notes > 0) parts.push(words.notes(notes));
   return parts.join(speech.language === 'ja' ? '、' : ', ') || words.noFindings;
+}
+
+/** How high the centre line lies, and whether that is only assumed. */
+function heightText({ centerHeight, isHeightAssumed }) {
+  const { words } = speech;
+  if (centerHeight === null) return words.relative;
+  const height = words.centerHeight(metres(centerHeight));
+  return isHeightAssumed ? `${height} (${words.assumedHeight})` : height;
 }
 
 /** Metres with the four decimals of a document; a dash for none. */
