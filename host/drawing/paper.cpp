@@ -20,6 +20,11 @@ constexpr double kAscent = 0.8;
 /// The first byte of the characters from U+1100 on, where full-width ones begin.
 constexpr unsigned char kFirstWideByte = 0xE1;
 
+/// Half-width katakana, U+FF61 to U+FF9F: as narrow as letters, though they lie among the full-width characters.
+bool IsHalfWidthKatakana(std::string_view character) {
+  return character >= std::string_view("\xEF\xBD\xA1") && character <= std::string_view("\xEF\xBE\x9F");
+}
+
 }  // namespace
 
 void PaperBox::Include(const PaperPlace& place) {
@@ -41,9 +46,11 @@ PaperPlace LabelBox::At(double along, double across) const {
 
 double TextWidth(std::string_view utf8, double sizeMm) {
   double width = 0.0;
-  for (const char byte : utf8) {
-    if (IsUtf8Continuation(byte)) continue;
-    width += static_cast<unsigned char>(byte) >= kFirstWideByte ? kWideLetter : kNarrowLetter;
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    if (IsUtf8Continuation(utf8[i])) continue;
+    const bool isWide =
+        static_cast<unsigned char>(utf8[i]) >= kFirstWideByte && !IsHalfWidthKatakana(utf8.substr(i, 3));
+    width += isWide ? kWideLetter : kNarrowLetter;
   }
   return width * sizeMm;
 }

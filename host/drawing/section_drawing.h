@@ -69,6 +69,7 @@ struct SectionDrawing {
   std::vector<DrawnLine> lines;
   std::vector<DrawnMark> marks;
   std::vector<DrawnText> texts;
+  int widthsLeftOut = 0;  ///< width dimensions that found no room
 };
 
 struct DrawingOptions {

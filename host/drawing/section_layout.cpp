@@ -3,6 +3,7 @@
 #include "host/drawing/section_layout.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <optional>
@@ -11,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/drawing/paper_profile.h"
 #include "host/drawing/value_text.h"
 
 namespace vorn_host {
@@ -181,19 +183,12 @@ class Layout {
     return part == SectionPart::Slope || part == SectionPart::Berm ? DrawingKind::Slope : DrawingKind::DesignSurface;
   }
 
-  /// The point that a segment of a line leads to, outward from the start point.
-  static const ViewPoint& OuterOf(const ViewForm& form, int left, int right) {
-    const ViewPoint& leftPoint = form.points[static_cast<std::size_t>(left)];
-    const ViewPoint& rightPoint = form.points[static_cast<std::size_t>(right)];
-    return rightPoint.from == left || leftPoint.from != right ? rightPoint : leftPoint;
-  }
-
   void AddForm(int index) {
     const ViewForm& form = Form(index);
     for (const std::vector<int>& line : form.lines) {
       DrawnLine piece;
       for (std::size_t i = 1; i < line.size(); ++i) {
-        const DrawingKind kind = KindOf(form.role, OuterOf(form, line[i - 1], line[i]).part);
+        const DrawingKind kind = KindOf(form.role, Point(index, OuterOf(line[i - 1], line[i])).part);
         if (piece.places.empty() || piece.kind != kind) {
           if (!piece.places.empty()) m_drawing.lines.push_back(piece);
           piece = {kind, {Point(index, line[i - 1]).place}, index, -1};
@@ -213,7 +208,8 @@ class Layout {
     }
   }
 
-  /// Groups of slanted ticks below the ground, at regular distances along it.
+  /// Groups of slanted ticks at regular distances along the ground. They turn with it, so that they stand in the earth
+  /// however steeply the ground rises or falls.
   void AddHatch(const std::vector<SectionPlace>& line) {
     double length = 0.0;
     for (std::size_t i = 1; i < line.size(); ++i) {
@@ -227,11 +223,15 @@ class Layout {
       const PaperPlace from = m_scale.ToPaper(line[i - 1]);
       const PaperPlace to = m_scale.ToPaper(line[i]);
       const double segment = Distance(from, to);
+      if (segment == 0.0) continue;
       for (; next <= passed + segment;
            next += ++tick % kHatchTicks == 0 ? every - (kHatchTicks - 1) * kHatchStep : kHatchStep) {
         const double share = (next - passed) / segment;
         const PaperPlace at = {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
-        AddPaperLine(DrawingKind::GroundHatch, at, {at.x - kHatchTick * 0.7, at.y - kHatchTick * 0.7});
+        const PaperPlace along = {(to.x - from.x) / segment, (to.y - from.y) / segment};
+        const double reach = kHatchTick * 0.7;  // back along the ground, and down from it
+        AddPaperLine(DrawingKind::GroundHatch, at,
+                     {at.x + reach * (along.y - along.x), at.y - reach * (along.x + along.y)});
       }
       passed += segment;
     }
@@ -275,10 +275,10 @@ class Layout {
       if (form.role != FormRole::DesignSurface) continue;
       for (const std::vector<int>& line : form.lines) {
         for (std::size_t j = 1; j < line.size(); ++j) {
-          const ViewPoint& outer = OuterOf(form, line[j - 1], line[j]);
           const PaperPlace from = OnPaper(form.points[static_cast<std::size_t>(line[j - 1])]);
           const PaperPlace to = OnPaper(form.points[static_cast<std::size_t>(line[j])]);
-          AddAlong(DrawingKind::Grade, outer.grade, from, to, static_cast<int>(i), -1, true);
+          AddAlong(DrawingKind::Grade, SegmentGrade(form, line[j - 1], line[j]), from, to, static_cast<int>(i), -1,
+                   true);
         }
       }
     }
@@ -440,58 +440,75 @@ class Layout {
     int target = -1;
   };
 
-  /// Narrow ones first: they stand nearer to the section, and wider ones around them.
-  void AddWidths() {
+  /// Where a width is measured, in whole micrometres: what differs by less is the same place, computed in another way.
+  using WidthKey = std::array<long long, 4>;
+  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
+    const auto [left, right] =
+        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
+    const auto whole = [](double metres) { return std::llround(metres * 1e6); };
+    return {whole(left.offset), whole(left.height), whole(right.offset), whole(right.height)};
+  }
+
+  /// The widths to draw, each once however many targets ask for it.
+  [[nodiscard]] std::vector<Width> Widths() const {
     std::vector<Width> widths;
+    std::set<WidthKey> known;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Width || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
+      if (!known.insert(KeyOf(first->place, second->place)).second) continue;
       Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, static_cast<int>(i)};
       if (width.left.x > width.right.x) std::swap(width.left, width.right);
-      const auto isSame = [&](const Width& other) {
-        return Distance(other.left, width.left) < 0.05 && Distance(other.right, width.right) < 0.05;
-      };
-      if (std::none_of(widths.begin(), widths.end(), isSame)) widths.push_back(width);
+      widths.push_back(width);
     }
-    std::stable_sort(widths.begin(), widths.end(),
-                     [](const Width& a, const Width& b) { return a.right.x - a.left.x < b.right.x - b.left.x; });
-    for (const Width& width : widths) AddWidth(width);
+    return widths;
   }
 
-  /// How high and how low the section reaches between two places on paper.
-  [[nodiscard]] std::pair<double, double> ReachBetween(double left, double right) const {
-    double lowest = 1e300;
-    double highest = -1e300;
-    const SectionWindow between = {left / m_scale.Across(), right / m_scale.Across()};
+  /// How high and how low the section reaches, without its centre line.
+  [[nodiscard]] PaperProfile ProfileOf() const {
+    PaperProfile profile(m_extent.left, m_extent.right);
     for (const DrawnLine& line : m_drawing.lines) {
-      if (line.kind == DrawingKind::CenterLine || line.kind == DrawingKind::Dimension) continue;
-      for (const SectionPlace& place : Clipped(line.places, between)) {
-        lowest = std::min(lowest, place.height * m_scale.Upward());
-        highest = std::max(highest, place.height * m_scale.Upward());
+      if (line.kind == DrawingKind::CenterLine) continue;
+      for (std::size_t i = 1; i < line.places.size(); ++i) {
+        profile.Include(m_scale.ToPaper(line.places[i - 1]), m_scale.ToPaper(line.places[i]));
       }
     }
-    return {lowest, highest};
+    return profile;
+  }
+
+  /// Narrow ones first: they stand nearer to the section, and wider ones around them.
+  void AddWidths() {
+    std::vector<Width> widths = Widths();
+    std::stable_sort(widths.begin(), widths.end(),
+                     [](const Width& a, const Width& b) { return a.right.x - a.left.x < b.right.x - b.left.x; });
+    const PaperProfile section = ProfileOf();
+    for (const Width& width : widths) {
+      if (!AddWidth(width, section.Between(width.left.x, width.right.x))) ++m_drawing.widthsLeftOut;
+    }
   }
 
   /// Above the section or below it, whichever is nearer to the points that it measures: below in a cut, where the
   /// ground rises above the road.
-  void AddWidth(const Width& width) {
-    const auto [lowest, highest] = ReachBetween(width.left.x, width.right.x);
+  /// @param reach of the section between the points
+  /// @returns false where no tier has room: a dimension on top of others would leave none of them legible
+  bool AddWidth(const Width& width, const PaperProfile::Reach& reach) {
+    const auto& [lowest, highest] = reach;
     const double above = highest - std::max(width.left.y, width.right.y);
     const double below = std::min(width.left.y, width.right.y) - lowest;
     const double direction = above <= below + kFirstTier ? 1.0 : -1.0;
     const double first = direction > 0.0 ? std::max({highest, width.left.y, width.right.y}) + kFirstTier
                                          : std::min({lowest, width.left.y, width.right.y}) - kFirstTier;
     const std::string value = ValueText(*m_view.targets[static_cast<std::size_t>(width.target)].designValue, 3, 3);
-    double y = first;
     for (int tier = 0; tier < kMostTiers; ++tier) {
-      y = first + direction * kNextTier * tier;
-      if (HasRoom(width, y, value)) break;
+      const double y = first + direction * kNextTier * tier;
+      if (!HasRoom(width, y, value)) continue;
+      DrawWidth(width, y, value);
+      return true;
     }
-    DrawWidth(width, y, value);
+    return false;
   }
 
   /// Whether arrows and value of a dimension stand outside, as there is no room between its ends.

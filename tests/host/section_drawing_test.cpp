@@ -261,6 +261,20 @@ TEST(SectionDrawingGround, GoesSomewhatBeyondTheDesignAndHasAHatch) {
   ExpectSound(drawing);
 }
 
+TEST(SectionDrawingGround, HasItsHatchInTheEarthHoweverSteepItIs) {
+  for (const double rise : {30.0, -30.0}) {
+    SectionView view = RoadView();
+    view.centerHeight = 0.0;
+    view.grounds.push_back({"ground", {{-10.0, -rise}, {10.0, rise}}});
+    const SectionDrawing drawing = Draw(view);
+    const std::vector<DrawnLine> ticks = LinesOf(drawing, DrawingKind::GroundHatch);
+    EXPECT_THAT(ticks, Not(IsEmpty()));
+    for (const DrawnLine& tick : ticks) {
+      EXPECT_LT(tick.places[1].height, tick.places[1].offset * rise / 10.0 - 1e-6) << "below the ground";
+    }
+  }
+}
+
 TEST(SectionDrawingGround, MayBeSeveral) {
   SectionView view = WithGround(RoadView(), -4.07);
   view.grounds.push_back({"rock", {{-50.0, -8.0}, {-4.0, -9.0}, {50.0, -8.0}}});
@@ -388,6 +402,30 @@ TEST(SectionDrawingDimensions, StandInTiers) {
   const double wide = TextOf(drawing, DrawingKind::Dimension, "19.000").place.height;
   EXPECT_LT(narrow, middle);
   EXPECT_LT(wide, -4.07) << "from toe to toe, below the feet of the slopes";
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, LeaveOutWidthsWithoutRoomInTime) {
+  constexpr int kWidths = 3000;
+  SectionView view = RoadView();
+  ViewForm form;
+  form.role = FormRole::Layer;
+  for (int i = 0; i <= kWidths; ++i) {
+    form.points.push_back(At("", 5.0 + i * 0.0001, 0.0, i - 1));
+    if (i > 0) form.lines.push_back({i - 1, i});
+  }
+  view.forms.push_back(form);
+  for (int i = 1; i <= kWidths; ++i) {
+    view.targets.push_back(TargetOf(ViewTarget::Item::Width, {0, i}, 5.0 + i * 0.0001));
+    for (ViewTarget::Pnt& pnt : view.targets.back().points) pnt.form = 1;
+  }
+  const auto start = std::chrono::steady_clock::now();
+  const SectionDrawing drawing = Draw(view, {.scale = 100.0});
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+  const std::size_t drawn = TextsOf(drawing, DrawingKind::Dimension).size();
+  EXPECT_GT(drawn, 5u);
+  EXPECT_LT(drawn, 80u);
+  EXPECT_EQ(drawn + static_cast<std::size_t>(drawing.widthsLeftOut), kWidths);
   ExpectSound(drawing);
 }
 
