@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Takes every sample through the tool's main jobs: look at it, check it, make a page for the browser and a project of
 # it, edit that, write documents of all editions from both, and check the results. What came back is compared with what
-# went in, and what was edited in the project with what the same steps make of the document.
+# went in, and what was edited in the project with what the same steps make of the document. One sample is exported in
+# every format, and a section of it is drawn.
 # VORN_TOOL names another tool than the release build's; OUT another directory for the results.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -110,6 +111,18 @@ for sample in "${samples[@]}"; do
   run edit "$sample" "$out/$name-mirrored.xml" --mirror
   run check "$out/$name-mirrored.xml"
   written=$((written + 1))
+done
+
+printf '\n== what CAD, scripts and papers get of %s ==\n' "${samples[0]}"
+for format in dxf csv geojson svg; do
+  exported=$out/exported.$format
+  rm -f "$exported"
+  if [[ $format == svg ]]; then
+    run plot "${samples[0]}" --index 1 -o "$exported"
+  else
+    run export "${samples[0]}" -o "$exported"
+  fi
+  [[ -s $exported ]] || fail "$exported is empty."
 done
 
 printf '\nDone: %d samples read; %d projects and %d documents written to %s/ and checked;\n' \

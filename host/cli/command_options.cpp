@@ -4,11 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "vorn/platform/fixed_decimal.h"
+#include "host/drawing/value_text.h"
 
 namespace vorn_cli {
 
 namespace {
+
+/// Farther from the datum than any road, and still exact to the last place of a document.
+constexpr double kLargestHeight = 99999.9999;
+constexpr double kSmallestScale = 1e6;  ///< 1:this
+constexpr double kLeastExaggeration = 0.1;
+constexpr double kMostExaggeration = 100.0;
 
 void AddEdition(CLI::App& command, const char* name, std::optional<vorn_host::Edition>& edition,
                 const char* description) {
@@ -35,6 +41,20 @@ void AddEncoding(CLI::App& command, const std::function<void(vorn_host::TextEnco
       ->type_name("ENCODING");
 }
 
+/// @param language an optional one or not
+template <typename Language>
+void AddLanguage(CLI::App& command, Language& language, const char* description) {
+  command
+      .add_option_function<std::string>(
+          "--language",
+          [&language](const std::string& text) {
+            language = text == "ja" ? vorn_host::Language::Japanese : vorn_host::Language::English;
+          },
+          description)
+      ->check(CLI::IsMember({"en", "ja"}))
+      ->type_name("LANGUAGE");
+}
+
 }  // namespace
 
 void AddEditionOption(CLI::App& command, std::optional<vorn_host::Edition>& edition, const char* description) {
@@ -57,9 +77,32 @@ void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>
       "encoding of the written document (its own unless told otherwise)");
 }
 
+void AddHeightOption(CLI::App& command, std::optional<double>& height) {
+  command.add_option("--height", height, "height of the centre line in metres, where the design does not tell it")
+      ->check(InRange(-kLargestHeight, kLargestHeight))
+      ->type_name("H");
+}
+
+void AddScaleOption(CLI::App& command, double& scale, const char* description) {
+  command.add_option("--scale", scale, description)->check(InRange(1.0, kSmallestScale))->type_name("N");
+}
+
+void AddExaggerationOption(CLI::App& command, double& exaggeration) {
+  command.add_option("--exaggerate", exaggeration, "draw heights so many times larger than widths")
+      ->check(InRange(kLeastExaggeration, kMostExaggeration))
+      ->type_name("N");
+}
+
+void AddLanguageOption(CLI::App& command, vorn_host::Language& language, const char* description) {
+  AddLanguage(command, language, description);
+}
+
+void AddLanguageOption(CLI::App& command, std::optional<vorn_host::Language>& language, const char* description) {
+  AddLanguage(command, language, description);
+}
+
 CLI::Validator InRange(double low, double high) {
-  const std::string range =
-      std::string(FixedDecimal(low, 4).View()) + " to " + std::string(FixedDecimal(high, 4).View());
+  const std::string range = vorn_host::ValueText(low, 0, 4) + " to " + vorn_host::ValueText(high, 0, 4);
   return {[=](const std::string& text) {
             double value = 0.0;
             // Written so that NaN, which compares with nothing, is refused.

@@ -5,6 +5,7 @@
 
 #include "host/document/edition.h"
 #include "host/document/text_encoding.h"
+#include "host/drawing/language.h"
 
 namespace vorn_cli {
 
@@ -18,6 +19,17 @@ void AddAssumeOption(CLI::App& command, std::optional<vorn_host::Edition>& assum
 void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding);
 /// `--encoding` where the document's own is kept unless told otherwise.
 void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>& encoding);
+
+/// `--height`: height of the centre line in metres, where the design does not tell it.
+void AddHeightOption(CLI::App& command, std::optional<double>& height);
+/// `--scale`: 1:scale on paper.
+void AddScaleOption(CLI::App& command, double& scale, const char* description);
+/// `--exaggerate`: how many times heights are drawn larger than widths.
+void AddExaggerationOption(CLI::App& command, double& exaggeration);
+/// `--language` of the words that are not the design's own.
+void AddLanguageOption(CLI::App& command, vorn_host::Language& language, const char* description);
+/// `--language` where it may stay open.
+void AddLanguageOption(CLI::App& command, std::optional<vorn_host::Language>& language, const char* description);
 
 /// A number between two limits, both included; what is no number is not.
 [[nodiscard]] CLI::Validator InRange(double low, double high);

@@ -9,11 +9,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/atomic_file.h"
@@ -33,10 +33,6 @@ using vorn_host::CsvContent;
 using vorn_host::DesignDocument;
 using vorn_host::SectionView;
 using vorn_host::TextSink;
-
-/// Farther from the datum than any road, and still exact to the last place of a document.
-constexpr double kLargestHeight = 99999.9999;
-constexpr double kLargestScale = 100'000.0;
 
 enum class Format { Dxf, Csv, GeoJson };
 
@@ -99,14 +95,6 @@ Format FormatOf(const ExportOptions& options) {
                                              : "has to be told, as the name of " + options.out + " tells none");
 }
 
-/// What is written never takes the place of the design that it comes from.
-void RefuseToReplaceDesign(const ExportOptions& options) {
-  std::error_code absent;
-  if (std::filesystem::equivalent(options.file, options.out, absent)) {
-    throw CLI::ValidationError("--output", "the export would replace the design " + options.file);
-  }
-}
-
 void RefuseMisplacedOptions(const CLI::App& command, const ExportOptions& options, Format format) {
   const auto only = [&](Format one, const char* name, const char* reason) {
     if (format != one && command.count(name) > 0) throw CLI::ValidationError(name, reason);
@@ -151,13 +139,18 @@ class Sections {
 void NoteWhatIsNotShown(const SectionView& view, ExportSummary& summary) {
   constexpr std::size_t kShown = 20;
   summary.notes += static_cast<int>(view.notes.size());
-  for (const std::string& note : view.notes) {
-    if (summary.firstNotes.size() < kShown) summary.firstNotes.push_back(view.stationText + ": " + note);
+  for (const vorn_host::ViewNote& note : view.notes) {
+    if (summary.firstNotes.size() == kShown) return;
+    summary.firstNotes.push_back(view.stationText + ": " + NoteText(note, vorn_host::Language::English));
   }
 }
 
-/// Where every section has its place, at one scale for all.
+/// Where every section has its place, at one scale for all. What the sections need at least tells mostly what that
+/// scale is, so that each is drawn at no other.
 vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions& drawing, Progress& progress) {
+  sections.ForEach(progress, "measuring cross sections", [&](const SectionView& view) {
+    drawing.leastScale = std::max(drawing.leastScale, vorn_host::LargestScale(view, drawing));
+  });
   const auto measured = [&] {
     vorn_host::SheetGrid grid;
     sections.ForEach(progress, "placing cross sections",
@@ -165,11 +158,9 @@ vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions&
     return grid;
   };
   vorn_host::SheetGrid grid = measured();
-  if (!grid.HasOneScale()) {
-    drawing.scale = grid.Scale();
-    grid = measured();
-  }
-  return grid;
+  const bool isFinal = grid.HasOneScale();
+  drawing.scale = grid.Scale();
+  return isFinal ? grid : measured();
 }
 
 /// Runs `produce` on the file to write, or on the standard output.
@@ -182,7 +173,7 @@ void ExportDxf(const Sections& sections, const ExportOptions& options, Progress&
   const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress);
   summary.scale = grid.Scale();
   WriteOut(options.out, [&](const TextSink& write) {
-    vorn_host::DxfSectionWriter writer(write, grid, drawing.japanese);
+    vorn_host::DxfSectionWriter writer(write, grid, drawing.language);
     sections.ForEach(progress, "drawing cross sections", [&](const SectionView& view) {
       NoteWhatIsNotShown(view, summary);
       writer.Add(view, vorn_host::Draw(view, drawing));
@@ -278,17 +269,9 @@ void Report(const ExportOptions& options, const ExportSummary& summary) {
 }
 
 void AddDrawingOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& options) {
-  command
-      .add_option("--scale", options->drawing.scale,
-                  "dxf: texts and marks are as large as on paper at 1:N (the largest usual scale that fits)")
-      ->check(InRange(1.0, kLargestScale))
-      ->type_name("N");
-  command
-      .add_option_function<std::string>(
-          "--language", [options](const std::string& text) { options->drawing.japanese = text == "ja"; },
-          "dxf: words of the drawing itself (en unless told otherwise)")
-      ->check(CLI::IsMember(std::vector<std::string>{"en", "ja"}))
-      ->type_name("LANGUAGE");
+  AddScaleOption(command, options->drawing.scale,
+                 "dxf: texts and marks are as large as on paper at 1:N (the largest usual scale that fits)");
+  AddLanguageOption(command, options->drawing.language, "dxf: words of the drawing itself, en (default) or ja");
 }
 
 void AddTableOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& options) {
@@ -315,11 +298,7 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
           "dxf, csv or geojson (what the name of OUT ends with unless told otherwise)")
       ->check(CLI::IsMember(&Formats()))
       ->type_name("FORMAT");
-  command
-      ->add_option("--height", options->centerHeight,
-                   "height of the centre line in metres, where the design does not tell it")
-      ->check(InRange(-kLargestHeight, kLargestHeight))
-      ->type_name("H");
+  AddHeightOption(*command, options->centerHeight);
   AddDrawingOptions(*command, options);
   AddTableOptions(*command, options);
   AddAssumeOption(*command, options->read.assume);
@@ -328,7 +307,7 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
   command->callback([options, command, &exitCode] {
     const Format format = FormatOf(*options);
     RefuseMisplacedOptions(*command, *options, format);
-    RefuseToReplaceDesign(*options);
+    RefuseToReplaceDesign(options->file, options->out, "the export");
     Report(*options, Export(*options, format));
     exitCode = kOk;
   });

@@ -1,18 +1,16 @@
 #include "host/cli/plot_command.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/section_choice.h"
 #include "host/document/atomic_file.h"
-#include "host/document/document_error.h"
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_view.h"
 #include "host/drawing/svg_writer.h"
@@ -24,6 +22,7 @@ namespace vorn_cli {
 namespace {
 
 using vorn_host::DesignDocument;
+using vorn_host::Language;
 using vorn_host::SectionDrawing;
 using vorn_host::SectionView;
 
@@ -57,27 +56,9 @@ Plot MakePlot(const PlotOptions& options) {
   return plot;
 }
 
-/// A number between two others; unlike `CLI::Range`, never what is no number.
-CLI::Validator Between(double least, double most) {
-  const std::string range = "[" + vorn_host::ValueText(least, 0, 1) + " - " + vorn_host::ValueText(most, 0, 1) + "]";
-  return {[=](const std::string& text) {
-            double value = 0.0;
-            const bool isWithin = CLI::detail::lexical_cast(text, value) && value >= least && value <= most;
-            return isWithin ? std::string() : text + " is no number in " + range;
-          },
-          "NUMBER in " + range};
-}
-
 std::string TitleOf(const SectionView& view) {
   const std::string station = view.stationText.empty() ? "no station" : view.stationText;
   return view.name.empty() ? station : station + " (" + view.name + ")";
-}
-
-/// A drawing in place of the design that it shows would be the end of that.
-void RefuseToOverwrite(const PlotOptions& options) {
-  std::error_code ignored;
-  if (!std::filesystem::equivalent(options.file, options.out, ignored)) return;
-  throw vorn_host::DocumentError(options.out + ": the drawing cannot be written over the design itself");
 }
 
 void PrintText(const Plot& plot, const std::string& out) {
@@ -86,7 +67,7 @@ void PrintText(const Plot& plot, const std::string& out) {
   for (std::size_t i = 0; i < plot.views.size(); ++i) {
     report.Row("Cross section",
                TitleOf(plot.views[i]) + ", scale 1:" + vorn_host::ValueText(plot.drawings[i].scale, 0, 3));
-    for (const std::string& note : plot.views[i].notes) report.Line("note: " + note, 2);
+    for (const std::string& note : NoteTexts(plot.views[i], Language::English)) report.Line("note: " + note, 2);
   }
   Print(report);
 }
@@ -104,13 +85,13 @@ void PrintJson(const Plot& plot, const std::string& out) {
                         {"centerHeight", view.centerHeight ? Json(*view.centerHeight) : Json(nullptr)},
                         {"scale", plot.drawings[i].scale},
                         {"exaggeration", plot.drawings[i].exaggeration},
-                        {"notes", view.notes}});
+                        {"notes", NoteTexts(view, Language::English)}});
   }
   Print(Json{{"written", out}, {"crossSections", std::move(sections)}});
 }
 
 void Run(const PlotOptions& options) {
-  if (!options.out.empty()) RefuseToOverwrite(options);
+  RefuseToReplaceDesign(options.file, options.out, "the drawing");
   const Plot plot = MakePlot(options);
   const std::string svg = vorn_host::WriteSvg(plot.drawings, "Cross section " + TitleOf(plot.views.front()));
   if (options.out.empty()) return PrintVerbatim(svg);
@@ -121,7 +102,6 @@ void Run(const PlotOptions& options) {
 }  // namespace
 
 void AddPlotCommand(CLI::App& app, int& exitCode) {
-  constexpr double kFarthest = 1e6;  // metres
   const auto options = std::make_shared<PlotOptions>();
   CLI::App* command = app.add_subcommand("plot", "Draw a cross section as SVG");
   command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
@@ -133,20 +113,10 @@ void AddPlotCommand(CLI::App& app, int& exitCode) {
       ->check(CLI::PositiveNumber);
   CLI::Option* out =
       command->add_option("-o,--output", options->out, "the SVG file to write (otherwise the standard output)");
-  command->add_option("--scale", options->drawing.scale, "draw at 1:SCALE (the largest usual one that fits A3)")
-      ->check(Between(1.0, 1e6));
-  command->add_option("--exaggerate", options->drawing.exaggeration, "draw heights so many times larger than widths")
-      ->check(Between(0.1, 100.0));
-  command
-      ->add_option("--height", options->height,
-                   "height of the centre line in metres, where the design does not tell it")
-      ->check(Between(-kFarthest, kFarthest));
-  command
-      ->add_option_function<std::string>(
-          "--language", [options](const std::string& language) { options->drawing.japanese = language == "ja"; },
-          "language of the words in the drawing: en (default) or ja")
-      ->check(CLI::IsMember({"en", "ja"}))
-      ->type_name("LANGUAGE");
+  AddScaleOption(*command, options->drawing.scale, "draw at 1:N (the largest usual scale that fits A3)");
+  AddExaggerationOption(*command, options->drawing.exaggeration);
+  AddHeightOption(*command, options->height);
+  AddLanguageOption(*command, options->drawing.language, "language of the words in the drawing: en (default) or ja");
   AddAssumeOption(*command, options->read.assume);
   command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
   command->add_flag("--json", options->json, "JSON for programs, about what was written")->needs(out);

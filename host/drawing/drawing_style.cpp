@@ -1,5 +1,7 @@
 #include "host/drawing/drawing_style.h"
 
+#include <cstddef>
+
 namespace vorn_host {
 
 const std::array<DrawingStyle, 13>& DrawingStyles() {
@@ -20,5 +22,18 @@ const std::array<DrawingStyle, 13>& DrawingStyles() {
   }};
   return styles;
 }
+
+const std::array<MarkStyle, 4>& MarkStyles() {
+  using Shape = DrawnMark::Shape;
+  static const std::array<MarkStyle, 4> styles = {{
+      {Shape::Point, "point", 0.15, false, 0.4, 0.0, 0.0},
+      {Shape::Crossing, "cross", 0.30, false, 0.9, 0.0, 0.0},
+      {Shape::Height, "height", 0.13, false, 0.0, 2.2, 1.3},
+      {Shape::Arrow, "arrow", 0.13, true, 0.0, 2.2, 0.35},
+  }};
+  return styles;
+}
+
+const MarkStyle& StyleOf(DrawnMark::Shape shape) { return MarkStyles()[static_cast<std::size_t>(shape)]; }
 
 }  // namespace vorn_host

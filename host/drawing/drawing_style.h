@@ -19,7 +19,23 @@ struct DrawingStyle {
   std::vector<double> dashesMm;  ///< dash, gap, dash, gap, ...; none for a whole line
 };
 
+/// How a shape of marks looks, wherever it is drawn: a circle around its place, or a triangle that points at it. Its
+/// line has the colour of the mark's kind.
+struct MarkStyle {
+  DrawnMark::Shape shape;
+  std::string_view name;  ///< for programs: "point"
+  double lineMm;
+  bool isFilled;      ///< with the colour of its line, else with that of the paper
+  double radiusMm;    ///< of a circle; 0 for a triangle
+  double lengthMm;    ///< of a triangle, from its tip to its base
+  double halfBaseMm;  ///< of a triangle
+};
+
 /// Every kind, in the order in which they are drawn: what comes later lies above.
 [[nodiscard]] const std::array<DrawingStyle, 13>& DrawingStyles();
+
+/// Every shape, in the order of the enumeration.
+[[nodiscard]] const std::array<MarkStyle, 4>& MarkStyles();
+[[nodiscard]] const MarkStyle& StyleOf(DrawnMark::Shape shape);
 
 }  // namespace vorn_host

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/document/text_encoding.h"
+#include "host/drawing/drawing_style.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
@@ -49,12 +50,6 @@ std::string_view LayerOf(DrawingKind kind) { return kLayers[static_cast<std::siz
 
 constexpr double kGap = 15.0;  ///< between the sheets
 constexpr double kIndexText = 3.5;
-constexpr double kPointRadius = 0.4;
-constexpr double kCrossingRadius = 0.9;
-constexpr double kHeightMark = 2.2;
-constexpr double kHeightMarkHalf = 1.3;
-constexpr double kArrowLength = 2.2;
-constexpr double kArrowHalf = 0.35;
 constexpr double kOriginArm = 3.0;
 
 // --- parts of an index line, in text heights
@@ -89,8 +84,8 @@ double RoundedUp(double metres) {
 }
 
 /// Of two sections at one station, the one behind the change of shape is told apart.
-std::string StationOf(const SectionView& view, bool japanese) {
-  const char* behind = japanese ? " (後)" : " (behind)";
+std::string StationOf(const SectionView& view, Language language) {
+  const char* behind = language == Language::Japanese ? " (後)" : " (behind)";
   return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? behind : "");
 }
 
@@ -122,7 +117,7 @@ void SheetGrid::Add(const SectionView& view, const SectionDrawing& drawing) {
   ++m_count;
   m_scale = std::max(m_scale, drawing.scale);
   m_largestScale = std::min(m_largestScale, drawing.scale);
-  m_stationWidth = std::max(m_stationWidth, WidthOf(StationOf(view, false)));
+  m_stationWidth = std::max(m_stationWidth, WidthOf(StationOf(view, Language::English)));
   m_nameWidth = std::max(m_nameWidth, WidthOf(vorn_host::NameOf(view)));
   Include(drawing, ReferenceHeight(view));
 }
@@ -139,13 +134,14 @@ void SheetGrid::Include(const SectionDrawing& drawing, double reference) {
 
 void SheetGrid::IncludeText(const DrawnText& text, double metresPerMillimetre, double reference) {
   const double height = text.sizeMm * metresPerMillimetre;
+  const double start = text.alongMm * metresPerMillimetre;
   const double lift = text.liftMm * metresPerMillimetre;
   const double width = WidthOf(text.text) * height;
   const double before = text.anchor == DrawnText::Anchor::Start    ? 0.0
                         : text.anchor == DrawnText::Anchor::Middle ? width / 2
                                                                    : width;
   const DxfPlace place = {text.place.offset, text.place.height - reference};
-  for (const double along : {-before, width - before}) {
+  for (const double along : {start - before, start + width - before}) {
     for (const double across : {lift - height / 2, lift + 1.5 * height}) {
       const DxfPlace corner = Moved(place, text.angle, along, across);
       m_room.Include(corner.x, corner.y);
@@ -234,10 +230,10 @@ DxfHeader HeaderOf(const SheetGrid& grid) {
 }
 
 /// "20 cross sections, 1:100, metres": an engineer has to know the unit, which the format does not tell.
-std::string IndexTitle(const SheetGrid& grid, bool japanese) {
+std::string IndexTitle(const SheetGrid& grid, Language language) {
   const std::string count = std::to_string(grid.Count());
   const std::string scale = "1:" + std::string(FixedDecimal(grid.Scale(), 0).View());
-  if (japanese) return "横断面 " + count + "  縮尺 " + scale + "  単位 m";
+  if (language == Language::Japanese) return "横断面 " + count + "  縮尺 " + scale + "  単位 m";
   return count + (grid.Count() == 1 ? " cross section, " : " cross sections, ") + scale + ", metres";
 }
 
@@ -255,10 +251,10 @@ DxfTextStyle::Anchor AnchorOf(DrawnText::Anchor anchor) {
 
 }  // namespace
 
-DxfSectionWriter::DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese)
-    : m_grid(grid), m_japanese(japanese), m_writer(std::move(sink), HeaderOf(grid)) {
+DxfSectionWriter::DxfSectionWriter(TextSink sink, const SheetGrid& grid, Language language)
+    : m_grid(grid), m_language(language), m_writer(std::move(sink), HeaderOf(grid)) {
   if (grid.Count() == 0) return;
-  m_writer.Text(kIndexLayer, grid.IndexTitlePlace(), IndexTitle(grid, japanese), {grid.IndexTextHeight()});
+  m_writer.Text(kIndexLayer, grid.IndexTitlePlace(), IndexTitle(grid, language), {grid.IndexTextHeight()});
 }
 
 void DxfSectionWriter::Add(const SectionView& view, const SectionDrawing& drawing) {
@@ -282,26 +278,17 @@ void DxfSectionWriter::Line(const DrawnLine& line, const Sheet& sheet) {
 void DxfSectionWriter::Mark(const DrawnMark& mark, const Sheet& sheet) {
   const std::string_view layer = LayerOf(mark.kind);
   const DxfPlace place = sheet.PlaceOf(mark.place);
+  const MarkStyle& style = StyleOf(mark.shape);
+  if (style.radiusMm > 0.0) return m_writer.Circle(layer, place, Metres(style.radiusMm));
   // The other corners of a triangle whose tip is at the place.
-  const auto corner = [&](double degrees, double along, double across) {
-    return Moved(place, degrees, Metres(along), Metres(across));
-  };
-  switch (mark.shape) {
-    case DrawnMark::Shape::Point:
-      return m_writer.Circle(layer, place, Metres(kPointRadius));
-    case DrawnMark::Shape::Crossing:
-      return m_writer.Circle(layer, place, Metres(kCrossingRadius));
-    case DrawnMark::Shape::Height:
-      return m_writer.Polyline(layer, std::array{place, corner(90.0, kHeightMark, kHeightMarkHalf),
-                                                 corner(90.0, kHeightMark, -kHeightMarkHalf), place});
-    case DrawnMark::Shape::Arrow:
-      return m_writer.FilledTriangle(layer, place, corner(mark.angle, -kArrowLength, kArrowHalf),
-                                     corner(mark.angle, -kArrowLength, -kArrowHalf));
-  }
+  const DxfPlace left = Moved(place, mark.angle, -Metres(style.lengthMm), Metres(style.halfBaseMm));
+  const DxfPlace right = Moved(place, mark.angle, -Metres(style.lengthMm), -Metres(style.halfBaseMm));
+  if (style.isFilled) return m_writer.FilledTriangle(layer, place, left, right);
+  m_writer.Polyline(layer, std::array{place, right, left, place});
 }
 
 void DxfSectionWriter::Text(const DrawnText& text, const Sheet& sheet) {
-  const DxfPlace place = Moved(sheet.PlaceOf(text.place), text.angle, 0.0, Metres(text.liftMm));
+  const DxfPlace place = Moved(sheet.PlaceOf(text.place), text.angle, Metres(text.alongMm), Metres(text.liftMm));
   m_writer.Text(LayerOf(text.kind), place, text.text, {Metres(text.sizeMm), text.angle, AnchorOf(text.anchor)});
 }
 
@@ -324,7 +311,7 @@ void DxfSectionWriter::IndexEntry(const SectionView& view) {
   const DxfTextStyle style = {m_grid.IndexTextHeight()};
   const DxfPlace place = m_grid.IndexPlaceOf(m_sheet);
   m_writer.Text(kIndexLayer, place, m_grid.NameOf(m_sheet), style);
-  m_writer.Text(kIndexLayer, {place.x + m_grid.IndexStationAt(), place.y}, StationOf(view, m_japanese), style);
+  m_writer.Text(kIndexLayer, {place.x + m_grid.IndexStationAt(), place.y}, StationOf(view, m_language), style);
   m_writer.Text(kIndexLayer, {place.x + m_grid.IndexNameAt(), place.y}, vorn_host::NameOf(view), style);
 }
 

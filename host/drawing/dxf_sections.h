@@ -79,8 +79,8 @@ class SheetGrid {
 class DxfSectionWriter {
  public:
   /// The grid has to outlive the writer.
-  /// @param japanese whether the words of the index are Japanese
-  DxfSectionWriter(TextSink sink, const SheetGrid& grid, bool japanese = false);
+  /// @param language of the words of the index
+  DxfSectionWriter(TextSink sink, const SheetGrid& grid, Language language = Language::English);
 
   /// Writes the next section; the order is that of the grid.
   void Add(const SectionView& view, const SectionDrawing& drawing);
@@ -106,7 +106,7 @@ class DxfSectionWriter {
   void IndexEntry(const SectionView& view);
 
   const SheetGrid& m_grid;
-  bool m_japanese;
+  Language m_language;
   DxfWriter m_writer;
   int m_sheet = 0;
 };

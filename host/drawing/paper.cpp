@@ -37,12 +37,8 @@ void PaperBox::Include(const PaperPlace& place) {
 
 PaperBox PaperBox::Widened(double by) const { return {left - by, right + by, bottom - by, top + by, isEmpty}; }
 
-PaperPlace LabelBox::At(double along, double across) const {
-  const double radians = angle * std::numbers::pi / 180.0;
-  const double cosine = std::cos(radians);
-  const double sine = std::sin(radians);
-  return {corner.x + along * cosine - across * sine, corner.y + along * sine + across * cosine};
-}
+PaperDirection::PaperDirection(double degrees)
+    : cosine(std::cos(degrees * std::numbers::pi / 180.0)), sine(std::sin(degrees * std::numbers::pi / 180.0)) {}
 
 double TextWidth(std::string_view utf8, double sizeMm) {
   double width = 0.0;
@@ -57,11 +53,11 @@ double TextWidth(std::string_view utf8, double sizeMm) {
 
 LabelBox BoxOf(const DrawnText& text, const PaperScale& scale) {
   LabelBox box{scale.ToPaper(text.place), TextWidth(text.text, text.sizeMm), (kDescent + kAscent) * text.sizeMm,
-               text.angle};
+               PaperDirection(text.angle)};
   const double before = text.anchor == DrawnText::Anchor::Start ? 0.0
                         : text.anchor == DrawnText::Anchor::End ? box.width
                                                                 : box.width / 2.0;
-  box.corner = box.At(-before, text.liftMm - kDescent * text.sizeMm);
+  box.corner = box.At(text.alongMm - before, text.liftMm - kDescent * text.sizeMm);
   return box;
 }
 
@@ -73,20 +69,21 @@ PaperGrid::PaperGrid(const PaperBox& area)
       m_covered(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows)) {}
 
 int PaperGrid::CellAt(const PaperPlace& place) const {
-  const double column = std::floor((place.x - m_area.left) / m_cell);
-  const double row = std::floor((place.y - m_area.bottom) / m_cell);
+  const double column = (place.x - m_area.left) / m_cell;
+  const double row = (place.y - m_area.bottom) / m_cell;
   if (!(column >= 0.0 && column < m_columns && row >= 0.0 && row < m_rows)) return -1;
   return static_cast<int>(row) * m_columns + static_cast<int>(column);
 }
 
-/// Visits cells until one visit returns false, and returns whether none did. Steps are a cell or less.
+/// Steps are a cell or less, so that no cell on the way is passed over.
 template <typename Visit>
 bool PaperGrid::ForEachCell(const LabelBox& box, Visit&& visit) const {
   const int along = static_cast<int>(box.width / m_cell) + 1;
-  const int across = static_cast<int>(box.height / m_cell) + 1;
+  const int across = box.height > 0.0 ? static_cast<int>(box.height / m_cell) + 1 : 0;  // a line is walked once
   for (int i = 0; i <= along; ++i) {
     for (int j = 0; j <= across; ++j) {
-      if (!visit(CellAt(box.At(box.width * i / along, box.height * j / across)))) return false;
+      const double up = across > 0 ? box.height * j / across : 0.0;
+      if (!visit(CellAt(box.At(box.width * i / along, up)))) return false;
     }
   }
   return true;
@@ -105,7 +102,12 @@ void PaperGrid::Occupy(const LabelBox& box) {
 
 void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
-  Occupy({from, length, 0.0, std::atan2(to.y - from.y, to.x - from.x) * 180.0 / std::numbers::pi});
+  PaperDirection direction;
+  if (length > 0.0) {
+    direction.cosine = (to.x - from.x) / length;
+    direction.sine = (to.y - from.y) / length;
+  }
+  Occupy({from, length, 0.0, direction});
 }
 
 }  // namespace vorn_host

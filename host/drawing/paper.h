@@ -42,15 +42,30 @@ struct PaperBox {
   [[nodiscard]] PaperBox Widened(double by) const;
 };
 
+/// Which way a text or a line runs on paper.
+struct PaperDirection {
+  double cosine = 1.0;
+  double sine = 0.0;
+
+  PaperDirection() = default;
+  /// @param degrees counter-clockwise from the right
+  explicit PaperDirection(double degrees);
+
+  /// The place so far along the direction and so far to the left of it.
+  [[nodiscard]] PaperPlace From(const PaperPlace& place, double along, double across) const {
+    return {place.x + along * cosine - across * sine, place.y + along * sine + across * cosine};
+  }
+};
+
 /// A rectangle on paper that stands at an angle: the room of a text.
 struct LabelBox {
   PaperPlace corner;   ///< where its lower left corner lies, as one reads
   double width = 0.0;  ///< along the direction
   double height = 0.0;
-  double angle = 0.0;  ///< degrees, counter-clockwise
+  PaperDirection direction = {};
 
   /// The place so far along and across the box, from its corner.
-  [[nodiscard]] PaperPlace At(double along, double across) const;
+  [[nodiscard]] PaperPlace At(double along, double across) const { return direction.From(corner, along, across); }
 };
 
 /// Room that a text needs, by the usual widths of letters: 1 for a full-width character, 0.6 for others.
@@ -73,6 +88,7 @@ class PaperGrid {
   static constexpr int kMostCells = 2000;       ///< in a row or a column
 
   [[nodiscard]] int CellAt(const PaperPlace& place) const;  ///< -1 outside
+  /// Calls visit(cell) until one call returns false, and returns whether none did; -1 is what lies outside.
   template <typename Visit>
   bool ForEachCell(const LabelBox& box, Visit&& visit) const;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -39,6 +40,9 @@ constexpr double kLeastStep = 15.0;  ///< from one number of an axis to the next
 constexpr double kMostSteps = 200.0;
 constexpr double kScaleBar = 40.0;  ///< the scale bar is about that long
 constexpr double kLeastFrame = 90.0;
+constexpr double kWidestFrame = kSheetWidth - kLeftBand - kRightBand;
+constexpr std::size_t kMostNoteLines = 12;
+constexpr double kSmallestScale = 1e9;  ///< 1:this, whether or not the section fits
 
 struct Words {
   const char* station;
@@ -82,14 +86,59 @@ double NextUsualScale(double scale) {
   }
 }
 
-/// Lays out one sheet at one scale.
+/// The pieces of a note that are no wider than a length, broken between words where there are some.
+std::vector<std::string> Wrapped(const std::string& note, double width) {
+  std::vector<std::string> lines;
+  std::string line;
+  std::string word;
+  const auto endWord = [&] {
+    if (!line.empty() && TextWidth(line + word, kNoteSize) > width) {
+      lines.push_back(line);
+      line.clear();
+    }
+    line += word;
+    word.clear();
+  };
+  for (const char byte : note) {
+    word += byte;
+    if (byte == ' ' || TextWidth(word, kNoteSize) > width) endWord();
+  }
+  endWord();
+  lines.push_back(line);
+  return lines;
+}
+
+/// The notes of a section as lines of a width; of too many the last ones are left out.
+std::vector<std::string> NoteLines(const SectionView& view, Language language, double width) {
+  std::vector<std::string> lines;
+  for (const std::string& note : NoteTexts(view, language)) {
+    for (std::string& line : Wrapped("* " + note, width)) lines.push_back(std::move(line));
+  }
+  if (lines.size() > kMostNoteLines) {
+    lines.resize(kMostNoteLines - 1);
+    lines.emplace_back("* ...");
+  }
+  return lines;
+}
+
+/// The room of a sheet around its frame, and where the sheet ends below for so many lines of notes.
+PaperBox SheetAround(const PaperBox& frame, std::size_t noteLines) {
+  const double below = kAxisBand + kScaleBand + kNoteLine * static_cast<double>(noteLines);
+  return {frame.left - kLeftBand, frame.right + kRightBand, frame.bottom - below, frame.top + kTitleBand, false};
+}
+
+bool FitsPaper(const PaperBox& sheet) { return sheet.Width() <= kSheetWidth && sheet.Height() <= kSheetHeight; }
+
+/// Sets one sheet around a section that is laid out at one scale.
 class Sheet {
  public:
-  Sheet(const SectionView& view, const DrawingOptions& options, double scale, double exaggeration)
-      : m_view(view), m_words(options.japanese ? kJapanese : kEnglish), m_scale(scale, exaggeration) {
-    m_drawing.scale = scale;
-    m_drawing.exaggeration = exaggeration;
-    PaperBox section = LayOutSection(view, WindowOf(view), m_scale, m_drawing);
+  /// @param laidOut what the section consists of
+  /// @param section the room that it takes
+  Sheet(const SectionView& view, Language language, const PaperScale& scale, SectionDrawing laidOut, PaperBox section)
+      : m_view(view),
+        m_words(language == Language::Japanese ? kJapanese : kEnglish),
+        m_scale(scale),
+        m_drawing(std::move(laidOut)) {
     section = section.Widened(kInside);
     const std::string title = Fitting(TitleText(), kTitleSize);
     const std::string subtitle = Fitting(SubtitleText(), kTextSize);
@@ -99,19 +148,18 @@ class Sheet {
     AddAxes();
     AddTitle(title, subtitle);
     AddScaleBar();
-    const double below = AddNotes();
-    const SectionPlace lowerLeft = m_scale.ToSection({m_frame.left - kLeftBand, below});
-    const SectionPlace upperRight = m_scale.ToSection({m_frame.right + kRightBand, m_frame.top + kTitleBand});
+    const std::vector<std::string> notes = NoteLines(view, language, m_frame.Width());
+    AddNotes(notes);
+    m_sheet = SheetAround(m_frame, notes.size());
+    const SectionPlace lowerLeft = m_scale.ToSection({m_sheet.left, m_sheet.bottom});
+    const SectionPlace upperRight = m_scale.ToSection({m_sheet.right, m_sheet.top});
     m_drawing.left = lowerLeft.offset;
     m_drawing.bottom = lowerLeft.height;
     m_drawing.right = upperRight.offset;
     m_drawing.top = upperRight.height;
   }
 
-  [[nodiscard]] bool Fits() const {
-    return (m_drawing.right - m_drawing.left) * m_scale.Across() <= kSheetWidth &&
-           (m_drawing.top - m_drawing.bottom) * m_scale.Upward() <= kSheetHeight;
-  }
+  [[nodiscard]] bool Fits() const { return FitsPaper(m_sheet); }
   [[nodiscard]] SectionDrawing Take() { return std::move(m_drawing); }
 
  private:
@@ -128,14 +176,21 @@ class Sheet {
     m_drawing.lines.push_back(std::move(line));
   }
 
-  void AddText(DrawingKind kind, const PaperPlace& place, std::string label, double size, Anchor anchor,
-               double angle = 0.0) {
+  DrawnText& AddText(DrawingKind kind, const PaperPlace& place, std::string label, double size, Anchor anchor,
+                     double angle = 0.0) {
     DrawnText text{kind, m_scale.ToSection(place)};
     text.sizeMm = size;
     text.anchor = anchor;
     text.angle = angle;
     text.text = std::move(label);
-    m_drawing.texts.push_back(std::move(text));
+    return m_drawing.texts.emplace_back(std::move(text));
+  }
+
+  /// The number of a tick, so far from its end.
+  void AddNumber(const PaperPlace& end, double along, double lift, std::string number, Anchor anchor) {
+    DrawnText& text = AddText(DrawingKind::Frame, end, std::move(number), kNumberSize, anchor);
+    text.alongMm = along;
+    text.liftMm = lift;
   }
 
   void AddFrame() {
@@ -163,11 +218,11 @@ class Sheet {
   void AddAxes() {
     ForEachTick(m_frame.left, m_frame.right, m_scale.Across(), [&](double x, std::string number) {
       AddLine(DrawingKind::Frame, {{x, m_frame.bottom}, {x, m_frame.bottom - kTick}});
-      AddText(DrawingKind::Frame, {x, m_frame.bottom - kTick - 3.0}, std::move(number), kNumberSize, Anchor::Middle);
+      AddNumber({x, m_frame.bottom - kTick}, 0.0, -3.0, std::move(number), Anchor::Middle);
     });
     ForEachTick(m_frame.bottom, m_frame.top, m_scale.Upward(), [&](double y, std::string number) {
       AddLine(DrawingKind::Frame, {{m_frame.left, y}, {m_frame.left - kTick, y}});
-      AddText(DrawingKind::Frame, {m_frame.left - kTick - 0.8, y - 0.9}, std::move(number), kNumberSize, Anchor::End);
+      AddNumber({m_frame.left - kTick, y}, -0.8, -0.9, std::move(number), Anchor::End);
     });
     AddText(DrawingKind::Frame, {(m_frame.left + m_frame.right) / 2.0, m_frame.bottom - 10.5}, m_words.offset,
             kTextSize, Anchor::Middle);
@@ -203,15 +258,14 @@ class Sheet {
 
   /// A text that is no wider than a sheet; the end of a longer one is left out.
   static std::string Fitting(std::string text, double size) {
-    constexpr double kWidest = kSheetWidth - kLeftBand - kRightBand;
-    if (TextWidth(text, size) <= kWidest) return text;
+    if (TextWidth(text, size) <= kWidestFrame) return text;
     double width = size;  // of what shows that there is more
     std::size_t end = 0;
-    while (width <= kWidest) {
+    while (width <= kWidestFrame) {
       std::size_t next = end + 1;
       while (next < text.size() && IsUtf8Continuation(text[next])) ++next;
       width += TextWidth(std::string_view(text).substr(end, next - end), size);
-      if (width <= kWidest) end = next;
+      if (width <= kWidestFrame) end = next;
     }
     return text.substr(0, end) + "…";
   }
@@ -244,79 +298,82 @@ class Sheet {
     AddLine(DrawingKind::Frame, {{left + length, y}, {left + length, y + kTick}});
     AddLine(DrawingKind::Frame, {{right, y}, {right, y + kTick}});
     const int decimals = DecimalsOf(part);
-    AddText(DrawingKind::Frame, {left, y + kTick + 0.8}, "0", kNumberSize, Anchor::Middle);
-    AddText(DrawingKind::Frame, {left + length, y + kTick + 0.8}, ValueText(part, decimals, decimals), kNumberSize,
-            Anchor::Middle);
-    AddText(DrawingKind::Frame, {right, y + kTick + 0.8}, ValueText(2.0 * part, decimals, decimals) + " m", kNumberSize,
-            Anchor::Middle);
+    const auto addNumber = [&](double x, std::string number) {
+      AddNumber({x, y + kTick}, 0.0, 0.8, std::move(number), Anchor::Middle);
+    };
+    addNumber(left, "0");
+    addNumber(left + length, ValueText(part, decimals, decimals));
+    addNumber(right, ValueText(2.0 * part, decimals, decimals) + " m");
     AddText(DrawingKind::Frame, {left - 6.0, y}, ScaleText(), kTextSize, Anchor::End);
   }
 
-  /// The pieces of a text that are no wider than a length, broken between words where there are some.
-  static std::vector<std::string> Wrapped(const std::string& text, double width) {
-    std::vector<std::string> lines;
-    std::string line;
-    std::string word;
-    const auto endWord = [&] {
-      if (!line.empty() && TextWidth(line + word, kNoteSize) > width) {
-        lines.push_back(line);
-        line.clear();
-      }
-      line += word;
-      word.clear();
-    };
-    for (const char byte : text) {
-      word += byte;
-      if (byte == ' ' || TextWidth(word, kNoteSize) > width) endWord();
-    }
-    endWord();
-    lines.push_back(line);
-    return lines;
-  }
-
-  /// @returns where the sheet ends below
-  double AddNotes() {
-    constexpr std::size_t kMostLines = 12;
+  void AddNotes(const std::vector<std::string>& lines) {
     double y = m_frame.bottom - kAxisBand - kScaleBand;
-    std::vector<std::string> lines;
-    for (const std::string& note : m_view.notes) {
-      for (std::string& line : Wrapped("* " + note, m_frame.Width())) lines.push_back(std::move(line));
-    }
-    if (lines.size() > kMostLines) {
-      lines.resize(kMostLines - 1);
-      lines.emplace_back("* ...");
-    }
-    for (std::string& line : lines) {
-      AddText(DrawingKind::Title, {m_frame.left, y}, std::move(line), kNoteSize, Anchor::Start);
+    for (const std::string& line : lines) {
+      AddText(DrawingKind::Title, {m_frame.left, y}, line, kNoteSize, Anchor::Start);
       y -= kNoteLine;
     }
-    return y;
   }
 
   const SectionView& m_view;
   const Words& m_words;
   PaperScale m_scale;
   PaperBox m_frame;
+  PaperBox m_sheet;
   SectionDrawing m_drawing;
 };
 
 double Sensible(double value, double otherwise) { return std::isfinite(value) && value > 0.0 ? value : otherwise; }
 
+/// The sheets of a section at one scale, one for each language. What stands on the section itself is laid out once.
+std::vector<Sheet> SheetsAt(double scale, double exaggeration, std::span<const Language> languages,
+                            const SectionView& view) {
+  SectionDrawing section;
+  section.scale = scale;
+  section.exaggeration = exaggeration;
+  const PaperScale paper(scale, exaggeration);
+  const PaperBox room = LayOutSection(view, WindowOf(view), paper, section);
+  std::vector<Sheet> sheets;
+  for (const Language language : languages) sheets.emplace_back(view, language, paper, section, room);
+  return sheets;
+}
+
+/// The largest usual scale, no larger than 1:least, at which the section could fit in a language.
+double ScaleFrom(double least, const SectionView& view, Language language, double exaggeration) {
+  const SectionWindow window = WindowOf(view);
+  const std::size_t notes = NoteLines(view, language, kWidestFrame).size();
+  const auto couldFit = [&](double scale) {
+    const PaperBox section = LeastRoom(view, window, PaperScale(scale, exaggeration)).Widened(kInside);
+    return FitsPaper(SheetAround(section, notes));
+  };
+  double scale = NextUsualScale(least * (1.0 - 1e-9));
+  while (scale < kSmallestScale && !couldFit(scale)) scale = NextUsualScale(scale);
+  return scale;
+}
+
 }  // namespace
 
-SectionDrawing Draw(const SectionView& view, const DrawingOptions& options) {
+double LargestScale(const SectionView& view, const DrawingOptions& options) {
+  if (const double scale = Sensible(options.scale, 0.0); scale > 0.0) return scale;
+  return ScaleFrom(Sensible(options.leastScale, 0.0), view, options.language, Sensible(options.exaggeration, 1.0));
+}
+
+std::vector<SectionDrawing> DrawInEach(std::span<const Language> languages, const SectionView& view,
+                                       const DrawingOptions& options) {
+  const bool isChosen = Sensible(options.scale, 0.0) > 0.0;
   const double exaggeration = Sensible(options.exaggeration, 1.0);
-  if (const double scale = Sensible(options.scale, 0.0); scale > 0.0) {
-    return Sheet(view, options, scale, exaggeration).Take();
+  for (double scale = LargestScale(view, options);; scale = NextUsualScale(scale)) {
+    std::vector<Sheet> sheets = SheetsAt(scale, exaggeration, languages, view);
+    const bool doFit = std::all_of(sheets.begin(), sheets.end(), [](const Sheet& sheet) { return sheet.Fits(); });
+    if (!isChosen && !doFit && scale < kSmallestScale) continue;
+    std::vector<SectionDrawing> drawings;
+    for (Sheet& sheet : sheets) drawings.push_back(sheet.Take());
+    return drawings;
   }
-  constexpr double kSmallestScale = 1e9;
-  const SectionWindow window = WindowOf(view);
-  // At a larger scale not even the section itself would fit.
-  const double leastScale = std::min((window.right - window.left) * 1000.0 / kSheetWidth, kSmallestScale);
-  for (double scale = NextUsualScale(leastScale * (1.0 - 1e-9));; scale = NextUsualScale(scale)) {
-    Sheet sheet(view, options, scale, exaggeration);
-    if (sheet.Fits() || scale >= kSmallestScale) return sheet.Take();
-  }
+}
+
+SectionDrawing Draw(const SectionView& view, const DrawingOptions& options) {
+  return std::move(DrawInEach(std::span(&options.language, 1), view, options).front());
 }
 
 }  // namespace vorn_host

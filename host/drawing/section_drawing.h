@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "host/drawing/language.h"
 #include "host/drawing/section_view.h"
 
 namespace vorn_host {
@@ -31,6 +34,9 @@ struct DrawnLine {
   std::vector<SectionPlace> places;
   int form = -1;    ///< index into `SectionView::forms`; -1 where it belongs to none
   int target = -1;  ///< index into `SectionView::targets`; -1 where it belongs to none
+  /// Of the leader of a label, the place that it leads to. Who enlarges the drawing leaves it as long as it is on
+  /// paper, around this place, as the label stays as large.
+  std::optional<SectionPlace> leadsTo = {};
 };
 
 /// A mark at a place: a circle at a point, a triangle at a height, the arrow of a dimension.
@@ -39,19 +45,20 @@ struct DrawnMark {
   DrawingKind kind = DrawingKind::Code;
   Shape shape = Shape::Point;
   SectionPlace place;
-  double angle = 0.0;  ///< degrees, counter-clockwise, for arrows
+  double angle = 0.0;  ///< degrees, counter-clockwise: where triangles point
   int form = -1;
   int point = -1;  ///< index into the points of the form
   int target = -1;
 };
 
-/// A text at a place. Its size is in millimetres on paper, whatever the scale.
+/// A text at a place. Its size and how far from the place it stands are in millimetres on paper, whatever the scale.
 struct DrawnText {
   enum class Anchor { Start, Middle, End };
   DrawingKind kind = DrawingKind::Code;
-  SectionPlace place;
-  double liftMm = 0.0;  ///< how far above the place the text's base line lies, on paper, across its direction
-  double angle = 0.0;   ///< degrees, counter-clockwise
+  SectionPlace place;    ///< what it says something about
+  double alongMm = 0.0;  ///< how far from the place it is anchored, in the direction of reading
+  double liftMm = 0.0;   ///< how far above the place the text's base line lies, across that direction
+  double angle = 0.0;    ///< degrees, counter-clockwise
   double sizeMm = 2.5;
   Anchor anchor = Anchor::Middle;
   std::string text = {};  ///< UTF-8, as it is: not escaped for any format
@@ -76,10 +83,20 @@ struct DrawingOptions {
   double exaggeration = 1.0;
   /// 1:scale on paper; 0 takes the largest usual scale (1:50, 1:100, 1:200, 1:250, 1:500, ...) that fits an A3 sheet.
   double scale = 0.0;
-  bool japanese = false;  ///< words of the drawing itself in Japanese
+  Language language = Language::English;  ///< of the drawing's own words
+  double leastScale = 0.0;                ///< no larger scale than 1:leastScale is taken, for drawings that share one
 };
 
 /// Draws a cross section. Labels that would lie on each other are moved apart, or left out where there is no room.
 [[nodiscard]] SectionDrawing Draw(const SectionView& view, const DrawingOptions& options = {});
+
+/// The same drawing in several languages, in their order: only words and the room that they need differ. The scale is
+/// one at which all of them fit.
+[[nodiscard]] std::vector<SectionDrawing> DrawInEach(std::span<const Language> languages, const SectionView& view,
+                                                     const DrawingOptions& options);
+
+/// The largest usual scale at which the section could fit, however little room its labels take. Quick, as nothing is
+/// drawn: `Draw` takes this scale or a smaller one.
+[[nodiscard]] double LargestScale(const SectionView& view, const DrawingOptions& options = {});
 
 }  // namespace vorn_host

@@ -33,6 +33,7 @@ constexpr double kHatchTick = 2.2;    ///< how far a tick reaches down and to th
 constexpr int kHatchTicks = 3;
 constexpr double kMostHatchGroups = 300.0;
 constexpr double kCenterLineOver = 7.0;  ///< how far the centre line goes beyond the section
+constexpr double kDownward = -90.0;      ///< degrees: the mark at a height stands on its tip
 constexpr double kTriangle = 2.6;        ///< height of the mark at a height
 constexpr double kFirstTier = 9.0;       ///< from the section to the first dimension line
 constexpr double kNextTier = 1.5;        ///< from one try to the next
@@ -83,10 +84,38 @@ std::string SignedHeight(double height, bool isElevation) {
   return isElevation || text.front() == '-' ? text : (text == "0.000" ? "±" : "+") + text;
 }
 
+/// The section itself, without any labels.
+PaperBox ExtentOf(const SectionView& view, const SectionWindow& window, const PaperScale& scale) {
+  PaperBox extent;
+  for (const ViewForm& form : view.forms) {
+    for (const ViewPoint& point : form.points) {
+      if (point.exists) extent.Include(scale.ToPaper(point.place));
+    }
+  }
+  for (const ViewGround& ground : view.grounds) {
+    for (const SectionPlace& place : Clipped(ground.line, window)) extent.Include(scale.ToPaper(place));
+  }
+  if (extent.isEmpty) extent.Include(scale.ToPaper({0.0, view.centerHeight.value_or(0.0)}));
+  extent.Include({scale.ToPaper({window.left, 0.0}).x, extent.bottom});
+  extent.Include({scale.ToPaper({window.right, 0.0}).x, extent.top});
+  return extent;
+}
+
+/// Where the centre line ends below and above a section.
+std::pair<PaperPlace, PaperPlace> CenterLineOf(const PaperBox& extent, const PaperScale& scale) {
+  const double x = scale.ToPaper({0.0, 0.0}).x;
+  return {{x, extent.bottom - kCenterLineOver}, {x, extent.top + kCenterLineOver}};
+}
+
 class Layout {
  public:
   Layout(const SectionView& view, const SectionWindow& window, const PaperScale& scale, SectionDrawing& drawing)
-      : m_view(view), m_window(window), m_scale(scale), m_drawing(drawing), m_extent(ExtentOf()), m_grid(Room()) {}
+      : m_view(view),
+        m_window(window),
+        m_scale(scale),
+        m_drawing(drawing),
+        m_extent(ExtentOf(view, window, scale)),
+        m_grid(Room()) {}
 
   PaperBox Run() {
     AddGrounds();
@@ -112,23 +141,6 @@ class Layout {
   [[nodiscard]] PaperPlace OnPaper(const ViewPoint& point) const { return m_scale.ToPaper(point.place); }
 
   // --- room ------------------------------------------------------------------------------------------------------
-
-  /// The section itself, without any labels.
-  [[nodiscard]] PaperBox ExtentOf() const {
-    PaperBox extent;
-    for (const ViewForm& form : m_view.forms) {
-      for (const ViewPoint& point : form.points) {
-        if (point.exists) extent.Include(OnPaper(point));
-      }
-    }
-    for (const ViewGround& ground : m_view.grounds) {
-      for (const SectionPlace& place : Clipped(ground.line, m_window)) extent.Include(m_scale.ToPaper(place));
-    }
-    if (extent.isEmpty) extent.Include(m_scale.ToPaper({0.0, m_view.centerHeight.value_or(0.0)}));
-    extent.Include({m_scale.ToPaper({m_window.left, 0.0}).x, extent.bottom});
-    extent.Include({m_scale.ToPaper({m_window.right, 0.0}).x, extent.top});
-    return extent;
-  }
 
   [[nodiscard]] PaperBox Room() const { return m_extent.Widened(kRoomForLabels); }
 
@@ -238,9 +250,8 @@ class Layout {
   }
 
   void AddCenterLine() {
-    const double x = m_scale.ToPaper({0.0, 0.0}).x;
-    const PaperPlace top = {x, m_extent.top + kCenterLineOver};
-    AddPaperLine(DrawingKind::CenterLine, {x, m_extent.bottom - kCenterLineOver}, top);
+    const auto [bottom, top] = CenterLineOf(m_extent, m_scale);
+    AddPaperLine(DrawingKind::CenterLine, bottom, top);
     DrawnText text{DrawingKind::CenterLine, m_scale.ToSection(top)};
     text.liftMm = 1.0;
     text.sizeMm = 3.0;
@@ -311,9 +322,9 @@ class Layout {
   };
 
   /// The way in which the text found room; none when it did not.
-  std::optional<Stand> AddAt(DrawnText text, const PaperPlace& place, const std::vector<Stand>& stands) {
+  std::optional<Stand> AddAt(DrawnText text, const std::vector<Stand>& stands) {
     for (const Stand& stand : stands) {
-      text.place = m_scale.ToSection({place.x + stand.right, place.y});
+      text.alongMm = stand.right;
       text.liftMm = stand.lift;
       text.anchor = stand.anchor;
       if (AddText(text)) return stand;
@@ -322,12 +333,14 @@ class Layout {
   }
 
   /// Leads a code that had to go far from its point to it.
-  void AddLeader(const PaperPlace& place, const Stand& stand, int form) {
+  void AddLeader(const SectionPlace& to, const Stand& stand, int form) {
     const bool isAbove = stand.lift > 0.0;
     const double end = isAbove ? stand.lift - 0.4 : stand.lift + 0.8 * kLetters + 0.3;
     if (std::abs(end) < kLeaderFrom - 0.4) return;
+    const PaperPlace place = m_scale.ToPaper(to);
     AddPaperLine(DrawingKind::Code, {place.x, place.y + (isAbove ? 0.6 : -0.6)}, {place.x + stand.right, place.y + end},
                  form);
+    m_drawing.lines.back().leadsTo = to;
   }
 
   /// Codes at the points; those of layers only right below their points, as layers lie closely.
@@ -357,8 +370,8 @@ class Layout {
         text.sizeMm = kLetters;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        const auto stand = AddAt(text, OnPaper(point), role == FormRole::Layer ? below : far);
-        if (stand) AddLeader(OnPaper(point), *stand, text.form);
+        const auto stand = AddAt(text, role == FormRole::Layer ? below : far);
+        if (stand) AddLeader(point.place, *stand, text.form);
       }
     }
   }
@@ -370,7 +383,7 @@ class Layout {
       DrawnText text{DrawingKind::Ground, line.back()};
       text.sizeMm = kLetters;
       text.text = ground.name;
-      AddAt(text, m_scale.ToPaper(line.back()),
+      AddAt(text,
             {{-1.0, 2.0, Anchor::End}, {-1.0, 5.0, Anchor::End}, {-1.0, -7.0, Anchor::End}, {-1.0, 8.0, Anchor::End}});
     }
   }
@@ -391,13 +404,13 @@ class Layout {
       for (const ViewTarget::Pnt& pnt : target.points) {
         const ViewPoint* point = PointOf(pnt);
         if (point == nullptr || !marked.insert({pnt.form, pnt.point}).second) continue;
-        DrawnMark mark{DrawingKind::Dimension, Shape::Height, point->place};
+        DrawnMark mark{DrawingKind::Dimension, Shape::Height, point->place, kDownward};
         mark.form = pnt.form;
         mark.point = pnt.point;
         mark.target = static_cast<int>(i);
         m_drawing.marks.push_back(mark);
         const PaperPlace place = OnPaper(*point);
-        m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle, 0.0});
+        m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle});
       }
     }
   }
@@ -416,7 +429,7 @@ class Layout {
       text.text = SignedHeight(mark.place.height, m_view.centerHeight.has_value());
       text.form = mark.form;
       text.target = mark.target;
-      AddAt(text, m_scale.ToPaper(mark.place), stands);
+      AddAt(text, stands);
     }
   }
 
@@ -523,8 +536,9 @@ class Layout {
     text.liftMm = kBesideDimension;
     if (IsShort(width, value)) {
       const bool isLeft = middle < 0.0;
-      const double x = isLeft ? width.left.x - kOutsideArrow - 0.5 : width.right.x + kOutsideArrow + 0.5;
+      const double x = isLeft ? width.left.x - kOutsideArrow : width.right.x + kOutsideArrow;
       text.place = m_scale.ToSection({x, y});
+      text.alongMm = isLeft ? -0.5 : 0.5;
       text.anchor = isLeft ? Anchor::End : Anchor::Start;
       text.liftMm = -0.35 * kLetters;
     }
@@ -538,7 +552,7 @@ class Layout {
   [[nodiscard]] bool HasRoom(const Width& width, double y, const std::string& value) const {
     const double beyond = IsShort(width, value) ? kOutsideArrow : -0.6;
     const double length = width.right.x - width.left.x + 2.0 * beyond;
-    return m_grid.IsFree({{width.left.x - beyond, y - 1.0}, length, 2.0, 0.0}) &&
+    return m_grid.IsFree({{width.left.x - beyond, y - 1.0}, length, 2.0}) &&
            m_grid.IsFree(BoxOf(TextOfWidth(width, y, value), m_scale));
   }
 
@@ -590,6 +604,14 @@ SectionWindow WindowOf(const SectionView& view) {
   reach.Include({0.0, 0.0});
   const double beside = std::max(kLeastBeside, kShareBeside * reach.Width());
   return {reach.left - beside, reach.right + beside};
+}
+
+PaperBox LeastRoom(const SectionView& view, const SectionWindow& window, const PaperScale& scale) {
+  PaperBox room = ExtentOf(view, window, scale);
+  const auto [bottom, top] = CenterLineOf(room, scale);
+  room.Include(bottom);
+  room.Include(top);
+  return room;
 }
 
 PaperBox LayOutSection(const SectionView& view, const SectionWindow& window, const PaperScale& scale,

@@ -15,6 +15,9 @@ struct SectionWindow {
 /// The window of a section: its forms with some of the ground on either side; the ground alone where there is no form.
 [[nodiscard]] SectionWindow WindowOf(const SectionView& view);
 
+/// The room that a section takes on paper at least: the section itself and its centre line, without any labels.
+[[nodiscard]] PaperBox LeastRoom(const SectionView& view, const SectionWindow& window, const PaperScale& scale);
+
 /// Draws the section itself at one scale: forms, ground, marks, labels and dimensions.
 /// @param drawing receives lines, marks and texts
 /// @returns the room that all of it takes on paper

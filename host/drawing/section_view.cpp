@@ -26,6 +26,7 @@ namespace {
 using Component = VornComposedPnt::ComponentType;
 using ControlItem = VornFormCtrlTarget::ControlItem;
 using DataType = VornComposedPnt::DataType;
+using Note = ViewNote::Kind;
 using Reading = ViewInput::Reading;
 
 /// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
@@ -228,6 +229,12 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   return std::nullopt;
 }
 
+std::vector<std::string> NoteTexts(const SectionView& view, Language language) {
+  std::vector<std::string> texts;
+  for (const ViewNote& note : view.notes) texts.push_back(NoteText(note, language));
+  return texts;
+}
+
 // --- what is known of a set ------------------------------------------------------------------------------------------
 
 struct SectionViewer::Knowledge {
@@ -396,16 +403,13 @@ class SectionBuilder {
     const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
     m_formIndex.push_back(-1);
     std::vector<int>& placed = m_pointIndex.emplace_back(static_cast<std::size_t>(points.GetSize()), -1);
-    const std::string path = "form " + (form.GetName().IsEmpty() ? "without a name" : Utf8(form.GetName()));
     if (points.IsEmpty()) {
-      view.notes.push_back(path + " has no points");
+      view.notes.push_back({Note::FormWithoutPoints, Utf8(form.GetName())});
       return;
     }
     if (!HasPlace(points[0], true)) {
-      view.notes.push_back(path + (points[0].IsCenter()
-                                       ? " is left out: its start point lies out of reach"
-                                       : " is left out: it does not begin with a centre point, so nobody can tell "
-                                         "where it lies"));
+      const Note why = points[0].IsCenter() ? Note::FormOutOfReach : Note::FormWithoutCenter;
+      view.notes.push_back({why, Utf8(form.GetName())});
       return;
     }
     m_formIndex.back() = static_cast<int>(view.forms.size());
@@ -416,10 +420,7 @@ class SectionBuilder {
     AddPoints(added, points, placed);
     added.lines = LineTracer(points, placed).Take();
     const int missing = points.GetSize() - static_cast<int>(added.points.size());
-    if (missing > 0) {
-      view.notes.push_back(path + ": " + std::to_string(missing) + (missing == 1 ? " point is" : " points are") +
-                           " left out, for lack of a value or out of reach");
-    }
+    if (missing > 0) view.notes.push_back({Note::FormPointsLeftOut, added.name, missing});
   }
 
   /// Each run of points of one side chains from the start point.
@@ -468,13 +469,9 @@ class SectionBuilder {
         ++missing;
       }
     }
-    const std::string path = "existing ground " + (ground.name.empty() ? "without a name" : ground.name);
-    if (missing > 0) {
-      view.notes.push_back(path + ": " + std::to_string(missing) + (missing == 1 ? " point is" : " points are") +
-                           " left out, for lack of a value or out of reach");
-    }
+    if (missing > 0) view.notes.push_back({Note::GroundPointsLeftOut, ground.name, missing});
     if (ground.line.size() < 2) {
-      view.notes.push_back(path + " is left out: it has fewer than two points");
+      view.notes.push_back({Note::GroundTooShort, ground.name});
       return;
     }
     if (ground.line.front().offset > ground.line.back().offset) std::reverse(ground.line.begin(), ground.line.end());
@@ -506,14 +503,10 @@ class SectionBuilder {
       view.centerHeight = given;
     } else if (const auto found = HeightFromCrossings(view)) {
       view.centerHeight = found;
-      view.notes.push_back("the height of the centre line, " + ValueText(*found, 3, 3) +
-                           " m, is taken from where the design ends on the existing ground (within 5 mm)");
+      view.notes.push_back({.kind = Note::HeightFromGround, .height = *found});
     }
     if (!view.centerHeight) {
-      if (!view.grounds.empty()) {
-        view.notes.emplace_back(
-            "the existing ground is left out: it lies at elevations, and the height of the centre line is not known");
-      }
+      if (!view.grounds.empty()) view.notes.push_back({.kind = Note::GroundWithoutHeight});
       view.grounds.clear();
     } else if (placedFrom == 0.0) {
       for (ViewForm& form : view.forms) {

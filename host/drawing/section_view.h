@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/document/design_document.h"
+#include "host/drawing/view_note.h"
 
 namespace vorn_host {
 
@@ -130,10 +131,13 @@ struct SectionView {
   std::vector<ViewForm> forms;
   std::vector<ViewGround> grounds;  ///< empty where the height of the centre line is not known
   std::vector<ViewTarget> targets;
-  std::vector<std::string> notes;  ///< what could not be shown, and why
+  std::vector<ViewNote> notes;
 
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
+
+/// The notes of a section in words.
+[[nodiscard]] std::vector<std::string> NoteTexts(const SectionView& view, Language language);
 
 /// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
 /// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.

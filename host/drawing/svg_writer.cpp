@@ -1,64 +1,52 @@
 #include "host/drawing/svg_writer.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <numbers>
+#include <string_view>
 
-#include "host/document/text_encoding.h"
+#include "host/drawing/drawing_style.h"
+#include "host/drawing/paper.h"
 #include "host/drawing/value_text.h"
 
 namespace vorn_host {
 
 namespace {
 
-/// Line widths in millimetres: a heavy line, a thin one, and the one between.
-constexpr std::string_view kStyle =
-    R"(svg{background:#fff}
-path,line,polyline{fill:none;stroke:#000;stroke-width:.18;stroke-linecap:round;stroke-linejoin:round}
-text{fill:#000;font-family:"Noto Sans","Noto Sans CJK JP","Noto Sans JP","Hiragino Sans","Yu Gothic",Meiryo,"IPAexGothic",sans-serif;white-space:pre}
-.design-surface polyline{stroke-width:.7}
-.slope polyline{stroke:#0072b2;stroke-width:.5}
-.pavement-layer polyline{stroke:#d55e00;stroke-width:.25}
-.other-form polyline{stroke:#cc79a7;stroke-width:.35;stroke-dasharray:4 1}
-.ground polyline{stroke:#009e73;stroke-width:.25}
-.ground text{fill:#00664b}
-.ground-hatch polyline{stroke:#009e73;stroke-width:.13}
-.center-line polyline{stroke-width:.18;stroke-dasharray:8 1.5 1.5 1.5}
-.crossing .mark{fill:#fff;stroke:#d55e00;stroke-width:.3}
-.code polyline{stroke-width:.1}
-.code .mark{fill:#fff;stroke:#000;stroke-width:.15}
-.grade text{fill:#00507d}
-.dimension polyline{stroke-width:.13}
-.dimension .mark{fill:#000;stroke:#000;stroke-width:.13}
-.dimension .height{fill:#fff}
-.frame polyline{stroke-width:.18}
-)";
-
-struct KindClass {
-  DrawingKind kind;
-  std::string_view name;
-};
-
-/// In the order in which they are drawn: what comes later lies above.
-constexpr std::array kClasses = {
-    KindClass{DrawingKind::Frame, "frame"},
-    KindClass{DrawingKind::GroundHatch, "ground-hatch"},
-    KindClass{DrawingKind::Ground, "ground"},
-    KindClass{DrawingKind::CenterLine, "center-line"},
-    KindClass{DrawingKind::PavementLayer, "pavement-layer"},
-    KindClass{DrawingKind::OtherForm, "other-form"},
-    KindClass{DrawingKind::DesignSurface, "design-surface"},
-    KindClass{DrawingKind::Slope, "slope"},
-    KindClass{DrawingKind::Dimension, "dimension"},
-    KindClass{DrawingKind::Code, "code"},
-    KindClass{DrawingKind::Crossing, "crossing"},
-    KindClass{DrawingKind::Grade, "grade"},
-    KindClass{DrawingKind::Title, "title"},
-};
-
 /// A length on paper: hundredths of a millimetre are finer than any pen.
 std::string Mm(double value) { return ValueText(value, 0, 2); }
+
+/// What all drawings have in common: white paper, round lines, and the letters of whatever system shows them.
+constexpr std::string_view kCommonRules = R"(svg{background:#fff}
+polyline{fill:none;stroke-linecap:round;stroke-linejoin:round}
+text{stroke:none;font-family:"Noto Sans","Noto Sans CJK JP","Noto Sans JP","Hiragino Sans","Yu Gothic",Meiryo,"IPAexGothic",sans-serif;white-space:pre}
+.mark{fill:#fff;stroke-dasharray:none}
+)";
+
+/// One line of rules for a kind: how its group is drawn, its texts, and its marks that are filled.
+std::string RulesOf(const DrawingStyle& style) {
+  const std::string kind = '.' + std::string(style.name);
+  std::string rules = kind + "{stroke:" + std::string(style.lineColor) + ";stroke-width:" + Mm(style.lineMm);
+  const char* before = ";stroke-dasharray:";
+  for (const double length : style.dashesMm) {
+    rules += before + Mm(length);
+    before = " ";
+  }
+  rules += '}' + kind + " text{fill:" + std::string(style.textColor) + '}';
+  for (const MarkStyle& mark : MarkStyles()) {
+    if (mark.isFilled) rules += kind + " ." + std::string(mark.name) + "{fill:" + std::string(style.lineColor) + '}';
+  }
+  return rules + '\n';
+}
+
+std::string RulesOf(const MarkStyle& mark) {
+  return '.' + std::string(mark.name) + "{stroke-width:" + Mm(mark.lineMm) + "}\n";
+}
+
+std::string StyleRules() {
+  std::string rules(kCommonRules);
+  for (const MarkStyle& mark : MarkStyles()) rules += RulesOf(mark);
+  for (const DrawingStyle& style : DrawingStyles()) rules += RulesOf(style);
+  return rules;
+}
 
 /// What XML and people can read of a text: control characters become �, which shows that something was there.
 std::string Escaped(std::string_view text) {
@@ -100,18 +88,18 @@ class SvgSheet {
 
   [[nodiscard]] std::string Content() const {
     std::string svg;
-    for (const KindClass& kind : kClasses) {
+    for (const DrawingStyle& style : DrawingStyles()) {
       std::string group;
       for (const DrawnLine& line : m_drawing.lines) {
-        if (line.kind == kind.kind) AddLine(group, line);
+        if (line.kind == style.kind) AddLine(group, line);
       }
       for (const DrawnMark& mark : m_drawing.marks) {
-        if (mark.kind == kind.kind) AddMark(group, mark);
+        if (mark.kind == style.kind) AddMark(group, mark);
       }
       for (const DrawnText& text : m_drawing.texts) {
-        if (text.kind == kind.kind && !text.text.empty()) AddText(group, text);
+        if (text.kind == style.kind && !text.text.empty()) AddText(group, text);
       }
-      if (!group.empty()) svg += "<g class=\"" + std::string(kind.name) + "\">\n" + group + "</g>\n";
+      if (!group.empty()) svg += "<g class=\"" + std::string(style.name) + "\">\n" + group + "</g>\n";
     }
     return svg;
   }
@@ -152,29 +140,23 @@ class SvgSheet {
 
   void AddMark(std::string& svg, const DrawnMark& mark) const {
     const Place at = PlaceOf(mark.place);
-    switch (mark.shape) {
-      case DrawnMark::Shape::Point:
-        return AddCircle(svg, "point", at, 0.4);
-      case DrawnMark::Shape::Crossing:
-        return AddCircle(svg, "cross", at, 0.9);
-      case DrawnMark::Shape::Height:
-        return AddPolygon(svg, "height", {at, {at.x - 1.3, at.y - 2.2}, {at.x + 1.3, at.y - 2.2}});
-      case DrawnMark::Shape::Arrow:
-        break;
-    }
-    const double radians = mark.angle * std::numbers::pi / 180.0;
-    const Place back = {-2.2 * std::cos(radians), 2.2 * std::sin(radians)};
-    const Place side = {0.35 * std::sin(radians), 0.35 * std::cos(radians)};
-    AddPolygon(
-        svg, "arrow",
-        {at, {at.x + back.x + side.x, at.y + back.y + side.y}, {at.x + back.x - side.x, at.y + back.y - side.y}});
+    const MarkStyle& style = StyleOf(mark.shape);
+    if (style.radiusMm > 0.0) return AddCircle(svg, style.name, at, style.radiusMm);
+    const PaperDirection direction(mark.angle);
+    const auto corner = [&](double across) { return Beside(at, direction, -style.lengthMm, across); };
+    AddPolygon(svg, style.name, {at, corner(-style.halfBaseMm), corner(style.halfBaseMm)});
+  }
+
+  /// The place so far along a direction from another and so far to its left.
+  static Place Beside(const Place& place, const PaperDirection& direction, double along, double across) {
+    const PaperPlace beside = direction.From({place.x, -place.y}, along, across);
+    return {beside.x, -beside.y};
   }
 
   void AddText(std::string& svg, const DrawnText& text) const {
-    const Place place = PlaceOf(text.place);
-    const double radians = text.angle * std::numbers::pi / 180.0;
-    const std::string x = Mm(place.x - text.liftMm * std::sin(radians));
-    const std::string y = Mm(place.y - text.liftMm * std::cos(radians));
+    const Place place = Beside(PlaceOf(text.place), PaperDirection(text.angle), text.alongMm, text.liftMm);
+    const std::string x = Mm(place.x);
+    const std::string y = Mm(place.y);
     svg += "<text x=\"" + x + "\" y=\"" + y + "\" font-size=\"" + Mm(text.sizeMm) + '"';
     if (text.anchor == DrawnText::Anchor::Middle) svg += " text-anchor=\"middle\"";
     if (text.anchor == DrawnText::Anchor::End) svg += " text-anchor=\"end\"";
@@ -201,11 +183,6 @@ std::string Description(const std::vector<SectionDrawing>& drawings) {
 
 }  // namespace
 
-std::string_view ClassOf(DrawingKind kind) {
-  const auto known = std::find_if(kClasses.begin(), kClasses.end(), [&](const auto& row) { return row.kind == kind; });
-  return known == kClasses.end() ? std::string_view() : known->name;
-}
-
 std::string WriteSvg(const SectionDrawing& drawing, const std::string& title) {
   return WriteSvg(std::vector<SectionDrawing>{drawing}, title);
 }
@@ -226,8 +203,8 @@ std::string WriteSvg(const std::vector<SectionDrawing>& drawings, const std::str
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" xml:space=\"preserve\" "
          "width=\"" +
          Mm(width) + "mm\" height=\"" + Mm(height) + "mm\" viewBox=\"0 0 " + size + "\">\n<title>" + Escaped(title) +
-         "</title>\n<desc>" + Description(drawings) + "</desc>\n<style>\n" + std::string(kStyle) + "</style>\n" +
-         content + "</svg>\n";
+         "</title>\n<desc>" + Description(drawings) + "</desc>\n<style>\n" + StyleRules() + "</style>\n" + content +
+         "</svg>\n";
 }
 
 }  // namespace vorn_host

@@ -1,15 +1,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/drawing/section_drawing.h"
 
 namespace vorn_host {
-
-/// The CSS class of a kind, "design-surface".
-[[nodiscard]] std::string_view ClassOf(DrawingKind kind);
 
 /// A drawing as an SVG document in millimetres on paper, which needs nothing but itself: colours that can be told apart
 /// without colour vision and in grey, and dashes besides. Texts stay texts.

@@ -1,6 +1,7 @@
 #include "host/report/design_report.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -29,9 +30,9 @@ constexpr std::size_t kSectionsInPack = 16;
 /// Texts are UTF-8 already; whatever is not is shown replaced.
 std::string Dumped(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
-Json LanguageCode(const std::optional<ReportLanguage>& language) {
+Json LanguageCode(const std::optional<Language>& language) {
   if (!language) return nullptr;
-  return *language == ReportLanguage::Japanese ? "ja" : "en";
+  return *language == Language::Japanese ? "ja" : "en";
 }
 
 Json Kinds() {
@@ -45,6 +46,18 @@ Json Kinds() {
                      {"text", style.textColor}});
   }
   return kinds;
+}
+
+Json Marks() {
+  Json marks = Json::array();
+  for (const MarkStyle& style : MarkStyles()) {
+    marks.push_back({{"width", style.lineMm},
+                     {"filled", style.isFilled},
+                     {"radius", style.radiusMm},
+                     {"length", style.lengthMm},
+                     {"halfBase", style.halfBaseMm}});
+  }
+  return marks;
 }
 
 /// A text to be filled into the page, where its name stands in double braces.
@@ -104,9 +117,10 @@ class ReportMaker {
     report.view = m_viewer.Of(set, section, m_options.centerHeight);
     DrawingOptions drawing;
     drawing.exaggeration = m_options.exaggeration;
-    report.drawing = Draw(report.view, drawing);
-    drawing.japanese = true;
-    report.japanese = Draw(report.view, drawing);
+    std::vector<SectionDrawing> drawings =
+        DrawInEach(std::array{Language::English, Language::Japanese}, report.view, drawing);
+    report.drawing = std::move(drawings.front());
+    report.japanese = std::move(drawings.back());
     if (const auto found = m_bySection.find({set, section}); found != m_bySection.end())
       report.findings = found->second;
     AddToIndex(report);
@@ -176,6 +190,7 @@ class ReportMaker {
             {"notes", m_report.notes},
             {"documentFindings", documentFindings},
             {"kinds", Kinds()},
+            {"marks", Marks()},
             {"sets", m_setNames},
             {"codes", m_codes},
             {"sectionsInPack", kSectionsInPack},

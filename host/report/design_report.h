@@ -5,17 +5,16 @@
 #include <string>
 
 #include "host/document/design_document.h"
+#include "host/drawing/language.h"
 
 namespace vorn_host {
-
-enum class ReportLanguage { English, Japanese };
 
 struct ReportOptions {
   std::string file;  ///< name of the design, as the page shows it
   /// Height of the centre line above the datum in metres, where the design does not tell it.
   std::optional<double> centerHeight;
-  double exaggeration = 1.0;               ///< how many times heights are drawn larger than widths
-  std::optional<ReportLanguage> language;  ///< the page begins with; else the reader's own
+  double exaggeration = 1.0;         ///< how many times heights are drawn larger than widths
+  std::optional<Language> language;  ///< the page begins with; else the reader's own
 };
 
 /// A design for the browser: one page with every cross section, its drawing, its control targets and what is wrong

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "host/drawing/paper.h"
+
 namespace vorn_host {
 
 namespace {
@@ -14,7 +16,7 @@ using Json = nlohmann::ordered_json;
 
 /// A value with as many parts to the unit as anybody can see or measure; no number stays none.
 Json Rounded(double value, double parts) {
-  const double rounded = std::round(value * parts) / parts;
+  const double rounded = std::round(value * parts) / parts + 0.0;  // no negative zero
   return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
 }
 Json Metres(double value) { return Rounded(value, 1e6); }
@@ -25,30 +27,31 @@ Json Degrees(double value) { return Rounded(value, 1e3); }
 
 bool IsFinite(const SectionPlace& place) { return std::isfinite(place.offset) && std::isfinite(place.height); }
 
-/// Where the places of a drawing lie on its paper.
+/// Where the places of a drawing lie on its paper, as seen from the centre line: that is the same in every language,
+/// whatever room the words around the section need.
 class Sheet {
  public:
-  explicit Sheet(const SectionDrawing& drawing)
-      : m_left(drawing.left),
-        m_top(drawing.top),
-        m_perOffset(1000.0 / drawing.scale),
-        m_perHeight(m_perOffset * drawing.exaggeration),
-        m_width((drawing.right - drawing.left) * m_perOffset),
-        m_height((drawing.top - drawing.bottom) * m_perHeight) {}
+  Sheet(const SectionView& view, const SectionDrawing& drawing)
+      : m_centerHeight(view.centerHeight.value_or(0.0)), m_scale(drawing.scale, drawing.exaggeration) {}
 
-  void AddPlace(Json& row, const SectionPlace& place) const {
-    row.push_back(Millimetres((place.offset - m_left) * m_perOffset));
-    row.push_back(Millimetres((m_top - place.height) * m_perHeight));
+  void AddPlace(Json& row, const SectionPlace& place) const { AddDistance(row, {0.0, m_centerHeight}, place); }
+  /// From one place to another.
+  void AddDistance(Json& row, const SectionPlace& from, const SectionPlace& to) const {
+    const PaperPlace distance = m_scale.ToPaper({to.offset - from.offset, to.height - from.height});
+    row.push_back(Millimetres(distance.x));
+    row.push_back(Millimetres(-distance.y));
   }
-  [[nodiscard]] Json Size() const { return {Millimetres(m_width), Millimetres(m_height)}; }
+  /// Left, top, width and height.
+  [[nodiscard]] Json Box(const SectionDrawing& drawing) const {
+    Json box = Json::array();
+    AddPlace(box, {drawing.left, drawing.top});
+    AddDistance(box, {drawing.left, drawing.top}, {drawing.right, drawing.bottom});
+    return box;
+  }
 
  private:
-  double m_left;
-  double m_top;
-  double m_perOffset;  ///< millimetres on paper for a metre
-  double m_perHeight;
-  double m_width;  ///< millimetres
-  double m_height;
+  double m_centerHeight;
+  PaperScale m_scale;
 };
 
 // --- the drawing -----------------------------------------------------------------------------------------------------
@@ -56,6 +59,14 @@ class Sheet {
 Json ToJson(const DrawnLine& line, const Sheet& sheet) {
   Json row = {static_cast<int>(line.kind), line.form, line.target};
   for (const SectionPlace& place : line.places) sheet.AddPlace(row, place);
+  return row;
+}
+
+/// The place that it leads to, and as seen from there its own places.
+Json LeaderToJson(const DrawnLine& line, const Sheet& sheet) {
+  Json row = {static_cast<int>(line.kind), line.form, line.target};
+  sheet.AddPlace(row, *line.leadsTo);
+  for (const SectionPlace& place : line.places) sheet.AddDistance(row, *line.leadsTo, place);
   return row;
 }
 
@@ -72,17 +83,19 @@ Json ToJson(const DrawnText& text, const Sheet& sheet) {
               static_cast<int>(text.anchor),
               Degrees(text.angle),
               Millimetres(text.sizeMm),
+              Millimetres(text.alongMm),
               Millimetres(text.liftMm),
               text.text};
   sheet.AddPlace(row, text.place);
   return row;
 }
 
-Json ToJson(const SectionDrawing& drawing) {
-  const Sheet sheet(drawing);
+Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
   Json lines = Json::array();
+  Json leaders = Json::array();
   for (const DrawnLine& line : drawing.lines) {
-    if (std::all_of(line.places.begin(), line.places.end(), IsFinite)) lines.push_back(ToJson(line, sheet));
+    if (!std::all_of(line.places.begin(), line.places.end(), IsFinite)) continue;
+    line.leadsTo ? leaders.push_back(LeaderToJson(line, sheet)) : lines.push_back(ToJson(line, sheet));
   }
   Json marks = Json::array();
   for (const DrawnMark& mark : drawing.marks) {
@@ -92,8 +105,9 @@ Json ToJson(const SectionDrawing& drawing) {
   for (const DrawnText& text : drawing.texts) {
     if (IsFinite(text.place)) texts.push_back(ToJson(text, sheet));
   }
-  return {{"size", sheet.Size()},      {"scale", drawing.scale},    {"exaggeration", drawing.exaggeration},
-          {"lines", std::move(lines)}, {"marks", std::move(marks)}, {"texts", std::move(texts)}};
+  return {{"box", sheet.Box(drawing)}, {"scale", drawing.scale},        {"exaggeration", drawing.exaggeration},
+          {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"marks", std::move(marks)},
+          {"texts", std::move(texts)}};
 }
 
 /// The members that another drawing has otherwise.
@@ -169,9 +183,9 @@ Json ToJson(const Finding& finding) {
 
 Json ToJson(const SectionReport& report) {
   const SectionView& view = report.view;
-  const Sheet sheet(report.drawing);
-  Json drawing = ToJson(report.drawing);
-  Json japanese = Differences(drawing, ToJson(report.japanese));
+  const Sheet sheet(view, report.drawing);
+  Json drawing = ToJson(report.drawing, sheet);
+  Json japanese = Differences(drawing, ToJson(report.japanese, sheet));
   Json forms = Json::array();
   for (const ViewForm& form : view.forms) forms.push_back(ToJson(form, sheet));
   Json grounds = Json::array();
@@ -188,7 +202,7 @@ Json ToJson(const SectionReport& report) {
           {"grounds", std::move(grounds)},
           {"targets", std::move(targets)},
           {"findings", std::move(findings)},
-          {"notes", view.notes}};
+          {"notes", {{"en", NoteTexts(view, Language::English)}, {"ja", NoteTexts(view, Language::Japanese)}}}};
 }
 
 }  // namespace vorn_host

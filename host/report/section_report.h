@@ -17,10 +17,10 @@ struct SectionReport {
   std::vector<Finding> findings;
 };
 
-/// The section as the page reads it. Places on the drawing are in millimetres on paper from its upper left corner,
-/// y downwards; offsets and heights are in metres. Rows of equal things are arrays, as thousands of sections have to
-/// fit into one page; their columns are named where they are written. A line, mark, text or point whose place is no
-/// number is left out.
+/// The section as the page reads it. Places on the drawing are in millimetres on paper from where its centre line is
+/// (at its height where that is known, else at 0), y downwards; offsets and heights are in metres. Rows of equal things
+/// are arrays, as thousands of sections have to fit into one page; their columns are named where they are written. A
+/// line, mark, text or point whose place is no number is left out.
 [[nodiscard]] nlohmann::ordered_json ToJson(const SectionReport& report);
 
 /// [0 for an error or 1 for a note, kind, path, reason, form, point]

@@ -4,15 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "host/drawing/drawing_style.h"
-#include "host/drawing/svg_writer.h"
 #include "host/report/page_parts.h"
 #include "host/report/page_text.h"
 #include "host/report/section_report.h"
@@ -66,7 +63,7 @@ TEST(PageText, LeavesNothingThatCouldEndAScript) {
 
 // --- one section -----------------------------------------------------------------------------------------------------
 
-/// A drawing of 10 m by 4 m at 1:100 with its left upper corner at -5, 12.
+/// A drawing of 10 m by 4 m at 1:100 with its left upper corner 5 m to the left of the centre line and 2 m above it.
 SectionDrawing EmptyDrawing() {
   SectionDrawing drawing;
   drawing.left = -5.0;
@@ -76,7 +73,11 @@ SectionDrawing EmptyDrawing() {
   return drawing;
 }
 
-SectionReport ReportOf(const SectionDrawing& drawing) { return {{}, drawing, drawing, {}}; }
+SectionReport ReportOf(const SectionDrawing& drawing) {
+  SectionReport report{{}, drawing, drawing, {}};
+  report.view.centerHeight = 10.0;
+  return report;
+}
 
 ViewPoint PointAt(double offset, double height) {
   ViewPoint point;
@@ -90,18 +91,32 @@ TEST(SectionReportJson, PutsPlacesOnPaper) {
   SectionDrawing drawing = EmptyDrawing();
   drawing.lines.push_back({DrawingKind::Slope, {{-5.0, 12.0}, {0.0, 10.0}, {5.0, 8.0}}, 2, -1});
   const Json json = JsonOf(ReportOf(drawing))["drawing"];
-  EXPECT_EQ(json["size"], (Json{100.0, 40.0}));
-  EXPECT_EQ(json["lines"], (Json{{1, 2, -1, 0.0, 0.0, 50.0, 20.0, 100.0, 40.0}}));
+  EXPECT_EQ(json["box"], (Json{-50.0, -20.0, 100.0, 40.0}));
+  EXPECT_EQ(json["lines"], (Json{{1, 2, -1, -50.0, -20.0, 0.0, 0.0, 50.0, 20.0}}));
+}
+
+TEST(SectionReportJson, CountsFromTheCentreLineWithoutElevationsToo) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.view.centerHeight.reset();
+  EXPECT_EQ(JsonOf(report)["drawing"]["box"], (Json{-50.0, -120.0, 100.0, 40.0}));
+}
+
+TEST(SectionReportJson, TellsLeadersFromWhereTheyLead) {
+  SectionDrawing drawing = EmptyDrawing();
+  drawing.lines.push_back({DrawingKind::Code, {{1.0, 11.1}, {1.5, 11.5}}, 2, -1, SectionPlace{1.0, 11.0}});
+  const Json json = JsonOf(ReportOf(drawing))["drawing"];
+  EXPECT_TRUE(json["lines"].empty());
+  EXPECT_EQ(json["leaders"], (Json{{8, 2, -1, 10.0, -10.0, 0.0, -1.0, 5.0, -5.0}}));
 }
 
 TEST(SectionReportJson, FollowsScaleAndExaggeration) {
   SectionDrawing drawing = EmptyDrawing();
   drawing.scale = 200.0;
   drawing.exaggeration = 5.0;
-  drawing.lines.push_back({DrawingKind::Ground, {{0.0, 10.0}}, -1, -1});
+  drawing.lines.push_back({DrawingKind::Ground, {{0.0, 11.0}}, -1, -1});
   const Json json = JsonOf(ReportOf(drawing))["drawing"];
-  EXPECT_EQ(json["size"], (Json{50.0, 100.0}));
-  EXPECT_EQ(json["lines"], (Json{{4, -1, -1, 25.0, 50.0}}));
+  EXPECT_EQ(json["box"], (Json{-25.0, -50.0, 50.0, 100.0}));
+  EXPECT_EQ(json["lines"], (Json{{4, -1, -1, 0.0, -25.0}}));
   EXPECT_EQ(json["scale"], 200.0);
   EXPECT_EQ(json["exaggeration"], 5.0);
 }
@@ -112,6 +127,7 @@ TEST(SectionReportJson, WritesMarksAndTexts) {
   DrawnText text;
   text.kind = DrawingKind::Grade;
   text.place = {1.0, 11.0};
+  text.alongMm = -1.2;
   text.liftMm = 0.8;
   text.angle = -1.5;
   text.sizeMm = 2.5;
@@ -120,8 +136,8 @@ TEST(SectionReportJson, WritesMarksAndTexts) {
   text.form = 7;
   drawing.texts.push_back(text);
   const Json json = JsonOf(ReportOf(drawing))["drawing"];
-  EXPECT_EQ(json["marks"], (Json{{10, 1, 3, 3, 33.333, 50.0, 20.0}}));
-  EXPECT_EQ(json["texts"], (Json{{9, 7, -1, 2, -1.5, 2.5, 0.8, "1:1.5", 60.0, 10.0}}));
+  EXPECT_EQ(json["marks"], (Json{{10, 1, 3, 3, 33.333, 0.0, 0.0}}));
+  EXPECT_EQ(json["texts"], (Json{{9, 7, -1, 2, -1.5, 2.5, -1.2, 0.8, "1:1.5", 10.0, -10.0}}));
 }
 
 TEST(SectionReportJson, LeavesOutWhatHasNoPlace) {
@@ -154,8 +170,8 @@ TEST(SectionReportJson, KeepsTheLastPlaceOfHugeCoordinates) {
   const Json point = JsonOf(report)["forms"][0]["points"][0];
   EXPECT_EQ(point[8], 999'999.9999);
   EXPECT_EQ(point[9], 99'999.9999);
-  EXPECT_EQ(point[10], 999.999);
-  EXPECT_EQ(point[11], 0.0);
+  EXPECT_EQ(point[10], 9'999'999.999);
+  EXPECT_EQ(point[11], -999'899.999);
 }
 
 TEST(SectionReportJson, TellsOfAPointWhatTheViewKnows) {
@@ -176,7 +192,7 @@ TEST(SectionReportJson, TellsOfAPointWhatTheViewKnows) {
   EXPECT_EQ(form["type"], "盛土工");
   EXPECT_EQ(form["role"], 1);
   EXPECT_EQ(form["points"][1],
-            (Json{"L1", 0, 3, "Left", "3.500 m, -1.501 %", "-1.5%", 0, 1, -3.5, 9.9475, 15.0, 20.525}));
+            (Json{"L1", 0, 3, "Left", "3.500 m, -1.501 %", "-1.5%", 0, 1, -3.5, 9.9475, -35.0, 0.525}));
 }
 
 TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
@@ -190,7 +206,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
   target.points = {{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}};
   target.designValue = 7.0;
   report.view.targets = {target, {}};
-  report.view.notes = {"no ground"};
+  report.view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"}};
   report.view.centerHeight = 62.5;
   report.view.isControlSection = true;
   report.findings = {{Severity::Error, "code used twice", "set 1 > station 0.0000", "why", {0, 0, 1, 2}},
@@ -206,7 +222,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
   EXPECT_TRUE(json["targets"][1]["value"].is_null());
   EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", 1, 2},
                                            {1, "kind", "path", "reason", -1, -1}}));
-  EXPECT_EQ(json["notes"], Json{"no ground"});
+  EXPECT_EQ(json["notes"], (Json{{"en", {"form S has no points"}}, {"ja", {"構築形状「S」には構成点がない"}}}));
   EXPECT_EQ(json["centerHeight"], 62.5);
   EXPECT_EQ(json["isControlSection"], true);
 }
@@ -220,9 +236,9 @@ TEST(SectionReportJson, KeepsOfTheJapaneseDrawingOnlyWhatDiffers) {
   text.text = "縮尺";
   report.japanese.texts.push_back(text);
   const Json json = JsonOf(report);
-  EXPECT_EQ(json["drawing"]["texts"][0][7], "Scale");
+  EXPECT_EQ(json["drawing"]["texts"][0][8], "Scale");
   EXPECT_EQ(json["japanese"].size(), 1u);
-  EXPECT_EQ(json["japanese"]["texts"][0][7], "縮尺");
+  EXPECT_EQ(json["japanese"]["texts"][0][8], "縮尺");
 }
 
 // --- styles ----------------------------------------------------------------------------------------------------------
@@ -234,51 +250,10 @@ TEST(DrawingStyleTable, HasEveryKindOnce) {
   EXPECT_EQ(kinds.size(), static_cast<std::size_t>(DrawingKind::Title) + 1);
 }
 
-/// The value of a property where an SVG document's style sets it for a selector, else the other.
-std::string StyleOf(const std::string& svg, const std::string& selector, const std::string& property,
-                    const std::string& otherwise) {
-  const std::size_t rule = svg.find("\n" + selector + "{");
-  if (rule == std::string::npos) return otherwise;
-  const std::size_t end = svg.find('}', rule);
-  std::size_t at = svg.find("{" + property + ":", rule);
-  if (at >= end) at = svg.find(";" + property + ":", rule);
-  if (at >= end) return otherwise;
-  at += property.size() + 2;
-  return svg.substr(at, svg.find_first_of(";}", at) - at);
-}
-
-/// Short colours with all their digits.
-std::string FullColor(const std::string& color) {
-  if (color.size() != 4) return color;
-  return {'#', color[1], color[1], color[2], color[2], color[3], color[3]};
-}
-
-/// A drawing with a line of every kind.
-SectionDrawing DrawingOfEveryKind() {
-  SectionDrawing drawing = EmptyDrawing();
-  for (int kind = 0; kind <= static_cast<int>(DrawingKind::Title); ++kind) {
-    drawing.lines.push_back({static_cast<DrawingKind>(kind), {{0.0, 9.0}, {1.0, 9.0}}, -1, -1});
-  }
-  return drawing;
-}
-
-TEST(DrawingStyleTable, IsThatOfSvg) {
-  const std::string svg = WriteSvg(DrawingOfEveryKind(), "title");
-  std::size_t former = 0;
-  for (const DrawingStyle& style : DrawingStyles()) {
-    const std::string name(style.name);
-    EXPECT_EQ(ClassOf(style.kind), name);
-    const std::size_t at = svg.find("<g class=\"" + name + "\"");
-    ASSERT_NE(at, std::string::npos) << name;
-    EXPECT_GT(at, former) << name << " lies in another order";
-    former = at;
-    const std::string line = "." + name + (style.kind == DrawingKind::Crossing ? " .mark" : " polyline");
-    EXPECT_EQ(FullColor(StyleOf(svg, line, "stroke", "#000")), style.lineColor) << name;
-    EXPECT_EQ(std::stod(StyleOf(svg, line, "stroke-width", ".18")), style.lineMm) << name;
-    EXPECT_EQ(FullColor(StyleOf(svg, "." + name + " text", "fill", "#000")), style.textColor) << name;
-    std::istringstream dashes(StyleOf(svg, line, "stroke-dasharray", ""));
-    EXPECT_EQ(std::vector<double>(std::istream_iterator<double>(dashes), {}), style.dashesMm) << name;
-  }
+TEST(MarkStyleTable, IsInTheOrderOfTheShapes) {
+  for (std::size_t i = 0; i < MarkStyles().size(); ++i) EXPECT_EQ(static_cast<std::size_t>(MarkStyles()[i].shape), i);
+  EXPECT_EQ(MarkStyles().size(), static_cast<std::size_t>(DrawnMark::Shape::Arrow) + 1);
+  for (const MarkStyle& mark : MarkStyles()) EXPECT_NE(mark.radiusMm > 0.0, mark.lengthMm > 0.0) << mark.name;
 }
 
 // --- the page --------------------------------------------------------------------------------------------------------
@@ -356,8 +331,8 @@ TEST(DesignReportPage, ShowsSectionsThatHaveNothingToDraw) {
                {Form("U", {Center(), Point("L1", VornLocation::Left, DataType::Percent, NurReal(), NurReal())})})}));
   EXPECT_EQ(page.sections.size(), 4u);
   for (const Json& section : page.sections) {
-    EXPECT_GT(section["drawing"]["size"][0], 0.0) << section.dump(1);
-    EXPECT_GT(section["drawing"]["size"][1], 0.0) << section.dump(1);
+    EXPECT_GT(section["drawing"]["box"][2], 0.0) << section.dump(1);
+    EXPECT_GT(section["drawing"]["box"][3], 0.0) << section.dump(1);
   }
 }
 
@@ -372,7 +347,7 @@ TEST(DesignReportPage, ShowsSectionsOfAnyShape) {
   EXPECT_EQ(page.sections[0]["forms"][0]["points"][1][8], -3.5);
   EXPECT_EQ(page.sections[1]["forms"][0]["points"][1][8], -999'999.0);
   for (const Json& section : page.sections) {
-    EXPECT_GT(section["drawing"]["size"][0], 0.0);
+    EXPECT_GT(section["drawing"]["box"][2], 0.0);
     for (const Json& line : section["drawing"]["lines"]) {
       for (const Json& value : line) EXPECT_TRUE(value.is_number()) << line.dump();
     }
@@ -413,9 +388,9 @@ TEST(DesignReportPage, KeepsEachListOfCodesOnce) {
 TEST(DesignReportPage, BeginsWithTheLanguageAskedFor) {
   ReportOptions options;
   EXPECT_TRUE(PageOf(FlawedDesign(), options).index["language"].is_null());
-  options.language = ReportLanguage::Japanese;
+  options.language = Language::Japanese;
   EXPECT_EQ(PageOf(FlawedDesign(), options).index["language"], "ja");
-  options.language = ReportLanguage::English;
+  options.language = Language::English;
   EXPECT_EQ(PageOf(FlawedDesign(), options).index["language"], "en");
 }
 

@@ -89,7 +89,7 @@ inline vorn_host::SectionView HandMadeView() {
   target.points = {{0, 1, "盛土面 L1"}, {0, 3, "盛土面 R1"}, {-1, -1, "盛土面 R9"}};
   target.designValue = 7.0;
   view.targets = {target};
-  view.notes = {"a note"};
+  view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"}};
   return view;
 }
 
@@ -112,7 +112,7 @@ inline vorn_host::SectionDrawing HandMadeDrawing() {
   line(DrawingKind::Frame, {{1.0, 1.0}});  // a line of one place shows nothing
   drawing.marks = {{DrawingKind::Code, DrawnMark::Shape::Point, {-3.5, 62.45}},
                    {DrawingKind::Crossing, DrawnMark::Shape::Crossing, {-9.5, 58.45}},
-                   {DrawingKind::Dimension, DrawnMark::Shape::Height, {0.0, 62.5}},
+                   {DrawingKind::Dimension, DrawnMark::Shape::Height, {0.0, 62.5}, -90.0},
                    {DrawingKind::Dimension, DrawnMark::Shape::Arrow, {3.5, 64.0}, 180.0}};
   const auto text = [&](DrawingKind kind, SectionPlace place, std::string words) {
     DrawnText drawn;

@@ -224,6 +224,9 @@ TEST(DxfSections, LiftTextsAcrossTheirDirection) {
   const DxfItem upright = ItemsOf(FileOf(sections), "TEXT", "CODE").at(0);
   EXPECT_NEAR(upright.Place().x, 1.0 - 5.0 * 0.2, 1e-9);
   EXPECT_NEAR(upright.Place().y, 0.0, 1e-9);
+  text.alongMm = -2.0;
+  EXPECT_NEAR(ItemsOf(FileOf(sections), "TEXT", "CODE").at(0).Place().y, -2.0 * 0.2, 1e-9);
+  text.alongMm = 0.0;
   text.angle = 0.0;
   EXPECT_NEAR(ItemsOf(FileOf(sections), "TEXT", "CODE").at(0).Place().y, 1.0, 1e-9);
 }
@@ -275,7 +278,7 @@ TEST(DxfSections, HaveAJapaneseIndexOnRequest) {
   sections[0].view.isBehindChange = true;
   const SheetGrid grid = GridOf(sections);
   std::string file;
-  DxfSectionWriter writer([&](std::string_view piece) { file += piece; }, grid, true);
+  DxfSectionWriter writer([&](std::string_view piece) { file += piece; }, grid, Language::Japanese);
   writer.Add(sections[0].view, sections[0].drawing);
   writer.Finish();
   EXPECT_THAT(TextsOn(file, "INDEX"),

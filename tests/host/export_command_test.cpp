@@ -118,7 +118,7 @@ TEST_F(ExportCommand, RefusesOptionsOfOtherFormats) {
   refuses("geojson", {"--bom"});
   refuses("csv", {"--scale", "100"});
   refuses("geojson", {"--language", "ja"});
-  refuses("dxf", {"--scale", "0"});
+  for (const std::string scale : {"0", "nan", "inf", "1e9"}) refuses("dxf", {"--scale", scale});
   for (const std::string height : {"nan", "inf", "-100000", "1m", ""}) refuses("csv", {"--height", height});
 }
 
@@ -139,6 +139,12 @@ TEST_F(ExportCommand, DrawsAllSectionsAtOneScale) {
   std::set<std::string> heights;
   for (const DxfItem& text : ItemsOf(Exported(design, "x.dxf"), "TEXT", "CODE")) heights.insert(text[40]);
   EXPECT_THAT(heights, SizeIs(1));
+}
+
+TEST_F(ExportCommand, SaysWhatIsNotShownInTheLanguageOfTheDrawing) {
+  const std::string japanese = vorn_host::DxfText("* 中心線の標高");
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf", {"--language", "ja"}), HasSubstr(japanese));
+  EXPECT_THAT(Exported(Sample("road-4.1.xml"), "y.dxf"), HasSubstr("* the height of the centre line"));
 }
 
 TEST_F(ExportCommand, ExportsADesignWithoutSections) {

@@ -107,7 +107,11 @@ TEST_F(PlotCommand, RefusesMisuse) {
   ExpectFailure({"plot", Road(), "--index", "0"}, HasSubstr("--index"));
   ExpectFailure({"plot", Road(), "--index", "1", "--scale", "0"}, HasSubstr("--scale"));
   ExpectFailure({"plot", Road(), "--index", "1", "--exaggerate", "-2"}, HasSubstr("--exaggerate"));
-  ExpectFailure({"plot", Road(), "--index", "1", "--height", "nan"}, HasSubstr("--height"));
+  for (const std::string option : {"--height", "--exaggerate", "--scale"}) {
+    for (const std::string value : {"nan", "-nan", "inf", "-inf", "1e999", "1e300", "-100000", "1m", ""}) {
+      ExpectFailure({"plot", Road(), "--index", "1", option, value}, HasSubstr(option));
+    }
+  }
   ExpectFailure({"plot", Road(), "--index", "1", "--language", "fr"}, HasSubstr("--language"));
   ExpectFailure({"plot", Road(), "--index", "1", "--json"}, HasSubstr("--output"));
 }
@@ -127,9 +131,9 @@ TEST_F(PlotCommand, WritesToTheStandardOutputOrAFileAlike) {
 TEST_F(PlotCommand, NeverWritesOverTheDesign) {
   const std::string design = Design({{"A", "20.0000"}});
   const std::string before = ReadAll(design);
-  ExpectFailure({"plot", design, "-o", design}, HasSubstr("cannot be written over the design"));
+  ExpectFailure({"plot", design, "-o", design}, HasSubstr("would replace the design"));
   std::filesystem::create_symlink(design, Path("link.svg"));
-  ExpectFailure({"plot", design, "-o", Path("link.svg")}, HasSubstr("cannot be written over the design"));
+  ExpectFailure({"plot", design, "-o", Path("link.svg")}, HasSubstr("would replace the design"));
   EXPECT_EQ(ReadAll(design), before);
 }
 

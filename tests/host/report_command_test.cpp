@@ -113,9 +113,12 @@ TEST_F(ReportCommand, RefusesMisuse) {
   ExpectFailure({"report", sample}, HasSubstr("--output"));
   ExpectFailure({"report", Path("absent.xml"), "-o", Path("p")}, HasSubstr("absent.xml"));
   ExpectFailure({"report", sample, "-o", Path("p"), "--height", "high"}, HasSubstr("--height"));
-  ExpectFailure({"report", sample, "-o", Path("p"), "--height", "nan"}, HasSubstr("--height"));
+  for (const std::string option : {"--height", "--exaggerate"}) {
+    for (const std::string value : {"nan", "-nan", "inf", "-inf", "1e999", "1e300", "-100000", "1m", ""}) {
+      ExpectFailure({"report", sample, "-o", Path("p"), option, value}, HasSubstr(option));
+    }
+  }
   ExpectFailure({"report", sample, "-o", Path("p"), "--exaggerate", "0"}, HasSubstr("--exaggerate"));
-  ExpectFailure({"report", sample, "-o", Path("p"), "--exaggerate", "nan"}, HasSubstr("--exaggerate"));
   ExpectFailure({"report", sample, "-o", Path("p"), "--language", "fr"}, HasSubstr("--language"));
   EXPECT_EQ(FileCount(), 0u);
 }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <string>
@@ -25,6 +26,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 using vorn_host::Draw;
+using vorn_host::DrawInEach;
 using vorn_host::DrawingKind;
 using vorn_host::DrawingOptions;
 using vorn_host::DrawnLine;
@@ -32,6 +34,7 @@ using vorn_host::DrawnMark;
 using vorn_host::DrawnText;
 using vorn_host::FormRole;
 using vorn_host::LabelBox;
+using vorn_host::Language;
 using vorn_host::PaperScale;
 using vorn_host::SectionDrawing;
 using vorn_host::SectionPart;
@@ -40,6 +43,7 @@ using vorn_host::SectionView;
 using vorn_host::SectionViewer;
 using vorn_host::ViewForm;
 using vorn_host::ViewGround;
+using vorn_host::ViewNote;
 using vorn_host::ViewPoint;
 using vorn_host::ViewTarget;
 
@@ -132,8 +136,11 @@ double HeightMm(const SectionDrawing& drawing) {
 /// Whether two labels cover a common place, looked at from closely set places of one of them.
 bool Overlap(const LabelBox& a, const LabelBox& b) {
   const auto holds = [](const LabelBox& box, const vorn_host::PaperPlace& place) {
-    const LabelBox back{{0.0, 0.0}, 0.0, 0.0, -box.angle};
-    const vorn_host::PaperPlace inside = back.At(place.x - box.corner.x, place.y - box.corner.y);
+    const vorn_host::PaperDirection& direction = box.direction;
+    const double x = place.x - box.corner.x;
+    const double y = place.y - box.corner.y;
+    const vorn_host::PaperPlace inside = {x * direction.cosine + y * direction.sine,
+                                          y * direction.cosine - x * direction.sine};
     return inside.x > 0.0 && inside.x < box.width && inside.y > 0.0 && inside.y < box.height;
   };
   constexpr int kSteps = 24;
@@ -305,8 +312,18 @@ TEST(SectionDrawingLabels, TellCodesAndGrades) {
   }
 }
 
+TEST(SectionDrawingLabels, BelongToTheirPoints) {
+  const SectionDrawing drawing = Draw(RoadView());
+  for (const ViewPoint& point : RoadView().forms[0].points) {
+    if (point.code == "CL") continue;
+    const DrawnText code = TextOf(drawing, DrawingKind::Code, point.code);
+    EXPECT_EQ(code.place, point.place) << "what keeps them apart is told in millimetres";
+    EXPECT_NE(code.liftMm, 0.0);
+  }
+}
+
 TEST(SectionDrawingLabels, FollowTheExaggeratedSlope) {
-  const SectionDrawing drawing = Draw(RoadView(), {2.0, 0.0, false});
+  const SectionDrawing drawing = Draw(RoadView(), {2.0});
   EXPECT_NEAR(TextOf(drawing, DrawingKind::Grade, "1:1.5").angle, std::atan2(8.0, 6.0) * 180.0 / M_PI, 1e-9);
   ExpectSound(drawing);
 }
@@ -329,7 +346,12 @@ TEST(SectionDrawingLabels, MoveApartWhereTheyCollide) {
   }
   const SectionDrawing drawing = Draw(view);
   for (int i = 0; i < 4; ++i) EXPECT_THAT(TextsOf(drawing, DrawingKind::Code), Contains("A" + std::to_string(i)));
-  EXPECT_THAT(LinesOf(drawing, DrawingKind::Code), Not(IsEmpty())) << "those that went far are led to their points";
+  const std::vector<DrawnLine> leaders = LinesOf(drawing, DrawingKind::Code);
+  EXPECT_THAT(leaders, Not(IsEmpty())) << "those that went far are led to their points";
+  for (const DrawnLine& leader : leaders) {
+    const auto isThere = [&](const ViewPoint& point) { return point.place == leader.leadsTo; };
+    EXPECT_TRUE(std::any_of(form.points.begin(), form.points.end(), isThere));
+  }
   ExpectSound(drawing);
 }
 
@@ -437,6 +459,7 @@ TEST(SectionDrawingDimensions, StandOutsideWhereTheyAreShort) {
   const DrawnText value = TextOf(drawing, DrawingKind::Dimension, "0.400");
   EXPECT_EQ(value.anchor, DrawnText::Anchor::End);
   EXPECT_LT(value.place.offset, -0.4);
+  EXPECT_LT(value.alongMm, 0.0) << "a little beyond the end of its line";
   EXPECT_EQ(MarksOf(drawing, DrawnMark::Shape::Arrow)[0].angle, 0.0) << "from outside";
   ExpectSound(drawing);
 }
@@ -501,15 +524,15 @@ TEST(SectionDrawingSheet, TakesTheLargestUsualScaleThatFits) {
 }
 
 TEST(SectionDrawingSheet, KeepsToTheScaleAndTheExaggerationAskedFor) {
-  const SectionDrawing drawing = Draw(RoadView(), {5.0, 200.0, false});
+  const SectionDrawing drawing = Draw(RoadView(), {5.0, 200.0});
   EXPECT_EQ(drawing.scale, 200.0);
   EXPECT_EQ(drawing.exaggeration, 5.0);
   EXPECT_THAT(TextsOf(drawing, DrawingKind::Frame), Contains("Scale H 1:200  V 1:40"));
   EXPECT_THAT(TextsOf(Draw(RoadView()), DrawingKind::Frame), Contains("Scale 1:100"));
   ExpectSound(drawing);
   for (const double nonsense : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
-    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense, false}).scale, 100.0);
-    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense, false}).exaggeration, 1.0);
+    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense}).scale, 100.0);
+    EXPECT_EQ(Draw(RoadView(), {nonsense, nonsense}).exaggeration, 1.0);
   }
 }
 
@@ -522,8 +545,8 @@ TEST(SectionDrawingSheet, HasAxesInRoundSteps) {
 }
 
 TEST(SectionDrawingSheet, SaysWhichSectionItShows) {
-  const auto titles = [](const SectionView& view, bool japanese = false) {
-    return TextsOf(Draw(view, {1.0, 0.0, japanese}), DrawingKind::Title);
+  const auto titles = [](const SectionView& view, Language language = Language::English) {
+    return TextsOf(Draw(view, {1.0, 0.0, language}), DrawingKind::Title);
   };
   SectionView view = WithGround(RoadView(), -4.07);
   view.alignment = "CL-1";
@@ -532,9 +555,9 @@ TEST(SectionDrawingSheet, SaysWhichSectionItShows) {
   EXPECT_THAT(titles(view), ElementsAre("Station 120.0000 m",
                                         "CL-1   behind the change of shape   control section   "
                                         "FH=0.000   GH=-4.070"));
-  EXPECT_THAT(titles(view, true), ElementsAre("測点 120.0000 m",
-                                              "CL-1   断面変化点（後）   管理断面   FH=0.000   "
-                                              "GH=-4.070"));
+  EXPECT_THAT(titles(view, Language::Japanese), ElementsAre("測点 120.0000 m",
+                                                            "CL-1   断面変化点（後）   管理断面   FH=0.000   "
+                                                            "GH=-4.070"));
   view.name = "bridge";
   EXPECT_EQ(titles(view)[0], "Station 120.0000 m  bridge");
   view.stationText = "No.6+0.0000";
@@ -561,13 +584,67 @@ TEST(SectionDrawingSheet, CutsTitlesThatAreTooLong) {
 
 TEST(SectionDrawingSheet, ShowsTheNotesOnAsManyLinesAsTheyNeed) {
   SectionView view = RoadView();
-  view.notes = {"short", std::string(3000, 'x'), "日本語日本語"};
+  view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"},
+                {ViewNote::Kind::FormWithoutPoints, std::string(3000, 'x')},
+                {ViewNote::Kind::FormWithoutPoints, "日本語日本語"}};
   const Texts titles = TextsOf(Draw(view), DrawingKind::Title);
-  EXPECT_THAT(titles, Contains("* short"));
+  EXPECT_THAT(titles, Contains("* form S has no points"));
   EXPECT_GT(titles.size(), 6u);
   ExpectSound(Draw(view));
-  view.notes.assign(100, "many");
+  view.notes.assign(100, {ViewNote::Kind::GroundWithoutHeight});
   EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Title), Contains("* ..."));
+}
+
+TEST(SectionDrawingSheet, SaysItsNotesInItsLanguage) {
+  SectionView view = RoadView();
+  view.notes = {{.kind = ViewNote::Kind::HeightFromGround, .height = 62.5}};
+  EXPECT_THAT(TextsOf(Draw(view, {1.0, 0.0, Language::Japanese}), DrawingKind::Title),
+              Contains(testing::StartsWith("* 中心線の標高 62.500 m は")));
+}
+
+TEST(SectionDrawingSheet, IsTheSameInEveryLanguageButForItsWords) {
+  SectionView view = RoadView();
+  // Two lines of English notes and one of Japanese ones, or the other way round.
+  view.notes = {{.kind = ViewNote::Kind::HeightFromGround, .height = 62.5}};
+  view.alignment = std::string(60, 'x');
+  for (const double rise : {1.0, 4.0, 4.3, 4.5, 5.0}) {
+    for (ViewPoint& point : view.forms[0].points) point.place.height *= rise;
+    const std::vector<SectionDrawing> drawings =
+        DrawInEach(std::array{Language::English, Language::Japanese}, view, {});
+    ASSERT_THAT(drawings, SizeIs(2));
+    EXPECT_EQ(drawings[0].scale, drawings[1].scale);
+    EXPECT_THAT(TextsOf(drawings[0], DrawingKind::Frame), Contains("Offset from CL (m)"));
+    EXPECT_THAT(TextsOf(drawings[1], DrawingKind::Frame), Contains("CLからの距離 (m)"));
+    EXPECT_EQ(LinesOf(drawings[0], DrawingKind::Slope)[0].places, LinesOf(drawings[1], DrawingKind::Slope)[0].places);
+    EXPECT_EQ(TextsOf(drawings[0], DrawingKind::Code), TextsOf(drawings[1], DrawingKind::Code));
+    for (const SectionDrawing& drawing : drawings) {
+      EXPECT_LE(HeightMm(drawing), 277.0 + 1e-6);
+      ExpectSound(drawing);
+    }
+  }
+}
+
+TEST(SectionDrawingSheet, TakesNoLargerScaleThanTold) {
+  DrawingOptions options;
+  for (const double least : {1.0, 100.0, 100.1, 200.0, 333.0}) {
+    options.leastScale = least;
+    EXPECT_EQ(Draw(RoadView(), options).scale, least <= 100.0 ? 100.0 : least <= 200.0 ? 200.0 : 500.0);
+  }
+}
+
+TEST(SectionDrawingSheet, IsMeasuredBeforeItIsDrawn) {
+  for (const double factor : {0.1, 1.0, 3.0, 10.0, 500.0}) {
+    SectionView view = WithGround(RoadView(), 0.0);
+    for (ViewPoint& point : view.forms[0].points)
+      point.place = {point.place.offset * factor, point.place.height * factor};
+    for (const double exaggeration : {1.0, 20.0}) {
+      const DrawingOptions options{exaggeration};
+      const double scale = Draw(view, options).scale;
+      EXPECT_LE(vorn_host::LargestScale(view, options), scale) << "never a smaller one than the drawing has";
+      EXPECT_GT(vorn_host::LargestScale(view, options) * 2.6, scale) << "not far from it";
+    }
+  }
+  EXPECT_EQ(vorn_host::LargestScale(RoadView(), {1.0, 333.0}), 333.0);
 }
 
 TEST(SectionDrawingSheet, IsThereWithoutAnythingOnIt) {
@@ -590,7 +667,7 @@ TEST(SectionDrawingSheet, HoldsHugeSections) {
                     TargetOf(ViewTarget::Item::Height, {4}, size)};
     ExpectSound(Draw(view));
   }
-  ExpectSound(Draw(RoadView(), {1.0, 1.0, false}));
+  ExpectSound(Draw(RoadView(), {1.0, 1.0}));
 }
 
 class DrawnSamples : public ToolTest, public testing::WithParamInterface<const char*> {};
@@ -601,8 +678,8 @@ TEST_P(DrawnSamples, AreSoundInEveryWay) {
   for (int i = 0; i < document.sets[0].GetXSectionArray().GetSize(); ++i) {
     SCOPED_TRACE(std::string(GetParam()) + " " + std::to_string(i));
     ExpectSound(Draw(viewer.Of(0, i)));
-    ExpectSound(Draw(viewer.Of(0, i, 100.0), {4.0, 0.0, true}));
-    ExpectSound(Draw(viewer.Of(0, i), {1.0, 1000.0, false}));
+    ExpectSound(Draw(viewer.Of(0, i, 100.0), {4.0, 0.0, Language::Japanese}));
+    ExpectSound(Draw(viewer.Of(0, i), {1.0, 1000.0}));
   }
 }
 

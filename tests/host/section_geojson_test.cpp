@@ -66,7 +66,7 @@ TEST(SectionGeoJson, HasAFeatureForTheSection) {
   EXPECT_EQ(properties["station"], 120.0);
   EXPECT_EQ(properties["centerHeight"], 62.5);
   EXPECT_EQ(properties["heights"], "elevation");
-  EXPECT_EQ(properties["notes"], Json::array({"a note"}));
+  EXPECT_EQ(properties["notes"], Json::array({"form S has no points"}));
 }
 
 TEST(SectionGeoJson, TellsWhereTheHeightComesFrom) {

@@ -37,6 +37,8 @@ SectionView ViewOfText(const std::string& text, const std::optional<double>& hei
   return ViewOf(ReadText(text), 0, 0, height);
 }
 
+Texts NotesOf(const SectionView& view) { return NoteTexts(view, vorn_host::Language::English); }
+
 const ViewPoint& PointAt(const ViewForm& form, const std::string& code) {
   for (const ViewPoint& point : form.points) {
     if (point.code == code) return point;
@@ -122,7 +124,7 @@ TEST(SectionViewPositions, LeavesOutAFormThatNothingPlaces) {
       FillForm("S")));
   ASSERT_THAT(view.forms, SizeIs(1));
   EXPECT_EQ(view.forms[0].name, "S");
-  EXPECT_THAT(view.notes, ElementsAre(HasSubstr("form loose is left out")));
+  EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("form loose is left out")));
 }
 
 TEST(SectionViewPositions, LeavesOutWhatLiesOutOfReach) {
@@ -134,7 +136,7 @@ TEST(SectionViewPositions, LeavesOutWhatLiesOutOfReach) {
   ASSERT_THAT(form.points, SizeIs(2));
   EXPECT_EQ(form.points[1].code, "R1");
   EXPECT_EQ(form.points[1].from, 0);
-  EXPECT_THAT(view.notes, ElementsAre("form S: 2 points are left out, for lack of a value or out of reach"));
+  EXPECT_THAT(NotesOf(view), ElementsAre("form S: 2 points are left out, for lack of a value or out of reach"));
   EXPECT_THAT(LineCodes(form, 0), ElementsAre("CL", "R1"));
 }
 
@@ -179,7 +181,7 @@ TEST(SectionViewPositions, GivesASectionWithoutFormsNone) {
   EXPECT_THAT(view.targets, IsEmpty());
   const SectionView empty = ViewOfText(OneSection(FormXml("S", kFillType, "")));
   EXPECT_THAT(empty.forms, IsEmpty());
-  EXPECT_THAT(empty.notes, ElementsAre("form S has no points"));
+  EXPECT_THAT(NotesOf(empty), ElementsAre("form S has no points"));
 }
 
 TEST(SectionViewPositions, HasNoLineForASinglePoint) {
@@ -398,7 +400,7 @@ TEST(SectionViewHeight, IsFoundWhereBothSlopesEndOnTheGround) {
   const std::string ground = GroundXml({"-50.0000 97.0000", "0.0000 97.0000", "2.0000 96.0000", "50.0000 96.0000"});
   const SectionView view = ViewOfText(OneSection(form + ground));
   EXPECT_EQ(view.centerHeight, 100.0);
-  EXPECT_THAT(view.notes, ElementsAre(HasSubstr("the height of the centre line, 100.000 m, is taken from")));
+  EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("the height of the centre line, 100.000 m, is taken from")));
   EXPECT_TRUE(PointAt(view.forms[0], "L1").isCrossing);
   EXPECT_TRUE(PointAt(view.forms[0], "R1").isCrossing);
   ExpectPlace(PointAt(view.forms[0], "R1"), 6.0, 96.0);
@@ -434,7 +436,7 @@ TEST(SectionViewGround, IsLeftOutWhileTheHeightIsNotKnown) {
   const SectionView view = ViewOfText(OneSection(FillForm() + FlatGround("96.0000")));
   EXPECT_FALSE(view.centerHeight);
   EXPECT_THAT(view.grounds, IsEmpty());
-  EXPECT_THAT(view.notes, ElementsAre(HasSubstr("the existing ground is left out")));
+  EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("the existing ground is left out")));
   EXPECT_FALSE(PointAt(view.forms[0], "L2").isCrossing);
 }
 
@@ -451,11 +453,11 @@ TEST(SectionViewGround, TellsWhatItLeavesOut) {
   const SectionView view = ViewOfText(
       OneSection(FillForm() + GroundXml({"-10.0000 3.0000", "5.0000", "10.0000 1e200", "20.0000 3.0000"})), 10.0);
   EXPECT_THAT(view.grounds.at(0).line, SizeIs(2));
-  EXPECT_THAT(view.notes, ElementsAre("existing ground ground: 2 points are left out, for lack of a value or out of "
-                                      "reach"));
+  EXPECT_THAT(NotesOf(view), ElementsAre("existing ground ground: 2 points are left out, for lack of a value or out of "
+                                         "reach"));
   const SectionView single = ViewOfText(OneSection(FillForm() + GroundXml({"-10.0000 3.0000"})), 10.0);
   EXPECT_THAT(single.grounds, IsEmpty());
-  EXPECT_THAT(single.notes, ElementsAre("existing ground ground is left out: it has fewer than two points"));
+  EXPECT_THAT(NotesOf(single), ElementsAre("existing ground ground is left out: it has fewer than two points"));
 }
 
 // --- control targets -------------------------------------------------------------------------------------------------

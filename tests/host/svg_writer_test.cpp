@@ -6,9 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <pugixml.hpp>
-#include <set>
 #include <string>
+#include <vector>
 
+#include "host/drawing/drawing_style.h"
 #include "tests/host/editing.h"
 
 namespace {
@@ -17,19 +18,14 @@ using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabul
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-using vorn_host::ClassOf;
 using vorn_host::DrawingKind;
+using vorn_host::DrawingStyle;
+using vorn_host::DrawingStyles;
 using vorn_host::DrawnLine;
 using vorn_host::DrawnMark;
 using vorn_host::DrawnText;
 using vorn_host::SectionDrawing;
 using vorn_host::WriteSvg;
-
-constexpr DrawingKind kKinds[] = {DrawingKind::DesignSurface, DrawingKind::Slope,      DrawingKind::PavementLayer,
-                                  DrawingKind::OtherForm,     DrawingKind::Ground,     DrawingKind::GroundHatch,
-                                  DrawingKind::Crossing,      DrawingKind::CenterLine, DrawingKind::Code,
-                                  DrawingKind::Grade,         DrawingKind::Dimension,  DrawingKind::Frame,
-                                  DrawingKind::Title};
 
 /// 20 m wide and 10 m high at 1:100: 200 mm by 100 mm.
 SectionDrawing Empty() {
@@ -92,6 +88,9 @@ TEST(SvgWriter, SetsTextsWhereTheyStand) {
   EXPECT_EQ(Attribute(document, "//g[@class='grade']/text", "font-size"), "2.5");
   EXPECT_EQ(Attribute(document, "//g[@class='grade']/text", "text-anchor"), "middle");
   EXPECT_EQ(Attribute(document, "//g[@class='grade']/text", "transform"), "");
+  text.alongMm = 1.5;
+  EXPECT_EQ(Attribute(Parsed(WriteSvg(WithText(text), "")), "//text", "x"), "101.5");
+  text.alongMm = 0.0;
   text.angle = 90.0;
   text.anchor = DrawnText::Anchor::End;
   document = Parsed(WriteSvg(WithText(text), ""));
@@ -105,7 +104,7 @@ TEST(SvgWriter, DrawsEveryKindOfMark) {
   SectionDrawing drawing = Empty();
   using Shape = DrawnMark::Shape;
   for (const Shape shape : {Shape::Point, Shape::Crossing, Shape::Height, Shape::Arrow}) {
-    drawing.marks.push_back({DrawingKind::Dimension, shape, {0.0, 55.0}});
+    drawing.marks.push_back({DrawingKind::Dimension, shape, {0.0, 55.0}, shape == Shape::Height ? -90.0 : 0.0});
   }
   const auto document = Parsed(WriteSvg(drawing, ""));
   EXPECT_EQ(Attribute(document, "//circle[@class='mark point']", "cx"), "100");
@@ -115,29 +114,37 @@ TEST(SvgWriter, DrawsEveryKindOfMark) {
       << "it points to the right";
 }
 
-TEST(SvgWriter, GivesEveryKindAClassOfItsOwn) {
-  std::set<std::string_view> names;
+TEST(SvgWriter, GivesEveryKindAClassOfItsOwnInTheOrderOfTheStyles) {
   SectionDrawing drawing = Empty();
-  for (const DrawingKind kind : kKinds) {
-    EXPECT_TRUE(names.insert(ClassOf(kind)).second) << ClassOf(kind);
-    drawing.lines.push_back({kind, {{0.0, 55.0}, {1.0, 56.0}}});
-    drawing.texts.push_back(Text("text", kind));
+  for (const DrawingStyle& style : DrawingStyles()) {
+    drawing.lines.insert(drawing.lines.begin(), {style.kind, {{0.0, 55.0}, {1.0, 56.0}}});
+    drawing.texts.push_back(Text("text", style.kind));
   }
   const auto document = Parsed(WriteSvg(drawing, ""));
-  for (const std::string_view name : names) {
-    EXPECT_FALSE(name.empty());
-    const std::string group = "//g[@class='" + std::string(name) + "']";
-    EXPECT_EQ(document.select_nodes((group + "/polyline").c_str()).size(), 1u) << name;
-    EXPECT_EQ(document.select_nodes((group + "/text").c_str()).size(), 1u) << name;
+  std::vector<std::string> classes;
+  for (const pugi::xpath_node group : document.select_nodes("/svg/g/g")) {
+    classes.emplace_back(group.node().attribute("class").value());
+    EXPECT_TRUE(group.node().child("polyline"));
+    EXPECT_TRUE(group.node().child("text"));
   }
+  std::vector<std::string> names;
+  for (const DrawingStyle& style : DrawingStyles()) names.emplace_back(style.name);
+  EXPECT_EQ(classes, names);
 }
 
-TEST(SvgWriter, TellsKindsApartWithoutColourToo) {
+TEST(SvgWriter, LooksAsTheStylesSay) {
   const std::string style = Parsed(WriteSvg(Empty(), "")).child("svg").child_value("style");
-  EXPECT_THAT(style, HasSubstr(".center-line polyline{stroke-width:.18;stroke-dasharray"));
-  EXPECT_THAT(style, HasSubstr(".design-surface polyline{stroke-width:.7}"));
+  EXPECT_THAT(style, HasSubstr("\n.slope{stroke:#0072b2;stroke-width:0.5}.slope text{fill:#000000}"));
+  EXPECT_THAT(style, HasSubstr("\n.center-line{stroke:#000000;stroke-width:0.18;stroke-dasharray:8 1.5 1.5 1.5}"));
+  EXPECT_THAT(style, HasSubstr(".grade text{fill:#00507d}"));
+  EXPECT_THAT(style, HasSubstr(".dimension .arrow{fill:#000000}"));
+  EXPECT_THAT(style, HasSubstr("\n.cross{stroke-width:0.3}\n"));
+}
+
+TEST(SvgWriter, FetchesNothing) {
+  const std::string style = Parsed(WriteSvg(Empty(), "")).child("svg").child_value("style");
   EXPECT_THAT(style, HasSubstr("Noto Sans CJK JP"));
-  EXPECT_THAT(style, Not(HasSubstr("url("))) << "nothing is fetched";
+  EXPECT_THAT(style, Not(HasSubstr("url(")));
   EXPECT_THAT(style, Not(HasSubstr("@import")));
 }
 

@@ -330,6 +330,36 @@ class Drawing(PageTest):
         self.assertGreater(last[0] / first[0], 20)
         self.assertLess(last[1] / first[1], 2)
 
+    def test_labels_stay_at_their_points(self):
+        def distances():
+            """How far every code is from the nearest mark, in pixels."""
+            return self.run_script(
+                """const place = (e) => { const { e: x, f: y } = e.getCTM(); return [x, y]; };
+                   const marks = [...document.querySelectorAll('svg.sheet .mark')].map(place);
+                   return [...document.querySelectorAll('svg.sheet text.code')].map(place)
+                     .map(([x, y]) => Math.min(...marks.map((mark) => Math.hypot(mark[0] - x, mark[1] - y))))""")
+
+        before = distances()
+        self.assertGreater(len(before), 5)
+        for _ in range(12):
+            self.one("#zoom-in").click()
+        for was, distance in zip(before, distances()):
+            self.assertLess(distance, 1.7 * was + 1)
+
+    def test_leaders_stay_as_long_as_their_labels_are_large(self):
+        self.open(report(sample("farm-maff-1.0.xml")))
+
+        def lengths():
+            return self.run_script("return [...document.querySelectorAll('svg.sheet .labels path.code.line')]"
+                                   ".map(e => e.getBoundingClientRect().height)")  # fmt: skip
+
+        before = lengths()
+        self.assertGreater(len(before), 0)
+        for _ in range(12):
+            self.one("#zoom-in").click()
+        for was, length in zip(before, lengths()):
+            self.assertLess(length, 1.7 * was + 3)
+
     def test_buttons_enlarge_the_design_and_keys_what_the_pointer_is_at(self):
         for _ in range(14):
             self.one("#zoom-in").click()
@@ -405,6 +435,54 @@ class Drawing(PageTest):
         self.one("#next").click()
         self.wait_for_title("No.1+")
         self.assertFalse(any(path.is_displayed() for path in self.all("svg.sheet .ground")))
+
+    def test_shows_beside_each_layer_what_it_looks_like(self):
+        self.one("#layers-menu summary").click()
+        self.assertEqual(len(self.all("#layers .legend")), 13)
+
+        def looks(place, kind):
+            return self.run_script(
+                """const style = getComputedStyle(document.querySelector(`${arguments[0]} .line.${arguments[1]}`));
+                   return [style.stroke, style.strokeDasharray]""", place, kind)  # fmt: skip
+
+        for kind in ("slope", "ground", "design-surface"):
+            self.assertEqual(looks(".legend", kind), looks("svg.sheet", kind))
+        self.assertNotEqual(looks(".legend", "center-line")[1], "none")
+        self.assertEqual(self.text("#layers label:has([data-layer=grade]) .legend"), "1:1.5")
+        self.assertEqual(len(self.all("#layers label:has([data-layer=crossing]) .legend .mark")), 1)
+        self.shoot("layers")
+
+    def where(self):
+        """Where the centre line's place is on the screen, and how large the drawing is there."""
+        return self.run_script("const { a, e, f } = document.querySelector('svg.sheet .lines').getCTM();"
+                               "return [e, f, a]")  # fmt: skip
+
+    def scale(self):
+        return re.search(r"Scale (1:\d+)", self.text("svg.sheet")).group(1)
+
+    def test_keeps_its_view_from_section_to_section_of_one_scale(self):
+        self.run_script("location.hash = '#No.2%2B0.0000'")
+        self.wait_for_title("No.2+")
+        scale = self.scale()
+        for _ in range(6):
+            self.one("#zoom-in").click()
+        before = self.where()
+        self.one("#former").click()
+        self.wait_for_title("No.1+")
+        self.assertEqual(self.scale(), scale)
+        for value, was in zip(self.where(), before):
+            self.assertAlmostEqual(value, was, delta=0.01)
+        self.one("#former").click()
+        self.wait_for_title("No.0+")
+        self.assertNotEqual(self.scale(), scale)
+        self.assertEqual(self.text("#zoom"), "100 %", "another scale is another frame")
+
+    def test_shows_the_whole_of_the_next_section_where_all_was_seen(self):
+        self.one("#next").click()
+        self.wait_for_title("No.1+")
+        self.one("#next").click()
+        self.wait_for_title("No.2+")
+        self.assertEqual(self.text("#zoom"), "100 %")
 
     def test_draws_dark_on_light_and_light_on_dark(self):
         def lightness(selector, what):
@@ -544,6 +622,13 @@ class Language(PageTest):
         self.assertEqual(self.text("#print"), "Print…")
         self.assertIn("Control targets", self.text("#tab-targets"))
         self.assertEqual(self.one("html").get_attribute("lang"), "en")
+
+    def test_tells_what_is_not_shown_in_the_language_in_use(self):
+        self.open(report(sample("road-4.1.xml")))
+        for language, words in (("ja", "中心線の標高"), ("en", "the height of the centre line")):
+            Select(self.one("#language")).select_by_value(language)
+            self.assertIn(words, self.text("#panel-findings"))
+            self.assertIn(words, self.text("svg.sheet"))
 
     def test_has_every_word_in_both_languages(self):
         self.open(report(sample("road-4.1.xml")))

@@ -44,13 +44,20 @@ class Search {
   }
 }
 
-/** How each kind of piece is drawn, by its number; `level` tells what lies above what. */
-function stylesOf(kinds) {
+/** How each kind of piece is drawn, by its number; `level` tells what lies above what. And how each shape of marks is. */
+function stylesOf({ kinds, marks }) {
   const styles = [];
   kinds.forEach((style, level) => {
     styles[style.kind] = { ...style, level };
   });
+  styles.marks = marks.map((mark) => ({ ...mark, path: pathOf(mark) }));
   return styles;
+}
+
+/** A mark as a path around its place, in millimetres on paper: a circle, or a triangle that points at it from the left. */
+function pathOf({ radius, length, halfBase }) {
+  if (radius > 0) return `M${-radius} 0a${radius} ${radius} 0 1 0 ${2 * radius} 0a${radius} ${radius} 0 1 0 ${-2 * radius} 0z`;
+  return `M0 0L${-length} ${halfBase}L${-length} ${-halfBase}z`;
 }
 
 /** The design in the page: an index of its cross sections, and packs of them that are opened when one is needed. */
@@ -61,7 +68,7 @@ class Design {
     this.index = JSON.parse(document.getElementById('index').textContent);
     this.packs = document.getElementsByClassName('pack');
     this.open = new Map();
-    this.styles = stylesOf(this.index.kinds);
+    this.styles = stylesOf(this.index);
     this.search = new Search(this.index);
     this.nameSections();
   }
@@ -112,6 +119,11 @@ class Design {
   documentFindings() {
     return this.pack(this.packs.length - 1);
   }
+}
+
+/** What could not be shown of a section, in the language in use. */
+function notesOf(section) {
+  return section.notes[speech.language];
 }
 
 /** The drawing with the words of the language in use. */

@@ -43,10 +43,10 @@ class Page {
 
   showLayers() {
     const legend = at('layers').querySelector('legend');
-    at('layers').replaceChildren(legend, ...this.design.styles.map(({ name }) => {
-      const box = make('input', { type: 'checkbox', 'data-layer': name });
-      box.checked = !document.body.classList.contains(`without-${name}`);
-      return make('label', { class: 'check' }, box, make('span', { class: `swatch ${name}` }), speech.words.layerNames[name]);
+    at('layers').replaceChildren(legend, ...this.design.styles.map((style) => {
+      const box = make('input', { type: 'checkbox', 'data-layer': style.name });
+      box.checked = !document.body.classList.contains(`without-${style.name}`);
+      return make('label', { class: 'check' }, box, legendOf(style, this.design.styles), speech.words.layerNames[style.name]);
     }));
   }
 
@@ -131,14 +131,17 @@ class Page {
     at('height').textContent = [centerHeight === null ? words.relative : words.centerHeight(metres(centerHeight)),
       isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
     this.points = pointsOf(this.section);
-    this.viewer.show(new Sheet(drawingOf(this.section), this.design.styles, title), this.points);
+    const drawing = drawingOf(this.section);
+    const frame = `1:${drawing.scale}, ${drawing.exaggeration}`;
+    this.viewer.show(new Sheet(drawing, this.design.styles, title), this.points, frame);
     this.showTables();
     this.highlightTarget(this.target);
   }
 
   showTables() {
     const { words } = speech;
-    const { findings, notes, targets } = this.section;
+    const { findings, targets } = this.section;
+    const notes = notesOf(this.section);
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
     const counts = { findings: findings.length, targets: targets.length, points: ofForms };
     for (const tab of TABS) {

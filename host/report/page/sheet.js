@@ -9,13 +9,6 @@ function makeSvg(name, attributes = {}, ...children) {
   return element;
 }
 
-/** Marks by shape, in millimetres on paper around the origin: a point, a crossing, a height, an arrow. */
-const MARKS = [
-  { path: 'M-.4 0a.4.4 0 1 0 .8 0a.4.4 0 1 0-.8 0z', pen: 0.15 },
-  { path: 'M-.9 0a.9.9 0 1 0 1.8 0a.9.9 0 1 0-1.8 0z', pen: 0.3 },
-  { path: 'M0 0L-1.3-2.2L1.3-2.2z', pen: 0.13 },
-  { path: 'M0 0L-2.2.35L-2.2-.35z', pen: 0.13, filled: true },
-];
 const ANCHORS = ['start', 'middle', 'end'];
 
 /** A colour of equal hue for a dark background: as light as it is dark on white. */
@@ -43,6 +36,34 @@ function styleRules(styles) {
   return sheet;
 }
 
+function markOf({ path, width, filled }, attributes) {
+  const look = filled ? 'mark filled' : 'mark';
+  return makeSvg('path', { ...attributes, d: path, 'stroke-width': width, class: `${attributes.class} ${look}` });
+}
+
+/** Shapes of marks, by their numbers in the drawing. */
+const SHAPES = { point: 0, crossing: 1 };
+/** Kinds that are told by a mark or by letters rather than by a line. */
+const SAMPLES = {
+  crossing: { shape: SHAPES.crossing }, code: { shape: SHAPES.point }, grade: { letters: '1:1.5' }, title: { letters: 'A' },
+};
+
+/** What a kind looks like on the sheet, for a legend: its line with its weight and dashes, its mark, or its letters. */
+function legendOf({ name }, styles) {
+  const { shape, letters } = SAMPLES[name] ?? {};
+  const legend = makeSvg('svg', { class: 'legend', viewBox: '-6.5 -2 13 4', 'aria-hidden': 'true' });
+  if (letters) {
+    const text = makeSvg('text', { class: `${name} text`, 'font-size': 3, 'text-anchor': 'middle', y: 1.1 });
+    text.textContent = letters;
+    legend.append(text);
+  } else if (shape !== undefined) {
+    legend.append(markOf(styles.marks[shape], { class: name }));
+  } else {
+    legend.append(makeSvg('path', { class: `${name} line`, d: 'M-6.5 0H6.5' }));
+  }
+  return legend;
+}
+
 /** What a piece belongs to, for highlighting. */
 function ownerOf(kind, form, target) {
   const owner = { class: kind };
@@ -52,17 +73,19 @@ function ownerOf(kind, form, target) {
 }
 
 /**
- * The drawing of a section as an SVG element, in millimetres on paper. Lines are enlarged with the sheet; marks and
- * texts have a size of their own (`arrange`), so that a closer look brings more of the design and not larger letters.
+ * The drawing of a section as an SVG element, in millimetres on paper from the centre line. Lines are enlarged with the
+ * sheet; marks, texts and their leaders have a size of their own around their places (`arrange`), so that a closer look
+ * brings more of the design and not larger letters.
  */
 class Sheet {
   constructor(drawing, styles, name) {
     this.styles = styles;
-    [this.width, this.height] = drawing.size;
+    [this.left, this.top, this.width, this.height] = drawing.box;
     this.lines = makeSvg('g', { class: 'lines' });
     this.labels = makeSvg('g', { class: 'labels' });
     this.placed = [];
     this.addLines(drawing.lines);
+    drawing.leaders.forEach((leader) => this.addLeader(leader));
     this.upward(drawing.marks).forEach((mark) => this.addMark(mark));
     this.upward(drawing.texts).forEach((text) => this.addText(text));
     this.moved = makeSvg('g', {}, this.lines, this.labels);
@@ -90,29 +113,34 @@ class Sheet {
   }
 
   addMark([kind, form, target, shape, angle, x, y]) {
-    const { path, pen, filled } = MARKS[shape];
     const owner = ownerOf(this.styles[kind].name, form, target);
-    const shapeClass = filled ? 'mark filled' : 'mark';
-    const mark = makeSvg('path', { ...owner, d: path, 'stroke-width': pen, class: `${owner.class} ${shapeClass}` });
-    this.place(mark, x, y, -angle, 0);
+    this.place(markOf(this.styles.marks[shape], owner), x, y, -angle);
   }
 
-  addText([kind, form, target, anchor, angle, size, lift, content, x, y]) {
+  addLeader([kind, form, target, x, y, ...places]) {
+    const owner = ownerOf(this.styles[kind].name, form, target);
+    this.place(makeSvg('path', { ...owner, d: `M${places.join(' ')}`, class: `${owner.class} line` }), x, y);
+  }
+
+  addText([kind, form, target, anchor, angle, size, along, lift, content, x, y]) {
     const owner = ownerOf(this.styles[kind].name, form, target);
     const look = { class: `${owner.class} text`, 'font-size': size, 'text-anchor': ANCHORS[anchor] };
     const text = makeSvg('text', { ...owner, ...look });
     text.textContent = content;
-    this.place(text, x, y, -angle, lift);
+    this.place(text, x, y, -angle, along, -lift);
   }
 
-  place(element, x, y, turn, lift) {
-    this.placed.push({ element, x, y, tail: `${turn ? `rotate(${turn})` : ''}${lift ? `translate(0 ${-lift})` : ''}` });
+  /** Sets an element at a place; it is turned there, and stands beside it as one reads. */
+  place(element, x, y, turn = 0, right = 0, down = 0) {
+    const turned = turn ? `rotate(${turn})` : '';
+    const moved = right || down ? `translate(${right} ${down})` : '';
+    this.placed.push({ element, x, y, tail: turned + moved });
     this.labels.append(element);
   }
 
   /** Puts a mark on the sheet that is not part of the drawing, such as the ring around a point. */
   put(element, x, y) {
-    this.place(element, x, y, 0, 0);
+    this.place(element, x, y);
     this.arrange(this.scale, this.unit);
   }
 
@@ -142,7 +170,7 @@ class Sheet {
     this.arrange(1, 1);
     this.element.style.width = `${this.width}mm`;
     this.element.style.height = `${this.height}mm`;
-    this.element.setAttribute('viewBox', `0 0 ${this.width} ${this.height}`);
+    this.element.setAttribute('viewBox', `${this.left} ${this.top} ${this.width} ${this.height}`);
     return this.element;
   }
 }

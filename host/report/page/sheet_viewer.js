@@ -24,15 +24,24 @@ class SheetViewer extends EventTarget {
     new ResizeObserver(() => this.fit()).observe(stage);
   }
 
-  /** @param points where the sheet has points that can be hovered, in millimetres on paper */
-  show(sheet, points) {
+  /**
+   * Shows another sheet. Where the former one was moved or enlarged and the frame is of the same kind, the same part
+   * around the centre line is seen, so that people can follow a detail from section to section.
+   * @param points where the sheet has points that can be hovered, in millimetres on paper
+   * @param frame the kind of frame: its scale and exaggeration
+   */
+  show(sheet, points, frame) {
+    const former = this.sheet && this.shift && frame === this.frame ? this.sheet.scale : null;
     this.sheet?.element.remove();
     this.sheet = sheet;
     this.points = points;
+    this.frame = frame;
     this.tell('point', null);
     if (!sheet) return;
     this.stage.prepend(sheet.element);
-    this.reset();
+    if (former === null) return this.reset();
+    this.zoom = former / this.whole;
+    this.fit();
   }
 
   tell(name, detail, event) {
@@ -58,8 +67,8 @@ class SheetViewer extends EventTarget {
     if (!this.sheet) return;
     const scale = this.whole * this.zoom;
     const shift = this.shift ?? {
-      x: (this.stage.clientWidth - this.sheet.width * scale) / 2,
-      y: (this.stage.clientHeight - this.sheet.height * scale) / 2,
+      x: this.stage.clientWidth / 2 - (this.sheet.left + this.sheet.width / 2) * scale,
+      y: this.stage.clientHeight / 2 - (this.sheet.top + this.sheet.height / 2) * scale,
     };
     this.sheet.arrange(scale, this.whole * Math.min(this.zoom, LARGEST_LETTERS));
     this.move(shift);

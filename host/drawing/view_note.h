@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "host/drawing/language.h"
+
+namespace vorn_host {
+
+/// What of a cross section could not be shown, and why; or where what is shown was taken from.
+struct ViewNote {
+  enum class Kind {
+    FormWithoutPoints,
+    FormOutOfReach,     ///< its start point lies farther away than anything of a cross section
+    FormWithoutCenter,  ///< it does not begin with a centre point, so nobody can tell where it lies
+    FormPointsLeftOut,
+    GroundPointsLeftOut,
+    GroundTooShort,       ///< fewer than two points
+    GroundWithoutHeight,  ///< it lies at elevations, and the height of the centre line is not known
+    HeightFromGround,     ///< the height of the centre line comes from where the design ends on the ground
+  };
+  Kind kind = Kind::FormWithoutPoints;
+  std::string name = {};  ///< of the form or the ground; may be empty
+  int points = 0;         ///< how many are left out
+  double height = 0.0;    ///< of the centre line, in metres
+
+  friend bool operator==(const ViewNote&, const ViewNote&) = default;
+};
+
+/// The note in words: one sentence without a full stop.
+[[nodiscard]] std::string NoteText(const ViewNote& note, Language language);
+
+}  // namespace vorn_host
