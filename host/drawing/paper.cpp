@@ -100,14 +100,23 @@ void PaperGrid::Occupy(const LabelBox& box) {
   });
 }
 
-void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) {
+namespace {
+
+/// A line as a box without height.
+LabelBox BoxOfLine(const PaperPlace& from, const PaperPlace& to) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   PaperDirection direction;
   if (length > 0.0) {
     direction.cosine = (to.x - from.x) / length;
     direction.sine = (to.y - from.y) / length;
   }
-  Occupy({from, length, 0.0, direction});
+  return {from, length, 0.0, direction};
 }
+
+}  // namespace
+
+bool PaperGrid::IsLineFree(const PaperPlace& from, const PaperPlace& to) const { return IsFree(BoxOfLine(from, to)); }
+
+void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) { Occupy(BoxOfLine(from, to)); }
 
 }  // namespace vorn_host

@@ -90,6 +90,9 @@ struct DrawingOptions {
 /// Draws a cross section. Labels that would lie on each other are moved apart, or left out where there is no room.
 [[nodiscard]] SectionDrawing Draw(const SectionView& view, const DrawingOptions& options = {});
 
+/// The notes of a section and what its drawing had to leave out.
+[[nodiscard]] std::vector<ViewNote> NotesOf(const SectionView& view, const SectionDrawing& drawing);
+
 /// The same drawing in several languages, in their order: only words and the room that they need differ. The scale is
 /// one at which all of them fit.
 [[nodiscard]] std::vector<SectionDrawing> DrawInEach(std::span<const Language> languages, const SectionView& view,

@@ -24,12 +24,13 @@ using Shape = DrawnMark::Shape;
 
 // Sizes on paper, in millimetres.
 constexpr double kLetters = 2.5;
-constexpr double kBesideLine = 1.3;   ///< from a line to the base line of a text along it
-constexpr double kBesideEnds = 0.6;   ///< a segment is longer than its text by this
-constexpr double kLeaderFrom = 4.0;   ///< a code this far from its point is led to it by a line
-constexpr double kHatchEvery = 12.0;  ///< from one group of hatch ticks to the next
-constexpr double kHatchStep = 1.2;    ///< from tick to tick in a group
-constexpr double kHatchTick = 2.2;    ///< how far a tick reaches down and to the side
+constexpr double kBesideLine = 1.3;       ///< from a line to the base line of a text along it
+constexpr double kBesideEnds = 0.6;       ///< a segment is longer than its text by this
+constexpr double kLeaderFrom = 4.0;       ///< a label this far from its place is led to it by a line
+constexpr double kCodeLeaderAbove = 0.6;  ///< from a point to where the leader of its code begins
+constexpr double kHatchEvery = 12.0;      ///< from one group of hatch ticks to the next
+constexpr double kHatchStep = 1.2;        ///< from tick to tick in a group
+constexpr double kHatchTick = 2.2;        ///< how far a tick reaches down and to the side
 constexpr int kHatchTicks = 3;
 constexpr double kMostHatchGroups = 300.0;
 constexpr double kCenterLineOver = 7.0;  ///< how far the centre line goes beyond the section
@@ -115,7 +116,8 @@ class Layout {
         m_scale(scale),
         m_drawing(drawing),
         m_extent(ExtentOf(view, window, scale)),
-        m_grid(Room()) {}
+        m_grid(Room()),
+        m_labels(Room()) {}
 
   PaperBox Run() {
     AddGrounds();
@@ -178,11 +180,17 @@ class Layout {
     AddLine(kind, {m_scale.ToSection(from), m_scale.ToSection(to)}, form, target);
   }
 
+  /// The room of a label.
+  void Cover(const LabelBox& box) {
+    m_grid.Occupy(box);
+    m_labels.Occupy(box);
+  }
+
   /// Adds a text where it finds room; false when it does not.
   bool AddText(const DrawnText& text) {
     const LabelBox box = BoxOf(text, m_scale);
     if (text.text.empty() || !m_grid.IsFree(box)) return false;
-    m_grid.Occupy(box);
+    Cover(box);
     m_drawing.texts.push_back(text);
     return true;
   }
@@ -321,26 +329,53 @@ class Layout {
     Anchor anchor = Anchor::Middle;
   };
 
-  /// The way in which the text found room; none when it did not.
-  std::optional<Stand> AddAt(DrawnText text, const std::vector<Stand>& stands) {
-    for (const Stand& stand : stands) {
-      text.alongMm = stand.right;
-      text.liftMm = stand.lift;
-      text.anchor = stand.anchor;
-      if (AddText(text)) return stand;
-    }
-    return std::nullopt;
+  /// A line from a place to a label that had to go far from it.
+  struct Leader {
+    PaperPlace from;
+    PaperPlace to;
+  };
+
+  /// The leader of a label; none where the label stands near enough to its place.
+  /// @param beginsAbove how far above the place a leader upward begins
+  [[nodiscard]] std::optional<Leader> LeaderTo(const DrawnText& text, double beginsAbove) const {
+    constexpr double kGap = 0.4;  // from the leader to the label
+    const bool isAbove = text.liftMm > 0.0;
+    const double end = isAbove ? text.liftMm - kGap : text.liftMm + 0.8 * text.sizeMm + 0.3;
+    if (std::abs(end) < kLeaderFrom - kGap) return std::nullopt;
+    const PaperPlace place = m_scale.ToPaper(text.place);
+    return Leader{{place.x, place.y + (isAbove ? beginsAbove : -0.6)}, {place.x + text.alongMm, place.y + end}};
   }
 
-  /// Leads a code that had to go far from its point to it.
-  void AddLeader(const SectionPlace& to, const Stand& stand, int form) {
-    const bool isAbove = stand.lift > 0.0;
-    const double end = isAbove ? stand.lift - 0.4 : stand.lift + 0.8 * kLetters + 0.3;
-    if (std::abs(end) < kLeaderFrom - 0.4) return;
-    const PaperPlace place = m_scale.ToPaper(to);
-    AddPaperLine(DrawingKind::Code, {place.x, place.y + (isAbove ? 0.6 : -0.6)}, {place.x + stand.right, place.y + end},
-                 form);
-    m_drawing.lines.back().leadsTo = to;
+  /// Adds a text in the first way in which it finds room.
+  void AddAt(DrawnText text, const std::vector<Stand>& stands) {
+    for (const Stand& stand : stands) {
+      Put(text, stand);
+      if (AddText(text)) return;
+    }
+  }
+
+  /// The same for a text that is led to its place from afar: its leader runs through no other label.
+  void AddLedAt(DrawnText text, const std::vector<Stand>& stands, double beginsAbove) {
+    for (const Stand& stand : stands) {
+      Put(text, stand);
+      const std::optional<Leader> leader = LeaderTo(text, beginsAbove);
+      if (leader && !m_labels.IsLineFree(leader->from, leader->to)) continue;
+      if (!AddText(text)) continue;
+      if (leader) AddLeader(*leader, text);
+      return;
+    }
+  }
+
+  static void Put(DrawnText& text, const Stand& stand) {
+    text.alongMm = stand.right;
+    text.liftMm = stand.lift;
+    text.anchor = stand.anchor;
+  }
+
+  void AddLeader(const Leader& leader, const DrawnText& text) {
+    AddCoveringLine(text.kind, leader.from, leader.to, text.form, text.target);
+    m_drawing.lines.back().leadsTo = text.place;
+    m_labels.OccupyLine(leader.from, leader.to);
   }
 
   /// Codes at the points; those of layers only right below their points, as layers lie closely.
@@ -370,8 +405,7 @@ class Layout {
         text.sizeMm = kLetters;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        const auto stand = AddAt(text, role == FormRole::Layer ? below : far);
-        if (stand) AddLeader(point.place, *stand, text.form);
+        AddLedAt(text, role == FormRole::Layer ? below : far, kCodeLeaderAbove);
       }
     }
   }
@@ -429,7 +463,7 @@ class Layout {
       text.text = SignedHeight(mark.place.height, m_view.centerHeight.has_value());
       text.form = mark.form;
       text.target = mark.target;
-      AddAt(text, stands);
+      AddLedAt(text, stands, kTriangle + 0.4);
     }
   }
 
@@ -572,7 +606,7 @@ class Layout {
     AddCoveringLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
                     width.target);
     DrawnText text = TextOfWidth(width, y, value);
-    m_grid.Occupy(BoxOf(text, m_scale));
+    Cover(BoxOf(text, m_scale));
     m_drawing.texts.push_back(std::move(text));
   }
 
@@ -581,7 +615,8 @@ class Layout {
   const PaperScale& m_scale;
   SectionDrawing& m_drawing;
   PaperBox m_extent;
-  PaperGrid m_grid;
+  PaperGrid m_grid;    ///< all that labels keep clear of
+  PaperGrid m_labels;  ///< labels and leaders alone, which leaders keep clear of
 };
 
 }  // namespace

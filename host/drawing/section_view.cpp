@@ -495,14 +495,19 @@ class SectionBuilder {
 
   void SetHeight(SectionView& view, const std::optional<double>& given) const {
     const double placedFrom = PlacedFrom();
-    if (m_section.GetHeight().IsSet() && IsWithinReach(m_section.GetHeight().Value())) {
-      view.centerHeight = m_section.GetHeight().Value();
-    } else if (placedFrom != 0.0) {
+    const NurReal& stored = m_section.GetHeight();
+    const bool isStored = stored.IsSet() && IsWithinReach(stored.Value());
+    if (placedFrom != 0.0) {
       view.centerHeight = placedFrom;
+      const bool isOther = isStored && std::abs(stored.Value() - placedFrom) > kSamePlace;
+      if (isOther) view.notes.push_back({.kind = Note::HeightNotAsStored, .height = stored.Value()});
+    } else if (isStored) {
+      view.centerHeight = stored.Value();
     } else if (given && IsWithinReach(*given)) {
       view.centerHeight = given;
     } else if (const auto found = HeightFromCrossings(view)) {
       view.centerHeight = found;
+      view.isHeightAssumed = true;
       view.notes.push_back({.kind = Note::HeightFromGround, .height = *found});
     }
     if (!view.centerHeight) {
@@ -736,6 +741,8 @@ SectionView SectionViewer::WithoutSection(int set) const {
   for (const VornFormCtrlTarget* target : m_knowledge->sets[static_cast<std::size_t>(set)].unplaced) {
     builder.AddTarget(view, *target, -1);
   }
+  const int count = static_cast<int>(view.targets.size());
+  if (count > 0) view.notes.push_back({.kind = Note::TargetsWithoutSection, .points = count});
   return view;
 }
 

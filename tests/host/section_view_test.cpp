@@ -383,9 +383,22 @@ TEST(SectionViewHeight, IsThatOfTheDocumentFirst) {
   ExpectPlace(view.forms[0].points[0], 0.0, 62.5);
 }
 
+TEST(SectionViewHeight, IsTheOneThatThePointsStandAt) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  Place(document, 62.5);
+  SectionOf(document).SetHeight(12.0);
+  const SectionView view = ViewOf(document, 0, 0);
+  EXPECT_EQ(view.centerHeight, 62.5);
+  ExpectPlace(view.forms.at(0).points.at(0), 0.0, 62.5);
+  EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("than that of the section itself, 12.000 m")));
+  SectionOf(document).SetHeight(62.5);
+  EXPECT_THAT(ViewOf(document, 0, 0).notes, IsEmpty());
+}
+
 TEST(SectionViewHeight, IsTheOneGivenOtherwise) {
   const SectionView view = ViewOfText(OneSection(FillForm() + FlatGround("96.0000")), 100.0);
   EXPECT_EQ(view.centerHeight, 100.0);
+  EXPECT_FALSE(view.isHeightAssumed);
   ExpectPlace(PointAt(view.forms[0], "L2"), -9.5, 95.93);
   ASSERT_THAT(view.grounds, SizeIs(1));
   EXPECT_EQ(view.grounds[0].name, "ground");
@@ -400,6 +413,7 @@ TEST(SectionViewHeight, IsFoundWhereBothSlopesEndOnTheGround) {
   const std::string ground = GroundXml({"-50.0000 97.0000", "0.0000 97.0000", "2.0000 96.0000", "50.0000 96.0000"});
   const SectionView view = ViewOfText(OneSection(form + ground));
   EXPECT_EQ(view.centerHeight, 100.0);
+  EXPECT_TRUE(view.isHeightAssumed);
   EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("the height of the centre line, 100.000 m, is taken from")));
   EXPECT_TRUE(PointAt(view.forms[0], "L1").isCrossing);
   EXPECT_TRUE(PointAt(view.forms[0], "R1").isCrossing);
@@ -511,6 +525,7 @@ TEST(SectionViewTargets, AreNotLostWithoutASection) {
   EXPECT_THAT(viewer.Of(0, 0).targets, SizeIs(1));
   const SectionView without = viewer.WithoutSection(0);
   EXPECT_EQ(without.section, -1);
+  EXPECT_THAT(NotesOf(without), ElementsAre("2 control targets stand at no cross section"));
   ASSERT_THAT(without.targets, SizeIs(2)) << "one at a station without a section, and one without points";
   EXPECT_EQ(without.targets[0].points.at(0).name, "S L1 at station 30.0000");
   EXPECT_EQ(without.targets[0].points.at(0).point, -1);
