@@ -77,6 +77,11 @@ void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>
       "encoding of the written document (its own unless told otherwise)");
 }
 
+CLI::Option* AddOutputOption(CLI::App& command, std::string& out, const char* description) {
+  const auto isName = [](const std::string& text) { return text.empty() ? "the name of the file is empty" : ""; };
+  return command.add_option("-o,--output", out, description)->check(isName)->type_name("OUT");
+}
+
 void AddHeightOption(CLI::App& command, std::optional<double>& height) {
   command.add_option("--height", height, "height of the centre line in metres, where the design does not tell it")
       ->check(InRange(-kLargestHeight, kLargestHeight))

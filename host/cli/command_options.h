@@ -20,6 +20,9 @@ void AddEncodingOption(CLI::App& command, vorn_host::TextEncoding& encoding);
 /// `--encoding` where the document's own is kept unless told otherwise.
 void AddEncodingOption(CLI::App& command, std::optional<vorn_host::TextEncoding>& encoding);
 
+/// `--output`: the file to write. An empty name is refused: a script with a variable that is not set would otherwise
+/// write to the standard output.
+CLI::Option* AddOutputOption(CLI::App& command, std::string& out, const char* description);
 /// `--height`: height of the centre line in metres, where the design does not tell it.
 void AddHeightOption(CLI::App& command, std::optional<double>& height);
 /// `--scale`: 1:scale on paper.

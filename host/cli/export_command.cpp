@@ -112,7 +112,7 @@ void RefuseMisplacedOptions(const CLI::App& command, const ExportOptions& option
 class Sections {
  public:
   Sections(const DesignDocument& document, std::optional<double> centerHeight)
-      : m_viewer(document), m_centerHeight(centerHeight) {
+      : m_viewer(document), m_centerHeight(centerHeight), m_sets(document.sets.GetSize()) {
     for (int set = 0; set < document.sets.GetSize(); ++set) {
       const int count = document.sets[set].GetXSectionArray().GetSize();
       for (int section = 0; section < count; ++section) m_places.emplace_back(set, section);
@@ -128,20 +128,30 @@ class Sections {
     }
   }
 
+  /// Hands over, set by set, what stands in none of its cross sections.
+  void ForRest(const std::function<void(const SectionView&)>& take) const {
+    for (int set = 0; set < m_sets; ++set) {
+      const SectionView rest = m_viewer.WithoutSection(set);
+      if (!rest.targets.empty()) take(rest);
+    }
+  }
+
   [[nodiscard]] int Count() const { return static_cast<int>(m_places.size()); }
 
  private:
   vorn_host::SectionViewer m_viewer;
   std::optional<double> m_centerHeight;
+  int m_sets;
   std::vector<std::pair<int, int>> m_places;  ///< set and section
 };
 
-void NoteWhatIsNotShown(const SectionView& view, ExportSummary& summary) {
+void TakeNotes(const SectionView& view, const std::vector<vorn_host::ViewNote>& notes, ExportSummary& summary) {
   constexpr std::size_t kShown = 20;
-  summary.notes += static_cast<int>(view.notes.size());
-  for (const vorn_host::ViewNote& note : view.notes) {
+  summary.notes += static_cast<int>(notes.size());
+  const std::string where = view.section < 0 ? "set " + std::to_string(view.set + 1) : view.stationText;
+  for (const vorn_host::ViewNote& note : notes) {
     if (summary.firstNotes.size() == kShown) return;
-    summary.firstNotes.push_back(view.stationText + ": " + NoteText(note, vorn_host::Language::English));
+    summary.firstNotes.push_back(where + ": " + NoteText(note, vorn_host::Language::English));
   }
 }
 
@@ -175,9 +185,11 @@ void ExportDxf(const Sections& sections, const ExportOptions& options, Progress&
   WriteOut(options.out, [&](const TextSink& write) {
     vorn_host::DxfSectionWriter writer(write, grid, drawing.language);
     sections.ForEach(progress, "drawing cross sections", [&](const SectionView& view) {
-      NoteWhatIsNotShown(view, summary);
-      writer.Add(view, vorn_host::Draw(view, drawing));
+      const vorn_host::SectionDrawing drawn = vorn_host::Draw(view, drawing);
+      TakeNotes(view, NotesOf(view, drawn), summary);
+      writer.Add(view, drawn);
     });
+    sections.ForRest([&](const SectionView& view) { TakeNotes(view, view.notes, summary); });
     writer.Finish();
   });
 }
@@ -185,10 +197,12 @@ void ExportDxf(const Sections& sections, const ExportOptions& options, Progress&
 void ExportCsv(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
   WriteOut(options.out, [&](const TextSink& write) {
     vorn_host::SectionCsvWriter writer(write, options.content, options.byteOrderMark);
-    sections.ForEach(progress, "writing cross sections", [&](const SectionView& view) {
-      NoteWhatIsNotShown(view, summary);
+    const auto add = [&](const SectionView& view) {
+      TakeNotes(view, view.notes, summary);
       writer.Add(view);
-    });
+    };
+    sections.ForEach(progress, "writing cross sections", add);
+    sections.ForRest(add);
     summary.entries = writer.RowCount();
   });
 }
@@ -196,10 +210,12 @@ void ExportCsv(const Sections& sections, const ExportOptions& options, Progress&
 void ExportGeoJson(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
   WriteOut(options.out, [&](const TextSink& write) {
     vorn_host::SectionGeoJsonWriter writer(write);
-    sections.ForEach(progress, "writing cross sections", [&](const SectionView& view) {
-      NoteWhatIsNotShown(view, summary);
+    const auto add = [&](const SectionView& view) {
+      TakeNotes(view, view.notes, summary);
       writer.Add(view);
-    });
+    };
+    sections.ForEach(progress, "writing cross sections", add);
+    sections.ForRest(add);
     writer.Finish();
     summary.entries = writer.FeatureCount();
   });
@@ -290,8 +306,7 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<ExportOptions>();
   CLI::App* command = app.add_subcommand("export", "Write the cross sections for CAD (dxf) and for scripts");
   command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  command->add_option("-o,--output", options->out, "the file to write (the standard output unless told otherwise)")
-      ->type_name("OUT");
+  AddOutputOption(*command, options->out, "the file to write (the standard output unless told otherwise)");
   command
       ->add_option_function<std::string>(
           "--format", [options](const std::string& text) { options->format = Formats().at(text); },

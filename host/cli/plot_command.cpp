@@ -51,7 +51,9 @@ Plot MakePlot(const PlotOptions& options) {
   Plot plot;
   for (const SectionPick& pick : PickSections(document, viewer, options.choice, options.file)) {
     plot.views.push_back(viewer.Of(pick.set, pick.section, options.height));
-    plot.drawings.push_back(Draw(plot.views.back(), options.drawing));
+    SectionView& view = plot.views.back();
+    plot.drawings.push_back(Draw(view, options.drawing));
+    view.notes = NotesOf(view, plot.drawings.back());
   }
   return plot;
 }
@@ -111,8 +113,7 @@ void AddPlotCommand(CLI::App& app, int& exitCode) {
   command->add_option("--set", options->choice.set, "number of the set, from 1")->check(CLI::PositiveNumber);
   command->add_option("--index", options->choice.index, "number of the cross section in its set, from 1")
       ->check(CLI::PositiveNumber);
-  CLI::Option* out =
-      command->add_option("-o,--output", options->out, "the SVG file to write (otherwise the standard output)");
+  CLI::Option* out = AddOutputOption(*command, options->out, "the SVG file to write (otherwise the standard output)");
   AddScaleOption(*command, options->drawing.scale, "draw at 1:N (the largest usual scale that fits A3)");
   AddExaggerationOption(*command, options->drawing.exaggeration);
   AddHeightOption(*command, options->height);

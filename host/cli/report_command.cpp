@@ -60,7 +60,7 @@ void AddReportCommand(CLI::App& app, int& exitCode) {
   CLI::App* command = app.add_subcommand(
       "report", "Write a page for the browser: every cross section with its drawing and what is wrong in it");
   command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  command->add_option("-o,--output", options->out, "the page to write")->required()->type_name("PAGE");
+  AddOutputOption(*command, options->out, "the page to write")->required()->type_name("PAGE");
   AddHeightOption(*command, options->report.centerHeight);
   AddExaggerationOption(*command, options->report.exaggeration);
   AddLanguageOption(*command, options->report.language,

@@ -111,11 +111,18 @@ class Chooser {
     return text;
   }
 
+  /// ", or as the document counts (STA.1+0.0000)", with a station of its own; nothing where it counts in metres.
+  [[nodiscard]] std::string OwnCounting(const SectionPick& pick) const {
+    const std::string station = m_viewer.Of(pick.set, pick.section).stationText;
+    return station.find('+') == std::string::npos ? "" : ", or as the document counts (" + station + ")";
+  }
+
   [[noreturn]] void FailForNone(std::vector<SectionPick> all) const {
     const std::string why = "there is no cross section with " + Wanted();
     if (m_choice.station.empty()) Fail(why);
+    const SectionPick first = all.front();
     std::erase_if(all, [&](const SectionPick& pick) { return !DistanceTo(pick); });
-    if (all.empty()) Fail(why + ": a station is told in metres, or as the document counts (No.6+0.0000)");
+    if (all.empty()) Fail(why + ": a station is told in metres" + OwnCounting(first));
     std::stable_sort(all.begin(), all.end(),
                      [&](const auto& a, const auto& b) { return *DistanceTo(a) < *DistanceTo(b); });
     all.resize(std::min(all.size(), kMostNamed));

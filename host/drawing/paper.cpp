@@ -20,6 +20,11 @@ constexpr double kAscent = 0.8;
 /// The first byte of the characters from U+1100 on, where full-width ones begin.
 constexpr unsigned char kFirstWideByte = 0xE1;
 
+/// Half-width katakana, U+FF61 to U+FF9F: as narrow as letters, though they lie among the full-width characters.
+bool IsHalfWidthKatakana(std::string_view character) {
+  return character >= std::string_view("\xEF\xBD\xA1") && character <= std::string_view("\xEF\xBE\x9F");
+}
+
 }  // namespace
 
 void PaperBox::Include(const PaperPlace& place) {
@@ -37,9 +42,11 @@ PaperDirection::PaperDirection(double degrees)
 
 double TextWidth(std::string_view utf8, double sizeMm) {
   double width = 0.0;
-  for (const char byte : utf8) {
-    if (IsUtf8Continuation(byte)) continue;
-    width += static_cast<unsigned char>(byte) >= kFirstWideByte ? kWideLetter : kNarrowLetter;
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    if (IsUtf8Continuation(utf8[i])) continue;
+    const bool isWide =
+        static_cast<unsigned char>(utf8[i]) >= kFirstWideByte && !IsHalfWidthKatakana(utf8.substr(i, 3));
+    width += isWide ? kWideLetter : kNarrowLetter;
   }
   return width * sizeMm;
 }
@@ -93,14 +100,23 @@ void PaperGrid::Occupy(const LabelBox& box) {
   });
 }
 
-void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) {
+namespace {
+
+/// A line as a box without height.
+LabelBox BoxOfLine(const PaperPlace& from, const PaperPlace& to) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   PaperDirection direction;
   if (length > 0.0) {
     direction.cosine = (to.x - from.x) / length;
     direction.sine = (to.y - from.y) / length;
   }
-  Occupy({from, length, 0.0, direction});
+  return {from, length, 0.0, direction};
 }
+
+}  // namespace
+
+bool PaperGrid::IsLineFree(const PaperPlace& from, const PaperPlace& to) const { return IsFree(BoxOfLine(from, to)); }
+
+void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) { Occupy(BoxOfLine(from, to)); }
 
 }  // namespace vorn_host

@@ -81,6 +81,7 @@ class PaperGrid {
   /// Whether nothing lies there; false outside the area.
   [[nodiscard]] bool IsFree(const LabelBox& box) const;
   void Occupy(const LabelBox& box);
+  [[nodiscard]] bool IsLineFree(const PaperPlace& from, const PaperPlace& to) const;
   void OccupyLine(const PaperPlace& from, const PaperPlace& to);
 
  private:

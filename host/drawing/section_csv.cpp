@@ -14,9 +14,11 @@ namespace vorn_host {
 namespace {
 
 constexpr std::string_view kSectionColumns =
-    "set,section,station,station_text,section_name,alignment,behind_change,control_section,center_height,";
+    "set,section,station,station_text,section_name,alignment,behind_change,control_section,center_height,"
+    "center_height_source,";
 constexpr std::string_view kPointColumns =
-    "form,form_name,xsect_type,role,point,code,from_point,side,part,offset,height,input,grade,exists,crossing";
+    "form,form_name,xsect_type,role,point,code,from_point,side,part,offset,height,input,input_x,input_y,"
+    "input_reading,grade,exists,crossing";
 constexpr std::string_view kGroundColumns = "ground,ground_name,point,offset,height";
 constexpr std::string_view kTargetColumns =
     "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,form,point,code,"
@@ -104,6 +106,9 @@ void SectionCsvWriter::AddPoints(const SectionView& view) {
       Number(point.place.offset);
       Number(point.place.height);
       Cell(point.input);
+      Number(point.values.x);
+      Number(point.values.y);
+      Cell(WordOf(point.values.reading));
       Cell(point.grade);
       Flag(point.exists);
       Flag(point.isCrossing);
@@ -164,12 +169,14 @@ void SectionCsvWriter::BeginRow(const SectionView& view) {
   Index(view.set);
   Index(view.section);
   Number(view.station);
-  Design(view.stationText);
+  Cell(view.stationText);  // Vorn's own: a negative one is a number, which no spreadsheet runs
   Design(view.name);
   Design(view.alignment);
-  Flag(view.isBehindChange);
-  Flag(view.isControlSection);
+  const bool isSection = view.section >= 0;
+  isSection ? Flag(view.isBehindChange) : Cell({});
+  isSection ? Flag(view.isControlSection) : Cell({});
   Number(view.centerHeight);
+  Cell(HeightSourceOf(view));
 }
 
 void SectionCsvWriter::Cell(std::string_view text) {

@@ -30,6 +30,7 @@ class SectionCsvWriter {
   /// @param byteOrderMark whether the text begins with one, by which spreadsheets know UTF-8
   SectionCsvWriter(TextSink sink, CsvContent content, bool byteOrderMark = false);
 
+  /// A view without a section adds its control targets, with nothing where the section would be told.
   void Add(const SectionView& view);
   [[nodiscard]] int RowCount() const { return m_rows; }
 

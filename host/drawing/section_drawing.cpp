@@ -99,20 +99,21 @@ std::vector<std::string> Wrapped(const std::string& note, double width) {
     line += word;
     word.clear();
   };
-  for (const char byte : note) {
-    word += byte;
-    if (byte == ' ' || TextWidth(word, kNoteSize) > width) endWord();
+  for (std::size_t i = 0; i < note.size(); ++i) {
+    word += note[i];
+    if (i + 1 < note.size() && IsUtf8Continuation(note[i + 1])) continue;  // a character stays whole
+    if (note[i] == ' ' || TextWidth(word, kNoteSize) > width) endWord();
   }
   endWord();
   lines.push_back(line);
   return lines;
 }
 
-/// The notes of a section as lines of a width; of too many the last ones are left out.
-std::vector<std::string> NoteLines(const SectionView& view, Language language, double width) {
+/// Notes as lines of a width; of too many the last ones are left out.
+std::vector<std::string> NoteLines(const std::vector<ViewNote>& notes, Language language, double width) {
   std::vector<std::string> lines;
-  for (const std::string& note : NoteTexts(view, language)) {
-    for (std::string& line : Wrapped("* " + note, width)) lines.push_back(std::move(line));
+  for (const ViewNote& note : notes) {
+    for (std::string& line : Wrapped("* " + NoteText(note, language), width)) lines.push_back(std::move(line));
   }
   if (lines.size() > kMostNoteLines) {
     lines.resize(kMostNoteLines - 1);
@@ -127,7 +128,10 @@ PaperBox SheetAround(const PaperBox& frame, std::size_t noteLines) {
   return {frame.left - kLeftBand, frame.right + kRightBand, frame.bottom - below, frame.top + kTitleBand, false};
 }
 
-bool FitsPaper(const PaperBox& sheet) { return sheet.Width() <= kSheetWidth && sheet.Height() <= kSheetHeight; }
+bool FitsPaper(const PaperBox& sheet) {
+  constexpr double kRounding = 1e-6;  // what fills the paper exactly fits, though its sides are sums and quotients
+  return sheet.Width() <= kSheetWidth + kRounding && sheet.Height() <= kSheetHeight + kRounding;
+}
 
 /// Sets one sheet around a section that is laid out at one scale.
 class Sheet {
@@ -148,7 +152,7 @@ class Sheet {
     AddAxes();
     AddTitle(title, subtitle);
     AddScaleBar();
-    const std::vector<std::string> notes = NoteLines(view, language, m_frame.Width());
+    const std::vector<std::string> notes = NoteLines(NotesOf(view, m_drawing), language, m_frame.Width());
     AddNotes(notes);
     m_sheet = SheetAround(m_frame, notes.size());
     const SectionPlace lowerLeft = m_scale.ToSection({m_sheet.left, m_sheet.bottom});
@@ -248,7 +252,7 @@ class Sheet {
     add(m_view.alignment);
     if (m_view.isBehindChange) add(m_words.behindChange);
     if (m_view.isControlSection) add(m_words.controlSection);
-    if (m_view.centerHeight) add("FH=" + ValueText(*m_view.centerHeight, 3, 3));
+    if (m_view.centerHeight) add((m_view.isHeightAssumed ? "FH≈" : "FH=") + ValueText(*m_view.centerHeight, 3, 3));
     if (!m_view.grounds.empty()) {
       const std::optional<double> ground = GroundHeightAt(m_view.grounds.front(), 0.0);
       if (ground) add("GH=" + ValueText(*ground, 3, 3));
@@ -341,7 +345,7 @@ std::vector<Sheet> SheetsAt(double scale, double exaggeration, std::span<const L
 /// The largest usual scale, no larger than 1:least, at which the section could fit in a language.
 double ScaleFrom(double least, const SectionView& view, Language language, double exaggeration) {
   const SectionWindow window = WindowOf(view);
-  const std::size_t notes = NoteLines(view, language, kWidestFrame).size();
+  const std::size_t notes = NoteLines(view.notes, language, kWidestFrame).size();
   const auto couldFit = [&](double scale) {
     const PaperBox section = LeastRoom(view, window, PaperScale(scale, exaggeration)).Widened(kInside);
     return FitsPaper(SheetAround(section, notes));
@@ -352,6 +356,14 @@ double ScaleFrom(double least, const SectionView& view, Language language, doubl
 }
 
 }  // namespace
+
+std::vector<ViewNote> NotesOf(const SectionView& view, const SectionDrawing& drawing) {
+  std::vector<ViewNote> notes = view.notes;
+  if (drawing.widthsLeftOut > 0) {
+    notes.push_back({.kind = ViewNote::Kind::WidthsLeftOut, .points = drawing.widthsLeftOut});
+  }
+  return notes;
+}
 
 double LargestScale(const SectionView& view, const DrawingOptions& options) {
   if (const double scale = Sensible(options.scale, 0.0); scale > 0.0) return scale;

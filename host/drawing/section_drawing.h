@@ -76,6 +76,7 @@ struct SectionDrawing {
   std::vector<DrawnLine> lines;
   std::vector<DrawnMark> marks;
   std::vector<DrawnText> texts;
+  int widthsLeftOut = 0;  ///< width dimensions that found no room
 };
 
 struct DrawingOptions {
@@ -88,6 +89,9 @@ struct DrawingOptions {
 
 /// Draws a cross section. Labels that would lie on each other are moved apart, or left out where there is no room.
 [[nodiscard]] SectionDrawing Draw(const SectionView& view, const DrawingOptions& options = {});
+
+/// The notes of a section and what its drawing had to leave out.
+[[nodiscard]] std::vector<ViewNote> NotesOf(const SectionView& view, const SectionDrawing& drawing);
 
 /// The same drawing in several languages, in their order: only words and the room that they need differ. The scale is
 /// one at which all of them fit.

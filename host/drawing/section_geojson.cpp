@@ -56,7 +56,7 @@ Json FeatureOf(Json geometry, Json properties) {
 Json PropertiesOf(const SectionView& view, const char* kind) {
   return {{"kind", kind},
           {"set", view.set + 1},
-          {"section", view.section + 1},
+          {"section", NumberOfIndex(view.section)},
           {"station", NumberOf(view.station)},
           {"stationText", view.stationText}};
 }
@@ -68,6 +68,7 @@ Json SectionFeature(const SectionView& view) {
   properties["behindChange"] = view.isBehindChange;
   properties["controlSection"] = view.isControlSection;
   properties["centerHeight"] = NumberOf(view.centerHeight);
+  properties["centerHeightSource"] = view.centerHeight ? Json(HeightSourceOf(view)) : Json(nullptr);
   properties["heights"] = view.centerHeight ? "elevation" : "above the centre line";
   properties["notes"] = NoteTexts(view, Language::English);
   return FeatureOf(GeometryOf({{0.0, view.centerHeight.value_or(0.0)}}, "LineString"), std::move(properties));
@@ -75,9 +76,18 @@ Json SectionFeature(const SectionView& view) {
 
 Json PointProperties(const ViewForm& form, int index) {
   const ViewPoint& point = form.points[static_cast<std::size_t>(index)];
-  return {{"point", index + 1},   {"code", point.code},         {"from", NumberOfIndex(point.from)},
-          {"side", point.side},   {"part", WordOf(point.part)}, {"input", point.input},
-          {"grade", point.grade}, {"exists", point.exists},     {"crossing", point.isCrossing}};
+  return {{"point", index + 1},
+          {"code", point.code},
+          {"from", NumberOfIndex(point.from)},
+          {"side", point.side},
+          {"part", WordOf(point.part)},
+          {"input", point.input},
+          {"inputX", NumberOf(point.values.x)},
+          {"inputY", NumberOf(point.values.y)},
+          {"inputReading", WordOf(point.values.reading)},
+          {"grade", point.grade},
+          {"exists", point.exists},
+          {"crossing", point.isCrossing}};
 }
 
 Json LineFeature(const SectionView& view, std::size_t formIndex, const std::vector<int>& line) {
@@ -133,7 +143,8 @@ Json TargetFeature(const SectionView& view, std::size_t index) {
     if (point != nullptr) places.push_back(point->place);
     points.push_back({{"name", named.name},
                       {"form", NumberOfIndex(point != nullptr ? named.form : -1)},
-                      {"point", NumberOfIndex(point != nullptr ? named.point : -1)}});
+                      {"point", NumberOfIndex(point != nullptr ? named.point : -1)},
+                      {"height", point != nullptr ? NumberOf(point->place.height) : Json(nullptr)}});
   }
   Json properties = PropertiesOf(view, "target");
   properties["target"] = index + 1;
@@ -161,7 +172,7 @@ SectionGeoJsonWriter::SectionGeoJsonWriter(TextSink sink) : m_sink(std::move(sin
 }
 
 void SectionGeoJsonWriter::Add(const SectionView& view) {
-  Feature(TextOf(SectionFeature(view)));
+  if (view.section >= 0) Feature(TextOf(SectionFeature(view)));
   for (std::size_t form = 0; form < view.forms.size(); ++form) {
     for (const std::vector<int>& line : view.forms[form].lines) Feature(TextOf(LineFeature(view, form, line)));
     for (const int point : SinglePointsOf(view.forms[form])) Feature(TextOf(LineFeature(view, form, {point})));

@@ -3,6 +3,7 @@
 #include "host/drawing/section_layout.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <optional>
@@ -11,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/drawing/paper_profile.h"
 #include "host/drawing/value_text.h"
 
 namespace vorn_host {
@@ -22,12 +24,13 @@ using Shape = DrawnMark::Shape;
 
 // Sizes on paper, in millimetres.
 constexpr double kLetters = 2.5;
-constexpr double kBesideLine = 1.3;   ///< from a line to the base line of a text along it
-constexpr double kBesideEnds = 0.6;   ///< a segment is longer than its text by this
-constexpr double kLeaderFrom = 4.0;   ///< a code this far from its point is led to it by a line
-constexpr double kHatchEvery = 12.0;  ///< from one group of hatch ticks to the next
-constexpr double kHatchStep = 1.2;    ///< from tick to tick in a group
-constexpr double kHatchTick = 2.2;    ///< how far a tick reaches down and to the side
+constexpr double kBesideLine = 1.3;       ///< from a line to the base line of a text along it
+constexpr double kBesideEnds = 0.6;       ///< a segment is longer than its text by this
+constexpr double kLeaderFrom = 4.0;       ///< a label this far from its place is led to it by a line
+constexpr double kCodeLeaderAbove = 0.6;  ///< from a point to where the leader of its code begins
+constexpr double kHatchEvery = 12.0;      ///< from one group of hatch ticks to the next
+constexpr double kHatchStep = 1.2;        ///< from tick to tick in a group
+constexpr double kHatchTick = 2.2;        ///< how far a tick reaches down and to the side
 constexpr int kHatchTicks = 3;
 constexpr double kMostHatchGroups = 300.0;
 constexpr double kCenterLineOver = 7.0;  ///< how far the centre line goes beyond the section
@@ -113,7 +116,8 @@ class Layout {
         m_scale(scale),
         m_drawing(drawing),
         m_extent(ExtentOf(view, window, scale)),
-        m_grid(Room()) {}
+        m_grid(Room()),
+        m_labels(Room()) {}
 
   PaperBox Run() {
     AddGrounds();
@@ -176,11 +180,17 @@ class Layout {
     AddLine(kind, {m_scale.ToSection(from), m_scale.ToSection(to)}, form, target);
   }
 
+  /// The room of a label.
+  void Cover(const LabelBox& box) {
+    m_grid.Occupy(box);
+    m_labels.Occupy(box);
+  }
+
   /// Adds a text where it finds room; false when it does not.
   bool AddText(const DrawnText& text) {
     const LabelBox box = BoxOf(text, m_scale);
     if (text.text.empty() || !m_grid.IsFree(box)) return false;
-    m_grid.Occupy(box);
+    Cover(box);
     m_drawing.texts.push_back(text);
     return true;
   }
@@ -193,19 +203,12 @@ class Layout {
     return part == SectionPart::Slope || part == SectionPart::Berm ? DrawingKind::Slope : DrawingKind::DesignSurface;
   }
 
-  /// The point that a segment of a line leads to, outward from the start point.
-  static const ViewPoint& OuterOf(const ViewForm& form, int left, int right) {
-    const ViewPoint& leftPoint = form.points[static_cast<std::size_t>(left)];
-    const ViewPoint& rightPoint = form.points[static_cast<std::size_t>(right)];
-    return rightPoint.from == left || leftPoint.from != right ? rightPoint : leftPoint;
-  }
-
   void AddForm(int index) {
     const ViewForm& form = Form(index);
     for (const std::vector<int>& line : form.lines) {
       DrawnLine piece;
       for (std::size_t i = 1; i < line.size(); ++i) {
-        const DrawingKind kind = KindOf(form.role, OuterOf(form, line[i - 1], line[i]).part);
+        const DrawingKind kind = KindOf(form.role, Point(index, OuterOf(line[i - 1], line[i])).part);
         if (piece.places.empty() || piece.kind != kind) {
           if (!piece.places.empty()) m_drawing.lines.push_back(piece);
           piece = {kind, {Point(index, line[i - 1]).place}, index, -1};
@@ -225,7 +228,8 @@ class Layout {
     }
   }
 
-  /// Groups of slanted ticks below the ground, at regular distances along it.
+  /// Groups of slanted ticks at regular distances along the ground. They turn with it, so that they stand in the earth
+  /// however steeply the ground rises or falls.
   void AddHatch(const std::vector<SectionPlace>& line) {
     double length = 0.0;
     for (std::size_t i = 1; i < line.size(); ++i) {
@@ -239,11 +243,15 @@ class Layout {
       const PaperPlace from = m_scale.ToPaper(line[i - 1]);
       const PaperPlace to = m_scale.ToPaper(line[i]);
       const double segment = Distance(from, to);
+      if (segment == 0.0) continue;
       for (; next <= passed + segment;
            next += ++tick % kHatchTicks == 0 ? every - (kHatchTicks - 1) * kHatchStep : kHatchStep) {
         const double share = (next - passed) / segment;
         const PaperPlace at = {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
-        AddPaperLine(DrawingKind::GroundHatch, at, {at.x - kHatchTick * 0.7, at.y - kHatchTick * 0.7});
+        const PaperPlace along = {(to.x - from.x) / segment, (to.y - from.y) / segment};
+        const double reach = kHatchTick * 0.7;  // back along the ground, and down from it
+        AddPaperLine(DrawingKind::GroundHatch, at,
+                     {at.x + reach * (along.y - along.x), at.y - reach * (along.x + along.y)});
       }
       passed += segment;
     }
@@ -286,10 +294,10 @@ class Layout {
       if (form.role != FormRole::DesignSurface) continue;
       for (const std::vector<int>& line : form.lines) {
         for (std::size_t j = 1; j < line.size(); ++j) {
-          const ViewPoint& outer = OuterOf(form, line[j - 1], line[j]);
           const PaperPlace from = OnPaper(form.points[static_cast<std::size_t>(line[j - 1])]);
           const PaperPlace to = OnPaper(form.points[static_cast<std::size_t>(line[j])]);
-          AddAlong(DrawingKind::Grade, outer.grade, from, to, static_cast<int>(i), -1, true);
+          AddAlong(DrawingKind::Grade, SegmentGrade(form, line[j - 1], line[j]), from, to, static_cast<int>(i), -1,
+                   true);
         }
       }
     }
@@ -321,26 +329,53 @@ class Layout {
     Anchor anchor = Anchor::Middle;
   };
 
-  /// The way in which the text found room; none when it did not.
-  std::optional<Stand> AddAt(DrawnText text, const std::vector<Stand>& stands) {
-    for (const Stand& stand : stands) {
-      text.alongMm = stand.right;
-      text.liftMm = stand.lift;
-      text.anchor = stand.anchor;
-      if (AddText(text)) return stand;
-    }
-    return std::nullopt;
+  /// A line from a place to a label that had to go far from it.
+  struct Leader {
+    PaperPlace from;
+    PaperPlace to;
+  };
+
+  /// The leader of a label; none where the label stands near enough to its place.
+  /// @param beginsAbove how far above the place a leader upward begins
+  [[nodiscard]] std::optional<Leader> LeaderTo(const DrawnText& text, double beginsAbove) const {
+    constexpr double kGap = 0.4;  // from the leader to the label
+    const bool isAbove = text.liftMm > 0.0;
+    const double end = isAbove ? text.liftMm - kGap : text.liftMm + 0.8 * text.sizeMm + 0.3;
+    if (std::abs(end) < kLeaderFrom - kGap) return std::nullopt;
+    const PaperPlace place = m_scale.ToPaper(text.place);
+    return Leader{{place.x, place.y + (isAbove ? beginsAbove : -0.6)}, {place.x + text.alongMm, place.y + end}};
   }
 
-  /// Leads a code that had to go far from its point to it.
-  void AddLeader(const SectionPlace& to, const Stand& stand, int form) {
-    const bool isAbove = stand.lift > 0.0;
-    const double end = isAbove ? stand.lift - 0.4 : stand.lift + 0.8 * kLetters + 0.3;
-    if (std::abs(end) < kLeaderFrom - 0.4) return;
-    const PaperPlace place = m_scale.ToPaper(to);
-    AddPaperLine(DrawingKind::Code, {place.x, place.y + (isAbove ? 0.6 : -0.6)}, {place.x + stand.right, place.y + end},
-                 form);
-    m_drawing.lines.back().leadsTo = to;
+  /// Adds a text in the first way in which it finds room.
+  void AddAt(DrawnText text, const std::vector<Stand>& stands) {
+    for (const Stand& stand : stands) {
+      Put(text, stand);
+      if (AddText(text)) return;
+    }
+  }
+
+  /// The same for a text that is led to its place from afar: its leader runs through no other label.
+  void AddLedAt(DrawnText text, const std::vector<Stand>& stands, double beginsAbove) {
+    for (const Stand& stand : stands) {
+      Put(text, stand);
+      const std::optional<Leader> leader = LeaderTo(text, beginsAbove);
+      if (leader && !m_labels.IsLineFree(leader->from, leader->to)) continue;
+      if (!AddText(text)) continue;
+      if (leader) AddLeader(*leader, text);
+      return;
+    }
+  }
+
+  static void Put(DrawnText& text, const Stand& stand) {
+    text.alongMm = stand.right;
+    text.liftMm = stand.lift;
+    text.anchor = stand.anchor;
+  }
+
+  void AddLeader(const Leader& leader, const DrawnText& text) {
+    AddCoveringLine(text.kind, leader.from, leader.to, text.form, text.target);
+    m_drawing.lines.back().leadsTo = text.place;
+    m_labels.OccupyLine(leader.from, leader.to);
   }
 
   /// Codes at the points; those of layers only right below their points, as layers lie closely.
@@ -370,8 +405,7 @@ class Layout {
         text.sizeMm = kLetters;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        const auto stand = AddAt(text, role == FormRole::Layer ? below : far);
-        if (stand) AddLeader(point.place, *stand, text.form);
+        AddLedAt(text, role == FormRole::Layer ? below : far, kCodeLeaderAbove);
       }
     }
   }
@@ -429,7 +463,7 @@ class Layout {
       text.text = SignedHeight(mark.place.height, m_view.centerHeight.has_value());
       text.form = mark.form;
       text.target = mark.target;
-      AddAt(text, stands);
+      AddLedAt(text, stands, kTriangle + 0.4);
     }
   }
 
@@ -453,58 +487,75 @@ class Layout {
     int target = -1;
   };
 
-  /// Narrow ones first: they stand nearer to the section, and wider ones around them.
-  void AddWidths() {
+  /// Where a width is measured, in whole micrometres: what differs by less is the same place, computed in another way.
+  using WidthKey = std::array<long long, 4>;
+  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
+    const auto [left, right] =
+        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
+    const auto whole = [](double metres) { return std::llround(metres * 1e6); };
+    return {whole(left.offset), whole(left.height), whole(right.offset), whole(right.height)};
+  }
+
+  /// The widths to draw, each once however many targets ask for it.
+  [[nodiscard]] std::vector<Width> Widths() const {
     std::vector<Width> widths;
+    std::set<WidthKey> known;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Width || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
+      if (!known.insert(KeyOf(first->place, second->place)).second) continue;
       Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, static_cast<int>(i)};
       if (width.left.x > width.right.x) std::swap(width.left, width.right);
-      const auto isSame = [&](const Width& other) {
-        return Distance(other.left, width.left) < 0.05 && Distance(other.right, width.right) < 0.05;
-      };
-      if (std::none_of(widths.begin(), widths.end(), isSame)) widths.push_back(width);
+      widths.push_back(width);
     }
-    std::stable_sort(widths.begin(), widths.end(),
-                     [](const Width& a, const Width& b) { return a.right.x - a.left.x < b.right.x - b.left.x; });
-    for (const Width& width : widths) AddWidth(width);
+    return widths;
   }
 
-  /// How high and how low the section reaches between two places on paper.
-  [[nodiscard]] std::pair<double, double> ReachBetween(double left, double right) const {
-    double lowest = 1e300;
-    double highest = -1e300;
-    const SectionWindow between = {left / m_scale.Across(), right / m_scale.Across()};
+  /// How high and how low the section reaches, without its centre line.
+  [[nodiscard]] PaperProfile ProfileOf() const {
+    PaperProfile profile(m_extent.left, m_extent.right);
     for (const DrawnLine& line : m_drawing.lines) {
-      if (line.kind == DrawingKind::CenterLine || line.kind == DrawingKind::Dimension) continue;
-      for (const SectionPlace& place : Clipped(line.places, between)) {
-        lowest = std::min(lowest, place.height * m_scale.Upward());
-        highest = std::max(highest, place.height * m_scale.Upward());
+      if (line.kind == DrawingKind::CenterLine) continue;
+      for (std::size_t i = 1; i < line.places.size(); ++i) {
+        profile.Include(m_scale.ToPaper(line.places[i - 1]), m_scale.ToPaper(line.places[i]));
       }
     }
-    return {lowest, highest};
+    return profile;
+  }
+
+  /// Narrow ones first: they stand nearer to the section, and wider ones around them.
+  void AddWidths() {
+    std::vector<Width> widths = Widths();
+    std::stable_sort(widths.begin(), widths.end(),
+                     [](const Width& a, const Width& b) { return a.right.x - a.left.x < b.right.x - b.left.x; });
+    const PaperProfile section = ProfileOf();
+    for (const Width& width : widths) {
+      if (!AddWidth(width, section.Between(width.left.x, width.right.x))) ++m_drawing.widthsLeftOut;
+    }
   }
 
   /// Above the section or below it, whichever is nearer to the points that it measures: below in a cut, where the
   /// ground rises above the road.
-  void AddWidth(const Width& width) {
-    const auto [lowest, highest] = ReachBetween(width.left.x, width.right.x);
+  /// @param reach of the section between the points
+  /// @returns false where no tier has room: a dimension on top of others would leave none of them legible
+  bool AddWidth(const Width& width, const PaperProfile::Reach& reach) {
+    const auto& [lowest, highest] = reach;
     const double above = highest - std::max(width.left.y, width.right.y);
     const double below = std::min(width.left.y, width.right.y) - lowest;
     const double direction = above <= below + kFirstTier ? 1.0 : -1.0;
     const double first = direction > 0.0 ? std::max({highest, width.left.y, width.right.y}) + kFirstTier
                                          : std::min({lowest, width.left.y, width.right.y}) - kFirstTier;
     const std::string value = ValueText(*m_view.targets[static_cast<std::size_t>(width.target)].designValue, 3, 3);
-    double y = first;
     for (int tier = 0; tier < kMostTiers; ++tier) {
-      y = first + direction * kNextTier * tier;
-      if (HasRoom(width, y, value)) break;
+      const double y = first + direction * kNextTier * tier;
+      if (!HasRoom(width, y, value)) continue;
+      DrawWidth(width, y, value);
+      return true;
     }
-    DrawWidth(width, y, value);
+    return false;
   }
 
   /// Whether arrows and value of a dimension stand outside, as there is no room between its ends.
@@ -555,7 +606,7 @@ class Layout {
     AddCoveringLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
                     width.target);
     DrawnText text = TextOfWidth(width, y, value);
-    m_grid.Occupy(BoxOf(text, m_scale));
+    Cover(BoxOf(text, m_scale));
     m_drawing.texts.push_back(std::move(text));
   }
 
@@ -564,7 +615,8 @@ class Layout {
   const PaperScale& m_scale;
   SectionDrawing& m_drawing;
   PaperBox m_extent;
-  PaperGrid m_grid;
+  PaperGrid m_grid;    ///< all that labels keep clear of
+  PaperGrid m_labels;  ///< labels and leaders alone, which leaders keep clear of
 };
 
 }  // namespace

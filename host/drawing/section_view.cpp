@@ -27,6 +27,7 @@ using Component = VornComposedPnt::ComponentType;
 using ControlItem = VornFormCtrlTarget::ControlItem;
 using DataType = VornComposedPnt::DataType;
 using Note = ViewNote::Kind;
+using Reading = ViewInput::Reading;
 
 /// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
 /// near to the ground lies on it.
@@ -39,24 +40,37 @@ bool IsWithinReach(double value) { return std::abs(value) <= kFarthest; }  // fa
 // --- texts of a point ------------------------------------------------------------------------------------------------
 
 /// How the edition reads the two input values of a point.
-DataType ReadingOf(const VornComposedPnt& point) {
-  if (!VornSchema::Instance().IsVer2()) return point.GetDataType();
-  return point.IsSlope() ? DataType::Rate : DataType::Percent;
+Reading ReadingOf(const VornComposedPnt& point) {
+  // A centre point holds a distance and a height in every edition.
+  if (point.IsCenter()) return Reading::WidthHeight;
+  if (VornSchema::Instance().IsVer2()) return point.IsSlope() ? Reading::Rate : Reading::Percent;
+  switch (point.GetDataType()) {
+    case DataType::Rate:
+      return Reading::Rate;
+    case DataType::Percent:
+      return Reading::Percent;
+    default:
+      return Reading::WidthHeight;
+  }
 }
 
-std::string InputText(const VornComposedPnt& point) {
-  const double x = point.GetX().Value();
-  const double y = point.GetY().Value();
-  const std::string first = ValueText(x, 3, 4) + " m, ";
-  // A centre point holds a distance and a height in every edition.
-  switch (point.IsCenter() ? DataType::WidthHeight : ReadingOf(point)) {
-    case DataType::Rate:
-      return first + "1:" + ValueText(y, 3, 4);
-    case DataType::Percent:
-      return first + ValueText(y, 3, 4) + " %";
-    default:
-      return first + ValueText(y, 3, 4) + " m";
+ViewInput InputOf(const VornComposedPnt& point) {
+  const auto told = [](const NurReal& value) { return value.IsSet() ? std::optional(value.Value()) : std::nullopt; };
+  return {ReadingOf(point), told(point.GetX()), told(point.GetY())};
+}
+
+std::string InputText(const ViewInput& input) {
+  const std::string first = ValueText(input.x.value_or(0.0), 3, 4) + " m, ";
+  const std::string second = ValueText(input.y.value_or(0.0), 3, 4);
+  switch (input.reading) {
+    case Reading::Rate:
+      return first + "1:" + second;
+    case Reading::Percent:
+      return first + second + " %";
+    case Reading::WidthHeight:
+      break;
   }
+  return first + second + " m";
 }
 
 SectionPart PartOf(const VornComposedPnt& point) {
@@ -81,25 +95,24 @@ SectionPart PartOf(const VornComposedPnt& point) {
 /// A segment as steep as this, height to width, is labelled with a ratio where nothing tells that it is a slope.
 constexpr double kSteep = 0.2;
 
-/// The ratio of a slope or the grade of a surface from a place to a point, rising outward. Values are those of the
-/// document where it tells them. Upright segments have no grade.
-std::string GradeText(const VornComposedPnt& point, SectionPart part, const SectionPlace& from,
-                      const SectionPlace& to) {
+/// The ratio of a slope or the grade of a surface from a place to the next one outward, rising outward. Upright
+/// segments have no grade.
+/// @param input what the document tells of this segment; its values are taken where it tells a ratio or a grade
+std::string GradeText(const ViewInput& input, SectionPart part, const SectionPlace& from, const SectionPlace& to) {
   const double width = std::abs(to.offset - from.offset);
   const double rise = to.height - from.height;
   const bool isUpright = width <= kSamePlace;
   const bool isLevel = std::abs(rise) <= kSamePlace;
   if (isUpright && (isLevel || part != SectionPart::Slope)) return {};
-  const DataType reading = ReadingOf(point);
   const bool isUnknownPart = part == SectionPart::Other;
   const bool asRatio = part == SectionPart::Slope ||
-                       (isUnknownPart && (reading == DataType::Rate ||
-                                          (reading != DataType::Percent && std::abs(rise) > kSteep * width)));
+                       (isUnknownPart && (input.reading == Reading::Rate ||
+                                          (input.reading != Reading::Percent && std::abs(rise) > kSteep * width)));
   if (asRatio && !isLevel) {
-    const double ratio = reading == DataType::Rate ? std::abs(point.GetY().Value()) : width / std::abs(rise);
+    const double ratio = input.reading == Reading::Rate ? std::abs(input.y.value_or(0.0)) : width / std::abs(rise);
     return "1:" + ValueText(ratio, 1, 3);
   }
-  const double percent = reading == DataType::Percent ? point.GetY().Value() : 100.0 * rise / width;
+  const double percent = input.reading == Reading::Percent ? input.y.value_or(0.0) : 100.0 * rise / width;
   return ValueText(percent, 1, 3) + "%";
 }
 
@@ -197,6 +210,14 @@ class LineTracer {
 
 }  // namespace
 
+std::string SegmentGrade(const ViewForm& form, int one, int other) {
+  const int outerIndex = OuterOf(one, other);
+  const int innerIndex = std::min(one, other);
+  const ViewPoint& outer = form.points[static_cast<std::size_t>(outerIndex)];
+  if (outer.from == innerIndex) return outer.grade;
+  return GradeText({}, outer.part, form.points[static_cast<std::size_t>(innerIndex)].place, outer.place);
+}
+
 std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   for (std::size_t i = 1; i < ground.line.size(); ++i) {
     const SectionPlace& from = ground.line[i - 1];
@@ -231,11 +252,13 @@ struct SectionViewer::Knowledge {
     explicit Set(const VornXSections& set, const VornStructureType& type, bool edition20);
 
     std::optional<StationNumbers> numbers;
-    std::vector<std::vector<HeldTarget>> targets;  ///< by section: those with a point there
+    std::vector<std::vector<HeldTarget>> targets;     ///< by section: those with a point there
+    std::vector<const VornFormCtrlTarget*> unplaced;  ///< those of the set that stand in no section
 
    private:
     void Hold(const VornFormCtrlTarget& target, int owner, int section);
-    void HoldByStations(const VornFormCtrlTarget& target, int owner, const SectionIndex& sections);
+    /// @returns false where no section stands at a station of the target
+    bool HoldByStations(const VornFormCtrlTarget& target, int owner, const SectionIndex& sections);
   };
 
   std::vector<Set> sets;
@@ -282,13 +305,16 @@ SectionViewer::Knowledge::Set::Set(const VornXSections& set, const VornStructure
 
   const SectionIndex sections(set);
   targets.resize(static_cast<std::size_t>(set.GetXSectionArray().GetSize()));
-  for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) HoldByStations(target, -1, sections);
+  for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
+    if (!HoldByStations(target, -1, sections)) unplaced.push_back(&target);
+  }
   for (int section = 0; section < set.GetXSectionArray().GetSize(); ++section) {
     const Vorn_BuildFormArray& forms = set.GetXSectionArray()[section].GetBuildFormArray();
     for (int form = 0; form < forms.GetSize(); ++form) {
       for (const VornFormCtrlTarget& target : forms[form].GetFormCtrlTargetArray()) {
         const bool byCodes = edition20 || target.GetTargetPntArray().IsEmpty();
-        byCodes ? Hold(target, form, section) : HoldByStations(target, form, sections);
+        // A target of a form is seen where the form is, when not even one of its points is anywhere.
+        if (byCodes || !HoldByStations(target, form, sections)) Hold(target, form, section);
       }
     }
   }
@@ -299,13 +325,17 @@ void SectionViewer::Knowledge::Set::Hold(const VornFormCtrlTarget& target, int o
   if (held.empty() || held.back().target != &target) held.push_back({&target, owner});
 }
 
-void SectionViewer::Knowledge::Set::HoldByStations(const VornFormCtrlTarget& target, int owner,
+bool SectionViewer::Knowledge::Set::HoldByStations(const VornFormCtrlTarget& target, int owner,
                                                    const SectionIndex& sections) {
+  bool isHeld = false;
   for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
     if (!point.GetCumulativeDist().IsSet()) continue;
     const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
-    if (section >= 0) Hold(target, owner, section);
+    if (section < 0) continue;
+    Hold(target, owner, section);
+    isHeld = true;
   }
+  return isHeld;
 }
 
 namespace {
@@ -413,13 +443,14 @@ class SectionBuilder {
     added.code = Utf8(point.GetCode());
     added.from = from;
     added.side = VornComposedPnt::GetLocationStr(point.GetLocation()).GetString();
-    added.input = InputText(point);
+    added.values = InputOf(point);
+    added.input = InputText(added.values);
     added.exists = point.GetExistence() != VORN_Existence::False;
     added.isCrossing = !form.points.empty() && IsMarkedCrossing(point);
     if (!form.points.empty()) added.part = PartOf(point);
     if (from >= 0) {
       const SectionPlace& before = form.points[static_cast<std::size_t>(from)].place;
-      added.grade = GradeText(point, added.part, before, added.place);
+      added.grade = GradeText(added.values, added.part, before, added.place);
     }
     form.points.push_back(std::move(added));
   }
@@ -464,14 +495,19 @@ class SectionBuilder {
 
   void SetHeight(SectionView& view, const std::optional<double>& given) const {
     const double placedFrom = PlacedFrom();
-    if (m_section.GetHeight().IsSet() && IsWithinReach(m_section.GetHeight().Value())) {
-      view.centerHeight = m_section.GetHeight().Value();
-    } else if (placedFrom != 0.0) {
+    const NurReal& stored = m_section.GetHeight();
+    const bool isStored = stored.IsSet() && IsWithinReach(stored.Value());
+    if (placedFrom != 0.0) {
       view.centerHeight = placedFrom;
+      const bool isOther = isStored && std::abs(stored.Value() - placedFrom) > kSamePlace;
+      if (isOther) view.notes.push_back({.kind = Note::HeightNotAsStored, .height = stored.Value()});
+    } else if (isStored) {
+      view.centerHeight = stored.Value();
     } else if (given && IsWithinReach(*given)) {
       view.centerHeight = given;
     } else if (const auto found = HeightFromCrossings(view)) {
       view.centerHeight = found;
+      view.isHeightAssumed = true;
       view.notes.push_back({.kind = Note::HeightFromGround, .height = *found});
     }
     if (!view.centerHeight) {
@@ -598,22 +634,52 @@ class SectionBuilder {
     }
   }
 
-  /// Between the two points of a width or a length, of the first point of a height.
+  static double Distance(const SectionPlace& from, const SectionPlace& to) {
+    return std::hypot(to.offset - from.offset, to.height - from.height);
+  }
+
+  /// Along the line of a form from one of its points to another; straight where no line connects them.
+  static double LengthAlong(const ViewForm& form, int from, int to) {
+    const auto placeOf = [&](int index) { return form.points[static_cast<std::size_t>(index)].place; };
+    for (const std::vector<int>& line : form.lines) {
+      auto begin = std::find(line.begin(), line.end(), from);
+      auto end = std::find(line.begin(), line.end(), to);
+      if (begin == line.end() || end == line.end()) continue;
+      if (begin > end) std::swap(begin, end);
+      double length = 0.0;
+      for (; begin != end; ++begin) length += Distance(placeOf(*begin), placeOf(*(begin + 1)));
+      return length;
+    }
+    return Distance(placeOf(from), placeOf(to));
+  }
+
+  /// Between the two points of a width or a length, of the only point of a height.
   static std::optional<double> DesignValue(const SectionView& view, const ViewTarget& target) {
-    const auto placeOf = [&](std::size_t index) -> const SectionPlace* {
-      if (index >= target.points.size() || target.points[index].point < 0) return nullptr;
-      const ViewTarget::Pnt& pnt = target.points[index];
-      return &view.forms[static_cast<std::size_t>(pnt.form)].points[static_cast<std::size_t>(pnt.point)].place;
-    };
-    const SectionPlace* first = placeOf(0);
-    const SectionPlace* second = placeOf(1);
-    if (first == nullptr) return std::nullopt;
-    if (target.item == ViewTarget::Item::Height) return first->height;
-    if (second == nullptr || target.points.size() != 2) return std::nullopt;
-    const double width = std::abs(second->offset - first->offset);
-    if (target.item == ViewTarget::Item::Width) return width;
-    if (target.item != ViewTarget::Item::Length) return std::nullopt;
-    return std::hypot(width, second->height - first->height);
+    const bool isHeight = target.item == ViewTarget::Item::Height;
+    if (target.points.size() != (isHeight ? 1u : 2u)) return std::nullopt;
+    if (std::any_of(target.points.begin(), target.points.end(), [](const auto& pnt) { return pnt.point < 0; })) {
+      return std::nullopt;
+    }
+    const ViewTarget::Pnt& first = target.points.front();
+    const ViewTarget::Pnt& last = target.points.back();
+    const ViewForm& form = view.forms[static_cast<std::size_t>(first.form)];
+    const SectionPlace& from = PlaceOf(view, first);
+    const SectionPlace& to = PlaceOf(view, last);
+    switch (target.item) {
+      case ViewTarget::Item::Height:
+        return from.height;
+      case ViewTarget::Item::Width:
+        return std::abs(to.offset - from.offset);
+      case ViewTarget::Item::Length:
+        return first.form == last.form ? LengthAlong(form, first.point, last.point) : Distance(from, to);
+      case ViewTarget::Item::Other:
+        break;
+    }
+    return std::nullopt;
+  }
+
+  static const SectionPlace& PlaceOf(const SectionView& view, const ViewTarget::Pnt& pnt) {
+    return view.forms[static_cast<std::size_t>(pnt.form)].points[static_cast<std::size_t>(pnt.point)].place;
   }
 
   bool m_edition20;
@@ -661,6 +727,22 @@ SectionView SectionViewer::Of(int set, int section, const std::optional<double>&
   for (const Knowledge::HeldTarget& held : knowledge.targets[static_cast<std::size_t>(section)]) {
     builder.AddTarget(view, *held.target, held.owner);
   }
+  return view;
+}
+
+SectionView SectionViewer::WithoutSection(int set) const {
+  const EditionScope scope(m_document.edition);
+  const VornXSection nowhere;
+  SectionView view;
+  view.set = set;
+  view.section = -1;
+  view.alignment = Utf8(m_document.sets[set].GetRefAlign());
+  const SectionBuilder builder(m_document, nowhere);
+  for (const VornFormCtrlTarget* target : m_knowledge->sets[static_cast<std::size_t>(set)].unplaced) {
+    builder.AddTarget(view, *target, -1);
+  }
+  const int count = static_cast<int>(view.targets.size());
+  if (count > 0) view.notes.push_back({.kind = Note::TargetsWithoutSection, .points = count});
   return view;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,20 @@ struct SectionPlace {
 /// What part of a cross section leads to a point, from the point before it.
 enum class SectionPart { Start, Roadbed, Slope, Berm, Other };
 
+/// The two input values of a point, and how they are read.
+struct ViewInput {
+  enum class Reading {
+    WidthHeight,  ///< x: width in metres, y: height in metres
+    Percent,      ///< x: width in metres, y: grade in percent
+    Rate,         ///< x: height in metres, y: ratio 1:y, the width for each metre of height
+  };
+  Reading reading = Reading::WidthHeight;
+  std::optional<double> x = {};
+  std::optional<double> y = {};
+
+  friend bool operator==(const ViewInput&, const ViewInput&) = default;
+};
+
 /// A point of a build form.
 struct ViewPoint {
   SectionPlace place;
@@ -33,6 +48,7 @@ struct ViewPoint {
   std::string grade;        ///< of the segment from `from`: "-1.5%" on roadbeds and berms, "1:1.5" on slopes
   bool exists = true;       ///< false: a point that the section does not build (beyond a crossing)
   bool isCrossing = false;  ///< the crossing with the existing ground
+  ViewInput values = {};    ///< what `input` says, as exact as the document
 
   friend bool operator==(const ViewPoint&, const ViewPoint&) = default;
 };
@@ -55,6 +71,14 @@ struct ViewForm {
 
   friend bool operator==(const ViewForm&, const ViewForm&) = default;
 };
+
+/// Of two neighbours on a line of a form, by their indices, the one that the line leads to from the start point
+/// outward: points of a side stand in the document in that order, whichever points of the other side stand in between.
+[[nodiscard]] inline int OuterOf(int one, int other) { return std::max(one, other); }
+
+/// The ratio or the grade of the segment between two neighbours on a line, as `ViewPoint::grade`. Where the outer one
+/// is placed from another point, its own grade is that of another segment, and the places tell this one's.
+[[nodiscard]] std::string SegmentGrade(const ViewForm& form, int one, int other);
 
 /// The existing ground, from left to right.
 struct ViewGround {
@@ -84,7 +108,9 @@ struct ViewTarget {
   std::string scope;       ///< target scope; may be empty
   std::string regulation;  ///< target regulation; may be empty
   std::vector<Pnt> points;
-  std::optional<double> designValue;  ///< metres: the width, the elevation or the length that the design has
+  /// Metres: the width, the elevation, or the length along the form that the design has. None for a height of several
+  /// points, each of which has its own.
+  std::optional<double> designValue;
 
   friend bool operator==(const ViewTarget&, const ViewTarget&) = default;
 };
@@ -92,7 +118,7 @@ struct ViewTarget {
 /// A cross section as people look at it: texts in UTF-8, every point at its place.
 struct SectionView {
   int set = 0;                    ///< index of the set in the document
-  int section = 0;                ///< index of the section in the set
+  int section = 0;                ///< index of the section in the set; -1 for what stands in none of them
   std::string alignment;          ///< the alignment that the set refers to; may be empty
   std::string name;               ///< may be empty
   std::optional<double> station;  ///< cumulative distance in metres
@@ -101,6 +127,7 @@ struct SectionView {
   bool isControlSection = false;
   /// Height of the centre line above the datum in metres, where it is known; heights are elevations then.
   std::optional<double> centerHeight;
+  bool isHeightAssumed = false;  ///< nobody told that height: it is taken from where the design ends on the ground
   std::vector<ViewForm> forms;
   std::vector<ViewGround> grounds;  ///< empty where the height of the centre line is not known
   std::vector<ViewTarget> targets;
@@ -126,6 +153,10 @@ class SectionViewer {
   /// heights count from the centre line, and the ground is left out.
   /// @param centerHeight height of the centre line, in metres, where the document does not tell it
   [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
+
+  /// The control targets of a set that no cross section shows, as none of their points is at the station of one.
+  /// Nothing else is in the view.
+  [[nodiscard]] SectionView WithoutSection(int set) const;
 
   /// The station that a text names in a set, in metres: "120", "120.0000", and "No.6", "No.6+0.0000" where the set
   /// counts by numbers. None for any other text.

@@ -24,6 +24,27 @@ namespace vorn_host {
   return "other";
 }
 
+/// What the two input values are: a width and a height, a width and a grade in percent, or a height and the width for
+/// each metre of it.
+[[nodiscard]] constexpr std::string_view WordOf(ViewInput::Reading reading) {
+  switch (reading) {
+    case ViewInput::Reading::Percent:
+      return "width and percent";
+    case ViewInput::Reading::Rate:
+      return "height and rate";
+    case ViewInput::Reading::WidthHeight:
+      break;
+  }
+  return "width and height";
+}
+
+/// Where the height of the centre line comes from: the design or who asks for the view tells it, or it is taken from
+/// where the design ends on the ground. Empty where it is not known.
+[[nodiscard]] inline std::string_view HeightSourceOf(const SectionView& view) {
+  if (!view.centerHeight) return {};
+  return view.isHeightAssumed ? "ground" : "told";
+}
+
 [[nodiscard]] constexpr std::string_view WordOf(FormRole role) {
   switch (role) {
     case FormRole::DesignSurface:

@@ -34,6 +34,15 @@ std::string EnglishText(const ViewNote& note) {
     case Kind::HeightFromGround:
       return "the height of the centre line, " + HeightText(note) +
              ", is taken from where the design ends on the existing ground (within 5 mm)";
+    case Kind::HeightNotAsStored:
+      return "the points are placed from another height of the centre line than that of the section itself, " +
+             HeightText(note);
+    case Kind::WidthsLeftOut:
+      return std::to_string(note.points) + (note.points == 1 ? " width is" : " widths are") +
+             " not drawn, for lack of room";
+    case Kind::TargetsWithoutSection:
+      return std::to_string(note.points) + (note.points == 1 ? " control target stands" : " control targets stand") +
+             " at no cross section";
   }
   return {};
 }
@@ -60,6 +69,12 @@ std::string JapaneseText(const ViewNote& note) {
       return "現況地盤は標高で与えられ、中心線の標高が不明のため省略";
     case Kind::HeightFromGround:
       return "中心線の標高 " + HeightText(note) + " は、設計形状の端部と現況地盤との一致（5 mm 以内）から求めた値";
+    case Kind::HeightNotAsStored:
+      return "構成点の位置は、断面自身の中心線標高 " + HeightText(note) + " とは異なる標高から求めた値";
+    case Kind::WidthsLeftOut:
+      return "幅の寸法 " + std::to_string(note.points) + " 件は、余白がないため省略";
+    case Kind::TargetsWithoutSection:
+      return "管理対象 " + std::to_string(note.points) + " 件は、どの横断面にも属さない";
   }
   return {};
 }

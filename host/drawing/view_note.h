@@ -14,13 +14,16 @@ struct ViewNote {
     FormWithoutCenter,  ///< it does not begin with a centre point, so nobody can tell where it lies
     FormPointsLeftOut,
     GroundPointsLeftOut,
-    GroundTooShort,       ///< fewer than two points
-    GroundWithoutHeight,  ///< it lies at elevations, and the height of the centre line is not known
-    HeightFromGround,     ///< the height of the centre line comes from where the design ends on the ground
+    GroundTooShort,         ///< fewer than two points
+    GroundWithoutHeight,    ///< it lies at elevations, and the height of the centre line is not known
+    HeightFromGround,       ///< the height of the centre line comes from where the design ends on the ground
+    HeightNotAsStored,      ///< the points stand at another height of the centre line than the section itself tells
+    WidthsLeftOut,          ///< width dimensions that found no room
+    TargetsWithoutSection,  ///< control targets of which no point is at the station of a cross section
   };
   Kind kind = Kind::FormWithoutPoints;
   std::string name = {};  ///< of the form or the ground; may be empty
-  int points = 0;         ///< how many are left out
+  int points = 0;         ///< how many points, dimensions or control targets it is about
   double height = 0.0;    ///< of the centre line, in metres
 
   friend bool operator==(const ViewNote&, const ViewNote&) = default;

@@ -140,6 +140,15 @@ TEST(SheetGrid, TakesTheSmallestScale) {
   EXPECT_EQ(GridOf(sections).Scale(), 500.0);
 }
 
+TEST(SheetGrid, KeepsItsScaleForASectionWithALongName) {
+  SectionView named = HandMadeView();
+  named.name = std::string(400, 'N');
+  SheetGrid grid;
+  for (const SectionView& view : {HandMadeView(), named}) grid.Add(view, Draw(view));
+  EXPECT_TRUE(grid.HasOneScale());
+  EXPECT_EQ(grid.Scale(), Draw(HandMadeView()).scale);
+}
+
 TEST(SheetGrid, NumbersTheSheets) {
   EXPECT_EQ(GridOf(Many(3)).NameOf(2), "S0003");
   EXPECT_EQ(GridOf(Many(12)).NameOf(11), "S0012");

@@ -91,6 +91,23 @@ TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
   }
 }
 
+TEST_F(ExportCommand, RefusesAnEmptyFileName) {
+  ExpectFailure({"export", Sample("road-4.1.xml"), "-o", "", "--format", "csv"},
+                HasSubstr("the name of the file is empty"));
+}
+
+TEST_F(ExportCommand, KeepsTargetsThatStandAtNoSection) {
+  const std::string design =
+      Design(DesignXml(SectionXml("20.0000", FillForm("S")) + WidthXml("30.0000", "S", "L1", "R1")));
+  const std::string out = Path("targets.csv");
+  EXPECT_THAT(Output({"export", design, "-o", out, "--what", "targets"}),
+              HasSubstr("set 1: 1 control target stands at no cross section"));
+  EXPECT_THAT(ReadAll(out), HasSubstr("S L1 at station 30.0000"));
+  EXPECT_THAT(Vorn({"export", design, "--format", "geojson"}).out, HasSubstr("S L1 at station 30.0000"));
+  EXPECT_THAT(Output({"export", design, "-o", Path("x.dxf")}),
+              HasSubstr("1 control target stands at no cross section"));
+}
+
 TEST_F(ExportCommand, NeverReplacesTheDesign) {
   const std::string design = Design(OneSection(FillForm()));
   const std::string before = ReadAll(design);

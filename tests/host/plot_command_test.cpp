@@ -81,6 +81,13 @@ TEST_F(PlotCommand, NamesTheNearestStations) {
   }
 }
 
+TEST_F(PlotCommand, AdvisesAStationAsTheDesignCounts) {
+  ExpectFailure({"plot", Road(), "--station", "x"}, HasSubstr("or as the document counts (No.0+0.0000)"));
+  const std::string inMetres = Design({{"A", "20.0000"}, {"B", "40.0000"}});
+  ExpectFailure({"plot", inMetres, "--station", "No.1"},
+                AllOf(HasSubstr("a station is told in metres"), Not(HasSubstr("counts"))));
+}
+
 TEST_F(PlotCommand, AsksWhichOneWhereSeveralCouldBeMeant) {
   ExpectFailure({"plot", Road()}, HasSubstr("there are 10 cross sections: choose one with --station"));
   const std::string design = Design({{"A", "20.0000"}, {"A", "40.0000"}});
@@ -113,6 +120,7 @@ TEST_F(PlotCommand, RefusesMisuse) {
     }
   }
   ExpectFailure({"plot", Road(), "--index", "1", "--language", "fr"}, HasSubstr("--language"));
+  ExpectFailure({"plot", Road(), "--index", "1", "-o", ""}, HasSubstr("the name of the file is empty"));
   ExpectFailure({"plot", Road(), "--index", "1", "--json"}, HasSubstr("--output"));
 }
 

@@ -91,6 +91,10 @@ TEST_F(ReportCommand, ReplacesWhatCodePage932CannotHoldOnlyWhenAsked) {
   EXPECT_EQ(Report(Path("in.xml"), {"--lossy"}).sections[0]["forms"][0]["name"], "〓");
 }
 
+TEST_F(ReportCommand, RefusesAnEmptyFileName) {
+  ExpectFailure({"report", Sample("road-4.1.xml"), "-o", ""}, HasSubstr("the name of the file is empty"));
+}
+
 TEST_F(ReportCommand, NeverTakesThePlaceOfTheDesign) {
   const std::string design = ReadAll(Sample("road-4.1.xml"));
   WriteAll(Path("in.xml"), design);

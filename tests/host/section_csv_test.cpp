@@ -66,7 +66,9 @@ std::vector<std::map<std::string, std::string>> TableRows(std::string_view text)
 }
 
 TEST(SectionCsv, HasARowForEachPoint) {
-  const auto rows = TableRows(TableOf(HandMadeView(), CsvContent::Points));
+  SectionView view = HandMadeView();
+  view.forms[0].points[2].values = {ViewInput::Reading::Rate, -4.0, 1.500000004};
+  const auto rows = TableRows(TableOf(view, CsvContent::Points));
   ASSERT_THAT(rows, SizeIs(4));
   const std::map<std::string, std::string> expected = {{"set", "1"},
                                                        {"section", "3"},
@@ -77,6 +79,7 @@ TEST(SectionCsv, HasARowForEachPoint) {
                                                        {"behind_change", "false"},
                                                        {"control_section", "false"},
                                                        {"center_height", "62.5"},
+                                                       {"center_height_source", "told"},
                                                        {"form", "1"},
                                                        {"form_name", "盛土面"},
                                                        {"xsect_type", "盛土工"},
@@ -89,6 +92,9 @@ TEST(SectionCsv, HasARowForEachPoint) {
                                                        {"offset", "-9.5"},
                                                        {"height", "58.45"},
                                                        {"input", "-4.000 m, 1:1.500"},
+                                                       {"input_x", "-4"},
+                                                       {"input_y", "1.500000004"},
+                                                       {"input_reading", "height and rate"},
                                                        {"grade", "1:1.5"},
                                                        {"exists", "true"},
                                                        {"crossing", "true"}};
@@ -153,6 +159,36 @@ TEST(SectionCsv, LeavesWhatIsNotKnownEmpty) {
   EXPECT_EQ(rows[0]["height"], "");
 }
 
+TEST(SectionCsv, TellsWhereTheHeightComesFrom) {
+  SectionView view = HandMadeView();
+  view.isHeightAssumed = true;
+  EXPECT_EQ(TableRows(TableOf(view, CsvContent::Ground))[0]["center_height_source"], "ground");
+  view.isHeightAssumed = false;
+  EXPECT_EQ(TableRows(TableOf(view, CsvContent::Ground))[0]["center_height_source"], "told");
+  view.centerHeight.reset();
+  EXPECT_EQ(TableRows(TableOf(view, CsvContent::Ground))[0]["center_height_source"], "");
+}
+
+TEST(SectionCsv, TakesANegativeStationForANumber) {
+  SectionView view = HandMadeView();
+  view.station = -20.0;
+  view.stationText = "-20.0000";
+  EXPECT_EQ(TableRows(TableOf(view, CsvContent::Points))[0]["station_text"], "-20.0000");
+}
+
+TEST(SectionCsv, HasARowForATargetWithoutASection) {
+  SectionView view;
+  view.section = -1;
+  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  auto rows = TableRows(TableOf(view, CsvContent::Targets));
+  ASSERT_THAT(rows, SizeIs(1));
+  EXPECT_EQ(rows[0]["set"], "1");
+  for (const char* column : {"section", "station", "station_text", "behind_change", "control_section", "offset"}) {
+    EXPECT_EQ(rows[0][column], "") << column;
+  }
+  EXPECT_EQ(rows[0]["point_name"], "S L1 at station 30.0000");
+}
+
 TEST(SectionCsv, BeginsWithAByteOrderMarkOnRequest) {
   EXPECT_THAT(TableOf(HandMadeView(), CsvContent::Points), StartsWith("set,section,"));
   EXPECT_THAT(TableOf(HandMadeView(), CsvContent::Points, true), StartsWith("\xEF\xBB\xBFset,section,"));
@@ -198,10 +234,8 @@ TEST(SectionCsv, TakesNumbersAndItsOwnWordsAsTheyAre) {
 TEST(SectionCsv, KeepsHostileNamesApartFromFormulas) {
   SectionView view = HandMadeView();
   view.forms[0].name = "=HYPERLINK(\"http://x\",\"y\")";
-  view.stationText = "@x";
   auto rows = TableRows(TableOf(view, CsvContent::Points));
   EXPECT_EQ(rows[0]["form_name"], "'=HYPERLINK(\"http://x\",\"y\")");
-  EXPECT_EQ(rows[0]["station_text"], "'@x");
 }
 
 }  // namespace

@@ -69,6 +69,40 @@ TEST(SectionGeoJson, HasAFeatureForTheSection) {
   EXPECT_EQ(properties["notes"], Json::array({"form S has no points"}));
 }
 
+TEST(SectionGeoJson, TellsWhereTheHeightComesFrom) {
+  SectionView view = HandMadeView();
+  const auto source = [&] { return FeaturesOf(view, "section").at(0)["properties"]["centerHeightSource"]; };
+  EXPECT_EQ(source(), "told");
+  view.isHeightAssumed = true;
+  EXPECT_EQ(source(), "ground");
+  view.centerHeight.reset();
+  EXPECT_EQ(source(), nullptr);
+}
+
+TEST(SectionGeoJson, HasTheInputValuesAsNumbers) {
+  SectionView view = HandMadeView();
+  view.forms[0].points[2].values = {ViewInput::Reading::Rate, -4.0, 1.500000004};
+  view.forms[0].points[1].values = {ViewInput::Reading::Percent, 3.5, {}};
+  const Json points = FeaturesOf(view, "form").at(0)["properties"]["points"];
+  EXPECT_EQ(points[0]["inputX"], -4.0);
+  EXPECT_EQ(points[0]["inputY"], 1.500000004);
+  EXPECT_EQ(points[0]["inputReading"], "height and rate");
+  EXPECT_EQ(points[1]["inputY"], nullptr);
+  EXPECT_EQ(points[1]["inputReading"], "width and percent");
+  EXPECT_EQ(points[2]["inputReading"], "width and height");
+}
+
+TEST(SectionGeoJson, HasAFeatureForATargetWithoutASection) {
+  SectionView view;
+  view.section = -1;
+  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  const Json features = CollectionOf({view})["features"];
+  ASSERT_EQ(features.size(), 1u) << "no feature for a section that is not there";
+  EXPECT_EQ(features[0]["geometry"], nullptr);
+  EXPECT_EQ(features[0]["properties"]["section"], nullptr);
+  EXPECT_EQ(features[0]["properties"]["points"][0]["height"], nullptr);
+}
+
 TEST(SectionGeoJson, TellsHeightsAboveTheCentreLine) {
   SectionView view = HandMadeView();
   view.centerHeight.reset();

@@ -269,6 +269,31 @@ TEST(SectionViewTexts, TellTheGradesOfSlopesAsRatiosAndOthersInPercent) {
   EXPECT_EQ(PointAt(form, "R5").grade, "1:2.0");
 }
 
+TEST(SectionViewTexts, TellTheSegmentWhereTheSidesAlternate) {
+  const std::string form = FormXml("S", kFillType,
+                                   CenterXml() + PartXml("L1", 'L', "Roadbed(Fill)", "Percent", "3.5000 -2.000") +
+                                       PartXml("R1", 'R', "Roadbed(Fill)", "Percent", "3.5000 -2.000") +
+                                       PartXml("L2", 'L', "Slope(Fill)", "Rate", "-4.0000 1.500") +
+                                       PartXml("R2", 'R', "Slope(Fill)", "Rate", "-4.0000 1.500"));
+  const SectionView view = ViewOfText(OneSection(form));
+  const ViewForm& shown = view.forms.at(0);
+  EXPECT_THAT(LineCodes(shown, 0), ElementsAre("L2", "L1", "CL", "R1", "R2"));
+  ExpectPlace(PointAt(shown, "L2"), -6.0, -4.0);
+  EXPECT_EQ(PointAt(shown, "L2").from, 0) << "each run of points of a side is placed from the start point";
+  const auto indexOf = [&](const char* code) { return static_cast<int>(&PointAt(shown, code) - shown.points.data()); };
+  EXPECT_EQ(vorn_host::OuterOf(indexOf("L2"), indexOf("L1")), indexOf("L2"));
+  EXPECT_EQ(vorn_host::SegmentGrade(shown, indexOf("L1"), indexOf("CL")), "-2.0%");
+  EXPECT_EQ(vorn_host::SegmentGrade(shown, indexOf("L2"), indexOf("L1")), "1:0.636") << "2.5 m to 3.93 m";
+}
+
+TEST(SectionViewTexts, HaveTheInputValuesAsNumbersToo) {
+  const SectionView view = ViewOfText(OneSection(SlopedForm()));
+  using Reading = vorn_host::ViewInput::Reading;
+  EXPECT_EQ(PointAt(view.forms.at(0), "L1").values, (vorn_host::ViewInput{Reading::Percent, 3.5, -2.0}));
+  EXPECT_EQ(PointAt(view.forms[0], "L2").values, (vorn_host::ViewInput{Reading::Rate, -4.0, 1.5}));
+  EXPECT_EQ(PointAt(view.forms[0], "CL").values, (vorn_host::ViewInput{Reading::WidthHeight, 0.0, 0.0}));
+}
+
 TEST(SectionViewTexts, KeepEveryDecimalOfTheDocument) {
   const SectionView view = ViewOfText(
       OneSection(FormXml("S", kFillType, CenterXml() + PointXml("L1", 'L', "WidthHeight", "3.5005 -0.0006"))));
@@ -358,9 +383,22 @@ TEST(SectionViewHeight, IsThatOfTheDocumentFirst) {
   ExpectPlace(view.forms[0].points[0], 0.0, 62.5);
 }
 
+TEST(SectionViewHeight, IsTheOneThatThePointsStandAt) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  Place(document, 62.5);
+  SectionOf(document).SetHeight(12.0);
+  const SectionView view = ViewOf(document, 0, 0);
+  EXPECT_EQ(view.centerHeight, 62.5);
+  ExpectPlace(view.forms.at(0).points.at(0), 0.0, 62.5);
+  EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("than that of the section itself, 12.000 m")));
+  SectionOf(document).SetHeight(62.5);
+  EXPECT_THAT(ViewOf(document, 0, 0).notes, IsEmpty());
+}
+
 TEST(SectionViewHeight, IsTheOneGivenOtherwise) {
   const SectionView view = ViewOfText(OneSection(FillForm() + FlatGround("96.0000")), 100.0);
   EXPECT_EQ(view.centerHeight, 100.0);
+  EXPECT_FALSE(view.isHeightAssumed);
   ExpectPlace(PointAt(view.forms[0], "L2"), -9.5, 95.93);
   ASSERT_THAT(view.grounds, SizeIs(1));
   EXPECT_EQ(view.grounds[0].name, "ground");
@@ -375,6 +413,7 @@ TEST(SectionViewHeight, IsFoundWhereBothSlopesEndOnTheGround) {
   const std::string ground = GroundXml({"-50.0000 97.0000", "0.0000 97.0000", "2.0000 96.0000", "50.0000 96.0000"});
   const SectionView view = ViewOfText(OneSection(form + ground));
   EXPECT_EQ(view.centerHeight, 100.0);
+  EXPECT_TRUE(view.isHeightAssumed);
   EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("the height of the centre line, 100.000 m, is taken from")));
   EXPECT_TRUE(PointAt(view.forms[0], "L1").isCrossing);
   EXPECT_TRUE(PointAt(view.forms[0], "R1").isCrossing);
@@ -439,7 +478,7 @@ TEST(SectionViewGround, TellsWhatItLeavesOut) {
 
 TEST(SectionViewTargets, MeasureWidthHeightAndLength) {
   const std::string targets = WidthXml("20.0000", "S", "L1", "R1") +
-                              TargetXml("Height", "20.0000", "TargetPnt", {{"S", "CL"}, {"S", "R1"}}) +
+                              TargetXml("Height", "20.0000", "TargetPnt", {{"S", "R1"}}) +
                               TargetXml("SlopeLength", "20.0000", "Shoulder Toe", {{"S", "L1"}, {"S", "L2"}}) +
                               TargetXml("Thickness", "20.0000", "TargetPnt", {{"S", "L1"}, {"S", "R1"}});
   const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + targets), 100.0);
@@ -456,12 +495,49 @@ TEST(SectionViewTargets, MeasureWidthHeightAndLength) {
   EXPECT_EQ(width.points[0].point, 1);
   EXPECT_EQ(width.points[1].point, 3);
   EXPECT_NEAR(width.designValue.value(), 7.0, kTiny);
-  EXPECT_NEAR(view.targets[1].designValue.value(), 100.0, kTiny);
+  EXPECT_NEAR(view.targets[1].designValue.value(), 99.93, kTiny);
   EXPECT_EQ(view.targets[2].item, ViewTarget::Item::Length);
   EXPECT_NEAR(view.targets[2].designValue.value(), std::hypot(6.0, 4.0), kTiny);
   EXPECT_EQ(view.targets[3].item, ViewTarget::Item::Other);
   EXPECT_EQ(view.targets[3].itemText, "Thickness");
   EXPECT_EQ(view.targets[3].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
+  const std::string target = TargetXml("Height", "20.0000", "TargetPnt", {{"S", "CL"}, {"S", "R1"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target), 100.0);
+  ASSERT_THAT(view.targets.at(0).points, SizeIs(2));
+  EXPECT_EQ(view.targets[0].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, MeasureLengthsAlongTheForm) {
+  const std::string target = TargetXml("SlopeLength", "20.0000", "Shoulder Toe", {{"S", "L2"}, {"S", "CL"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target));
+  EXPECT_NEAR(view.targets.at(0).designValue.value(), std::hypot(3.5, 0.07) + std::hypot(6.0, 4.0), kTiny);
+}
+
+TEST(SectionViewTargets, AreNotLostWithoutASection) {
+  DesignDocument document = DocumentOf(Edition::V41, {Section(20.0, {RoadForm("S")})});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(20.0, "S", {"L1", "R1"}));
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(30.0, "S", {"L1", "R1"}));
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(30.0, "S", {}));
+  const SectionViewer viewer(document);
+  EXPECT_THAT(viewer.Of(0, 0).targets, SizeIs(1));
+  const SectionView without = viewer.WithoutSection(0);
+  EXPECT_EQ(without.section, -1);
+  EXPECT_THAT(NotesOf(without), ElementsAre("2 control targets stand at no cross section"));
+  ASSERT_THAT(without.targets, SizeIs(2)) << "one at a station without a section, and one without points";
+  EXPECT_EQ(without.targets[0].points.at(0).name, "S L1 at station 30.0000");
+  EXPECT_EQ(without.targets[0].points.at(0).point, -1);
+  EXPECT_EQ(without.targets[0].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, OfAFormStandThereWhereNoSectionIsAtTheirStations) {
+  VornBuildForm form = RoadForm("S");
+  form.GetFormCtrlTargetArray().Add(TargetOn(30.0, "S", {"L1", "R1"}));
+  const DesignDocument document = DocumentOf(Edition::V41, {Section(20.0, {form})});
+  EXPECT_THAT(SectionViewer(document).Of(0, 0).targets, SizeIs(1));
+  EXPECT_THAT(SectionViewer(document).WithoutSection(0).targets, IsEmpty());
 }
 
 TEST(SectionViewTargets, ReadTheCodesOfEditionTwo) {

@@ -16,9 +16,10 @@ using vorn_host::NoteText;
 using vorn_host::ViewNote;
 using Kind = ViewNote::Kind;
 
-constexpr Kind kKinds[] = {Kind::FormWithoutPoints,   Kind::FormOutOfReach,      Kind::FormWithoutCenter,
-                           Kind::FormPointsLeftOut,   Kind::GroundPointsLeftOut, Kind::GroundTooShort,
-                           Kind::GroundWithoutHeight, Kind::HeightFromGround};
+constexpr Kind kKinds[] = {Kind::FormWithoutPoints,   Kind::FormOutOfReach,       Kind::FormWithoutCenter,
+                           Kind::FormPointsLeftOut,   Kind::GroundPointsLeftOut,  Kind::GroundTooShort,
+                           Kind::GroundWithoutHeight, Kind::HeightFromGround,     Kind::HeightNotAsStored,
+                           Kind::WidthsLeftOut,       Kind::TargetsWithoutSection};
 
 TEST(ViewNote, HasItsOwnWordsForEveryKindInBothLanguages) {
   for (const Language language : {Language::English, Language::Japanese}) {
@@ -46,6 +47,14 @@ TEST(ViewNote, CountsPoints) {
             "existing ground G: 2 points are left out, for lack of a value or out of reach");
   EXPECT_EQ(NoteText({Kind::GroundPointsLeftOut, "G", 2}, Language::Japanese),
             "現況地盤「G」の点のうち 2 点は、値がないか範囲外のため省略");
+}
+
+TEST(ViewNote, CountsDimensionsAndTargets) {
+  EXPECT_EQ(NoteText({Kind::WidthsLeftOut, "", 1}, Language::English), "1 width is not drawn, for lack of room");
+  EXPECT_EQ(NoteText({Kind::TargetsWithoutSection, "", 2}, Language::English),
+            "2 control targets stand at no cross section");
+  EXPECT_EQ(NoteText({Kind::TargetsWithoutSection, "", 2}, Language::Japanese),
+            "管理対象 2 件は、どの横断面にも属さない");
 }
 
 TEST(ViewNote, TellsHeightsToTheMillimetre) {
