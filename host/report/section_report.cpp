@@ -121,12 +121,6 @@ Json Differences(const Json& drawing, const Json& other) {
 
 // --- the section -----------------------------------------------------------------------------------------------------
 
-/// Nobody told the height of the centre line: what stands on it is no fact.
-bool IsHeightAssumed(const SectionView& view) {
-  return std::any_of(view.notes.begin(), view.notes.end(),
-                     [](const ViewNote& note) { return note.kind == ViewNote::Kind::HeightFromGround; });
-}
-
 /// Null for a point that has no place: the indices of the others stay.
 Json ToJson(const ViewPoint& point, const Sheet& sheet) {
   if (!IsFinite(point.place)) return nullptr;
@@ -201,7 +195,7 @@ Json ToJson(const SectionReport& report) {
   Json findings = Json::array();
   for (const Finding& finding : report.findings) findings.push_back(ToJson(finding));
   return {{"centerHeight", Metres(view.centerHeight)},
-          {"isHeightAssumed", IsHeightAssumed(view)},
+          {"isHeightAssumed", view.isHeightAssumed},
           {"isControlSection", view.isControlSection},
           {"drawing", std::move(drawing)},
           {"japanese", std::move(japanese)},

@@ -230,7 +230,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
 TEST(SectionReportJson, TellsWhetherTheHeightIsOnlyAssumed) {
   SectionReport report = ReportOf(EmptyDrawing());
   EXPECT_EQ(JsonOf(report)["isHeightAssumed"], false);
-  report.view.notes = {{.kind = ViewNote::Kind::HeightFromGround, .height = 10.0}};
+  report.view.isHeightAssumed = true;
   EXPECT_EQ(JsonOf(report)["isHeightAssumed"], true);
 }
 
