@@ -71,6 +71,7 @@ def start_browser(language="en"):
     for argument in (
         "--headless=new", "--no-sandbox", "--disable-dev-shm-usage", "--disable-gpu", "--window-size=1400,1000",
         "--force-device-scale-factor=1", "--disable-background-networking", "--no-first-run", f"--lang={language}",
+        "--disable-smooth-scrolling",  # a key that comes while something scrolls starts from wherever it is
         f"--user-data-dir={tempfile.mkdtemp(dir=work.name)}",
     ):  # fmt: skip
         options.add_argument(argument)
@@ -217,8 +218,9 @@ class Sections(PageTest):
             (Keys.ARROW_DOWN, lambda: scrolled() > 0), (Keys.HOME, lambda: scrolled() == 0),
             (Keys.PAGE_DOWN, lambda: scrolled() > 50), (Keys.END, lambda: scrolled() > 100),
         ):  # fmt: skip
-            self.keys(key)
-            self.wait(is_there)
+            with self.subTest(key=key):
+                self.keys(key)
+                self.wait(is_there)
         self.assertEqual(self.chosen(), "No.0+0.0000")
         self.one("#tab-findings").click()
         self.run_script("document.querySelector('#panel-findings').focus()")
