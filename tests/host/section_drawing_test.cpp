@@ -314,8 +314,9 @@ TEST(SectionDrawingLabels, TellCodesAndGrades) {
 }
 
 TEST(SectionDrawingLabels, BelongToTheirPoints) {
-  const SectionDrawing drawing = Draw(RoadView());
-  for (const ViewPoint& point : RoadView().forms[0].points) {
+  const SectionView view = RoadView();
+  const SectionDrawing drawing = Draw(view);
+  for (const ViewPoint& point : view.forms[0].points) {
     if (point.code == "CL") continue;
     const DrawnText code = TextOf(drawing, DrawingKind::Code, point.code);
     EXPECT_EQ(code.place, point.place) << "what keeps them apart is told in millimetres";
