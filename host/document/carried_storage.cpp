@@ -78,8 +78,6 @@ void ForEachWord(std::string_view text, Read&& read) {
   }
 }
 
-constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
-
 /// Whether a text can be the name of an element or attribute, as far as the parser that reads documents distinguishes:
 /// what came through it once does so again.
 bool IsXmlName(std::string_view text) {
@@ -215,9 +213,9 @@ class Loader {
     const bool isElement = node.type() == pugi::node_element;
     if (item.place != CarriedItem::Place::InElement) {
       if (isElement || IsText(node)) Damaged("only comments and instructions may stand outside the root");
-    } else if (isElement && Contains(ChildrenOf(item.parent), node.name())) {
+    } else if (isElement && Contains(Below(item.parent).children, node.name())) {
       Damaged("the element " + std::string(node.name()) + " belongs to the design where an item stands");
-    } else if (IsText(node) && HoldsText(item.parent)) {
+    } else if (IsText(node) && Below(item.parent).hasText) {
       Damaged("the text of " + std::string(item.parent.back().tag) + " belongs to the design");
     }
     RequireFit(node, static_cast<int>(item.parent.size()) + 1);
@@ -280,18 +278,10 @@ class Loader {
     return number;
   }
 
-  /// The elements that the library models below another: whether it reads the points of control targets depends on the
-  /// edition.
-  [[nodiscard]] std::span<const std::string_view> ChildrenOf(const ElementPath& parent) const {
-    if (parent.empty()) return kRootChildren;
-    if (m_edition20 && parent.back().tag == kTarget) return {};
-    return FindKnownElement(parent.back().tag)->children;
-  }
-
-  /// Whether the library models the text of an element; that of control targets in edition 2.0 only.
-  [[nodiscard]] bool HoldsText(const ElementPath& parent) const {
-    if (parent.empty()) return false;
-    return parent.back().tag == kTarget ? m_edition20 : FindKnownElement(parent.back().tag)->hasText;
+  /// What the library models in the element that holds an item; the root holds elements only.
+  [[nodiscard]] KnownBelow Below(const ElementPath& parent) const {
+    if (parent.empty()) return {kRootChildren, false};
+    return BelowOf(*FindKnownElement(parent.back().tag), m_edition20);
   }
 
   /// Every step has to be a child of the one before it, and so have the siblings: whoever looks for the place relies on
