@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 
 using vorn_host::DesignDocument;
 
@@ -14,13 +14,7 @@ namespace {
 DesignDocument MakeDocument(int sections) {
   vorn_host::SampleOptions options;
   options.sections = sections;
-  vorn_host::SampleDesign design = vorn_host::MakeSampleDesign(options);
-  DesignDocument document;
-  document.fileInfos = std::move(design.fileInfos);
-  document.structureType = std::move(design.structureType);
-  document.hasStructureType = true;
-  document.sets = std::move(design.sets);
-  return document;
+  return vorn_host::ToDocument(vorn_host::MakeSampleDesign(options));
 }
 
 std::filesystem::path ScratchFolder() { return std::filesystem::path(VORN_BENCH_SCRATCH); }

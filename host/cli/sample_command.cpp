@@ -12,7 +12,7 @@
 #include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
 #include "host/project/design_file.h"
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 
 namespace vorn_cli {
 
@@ -46,14 +46,10 @@ StoredSummary WriteSample(const SampleCommandOptions& options) {
   const Edition edition = options.edition.value_or(Edition::V41);
   Progress progress(options.sample.sections >= kLongDesign);
   // Making the design takes about a fifth of the time, writing it the rest.
-  vorn_host::SampleDesign design = vorn_host::MakeSampleDesign(
-      options.sample, [&](int done, int total) { progress.Show("making cross sections", done, total * 5); });
   DesignFile file;
   DesignDocument& document = file.design;
-  document.fileInfos = std::move(design.fileInfos);
-  document.structureType = std::move(design.structureType);
-  document.hasStructureType = true;
-  document.sets = std::move(design.sets);
+  document = vorn_host::ToDocument(vorn_host::MakeSampleDesign(
+      options.sample, [&](int done, int total) { progress.Show("making cross sections", done, total * 5); }));
   // A design is made in terms of the later editions; only towards 2.0 there is something to convert.
   document.edition = vorn_host::IsEdition20(edition) ? Edition::V41 : edition;
   vorn_host::ConvertEdition(document, edition, options.out);

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "host/document/atomic_file.h"
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 #include "tests/host/documents.h"
 #include "tests/host/temporary_directory.h"
 
@@ -39,13 +39,8 @@ DesignDocument SampleDocument(Edition edition, SampleKind kind = SampleKind::Roa
   SampleOptions options;
   options.sections = 6;
   options.kind = kind;
-  SampleDesign design = MakeSampleDesign(options);
-  DesignDocument document;
+  DesignDocument document = ToDocument(MakeSampleDesign(options));
   document.edition = edition;
-  document.fileInfos = design.fileInfos;
-  document.structureType = design.structureType;
-  document.hasStructureType = true;
-  document.sets = design.sets;
   return document;
 }
 

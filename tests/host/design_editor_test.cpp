@@ -11,7 +11,7 @@
 
 #include "host/document/document_check.h"
 #include "host/document/edition_conversion.h"
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 #include "tests/host/editing.h"
 
 namespace vorn_host {
@@ -1163,13 +1163,8 @@ TEST(Editor, TellsTheSectionsOfAChangeOfShapeApart) {
 DesignDocument Road(int sections) {
   SampleOptions options;
   options.sections = sections;
-  SampleDesign design = MakeSampleDesign(options);
-  DesignDocument document;
+  DesignDocument document = ToDocument(MakeSampleDesign(options));
   document.edition = Edition::V41;
-  document.fileInfos = design.fileInfos;
-  document.structureType = design.structureType;
-  document.hasStructureType = true;
-  document.sets = design.sets;
   return document;
 }
 

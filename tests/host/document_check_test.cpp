@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/document/edition_conversion.h"
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 #include "tests/host/documents.h"
 
 namespace vorn_host {
@@ -77,12 +77,7 @@ TEST_P(CleanDocuments, AreTheSamples) {
   for (const SampleKind kind : {SampleKind::Road, SampleKind::River, SampleKind::Farm}) {
     SampleOptions options;
     options.kind = kind;
-    SampleDesign design = MakeSampleDesign(options);
-    DesignDocument document;
-    document.fileInfos = design.fileInfos;
-    document.structureType = design.structureType;
-    document.hasStructureType = true;
-    document.sets = design.sets;
+    DesignDocument document = ToDocument(MakeSampleDesign(options));
     ConvertEdition(document, GetParam());
     EXPECT_THAT(CheckDocument(document), Each(Field(&Finding::severity, Severity::Note)));
   }

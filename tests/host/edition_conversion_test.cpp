@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 #include "tests/host/documents.h"
 
 namespace vorn_host {
@@ -365,12 +365,7 @@ DesignDocument Generated(SampleKind kind, std::uint64_t seed) {
   options.sections = 25;
   options.kind = kind;
   options.seed = seed;
-  SampleDesign design = MakeSampleDesign(options);
-  DesignDocument document;
-  document.fileInfos = design.fileInfos;
-  document.structureType = design.structureType;
-  document.hasStructureType = true;
-  document.sets = design.sets;
+  DesignDocument document = ToDocument(MakeSampleDesign(options));
   return ThroughBytes(std::move(document));
 }
 

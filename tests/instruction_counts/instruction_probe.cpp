@@ -14,7 +14,7 @@
 
 #include "host/document/design_document.h"
 #include "host/document/edition.h"
-#include "host/sample/sample_design.h"
+#include "host/sample/sample_document.h"
 #include "vorn/platform/carchive.h"
 #include "vorn/platform/cfile.h"
 
@@ -28,13 +28,7 @@ constexpr const char* kStoreVersion = "06.00";
 DesignDocument MakeDocument() {
   vorn_host::SampleOptions options;
   options.sections = kSections;
-  vorn_host::SampleDesign design = vorn_host::MakeSampleDesign(options);
-  DesignDocument document;
-  document.fileInfos = std::move(design.fileInfos);
-  document.structureType = std::move(design.structureType);
-  document.hasStructureType = true;
-  document.sets = std::move(design.sets);
-  return document;
+  return vorn_host::ToDocument(vorn_host::MakeSampleDesign(options));
 }
 
 std::string Write(DesignDocument& document) {
