@@ -51,7 +51,7 @@ File Open(const fs::path& place, const char* mode, const fs::path& path, const c
 std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path& path) {
   constexpr std::size_t kStep = std::size_t{1} << 20;
   std::string content;
-  content.reserve(expectedSize + 1);
+  content.reserve(expectedSize + kStep);  // the last step finds the end, and must not move what is there
   while (true) {
     const std::size_t former = content.size();
     content.resize(former + kStep);

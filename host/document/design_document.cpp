@@ -7,6 +7,7 @@
 #include <cstring>
 #include <future>
 #include <pugixml.hpp>
+#include <thread>
 #include <utility>
 
 #include "host/document/atomic_file.h"
@@ -230,8 +231,8 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
 }
 
 /// Hands the modelled elements below the root to the library. Gives the tag of one that it cannot read, or nothing.
-std::string ReadModel(DesignDocument& document, pugi::xml_node root, TextProblems& problems) {
-  XmlCursor cursor(root, problems);
+std::string ReadModel(DesignDocument& document, pugi::xml_node root, TextProblems& problems, int threads) {
+  XmlCursor cursor(root, problems, threads);
   if (!cursor.Child()) return {};
   do {
     const std::string_view tag = cursor.Element().name();
@@ -354,13 +355,15 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   const EditionScope scope(document.edition);
   const bool edition20 = VornSchema::Instance().IsVer2();
   DocumentScan scan;
-  // Neither changes the tree: a large document is looked over and read at the same time.
+  // Nothing changes the tree: a large document is looked over and read at the same time.
   constexpr std::size_t kWorthAThread = 1'000'000;
-  const auto policy = source.text.size() < kWorthAThread ? std::launch::deferred : std::launch::async;
+  const bool large = source.text.size() >= kWorthAThread;
+  const auto policy = large ? std::launch::async : std::launch::deferred;
+  const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
   std::future<DocumentFault> scanned =
       std::async(policy | std::launch::deferred, [&] { return ScanDocument(tree, source.lines, edition20, scan); });
   TextProblems problems;
-  const std::string unreadable = ReadModel(document, root, problems);
+  const std::string unreadable = ReadModel(document, root, problems, threads);
   if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
     source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
   }

@@ -85,6 +85,11 @@ struct TextProblems {
     if (!first) first = Problem{std::move(what), offset};
     ++count;
   }
+  /// Adds those of a text that follows.
+  void Append(TextProblems&& following) {
+    if (!first) first = std::move(following.first);
+    count += following.count;
+  }
 };
 
 /// Text of the model as UTF-8 for a document: the text itself where it is ASCII, otherwise converted into `buffer`.

@@ -1,6 +1,12 @@
 #include "host/document/xml_cursor.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <future>
+#include <utility>
+#include <vector>
 
 #include "host/document/element_knowledge.h"
 #include "host/document/text_encoding.h"
@@ -58,7 +64,8 @@ std::optional<std::string_view> ElementText(pugi::xml_node element, std::string&
   return content.empty() ? std::nullopt : std::optional(content);
 }
 
-XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems) : m_element(element), m_problems(&problems) {}
+XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems, int threads)
+    : m_element(element), m_problems(&problems), m_threads(threads) {}
 
 // --- moves ---------------------------------------------------------------------------------------------------------
 
@@ -74,11 +81,14 @@ bool XmlCursor::Child() {
   return MoveTo(child);
 }
 
-bool XmlCursor::NextSibling() {
-  pugi::xml_node sibling = m_element.next_sibling();
+/// The next sibling element; null at the end.
+pugi::xml_node XmlCursor::NextOf(pugi::xml_node element) const {
+  pugi::xml_node sibling = element.next_sibling();
   while (sibling && !IsElement(sibling)) sibling = sibling.next_sibling();
-  return MoveTo(sibling);
+  return sibling == m_end ? pugi::xml_node() : sibling;
 }
+
+bool XmlCursor::NextSibling() { return MoveTo(NextOf(m_element)); }
 
 bool XmlCursor::PrevSibling() {
   pugi::xml_node sibling = m_element.previous_sibling();
@@ -108,12 +118,50 @@ std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
 int XmlCursor::CountRun() const {
   const std::string_view tag = m_element.name();
   int count = 1;
-  for (pugi::xml_node sibling = m_element.next_sibling(); sibling; sibling = sibling.next_sibling()) {
-    if (!IsElement(sibling)) continue;
-    if (sibling.name() != tag) break;
-    ++count;
-  }
+  for (pugi::xml_node sibling = NextOf(m_element); sibling && sibling.name() == tag; sibling = NextOf(sibling)) ++count;
   return count;
+}
+
+int XmlCursor::CountParts() const {
+  if (m_threads < 2) return 1;
+  // A part should be worth the move between threads, and there should be enough of them for threads of unlike speed.
+  constexpr int kLeastElements = 16;
+  constexpr int kPartsOfThread = 8;
+  return std::clamp(CountRun() / kLeastElements, 1, m_threads * kPartsOfThread);
+}
+
+void XmlCursor::ReadParts(PartReader read) {
+  struct Part {
+    pugi::xml_node first;
+    pugi::xml_node end;
+    TextProblems problems = {};
+  };
+  std::vector<Part> parts;
+  const int count = CountParts();
+  const int size = CountRun();
+  for (int part = 0, at = 0; part < count; ++part) {
+    const pugi::xml_node first = m_element;
+    // The last part ends on the last element of the run, which this cursor is left on.
+    const int end = static_cast<int>(static_cast<std::int64_t>(size) * (part + 1) / count) - (part + 1 == count);
+    for (; at < end; ++at) m_element = NextOf(m_element);
+    parts.push_back({first, part + 1 == count ? NextOf(m_element) : m_element});
+  }
+
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&] {
+    for (std::size_t i = next++; i < parts.size(); i = next++) {
+      XmlCursor cursor(parts[i].first, parts[i].problems);
+      cursor.m_end = parts[i].end;
+      read(static_cast<int>(i), cursor);
+    }
+  };
+  std::vector<std::future<void>> helpers;  // each waits for its thread before it goes, whatever is thrown
+  for (int i = 1; i < m_threads; ++i) {
+    helpers.push_back(std::async(std::launch::async | std::launch::deferred, work));
+  }
+  work();
+  for (std::future<void>& helper : helpers) helper.get();
+  for (Part& part : parts) m_problems->Append(std::move(part.problems));
 }
 
 bool XmlCursor::VisitTagName(TextVisitor visit) const {

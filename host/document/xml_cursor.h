@@ -15,7 +15,8 @@ namespace vorn_host {
 class XmlCursor : public PimIterator {
  public:
   /// The cursor stands on an element. Both references have to outlive it.
-  XmlCursor(pugi::xml_node element, TextProblems& problems);
+  /// @param threads how many threads may read parts of a run at the same time
+  XmlCursor(pugi::xml_node element, TextProblems& problems, int threads = 1);
 
   bool Child() override;
   bool NextSibling() override;
@@ -28,6 +29,8 @@ class XmlCursor : public PimIterator {
   bool SetText(std::string_view text) override;
   bool SetTextAttribute(const char* name, std::string_view value) override;
   [[nodiscard]] int CountRun() const override;
+  [[nodiscard]] int CountParts() const override;
+  void ReadParts(PartReader read) override;
   bool VisitTagName(TextVisitor visit) const override;
   bool VisitText(TextVisitor visit) const override;
   bool VisitAttributes(AttributeVisitor visit) const override;
@@ -36,12 +39,15 @@ class XmlCursor : public PimIterator {
 
  private:
   bool MoveTo(pugi::xml_node node);
+  [[nodiscard]] pugi::xml_node NextOf(pugi::xml_node element) const;
   [[nodiscard]] std::string_view ToModel(std::string_view utf8, bool report) const;
   [[nodiscard]] std::string_view ToTree(std::string_view cp932) const;
   void DeclareNamespace(std::string_view prefix, std::string_view uri);
 
   pugi::xml_node m_element;
+  pugi::xml_node m_end;  ///< the sibling behind the part of a run that this cursor reads; null for no end
   TextProblems* m_problems;
+  int m_threads;
   mutable std::string m_converted;
 };
 

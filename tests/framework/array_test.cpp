@@ -386,6 +386,53 @@ TEST_F(ArrayTest, FailsWhenTheTagOfTheRunCannotBeRead) {
   EXPECT_EQ(cursor.Position(), "tsf:Item b");
 }
 
+/// A cursor on the first of some items, of a host that hands them out in parts, the last part first.
+class PartsCursor : public XmlTreeCursor {
+ public:
+  PartsCursor(XmlTree& run, std::vector<std::string> parts) : XmlTreeCursor(run), m_parts(std::move(parts)) { Child(); }
+
+  [[nodiscard]] int CountParts() const override { return static_cast<int>(m_parts.size()); }
+  void ReadParts(PartReader read) override {
+    for (int part = CountParts() - 1; part >= 0; --part) {
+      RunCursor cursor(m_parts[static_cast<std::size_t>(part)]);
+      read(part, *(&cursor));
+    }
+  }
+
+ private:
+  std::vector<std::string> m_parts;
+};
+
+class ArrayParts : public ArrayTest {
+ protected:
+  bool Read(std::vector<std::string> parts) {
+    std::string content;
+    for (const std::string& part : parts) content += part;
+    XmlTree tree = XmlTree::Parse("<root>" + content + "</root>");
+    PartsCursor cursor(tree, std::move(parts));
+    return m_items.fromXML(&cursor);
+  }
+
+  Items m_items;
+};
+
+TEST_F(ArrayParts, ComeTogetherInDocumentOrderBehindWhatIsThere) {
+  m_items = {"first"};
+  EXPECT_TRUE(Read({"<tsf:Item name='a'/><tsf:Item name='b'/>", "<tsf:Item name='c'/>", "<tsf:Item name='d'/>"}));
+  EXPECT_THAT(m_items.Names(), ElementsAre("first", "a", "b", "c", "d"));
+}
+
+TEST_F(ArrayParts, AreReadUpToTheElementThatFails) {
+  EXPECT_FALSE(Read({"<tsf:Item name='a'/>", "<tsf:Item name='b'/><tsf:Item name='broken'/><tsf:Item name='c'/>",
+                     "<tsf:Item name='d'/>"}));
+  EXPECT_THAT(m_items.Names(), ElementsAre("a", "b"));
+}
+
+TEST_F(ArrayParts, AreNotAskedForWhenTheHostHasNoThreads) {
+  EXPECT_TRUE(Read({"<tsf:Item name='a'/><tsf:Item name='b'/>"}));
+  EXPECT_THAT(m_items.Names(), ElementsAre("a", "b"));
+}
+
 TEST_F(ArrayTest, ReadsThreeCrossSectionsBeforeAControlTarget) {
   RunCursor cursor(
       "<tsf:XSection cumulativeDist='0'/><tsf:XSection cumulativeDist='20'/><tsf:XSection cumulativeDist='40'/>"

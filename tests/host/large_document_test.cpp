@@ -49,6 +49,23 @@ TEST(LargeDocument, IsReadWhole) {
   EXPECT_THAT(document.carried.Rows(), SizeIs(0));
 }
 
+TEST(LargeDocument, KeepsTheOrderOfItsSectionsAndTargetsAndNumbersTheTargets) {
+  std::string targets;
+  for (int i = 0; i < kSections; ++i) {
+    targets += "<tsf:FormCtrlTarget targetScope=\"" + std::to_string(i) + "\"/>\n";
+  }
+  const DesignDocument document = ReadText(LargeText("", targets));
+  const VornXSections& set = document.sets[0];
+  ASSERT_EQ(set.GetXSectionArray().GetSize(), kSections);
+  ASSERT_EQ(set.GetFormCtrlTargetArray().GetSize(), kSections);
+  for (int i = 0; i < kSections; ++i) {
+    ASSERT_EQ(set.GetXSectionArray()[i].GetCumulativeDist().Value(), i);
+    const VornFormCtrlTarget& target = set.GetFormCtrlTargetArray()[i];
+    ASSERT_EQ(target.GetTargetScope(), std::to_string(i).c_str());
+    ASSERT_EQ(target.GetSerialID(), static_cast<std::uint32_t>(i));
+  }
+}
+
 TEST(LargeDocument, TellsValuesThatAreNotUnderstood) {
   const std::string text =
       LargeText("<tsf:XSection cumulativeDist=\"first\"/>\n", "<tsf:XSection cumulativeDist=\"last\"/>\n");

@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <mutex>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -116,6 +119,116 @@ TEST(XmlCursorMoves, CountTheElementsOfOneTagThatFollowEachOther) {
   ASSERT_TRUE(f.cursor->NextSibling());
   EXPECT_EQ(f.cursor->CountRun(), 1);
 }
+
+// --- parts of a run ------------------------------------------------------------------------------------------------
+
+/// A run of elements "b" with their numbers, something else in between and behind it, and what is read of its parts.
+struct RunFixture : Fixture {
+  RunFixture(int elements, int threads) : Fixture(Xml(elements)) {
+    cursor.emplace(tree.document_element(), problems, threads);
+    cursor->Child();
+  }
+
+  static std::string Xml(int elements) {
+    std::string xml = "<a>";
+    for (int i = 0; i < elements; ++i) xml += "<!-- --><b n='" + std::to_string(i) + "'><b/><c/></b> text ";
+    return xml + "<c/><b/></a>";
+  }
+
+  static std::string NumberAt(const PimIterator& at) {
+    CArray<PimAttribute> attributes;
+    at.GetAttributes(attributes);
+    return attributes.IsEmpty() ? "none" : attributes[0].GetValue().GetString();
+  }
+
+  /// The numbers of each part's elements, going over the parts as a collection does.
+  std::vector<std::vector<std::string>> Read() {
+    std::vector<std::vector<std::string>> numbers(static_cast<std::size_t>(cursor->CountParts()));
+    cursor->ReadParts([&](int part, PimIterator& at) {
+      std::vector<std::string>& own = numbers[static_cast<std::size_t>(part)];
+      const int run = at.CountRun();
+      do {
+        own.push_back(NumberAt(at));
+      } while (at.NextSibling());
+      EXPECT_EQ(run, static_cast<int>(own.size()));
+    });
+    return numbers;
+  }
+};
+
+TEST(XmlCursorParts, AreOneWithoutThreadsAndForAShortRun) {
+  EXPECT_EQ(RunFixture(1000, 1).cursor->CountParts(), 1);
+  EXPECT_EQ(RunFixture(31, 4).cursor->CountParts(), 1);
+  EXPECT_EQ(RunFixture(1, 4).cursor->CountParts(), 1);
+  EXPECT_EQ(RunFixture(32, 4).cursor->CountParts(), 2);
+}
+
+TEST(XmlCursorParts, HoldEveryElementOfTheRunOnceAndInOrder) {
+  for (const int elements : {32, 33, 47, 1000}) {
+    for (const int threads : {2, 3, 8}) {
+      RunFixture f(elements, threads);
+      std::vector<std::string> all;
+      for (const std::vector<std::string>& part : f.Read()) {
+        EXPECT_GE(part.size(), 16u);
+        all.insert(all.end(), part.begin(), part.end());
+      }
+      std::vector<std::string> expected;
+      for (int i = 0; i < elements; ++i) expected.push_back(std::to_string(i));
+      EXPECT_EQ(all, expected);
+      EXPECT_EQ(RunFixture::NumberAt(*f.cursor), std::to_string(elements - 1)) << "the cursor is not on the last one";
+      EXPECT_TRUE(f.cursor->NextSibling());
+      EXPECT_EQ(f.Tag(), "c");
+    }
+  }
+}
+
+TEST(XmlCursorParts, EndNothingBelowTheirElements) {
+  RunFixture f(100, 2);
+  std::mutex mutex;
+  int below = 0;
+  f.cursor->ReadParts([&](int, PimIterator& at) {
+    do {
+      ASSERT_TRUE(at.Child());
+      ASSERT_TRUE(at.NextSibling());
+      ASSERT_FALSE(at.NextSibling());
+      ASSERT_TRUE(at.Parent());
+      const std::lock_guard lock(mutex);
+      ++below;
+    } while (at.NextSibling());
+  });
+  EXPECT_EQ(below, 100);
+}
+
+TEST(XmlCursorParts, HandOnWhatIsThrownInAnyOfThem) {
+  for (const int thrower : {0, 3, 6}) {
+    RunFixture f(7 * 16, 4);
+    const auto read = [&] {
+      f.cursor->ReadParts([&](int part, PimIterator&) {
+        if (part == thrower) throw std::runtime_error("part " + std::to_string(part));
+      });
+    };
+    EXPECT_THROW(read(), std::runtime_error) << thrower;
+  }
+}
+
+TEST(XmlCursorParts, TellTheFirstProblemOfTheDocumentAndCountAll) {
+  std::string xml = "<a>";
+  for (int i = 0; i < 100; ++i) xml += i < 40 ? "<b>x</b>" : i == 40 ? "<b>é</b>" : "<b>ü</b>";
+  Fixture f(xml + "</a>");
+  f.cursor.emplace(f.tree.document_element(), f.problems, 4);
+  f.cursor->Child();
+  f.cursor->ReadParts([](int, PimIterator& at) {
+    do {
+      CString text;
+      EXPECT_TRUE(at.GetText(text));
+    } while (at.NextSibling());
+  });
+  EXPECT_EQ(f.problems.count, 60u);
+  ASSERT_TRUE(f.problems.first.has_value());
+  EXPECT_THAT(f.problems.first->what, testing::HasSubstr("é"));
+}
+
+// --- texts and attributes ------------------------------------------------------------------------------------------
 
 TEST(XmlCursorReading, GivesQualifiedTags) { EXPECT_EQ(Fixture("<tsf:XSection/>").Tag(), "tsf:XSection"); }
 

@@ -150,6 +150,13 @@ bool Vorn_FormCtrlTargetArray::AddFromXML(PimIterator* cursor) {
   return true;
 }
 
+bool Vorn_FormCtrlTargetArray::AddRunFromXML(PimIterator* cursor) {
+  const int before = GetSize();
+  const bool read = fromXML(cursor);
+  for (int i = before; i < GetSize(); ++i) SetSerialID(i);
+  return read;
+}
+
 void Vorn_FormCtrlTargetArray::InsertAt(int index, const VornFormCtrlTarget& target) {
   Vorn_Array::InsertAt(index, target);
   SetSerialID(index);

@@ -157,6 +157,8 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   int Add(VornFormCtrlTarget&& target);
   /// Reads a target from the cursor's element to the end of the array; nothing is added when it cannot be read.
   bool AddFromXML(PimIterator* cursor);
+  /// Reads a run as `fromXML`, which leaves targets unnumbered, and numbers them.
+  bool AddRunFromXML(PimIterator* cursor);
   void InsertAt(int index, const VornFormCtrlTarget& target);
   void SetAt(int index, const VornFormCtrlTarget& target);
   void SetAtGrow(int index, const VornFormCtrlTarget& target) = delete;  // would not number

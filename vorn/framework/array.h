@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 #include "vorn/framework/base.h"
 #include "vorn/platform/kel_array.h"
@@ -49,17 +51,8 @@ class Vorn_Array : public VornArray<Type, ArgType> {
   /// cursor on the last of them, so that the owner's next step reaches the element behind the run. A member that
   /// fails to read ends the run with false; those before it stay. False as well when the first tag cannot be read.
   virtual bool fromXML(PimIterator* cursor) {
-    CString runTag;
-    if (!Vorn_Base::QueryTagName(cursor, runTag)) return false;
-    if (this->IsEmpty()) this->Reserve(cursor->CountRun());
-    do {
-      bool sameTag = false;
-      cursor->VisitTagName([&](std::string_view tag) { sameTag = tag == runTag.View(); });
-      if (!sameTag) return Vorn_Base::GoPrevSibling(cursor);
-      // Plain appending: a collection that numbers its members leaves those of a document unnumbered.
-      if (!this->AddFilled([&](Type& item) { return item.fromXML(cursor); })) return false;
-    } while (Vorn_Base::GoNextSibling(cursor));
-    return true;
+    const int parts = cursor->CountParts();
+    return parts > 1 ? ReadParts(cursor, parts) : ReadRun(cursor);
   }
 
   [[nodiscard]] virtual VORN_Occurs occurs() const { return VORN_Occurs::ExactlyOne; }
@@ -86,5 +79,43 @@ class Vorn_Array : public VornArray<Type, ArgType> {
         return count >= 2;
     }
     return false;
+  }
+
+ private:
+  /// Reads a run one element after the other, as `fromXML` says.
+  bool ReadRun(PimIterator* cursor) {
+    CString runTag;
+    if (!Vorn_Base::QueryTagName(cursor, runTag)) return false;
+    if (this->IsEmpty()) this->Reserve(cursor->CountRun());
+    do {
+      bool sameTag = false;
+      cursor->VisitTagName([&](std::string_view tag) { sameTag = tag == runTag.View(); });
+      if (!sameTag) return Vorn_Base::GoPrevSibling(cursor);
+      // Plain appending: a collection that numbers its members leaves those of a document unnumbered.
+      if (!this->AddFilled([&](Type& item) { return item.fromXML(cursor); })) return false;
+    } while (Vorn_Base::GoNextSibling(cursor));
+    return true;
+  }
+
+  /// Reads a run in parts at the same time. The elements of a run do not depend on each other: what is read, and what
+  /// stays of a run that fails, is the same.
+  bool ReadParts(PimIterator* cursor, int count) {
+    struct Part {
+      Vorn_Array items;
+      bool read = false;
+    };
+    std::vector<Part> parts(static_cast<std::size_t>(count));
+    cursor->ReadParts([&](int index, PimIterator& start) {
+      Part& part = parts[static_cast<std::size_t>(index)];
+      part.read = part.items.ReadRun(&start);
+    });
+    int size = this->GetSize();
+    for (const Part& part : parts) size += part.items.GetSize();
+    this->Reserve(size);
+    for (Part& part : parts) {
+      for (Type& item : part.items) this->Add(std::move(item));
+      if (!part.read) return false;
+    }
+    return true;
   }
 };

@@ -60,7 +60,7 @@ bool VornXSections::fromXML(PimIterator* cursor) {
   const CString targetTag = m_formCtrlTargetArray.tagName();
   const bool read = ForEachChild(cursor, [&] {
     if (IsOnTag(cursor, sectionTag.View())) return m_xSectionArray.fromXML(cursor);
-    if (IsOnTag(cursor, targetTag.View())) return m_formCtrlTargetArray.AddFromXML(cursor);
+    if (IsOnTag(cursor, targetTag.View())) return m_formCtrlTargetArray.AddRunFromXML(cursor);
     return true;
   });
   if (!read) return false;

@@ -21,8 +21,8 @@ class PimAttribute {
 
 /// A cursor on an XML document, opened by the host; it always stands on one element. Every text is in code page 932.
 ///
-/// A host implements the plain operations over its own XML tree. The `Visit` operations and `CountRun` are an optional
-/// faster path without copies: their defaults go through the plain operations, or do without.
+/// A host implements the plain operations over its own XML tree. The `Visit` operations, `CountRun` and the reading of
+/// a run in parts are an optional faster path: their defaults go through the plain operations, or do without.
 class PimIterator {
  public:
   virtual ~PimIterator() = default;
@@ -53,6 +53,16 @@ class PimIterator {
   /// How many sibling elements there are from the current one on that have its tag, itself included: collections make
   /// room for them at once. 0 when the host does not count them.
   [[nodiscard]] virtual int CountRun() const { return 0; }
+
+  using PartReader = FunctionRef<void(int part, PimIterator& cursor)>;
+
+  /// In how many parts the host lets the run of `CountRun` be read at the same time; 1 when it has no threads for it.
+  [[nodiscard]] virtual int CountParts() const { return 1; }
+  /// Calls `read` once for every part of the run, in several threads at once and in any order. Each part has a cursor
+  /// of its own, which stands on the first element of the part and finds no sibling behind its last. Parts are numbered
+  /// from 0 in document order. Afterwards this cursor stands on the last element of the run. What `read` throws
+  /// reaches the caller when no part is being read any more.
+  virtual void ReadParts(PartReader) {}
 
   using TextVisitor = FunctionRef<void(std::string_view text)>;
   using AttributeVisitor = FunctionRef<void(std::string_view name, std::string_view value)>;
