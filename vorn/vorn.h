@@ -61,7 +61,7 @@
 #include "vorn/road/land_xml_data.h"
 #include "vorn/road/land_xml_project.h"
 #include "vorn/road/linear_xml_data.h"
-#include "vorn/road/on_demand.h"
+#include "vorn/platform/on_demand.h"
 #include "vorn/road/project_data.h"
 #include "vorn/road/record.h"
 #include "vorn/road/road_center_data.h"

@@ -15,7 +15,7 @@
 #include "vorn/platform/carray.h"
 #include "vorn/platform/cfile.h"
 #include "vorn/platform/counted_archive.h"
-#include "vorn/road/on_demand.h"
+#include "vorn/platform/on_demand.h"
 
 // What arrays, files in memory and members made on demand keep when memory runs out, and when they ask for none.
 

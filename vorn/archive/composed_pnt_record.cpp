@@ -49,12 +49,12 @@ void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
   record.Field(m_id);
   record.Field(m_thDPairIDs);
   if (hasAutoLines) {
-    AutoLine(record, m_detail[0].AutoLinePrev, m_autoConnect);
-    AutoLine(record, m_detail[0].AutoLineNext, m_autoConnect);
+    AutoLine(record, m_main.AutoLinePrev, m_autoConnect);
+    AutoLine(record, m_main.AutoLineNext, m_autoConnect);
   }
   record.Field(m_ratio);
   record.Field(m_percent);
-  for (Detail& detail : m_detail) {
+  const auto transfer = [&](Detail& detail) {
     record.Field(detail.Code);
     record.Field(detail.XSectType);
     record.Field(detail.XSectNameID);
@@ -66,6 +66,14 @@ void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
     }
     record.Field(detail.Measure);
     record.ExtensionTable();
+  };
+  transfer(m_main);
+  if (m_sub.IsMade()) {
+    transfer(m_sub.Change());
+  } else {
+    Detail sub;
+    transfer(sub);
+    if (record.IsLoading() && !(sub == m_sub.Get())) m_sub.Change() = std::move(sub);
   }
   if (record.IsLoading()) m_oldCmpType = m_componentType;
 }
@@ -88,7 +96,7 @@ void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
   record.Field(m_componentType);
   record.Field(m_slopeType);
   if (!record.IsFrom("05.00")) return;
-  Detail& main = m_detail[0];
+  Detail& main = m_main;
   record.Field(m_serialID);
   record.Field(m_parentID);
   record.Field(m_id);
@@ -106,10 +114,9 @@ void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
 
 void VornComposedPnt::SpreadOneDetail() {
   // Writing an old version does this to the point as well: intended, what has no place there is given up.
-  auto& [main, sub] = m_detail;
-  main.Code = m_lastCode;
-  sub = main;
-  sub.Measure.RemoveAll();
+  m_main.Code = m_lastCode;
+  FromMainToSub();
+  m_sub.Change().Measure.RemoveAll();
 }
 
 void Vorn_ComposedPntArray::Serialize(CArchive& ar, const CString& tag) {

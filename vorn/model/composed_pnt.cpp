@@ -189,13 +189,18 @@ void VornComposedPnt::ElmType(std::string_view text) {
 
 // --- detail records ------------------------------------------------------------------------------------------------
 
+template <typename Change>
+void VornComposedPnt::ForEachDetail(Change&& change) {
+  change(m_main);
+  if (m_sub.IsMade()) change(m_sub.Change());
+}
+
 template <typename Member, typename Value>
 void VornComposedPnt::SetDetail(Member Detail::*member, const Value& value, PntType t) {
-  if (t == PntType::Both) {
-    for (Detail& detail : m_detail) detail.*member = value;
-  } else {
-    DetailOf(t).*member = value;
-  }
+  if (t != PntType::Sub) m_main.*member = value;
+  const bool sub = t == PntType::Sub || t == PntType::Both;
+  // What a new record holds already does not make one.
+  if (sub && !(m_sub.Get().*member == value)) m_sub.Change().*member = value;
 }
 
 void VornComposedPnt::SetCode(const CString& code, PntType t) {
@@ -225,7 +230,7 @@ VornComposedPnt::PntType VornComposedPnt::FindPntType(std::uint32_t xsectType, c
 
 void VornComposedPnt::InitDetail(PntType t) {
   if (t == PntType::Both) {
-    for (Detail& detail : m_detail) InitDetail(detail);
+    ForEachDetail([](Detail& detail) { InitDetail(detail); });
   } else {
     InitDetail(DetailOf(t));
   }
@@ -237,14 +242,21 @@ void VornComposedPnt::InitDetail(Detail& detail) {
   detail = std::move(fresh);
 }
 
+void VornComposedPnt::CopyDetail(const VornComposedPnt& other) {
+  m_main = other.m_main;
+  m_sub = other.m_sub;
+}
+
 bool VornComposedPnt::IsUsedSub() const {
-  const auto& [main, sub] = m_detail;
+  const Detail& main = m_main;
+  const Detail& sub = m_sub.Get();
   return (sub.XSectType != main.XSectType && sub.XSectType != 0) ||
          (sub.XSectNameID != main.XSectNameID && sub.XSectNameID != 0);
 }
 
 bool VornComposedPnt::IsSeptSectPoint(bool byID) const {
-  const auto& [main, sub] = m_detail;
+  const Detail& main = m_main;
+  const Detail& sub = m_sub.Get();
   const bool typeSame = main.XSectType == sub.XSectType || sub.XSectType == 0;
   const bool idSame = main.XSectNameID == sub.XSectNameID || sub.XSectNameID == 0;
   if (typeSame && idSame) return false;
@@ -255,10 +267,10 @@ bool VornComposedPnt::IsSeptSectPoint(bool byID) const {
 // --- connections ---------------------------------------------------------------------------------------------------
 
 void VornComposedPnt::ClearConnectInfo(bool clearCode) {
-  for (Detail& detail : m_detail) {
+  ForEachDetail([&](Detail& detail) {
     if (clearCode) detail.Code.Empty();
     detail.DekiPairID = 0xFFFFFFFF;
-  }
+  });
   m_thDPairIDs.RemoveAll();
   m_autoConnect = 0;
 }
@@ -281,12 +293,12 @@ void VornComposedPnt::ConnectIDs(VornUIntArray& ids) const {
 
 void VornComposedPnt::AttrCopy(const VornComposedPnt& other) {
   *this = other;
-  for (Detail& detail : m_detail) {
+  ForEachDetail([](Detail& detail) {
     detail.Code.Empty();
     detail.DekiPairID = 0xFFFFFFFF;
     detail.XSectType = 0;
     detail.Measure.RemoveAll();
-  }
+  });
   m_thDPairIDs.RemoveAll();
   m_autoConnect = 0;
   m_serialID = 0xFFFFFFFF;
@@ -318,7 +330,7 @@ bool VornComposedPnt::fromXML(PimIterator* cursor) {
 
 void VornComposedPnt::ReadAttribute(std::string_view name, std::string_view value) {
   if (IsMatchTagName(name, "code")) {
-    m_detail[0].Code = value;
+    m_main.Code = value;
     m_lastCode = value;
   } else if (IsMatchTagName(name, "location")) {
     SetLocationStr(value);

@@ -7,6 +7,7 @@
 #include "vorn/framework/base.h"
 #include "vorn/model/measure_info.h"
 #include "vorn/model/uint_array.h"
+#include "vorn/platform/on_demand.h"
 #include "vorn/platform/tam_world2.h"
 #include "vorn/types/location.h"
 
@@ -84,6 +85,8 @@ class VornComposedPnt : public Vorn_Base {
     std::int32_t AutoLinePrev = 0;          ///< connect to the previous point by itself
     std::int32_t AutoLineNext = 0;          ///< connect to the next point by itself
     std::uint32_t FormID = 0xFFFFFFFF;      ///< identifier of the build form that owns the point in this role
+
+    friend bool operator==(const Detail&, const Detail&) = default;
   };
 
   /// Bits of `GetPointType`.
@@ -238,8 +241,8 @@ class VornComposedPnt : public Vorn_Base {
   void InitDetail(PntType t);
   static void InitDetail(Detail& detail);
   /// Copies both records, measurements and form identifiers included.
-  void CopyDetail(const VornComposedPnt& other) { m_detail = other.m_detail; }
-  void FromMainToSub() { m_detail[1] = m_detail[0]; }
+  void CopyDetail(const VornComposedPnt& other);
+  void FromMainToSub() { m_sub.Change() = Detail(m_main); }
   /// Whether the sub record is in use: it has a type or a name of its own.
   [[nodiscard]] bool IsUsedSub() const;
   /// Whether the point separates two cross-section kinds; equal types are told apart by the name's identifier, or
@@ -260,7 +263,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] std::int32_t IsConnected() const { return m_connected; }
   void SetConnected(std::int32_t on) { m_connected = on; }
   /// Whether the point belongs to an as-built pair or to a three-dimensional one.
-  [[nodiscard]] bool IsConnect() const { return m_detail[0].DekiPairID != 0xFFFFFFFF || !m_thDPairIDs.IsEmpty(); }
+  [[nodiscard]] bool IsConnect() const { return m_main.DekiPairID != 0xFFFFFFFF || !m_thDPairIDs.IsEmpty(); }
   /// Forgets the pairs, and with clearCode the codes too.
   void ClearConnectInfo(bool clearCode);
   /// Takes over the connection of a crossing.
@@ -323,8 +326,11 @@ class VornComposedPnt : public Vorn_Base {
   void GetTextVal(std::string_view text);
 
  private:
-  [[nodiscard]] const Detail& DetailOf(PntType t) const { return m_detail[t == PntType::Sub ? 1 : 0]; }
-  [[nodiscard]] Detail& DetailOf(PntType t) { return m_detail[t == PntType::Sub ? 1 : 0]; }
+  [[nodiscard]] const Detail& DetailOf(PntType t) const { return t == PntType::Sub ? m_sub.Get() : m_main; }
+  [[nodiscard]] Detail& DetailOf(PntType t) { return t == PntType::Sub ? m_sub.Change() : m_main; }
+  /// Calls change(detail) for the records that are there.
+  template <typename Change>
+  void ForEachDetail(Change&& change);
   template <typename Member, typename Value>
   void SetDetail(Member Detail::*member, const Value& value, PntType t);
   void ReadAttribute(std::string_view name, std::string_view value);
@@ -342,7 +348,8 @@ class VornComposedPnt : public Vorn_Base {
   NurReal m_y = 0.0;
   NurReal m_ratio;
   NurReal m_percent;
-  std::array<Detail, 2> m_detail;
+  Detail m_main;
+  OnDemand<Detail> m_sub;  ///< few points have a second role
   CString m_lastCode;
   VORN_Existence m_existence = VORN_Existence::Unset;
   std::uint32_t m_ctrlFlags = 0;

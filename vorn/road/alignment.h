@@ -5,7 +5,7 @@
 #include "vorn/framework/base.h"
 #include "vorn/model/x_sections.h"
 #include "vorn/platform/cstring.h"
-#include "vorn/road/on_demand.h"
+#include "vorn/platform/on_demand.h"
 #include "vorn/road/record.h"
 #include "vorn/road/up_date.h"
 

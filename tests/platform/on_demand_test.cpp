@@ -1,4 +1,4 @@
-#include "vorn/road/on_demand.h"
+#include "vorn/platform/on_demand.h"
 
 #include <gtest/gtest.h>
 
