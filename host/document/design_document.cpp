@@ -17,6 +17,7 @@
 #include "host/document/document_error.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/piece_relay.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
 #include "host/document/xml_text_writer.h"
@@ -375,27 +376,55 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   return document;
 }
 
-DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& path, const WriteOptions& options) {
-  WriteReport report;
-  const std::string bytes = ToBytes(path.string(), options, report);
-  WriteFileAtomically(path, bytes);
-  return report;
-}
+namespace {
 
-std::string DesignDocument::ToBytes(const std::string& name, const WriteOptions& options, WriteReport& report) {
-  const EditionScope scope(edition);
-  const GatheredTargets takeOutAgain(sets);
-  CarriedPlaces places(carried, sets);
+/// Writes a document as UTF-8 text.
+/// @param take gets the text in pieces; without it, nothing is handed out
+/// @return what has not been handed out
+std::string WriteText(DesignDocument& document, const std::string& name, const DesignDocument::WriteOptions& options,
+                      DesignDocument::WriteReport& report, XmlTextWriter::PieceTaker take = nullptr) {
+  const EditionScope scope(document.edition);
+  const GatheredTargets takeOutAgain(document.sets);
+  CarriedPlaces places(document.carried, document.sets);
   TextProblems problems;
-  XmlTextWriter writer(places, problems);
-  writer.OpenRoot(EncodingName(options.encoding), RootTag(*this), MakeRootAttributes(*this));
-  if (!WriteModel(*this, writer)) throw DocumentError(name + ": the document cannot be put together");
+  XmlTextWriter writer(places, problems, std::move(take));
+  writer.OpenRoot(EncodingName(options.encoding), RootTag(document), MakeRootAttributes(document));
+  if (!WriteModel(document, writer)) throw DocumentError(name + ": the document cannot be put together");
   if (problems.count > 0 && !options.lossy) {
     throw DocumentError(name + ": the design holds " + problems.first->what);
   }
   std::string text = writer.Finish();
   report.replacedCharacters = problems.count;
   report.unplaced = places.Unplaced();
+  return text;
+}
+
+/// Whether a path is that of a device or pipe, which shows at once what is written into it.
+bool IsWrittenDirectly(const std::filesystem::path& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error);
+}
+
+}  // namespace
+
+DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& path, const WriteOptions& options) {
+  WriteReport report;
+  if (options.encoding != TextEncoding::Utf8 || IsWrittenDirectly(path)) {
+    WriteFileAtomically(path, ToBytes(path.string(), options, report));
+    return report;
+  }
+  // The file is written while the text is made, and takes its name when all of it is there.
+  WriteFileAtomically(path, [&](const TextSink& write) {
+    PieceRelay relay(write);
+    std::string rest = WriteText(*this, path.string(), options, report, [&](std::string& piece) { relay.Take(piece); });
+    relay.Take(rest);
+    relay.Wait();
+  });
+  return report;
+}
+
+std::string DesignDocument::ToBytes(const std::string& name, const WriteOptions& options, WriteReport& report) {
+  std::string text = WriteText(*this, name, options, report);
   if (options.encoding == TextEncoding::Utf8) return text;
   return EncodeShiftJis(text, name, options.lossy, report.replacedCharacters);
 }

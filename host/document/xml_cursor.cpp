@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <future>
 #include <utility>
 #include <vector>
@@ -28,6 +29,8 @@ bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; 
 std::string_view WithoutLayout(std::string_view text) {
   constexpr std::string_view kSpace = " \t\r\n";
   constexpr std::string_view kBreak = "\t\r\n";
+  const auto isSpace = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  if (!text.empty() && !isSpace(text.front()) && !isSpace(text.back())) return text;
   const std::size_t first = std::min(text.find_first_not_of(kSpace), text.size());
   if (text.substr(0, first).find_first_of(kBreak) != std::string_view::npos) text.remove_prefix(first);
   const std::size_t last = text.find_last_not_of(kSpace) + 1;  // npos + 1 is 0
@@ -72,6 +75,7 @@ XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems, int threads
 bool XmlCursor::MoveTo(pugi::xml_node node) {
   if (!node) return false;
   m_element = node;
+  m_tag = {};
   return true;
 }
 
@@ -116,9 +120,10 @@ std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
 }
 
 int XmlCursor::CountRun() const {
-  const std::string_view tag = m_element.name();
+  const char* const tag = m_element.name();
+  const auto isOfRun = [&](pugi::xml_node element) { return element && std::strcmp(element.name(), tag) == 0; };
   int count = 1;
-  for (pugi::xml_node sibling = NextOf(m_element); sibling && sibling.name() == tag; sibling = NextOf(sibling)) ++count;
+  for (pugi::xml_node sibling = NextOf(m_element); isOfRun(sibling); sibling = NextOf(sibling)) ++count;
   return count;
 }
 
@@ -143,7 +148,7 @@ void XmlCursor::ReadParts(PartReader read) {
     const pugi::xml_node first = m_element;
     // The last part ends on the last element of the run, which this cursor is left on.
     const int end = static_cast<int>(static_cast<std::int64_t>(size) * (part + 1) / count) - (part + 1 == count);
-    for (; at < end; ++at) m_element = NextOf(m_element);
+    for (; at < end; ++at) MoveTo(NextOf(m_element));
     parts.push_back({first, part + 1 == count ? NextOf(m_element) : m_element});
   }
 
@@ -165,7 +170,9 @@ void XmlCursor::ReadParts(PartReader read) {
 }
 
 bool XmlCursor::VisitTagName(TextVisitor visit) const {
-  visit(m_element.name());
+  // Whether it is the tag looked for is asked several times of each element.
+  if (m_tag.data() == nullptr) m_tag = m_element.name();
+  visit(m_tag);
   return true;
 }
 

@@ -48,6 +48,7 @@ class XmlCursor : public PimIterator {
   pugi::xml_node m_end;  ///< the sibling behind the part of a run that this cursor reads; null for no end
   TextProblems* m_problems;
   int m_threads;
+  mutable std::string_view m_tag;  ///< of the element, once it has been asked for
   mutable std::string m_converted;
 };
 

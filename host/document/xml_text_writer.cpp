@@ -76,7 +76,8 @@ struct AppendingWriter : pugi::xml_writer {
 
 }  // namespace
 
-XmlTextWriter::XmlTextWriter(CarriedPlaces& places, TextProblems& problems) : m_places(places), m_problems(problems) {}
+XmlTextWriter::XmlTextWriter(CarriedPlaces& places, TextProblems& problems, PieceTaker take)
+    : m_places(places), m_problems(problems), m_take(std::move(take)) {}
 
 void XmlTextWriter::OpenRoot(std::string_view encoding, const std::string& tag,
                              const std::vector<std::pair<std::string, std::string>>& attributes) {
@@ -122,9 +123,9 @@ void XmlTextWriter::Open(std::string_view tag, CarriedPlaces::Element* carried) 
   Indent(m_open.size());
   m_out += '<';
   OpenElement element;
-  element.tagStart = m_out.size();
   element.tagLength = tag.size();
   m_out += tag;
+  m_tags += tag;
   if (carried != nullptr) {
     carried->isWritten = true;
     element.carried = std::make_unique<CarriedState>();
@@ -176,15 +177,30 @@ void XmlTextWriter::Close() {
   if (!empty) {
     if (!element.hasText) Indent(depth);
     m_out += "</";
-    m_out.append(m_out, element.tagStart, element.tagLength).append(">\n");
+    m_out.append(Tag()).append(">\n");
   }
 
-  const std::string tag = depth > 0 && m_open[depth - 1].carried ? TagOf(element) : std::string();
+  const bool counted = depth > 0 && m_open[depth - 1].carried;
+  if (counted) m_open[depth - 1].carried->childEnds[std::string(Tag())].push_back(m_out.size());
+  m_tags.resize(m_tags.size() - element.tagLength);
   m_open.pop_back();
-  if (!tag.empty()) m_open.back().carried->childEnds[tag].push_back(m_out.size());
   while (!m_declarations.empty() && m_declarations.back().depth > 0 && m_declarations.back().depth >= depth) {
     m_declarations.pop_back();
   }
+  HandOut();
+}
+
+/// Hands out the text when there is enough of it. What stands in an open element that carried items belong into has to
+/// stay: they are put in when it is closed.
+void XmlTextWriter::HandOut() {
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
+  if (m_out.size() < kPiece || !m_take) return;
+  const bool complete = std::none_of(m_open.begin(), m_open.end(), [](const OpenElement& element) {
+    return element.carried && !element.carried->element->nodes.empty();
+  });
+  if (!complete) return;
+  m_take(m_out);
+  m_out.reserve(kPiece + kPiece / 8);
 }
 
 // --- attributes and text ---------------------------------------------------------------------------------------------
@@ -240,7 +256,7 @@ bool XmlTextWriter::SetText(std::string_view text) {
 
 bool XmlTextWriter::GetTagName(CString& tag) const {
   if (m_open.empty()) return false;
-  tag = std::string_view(TagOf(m_open.back()));
+  tag = Tag();
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -21,14 +22,20 @@ namespace vorn_host {
 /// Carried items are put in where they belong as their elements are closed.
 class XmlTextWriter : public PimIterator {
  public:
+  /// Takes a piece of the text and leaves the string empty.
+  using PieceTaker = std::function<void(std::string& piece)>;
+
   /// What no document can hold in texts of the model, bytes that are no text and control characters, becomes 〓 and is
   /// reported. Both references have to outlive the writer.
-  XmlTextWriter(CarriedPlaces& places, TextProblems& problems);
+  /// @param take gets the text in pieces of about a megabyte, as soon as nothing can be put into them any more; without
+  /// it, `Finish` gives all
+  XmlTextWriter(CarriedPlaces& places, TextProblems& problems, PieceTaker take = nullptr);
 
   /// Writes the XML declaration, what stands before the root, and opens the root. Its texts are UTF-8 already.
   void OpenRoot(std::string_view encoding, const std::string& tag,
                 const std::vector<std::pair<std::string, std::string>>& attributes);
-  /// Closes the root and writes what stands behind it. The text is complete then.
+  /// Closes the root and writes what stands behind it. The text is complete then: this is what has not been handed out
+  /// of it.
   [[nodiscard]] std::string Finish();
 
   bool InsertChild(const char* tag, const char* namespaceUri) override;
@@ -53,7 +60,6 @@ class XmlTextWriter : public PimIterator {
     std::map<std::string, std::vector<std::size_t>, std::less<>> childEnds;
   };
   struct OpenElement {
-    std::size_t tagStart = 0;
     std::size_t tagLength = 0;
     bool startTagOpen = true;
     bool hasText = false;
@@ -66,9 +72,11 @@ class XmlTextWriter : public PimIterator {
   /// Starts the lines of an element's children.
   void BeginBody(OpenElement& element);
   void Indent(std::size_t depth) { m_out.append(2 * depth, ' '); }
-  [[nodiscard]] std::string TagOf(const OpenElement& element) const {
-    return m_out.substr(element.tagStart, element.tagLength);
+  /// The tag of the innermost open element; good until one is opened or closed.
+  [[nodiscard]] std::string_view Tag() const {
+    return std::string_view(m_tags).substr(m_tags.size() - m_open.back().tagLength);
   }
+  void HandOut();
   void DeclareNamespace(std::string_view prefix, std::string_view uri);
   void PutAttribute(std::string_view name, std::string_view utf8);
   /// A text of the model in UTF-8, as a document can hold it; good until the next one.
@@ -87,7 +95,9 @@ class XmlTextWriter : public PimIterator {
   CarriedPlaces& m_places;
   TextProblems& m_problems;
   std::string m_out;
+  PieceTaker m_take;
   std::vector<OpenElement> m_open;
+  std::string m_tags;  ///< of the open elements, one behind the other
   std::vector<Declaration> m_declarations;
   std::string m_converted;
   std::string m_withoutControls;

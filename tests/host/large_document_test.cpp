@@ -2,10 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "host/document/document_error.h"
 #include "tests/host/documents.h"
+#include "tests/host/temporary_directory.h"
 
 // Large documents are looked over beside the reading, on a thread of their own: it has to find the same.
 
@@ -81,6 +85,42 @@ TEST(LargeDocument, KeepsWhatIsNotModelled) {
   ASSERT_THAT(document.carried.Rows(), SizeIs(2));
   EXPECT_EQ(document.carried.Rows()[0].name, "comment");
   EXPECT_EQ(document.carried.Rows()[1].name, "attribute other of tsf:XSection");
+}
+
+std::string Content(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A file is written while its text is made.
+
+TEST(LargeDocument, IsWrittenAsItsBytes) {
+  const TemporaryDirectory directory;
+  // What stands beside the sections is put between them when the set is closed, so that all of it waits until then.
+  for (const char* more : {"", "<!-- between -->\n"}) {
+    DesignDocument document = ReadText(LargeText(more, more));
+    document.Write(directory / "a.xml");
+    DesignDocument::WriteReport report;
+    EXPECT_EQ(Content(directory / "a.xml"), document.ToBytes("a", DesignDocument::WriteOptions(), report));
+    EXPECT_THAT(directory.Names(), ElementsAre("a.xml"));
+  }
+}
+
+TEST(LargeDocument, ThatCannotBeWrittenToItsEndLeavesTheFileThatWasThere) {
+  const TemporaryDirectory directory;
+  directory.Write("a.xml", "former");
+  DesignDocument document = ReadText(LargeText("", ""));
+  Vorn_XSectionArray& sections = document.sets[0].GetXSectionArray();
+  sections[sections.GetUpperBound()].SetName("\x01");
+  EXPECT_THROW(document.Write(directory / "a.xml"), DocumentError);
+  EXPECT_EQ(Content(directory / "a.xml"), "former");
+  EXPECT_THAT(directory.Names(), ElementsAre("a.xml"));
+}
+
+TEST(LargeDocument, TellsThatADeviceIsFull) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no device that is always full";
+  DesignDocument document = ReadText(LargeText("", ""));
+  EXPECT_THROW(document.Write("/dev/full"), DocumentError);
 }
 
 TEST(LargeDocument, IsRefusedForAFaultAtItsEnd) {

@@ -72,6 +72,46 @@ TEST(XmlTextWriter, TellsTheTagOfTheCurrentElement) {
   EXPECT_EQ(tag, "r");
 }
 
+/// Writes elements of all depths, some megabytes of them.
+void WriteMuch(XmlTextWriter& writer) {
+  for (int i = 0; i < 300; ++i) {
+    EXPECT_TRUE(writer.InsertChild("outer", nullptr));
+    for (int k = 0; k < 100; ++k) {
+      EXPECT_TRUE(writer.InsertChild("a-tag-that-is-longer-than-most", nullptr));
+      EXPECT_TRUE(writer.SetTextAttribute("n", std::to_string(i * k)));
+      EXPECT_TRUE(writer.SetText(std::string(60, 'x')));
+      EXPECT_TRUE(writer.Parent());
+    }
+    EXPECT_TRUE(writer.Parent());
+  }
+}
+
+TEST(XmlTextWriter, HandsOutInPiecesWhatItWouldGiveAsAWhole) {
+  Fixture whole;
+  WriteMuch(whole.writer);
+
+  Fixture f;
+  std::vector<std::string> pieces;
+  XmlTextWriter writer(f.places, f.problems, [&](std::string& piece) {
+    pieces.push_back(piece);
+    piece.clear();
+  });
+  writer.OpenRoot("UTF-8", "r", {});
+  WriteMuch(writer);
+  CString tag;
+  EXPECT_TRUE(writer.GetTagName(tag));
+  EXPECT_EQ(tag, "r") << "its start has been handed out";
+  std::string text;
+  for (const std::string& piece : pieces) {
+    EXPECT_GE(piece.size(), std::size_t{1} << 20);
+    EXPECT_LT(piece.size(), std::size_t{1} << 21);
+    text += piece;
+  }
+  EXPECT_GE(pieces.size(), 2u);
+  text += writer.Finish();
+  EXPECT_EQ(text, whole.writer.Finish());
+}
+
 TEST(XmlTextWriter, EscapesWhatXmlReadsOtherwise) {
   Fixture f;
   f.writer.InsertChild("a", nullptr);
