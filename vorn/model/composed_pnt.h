@@ -326,7 +326,10 @@ class VornComposedPnt : public Vorn_Base {
   void GetTextVal(std::string_view text);
 
  private:
-  [[nodiscard]] const Detail& DetailOf(PntType t) const { return t == PntType::Sub ? m_sub.Get() : m_main; }
+  [[nodiscard]] const Detail& DetailOf(PntType t) const {
+    if (t == PntType::Sub) return m_sub.Get();
+    return m_main;
+  }
   [[nodiscard]] Detail& DetailOf(PntType t) { return t == PntType::Sub ? m_sub.Change() : m_main; }
   /// Calls change(detail) for the records that are there.
   template <typename Change>

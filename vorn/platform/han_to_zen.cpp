@@ -26,7 +26,7 @@ constexpr std::string_view kSemiVoicedFull = u8"パピプペポ"_cp932;
 constexpr char kVoicedMark = u8"ﾞ"_cp932[0];
 constexpr char kSemiVoicedMark = u8"ﾟ"_cp932[0];
 
-static_assert(kAsciiFull.size() == 2U * (0x7F - 0x20));
+static_assert(kAsciiFull.size() == std::size_t{2} * (0x7F - 0x20));
 static_assert(kKanaFull.size() == 2 * kKana.size());
 static_assert(kVoicedFull.size() == 2 * kVoiceable.size());
 static_assert(kSemiVoicedFull.size() == 2 * kSemiVoiceable.size());
@@ -70,5 +70,5 @@ CString SilString::HanToZen(std::string_view text) {
     full.append(replacement.empty() ? text.substr(at, length) : replacement);
     at += length;
   }
-  return CString(std::move(full));
+  return CString(full);
 }

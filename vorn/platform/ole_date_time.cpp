@@ -149,5 +149,5 @@ CString COleDateTime::Format(const char* format) const {
       text += *at;
     }
   }
-  return CString(std::move(text));
+  return CString(text);
 }

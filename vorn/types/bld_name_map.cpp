@@ -58,6 +58,9 @@ void VornBldNameList::CheckUsedName(const CString& key, const Vorn_XSectionArray
 
 VornBldNameMap VornBldNameMap::m_instance;
 
+// Keys are taken by value: callers know the map's operations that way.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 std::int32_t VornBldNameMap::Lookup(CString key, VornBldNameList& out) const {
   return CMap::Lookup(Normalised(key), out) ? 1 : 0;
 }
@@ -89,6 +92,8 @@ void VornBldNameMap::Set(CString key, const CString& name) {
   list.AddTail(ItemOf(name));
   CMap::SetAt(normalised, std::move(list));
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 void VornBldNameMap::Initiate(Vorn_XSectionArray* sections) {
   VornBldNameMap registry;
