@@ -89,18 +89,16 @@ void SectionCsvWriter::Add(const SectionView& view) {
 }
 
 void SectionCsvWriter::AddPoints(const SectionView& view) {
-  for (std::size_t form = 0; form < view.forms.size(); ++form) {
-    const ViewForm& one = view.forms[form];
-    for (std::size_t i = 0; i < one.points.size(); ++i) {
-      const ViewPoint& point = one.points[i];
+  for (const ViewForm& form : view.forms) {
+    for (const ViewPoint& point : form.points) {
       BeginRow(view);
-      Index(static_cast<int>(form));
-      Design(one.name);
-      Design(one.xSectType);
-      Cell(WordOf(one.role));
-      Index(static_cast<int>(i));
+      Index(form.documentIndex);
+      Design(form.name);
+      Design(form.xSectType);
+      Cell(WordOf(form.role));
+      Index(point.documentIndex);
       Design(point.code);
-      Index(point.from);
+      Index(OriginIndexOf(form, point));
       Design(point.side);
       Cell(WordOf(point.part));
       Number(point.place.offset);
@@ -156,8 +154,8 @@ void SectionCsvWriter::AddTargetRow(const SectionView& view, int target, int poi
   Number(one.designValue);
   Index(point);
   Design(named.name);
-  Index(found != nullptr ? named.form : -1);
-  Index(found != nullptr ? named.point : -1);
+  Index(found != nullptr ? FormOf(view, named)->documentIndex : -1);
+  Index(found != nullptr ? found->documentIndex : -1);
   Design(found != nullptr ? found->code : std::string());
   Number(found != nullptr ? std::optional(found->place.offset) : std::nullopt);
   Number(found != nullptr ? std::optional(found->place.height) : std::nullopt);

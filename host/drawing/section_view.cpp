@@ -417,6 +417,7 @@ class SectionBuilder {
     added.name = Utf8(form.GetName());
     added.xSectType = Utf8(form.GetXSectType());
     added.role = m_roles[static_cast<std::size_t>(index)];
+    added.documentIndex = index;
     AddPoints(added, points, placed);
     added.lines = LineTracer(points, placed).Take();
     const int missing = points.GetSize() - static_cast<int>(added.points.size());
@@ -434,6 +435,7 @@ class SectionBuilder {
       if ((i > 0 && from < 0 && !m_arePlaced) || !HasPlace(point, i == 0)) continue;
       placed[static_cast<std::size_t>(i)] = static_cast<int>(form.points.size());
       AddPoint(form, point, from);
+      form.points.back().documentIndex = i;
     }
   }
 

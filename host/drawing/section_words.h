@@ -84,4 +84,10 @@ namespace vorn_host {
   return form != nullptr && named.point >= 0 && index < form->points.size() ? &form->points[index] : nullptr;
 }
 
+/// Index in the document of the point that a point is placed from; -1 for a start point.
+[[nodiscard]] inline int OriginIndexOf(const ViewForm& form, const ViewPoint& point) {
+  const auto index = static_cast<std::size_t>(point.from);
+  return point.from >= 0 && index < form.points.size() ? form.points[index].documentIndex : -1;
+}
+
 }  // namespace vorn_host

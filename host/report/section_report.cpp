@@ -170,15 +170,21 @@ Json ToJson(const ViewTarget& target) {
           {"value", Metres(target.designValue)}};
 }
 
+/// Where the form or point with an index in the document stands among those shown; -1 where it is left out.
+template <typename Shown>
+int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
+  const auto found =
+      std::find_if(shown.begin(), shown.end(), [&](const Shown& one) { return one.documentIndex == documentIndex; });
+  return documentIndex < 0 || found == shown.end() ? -1 : static_cast<int>(found - shown.begin());
+}
+
 }  // namespace
 
-Json ToJson(const Finding& finding) {
-  return {finding.severity == Severity::Error ? 0 : 1,
-          finding.kind,
-          finding.path,
-          finding.reason,
-          finding.place.form,
-          finding.place.point};
+Json ToJson(const Finding& finding, const SectionView& view) {
+  const int form = ShownIndexOf(finding.place.form, view.forms);
+  const int point =
+      form < 0 ? -1 : ShownIndexOf(finding.place.point, view.forms[static_cast<std::size_t>(form)].points);
+  return {finding.severity == Severity::Error ? 0 : 1, finding.kind, finding.path, finding.reason, form, point};
 }
 
 Json ToJson(const SectionReport& report) {
@@ -193,7 +199,7 @@ Json ToJson(const SectionReport& report) {
   Json targets = Json::array();
   for (const ViewTarget& target : view.targets) targets.push_back(ToJson(target));
   Json findings = Json::array();
-  for (const Finding& finding : report.findings) findings.push_back(ToJson(finding));
+  for (const Finding& finding : report.findings) findings.push_back(ToJson(finding, view));
   return {{"centerHeight", Metres(view.centerHeight)},
           {"isHeightAssumed", view.isHeightAssumed},
           {"isControlSection", view.isControlSection},

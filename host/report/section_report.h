@@ -24,6 +24,7 @@ struct SectionReport {
 [[nodiscard]] nlohmann::ordered_json ToJson(const SectionReport& report);
 
 /// [0 for an error or 1 for a note, kind, path, reason, form, point]
-[[nodiscard]] nlohmann::ordered_json ToJson(const Finding& finding);
+/// @param view counts forms and points, as the page does; -1 for those that it does not show
+[[nodiscard]] nlohmann::ordered_json ToJson(const Finding& finding, const SectionView& view = {});
 
 }  // namespace vorn_host

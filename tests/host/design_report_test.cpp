@@ -220,11 +220,31 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
                                       {"points", Json::array({{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}})},
                                       {"value", 7.0}}));
   EXPECT_TRUE(json["targets"][1]["value"].is_null());
-  EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", 1, 2},
+  EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", -1, -1},
                                            {1, "kind", "path", "reason", -1, -1}}));
   EXPECT_EQ(json["notes"], (Json{{"en", {"form S has no points"}}, {"ja", {"構築形状「S」には構成点がない"}}}));
   EXPECT_EQ(json["centerHeight"], 62.5);
   EXPECT_EQ(json["isControlSection"], true);
+}
+
+TEST(SectionReportJson, PutsFindingsToThePointsShown) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  ViewForm form;
+  form.documentIndex = 1;  // the first form is left out, and the second point of this one
+  form.points = {PointAt(0.0, 10.0), PointAt(1.0, 10.0)};
+  form.points[0].documentIndex = 0;
+  form.points[1].documentIndex = 2;
+  report.view.forms = {form};
+  const auto placeOf = [&](int formIndex, int pointIndex) {
+    const Finding finding = {Severity::Error, "kind", "path", "reason", {0, 0, formIndex, pointIndex}};
+    const Json json = Json::parse(ToJson(finding, report.view).dump());
+    return std::pair(json[4].get<int>(), json[5].get<int>());
+  };
+  EXPECT_EQ(placeOf(1, 0), std::pair(0, 0));
+  EXPECT_EQ(placeOf(1, 2), std::pair(0, 1));
+  EXPECT_EQ(placeOf(1, 1), std::pair(0, -1)) << "that point is not shown";
+  EXPECT_EQ(placeOf(0, 0), std::pair(-1, -1)) << "nor is that form";
+  EXPECT_EQ(placeOf(1, -1), std::pair(0, -1));
 }
 
 TEST(SectionReportJson, TellsWhetherTheHeightIsOnlyAssumed) {

@@ -104,6 +104,20 @@ TEST(SectionCsv, HasARowForEachPoint) {
   EXPECT_EQ(start["part"], "start");
 }
 
+TEST(SectionCsv, CountsFormsAndPointsAsTheDocumentDoes) {
+  auto points = TableRows(TableOf(ViewWithPiecesLeftOut(), CsvContent::Points));
+  ASSERT_THAT(points, SizeIs(4));
+  EXPECT_EQ(points[0]["form"], "2");
+  EXPECT_EQ(points[0]["point"], "1");
+  EXPECT_EQ(points[2]["code"], "XL");
+  EXPECT_EQ(points[2]["point"], "4");
+  EXPECT_EQ(points[2]["from_point"], "3");
+  auto targets = TableRows(TableOf(ViewWithPiecesLeftOut(), CsvContent::Targets));
+  EXPECT_EQ(targets.at(1)["code"], "R1");
+  EXPECT_EQ(targets.at(1)["form"], "2");
+  EXPECT_EQ(targets.at(1)["point"], "5");
+}
+
 TEST(SectionCsv, HasARowForEachPointOfTheGround) {
   auto rows = TableRows(TableOf(HandMadeView(), CsvContent::Ground));
   ASSERT_THAT(rows, SizeIs(3));

@@ -134,6 +134,17 @@ TEST(SectionGeoJson, HasAFeatureForEachLineOfAForm) {
   EXPECT_TRUE(lines[1]["properties"]["points"][0]["from"].is_null());
 }
 
+TEST(SectionGeoJson, CountsFormsAndPointsAsTheDocumentDoes) {
+  const Json form = FeaturesOf(ViewWithPiecesLeftOut(), "form").at(0)["properties"];
+  EXPECT_EQ(form["form"], 2);
+  EXPECT_EQ(form["points"][0]["code"], "XL");
+  EXPECT_EQ(form["points"][0]["point"], 4);
+  EXPECT_EQ(form["points"][0]["from"], 3);
+  const Json target = FeaturesOf(ViewWithPiecesLeftOut(), "target").at(0)["properties"];
+  EXPECT_EQ(target["points"][1]["form"], 2);
+  EXPECT_EQ(target["points"][1]["point"], 5);
+}
+
 TEST(SectionGeoJson, HasAPointWhereNoLineReachesOne) {
   SectionView view = HandMadeView();
   view.forms[0].lines = {{2, 1, 0}};

@@ -124,6 +124,7 @@ TEST(SectionViewPositions, LeavesOutAFormThatNothingPlaces) {
       FillForm("S")));
   ASSERT_THAT(view.forms, SizeIs(1));
   EXPECT_EQ(view.forms[0].name, "S");
+  EXPECT_EQ(view.forms[0].documentIndex, 1);
   EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("form loose is left out")));
 }
 
@@ -136,6 +137,7 @@ TEST(SectionViewPositions, LeavesOutWhatLiesOutOfReach) {
   ASSERT_THAT(form.points, SizeIs(2));
   EXPECT_EQ(form.points[1].code, "R1");
   EXPECT_EQ(form.points[1].from, 0);
+  EXPECT_EQ(form.points[1].documentIndex, 3);
   EXPECT_THAT(NotesOf(view), ElementsAre("form S: 2 points are left out, for lack of a value or out of reach"));
   EXPECT_THAT(LineCodes(form, 0), ElementsAre("CL", "R1"));
 }

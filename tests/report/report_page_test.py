@@ -700,6 +700,22 @@ class Findings(PageTest):
         self.assertTrue(self.one("#tip").is_displayed())
         self.assertEqual(len(self.all("svg.sheet .ring")), 1)
 
+    def test_rings_the_point_itself_where_others_are_left_out(self):
+        surface = '      <tsf:BuildForm name="盛土面" xSectType="盛土工">'
+        self.open(report(changed(
+            "road-4.1.xml",
+            (surface, '<tsf:BuildForm name="空" xSectType="盛土工"></tsf:BuildForm>' + surface),
+            ("0.7500 -4.000", "9999999.0 -4.000"),  # L2 lies out of reach, and so does L3, which hangs on it
+            ('code="R2"', 'code="R1"'),
+            ('code="L3"', 'code="L2"'))))  # fmt: skip
+        findings = [row for row in self.all("#panel-findings tbody tr") if "code used twice" in row.text]
+        self.assertEqual(len(findings), 2)
+        shown = [row for row in findings if "choosable" in row.get_attribute("class")]
+        self.assertEqual(len(shown), 1, "what is left out cannot be shown")
+        shown[0].click()
+        self.assertIn("R1", self.text("#tip .of-code"))
+        self.assertIn("4.2500 m", self.text("#tip"), "the second of that code, where the first is at 3.5 m")
+
     def test_lists_those_of_the_document_when_asked(self):
         self.assertEqual(self.text("#document-findings"), "")
         self.one("#document-summary").click()
