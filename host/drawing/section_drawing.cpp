@@ -252,7 +252,8 @@ class Sheet {
     add(m_view.alignment);
     if (m_view.isBehindChange) add(m_words.behindChange);
     if (m_view.isControlSection) add(m_words.controlSection);
-    if (m_view.centerHeight) add((m_view.isHeightAssumed ? "FH≈" : "FH=") + ValueText(*m_view.centerHeight, 3, 3));
+    // The sign for "about" that Japanese drawings have: code page 932 holds no other.
+    if (m_view.centerHeight) add((m_view.isHeightAssumed ? "FH≒" : "FH=") + ValueText(*m_view.centerHeight, 3, 3));
     if (!m_view.grounds.empty()) {
       const std::optional<double> ground = GroundHeightAt(m_view.grounds.front(), 0.0);
       if (ground) add("GH=" + ValueText(*ground, 3, 3));

@@ -164,6 +164,12 @@ TEST_F(ExportCommand, SaysWhatIsNotShownInTheLanguageOfTheDrawing) {
   EXPECT_THAT(Exported(Sample("road-4.1.xml"), "y.dxf"), HasSubstr("* the height of the centre line"));
 }
 
+TEST_F(ExportCommand, WritesWordsThatEveryCadProgramReads) {
+  const std::string drawing = Exported(Sample("road-4.1.xml"), "x.dxf");
+  EXPECT_THAT(drawing, HasSubstr(vorn_host::DxfText("FH≒79.000")));
+  EXPECT_THAT(drawing, Not(HasSubstr("\\U+"))) << "an escape in front of digits is read as a part of the number";
+}
+
 TEST_F(ExportCommand, ExportsADesignWithoutSections) {
   const std::string design = Design(DesignXml(""));
   EXPECT_THAT(Exported(design, "x.dxf"), HasSubstr("ENTITIES\r\n  0\r\nENDSEC"));

@@ -639,7 +639,7 @@ TEST(SectionDrawingSheet, MarksAnAssumedHeight) {
   SectionView view = WithGround(RoadView(), -4.07);
   EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Title)[1], HasSubstr("FH=0.000"));
   view.isHeightAssumed = true;
-  EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Title)[1], HasSubstr("FH≈0.000"));
+  EXPECT_THAT(TextsOf(Draw(view), DrawingKind::Title)[1], HasSubstr("FH≒0.000"));
 }
 
 TEST(SectionDrawingSheet, BreaksNotesBetweenCharacters) {
