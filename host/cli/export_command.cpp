@@ -22,8 +22,8 @@
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_geojson.h"
 #include "host/drawing/section_view.h"
+#include "host/drawing/value_text.h"
 #include "host/project/design_file.h"
-#include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_cli {
 
@@ -243,7 +243,7 @@ ExportSummary Export(const ExportOptions& options, Format format) {
   return summary;
 }
 
-std::string ScaleText(double scale) { return "1:" + std::string(FixedDecimal(scale, 0).View()); }
+std::string ScaleText(double scale) { return "1:" + vorn_host::ValueText(scale, 0, 3); }
 
 void PrintText(const ExportOptions& options, const ExportSummary& summary) {
   TextReport report;

@@ -11,6 +11,7 @@
 
 #include "host/document/text_encoding.h"
 #include "host/drawing/drawing_style.h"
+#include "host/drawing/value_text.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
@@ -232,7 +233,7 @@ DxfHeader HeaderOf(const SheetGrid& grid) {
 /// "20 cross sections, 1:100, metres": an engineer has to know the unit, which the format does not tell.
 std::string IndexTitle(const SheetGrid& grid, Language language) {
   const std::string count = std::to_string(grid.Count());
-  const std::string scale = "1:" + std::string(FixedDecimal(grid.Scale(), 0).View());
+  const std::string scale = "1:" + ValueText(grid.Scale(), 0, 3);
   if (language == Language::Japanese) return "横断面 " + count + "  縮尺 " + scale + "  単位 m";
   return count + (grid.Count() == 1 ? " cross section, " : " cross sections, ") + scale + ", metres";
 }

@@ -67,6 +67,12 @@ TEST_F(ExportCommand, TellsWhatItWrote) {
   EXPECT_TRUE(json["notes"].is_number());
 }
 
+TEST_F(ExportCommand, TellsAScaleWithItsDecimals) {
+  EXPECT_THAT(Output({"export", Sample("road-4.1.xml"), "-o", Path("x.dxf"), "--scale", "1.4"}),
+              HasSubstr("Scale of texts      1:1.4\n"));
+  EXPECT_THAT(ReadAll(Path("x.dxf")), HasSubstr("10 cross sections, 1:1.4, metres"));
+}
+
 TEST_F(ExportCommand, WritesToTheStandardOutput) {
   const ToolRun run = Vorn({"export", Sample("river-2.0.xml"), "--format", "csv"});
   EXPECT_EQ(run.exitCode, 0);
