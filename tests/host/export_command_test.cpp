@@ -123,6 +123,27 @@ TEST_F(ExportCommand, NeverReplacesTheDesign) {
   EXPECT_EQ(ReadAll(design), before);
 }
 
+TEST_F(ExportCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", Path("former.out")});
+}
+
 TEST_F(ExportCommand, WritesNothingOfADesignThatCannotBeRead) {
   WriteAll(Path("x.csv"), "old");
   ExpectFailure({"export", Design("<broken"), "-o", Path("x.csv")}, HasSubstr("in.xml"));

@@ -145,6 +145,27 @@ TEST_F(PlotCommand, NeverWritesOverTheDesign) {
   EXPECT_EQ(ReadAll(design), before);
 }
 
+TEST_F(PlotCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"plot", Sample("road-4.1.xml"), "--index", "1", "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"plot", Sample("road-4.1.xml"), "--index", "1", "-o", Path("former.out")});
+}
+
 TEST_F(PlotCommand, LeavesNoFileBehindAFailure) {
   ExpectFailure({"plot", Road(), "--index", "99", "-o", Path("out.svg")}, HasSubstr("index 99"));
   ExpectFailure({"plot", Road(), "--index", "1", "-o", Path("absent/out.svg")}, HasSubstr("absent/out.svg"));

@@ -102,6 +102,27 @@ TEST_F(ReportCommand, NeverTakesThePlaceOfTheDesign) {
   EXPECT_EQ(ReadAll(Path("in.xml")), design);
 }
 
+TEST_F(ReportCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"report", Sample("road-4.1.xml"), "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"report", Sample("road-4.1.xml"), "-o", Path("former.out")});
+}
+
 TEST_F(ReportCommand, LeavesTheFormerPageWhenItFails) {
   WriteAll(Path("page.html"), "former");
   WriteAll(Path("in.xml"), "no design");
