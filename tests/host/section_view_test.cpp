@@ -534,6 +534,15 @@ TEST(SectionViewTargets, AreNotLostWithoutASection) {
   EXPECT_EQ(without.targets[0].designValue, std::nullopt);
 }
 
+TEST(SectionViewTargets, DoNotStandInASectionWithoutAStation) {
+  DesignDocument document =
+      DocumentOf(Edition::V41, {Section(NurReal(), {RoadForm("S")}), Section(0.0, {RoadForm("S")})});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(0.0, "S", {"L1", "R1"}));
+  const SectionViewer viewer(document);
+  EXPECT_THAT(viewer.Of(0, 0).targets, IsEmpty());
+  EXPECT_THAT(viewer.Of(0, 1).targets, SizeIs(1));
+}
+
 TEST(SectionViewTargets, OfAFormStandThereWhereNoSectionIsAtTheirStations) {
   VornBuildForm form = RoadForm("S");
   form.GetFormCtrlTargetArray().Add(TargetOn(30.0, "S", {"L1", "R1"}));
