@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <system_error>
 
 #include "host/document/atomic_file.h"
 #include "host/project/design_file.h"
@@ -19,9 +20,10 @@ bool IsNamedLikeProject(const fs::path& path) {
 
 }  // namespace
 
-void RefuseToReplaceDesign(const std::string& out, const std::string& what) {
+void RefuseToReplaceDesign(const std::string& design, const std::string& out, const std::string& what) {
   if (out.empty()) return;
-  if (vorn_host::HoldsDesign(out)) {
+  std::error_code absent;
+  if (fs::equivalent(design, out, absent) || vorn_host::HoldsDesign(out)) {
     throw CLI::ValidationError("--output", what + " would replace the design " + out);
   }
   if (IsNamedLikeProject(out) || IsNamedLikeProject(vorn_host::ThroughLinks(out))) {

@@ -322,7 +322,7 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
   command->callback([options, command, &exitCode] {
     const Format format = FormatOf(*options);
     RefuseMisplacedOptions(*command, *options, format);
-    RefuseToReplaceDesign(options->out, "the export");
+    RefuseToReplaceDesign(options->file, options->out, "the export");
     Report(*options, Export(*options, format));
     exitCode = kOk;
   });

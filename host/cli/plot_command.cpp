@@ -93,7 +93,7 @@ void PrintJson(const Plot& plot, const std::string& out) {
 }
 
 void Run(const PlotOptions& options) {
-  RefuseToReplaceDesign(options.out, "the drawing");
+  RefuseToReplaceDesign(options.file, options.out, "the drawing");
   const Plot plot = MakePlot(options);
   const std::string svg = vorn_host::WriteSvg(plot.drawings, "Cross section " + TitleOf(plot.views.front()));
   if (options.out.empty()) return PrintVerbatim(svg);

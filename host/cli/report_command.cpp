@@ -28,7 +28,7 @@ struct ReportCommandOptions {
 };
 
 DesignReport WriteReport(const ReportCommandOptions& options) {
-  RefuseToReplaceDesign(options.out, "the report");
+  RefuseToReplaceDesign(options.file, options.out, "the report");
   Progress progress(Progress::IsLong(options.file));
   progress.Show("reading", 0, 1);
   const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
