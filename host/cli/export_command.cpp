@@ -16,6 +16,7 @@
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
+#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/drawing/dxf_sections.h"
 #include "host/drawing/section_csv.h"
@@ -51,11 +52,12 @@ struct ExportOptions {
 /// What was exported; both the text and the JSON are made from it.
 struct ExportSummary {
   Format format = Format::Dxf;
+  int sets = 0;
   int sections = 0;
   int entries = 0;     ///< rows of a table, features of a collection
   double scale = 0.0;  ///< 1:scale of a drawing
   int notes = 0;
-  std::vector<std::string> firstNotes;  ///< each with its station
+  std::vector<std::string> firstNotes;  ///< each with its section
 };
 
 const std::map<std::string, Format>& Formats() {
@@ -136,6 +138,7 @@ class Sections {
     }
   }
 
+  [[nodiscard]] int SetCount() const { return m_sets; }
   [[nodiscard]] int Count() const { return static_cast<int>(m_places.size()); }
 
  private:
@@ -145,10 +148,17 @@ class Sections {
   std::vector<std::pair<int, int>> m_places;  ///< set and section
 };
 
+/// "No.6+0.0000 (No.6)", or "set 2 > No.6+0.0000 (No.6)" where there are several sets.
+std::string PlaceOf(const SectionView& view, int sets) {
+  const std::string set = "set " + std::to_string(view.set + 1);
+  if (view.section < 0) return set;
+  return sets > 1 ? set + " > " + TitleOf(view) : TitleOf(view);
+}
+
 void TakeNotes(const SectionView& view, const std::vector<vorn_host::ViewNote>& notes, ExportSummary& summary) {
   constexpr std::size_t kShown = 20;
   summary.notes += static_cast<int>(notes.size());
-  const std::string where = view.section < 0 ? "set " + std::to_string(view.set + 1) : view.stationText;
+  const std::string where = PlaceOf(view, summary.sets);
   for (const vorn_host::ViewNote& note : notes) {
     if (summary.firstNotes.size() == kShown) return;
     summary.firstNotes.push_back(where + ": " + NoteText(note, vorn_host::Language::English));
@@ -228,6 +238,7 @@ ExportSummary Export(const ExportOptions& options, Format format) {
   const Sections sections(document, options.centerHeight);
   ExportSummary summary;
   summary.format = format;
+  summary.sets = sections.SetCount();
   summary.sections = sections.Count();
   switch (format) {
     case Format::Dxf:

@@ -10,6 +10,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/section_choice.h"
+#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_view.h"
@@ -56,11 +57,6 @@ Plot MakePlot(const PlotOptions& options) {
     view.notes = NotesOf(view, plot.drawings.back());
   }
   return plot;
-}
-
-std::string TitleOf(const SectionView& view) {
-  const std::string station = view.stationText.empty() ? "no station" : view.stationText;
-  return view.name.empty() ? station : station + " (" + view.name + ")";
 }
 
 void PrintText(const Plot& plot, const std::string& out) {

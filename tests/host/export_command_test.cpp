@@ -88,6 +88,20 @@ TEST_F(ExportCommand, SaysWhereThereIsMoreToKnow) {
   EXPECT_THAT(Output({"export", design, "-o", Path("x.geojson")}), AllOf(HasSubstr("Notes:"), HasSubstr("S")));
 }
 
+TEST_F(ExportCommand, SaysOfWhichSectionANoteIs) {
+  const auto notesOf = [&](const std::string& text) {
+    return OutputJson({"export", Design(text), "-o", Path("x.csv"), "--json"})["firstNotes"];
+  };
+  const std::string empty = FormXml("S", kFillType, "");
+  const std::string section = Replaced(SectionXml("20.0000", empty), "<tsf:XSection", "<tsf:XSection name=\"No.1\"");
+  EXPECT_EQ(notesOf(DesignXml(section)), Json::array({"20.0000 (No.1): form S has no points"}));
+  EXPECT_EQ(notesOf(DesignXml(Replaced(section, "cumulativeDist=\"20.0000\"", ""))),
+            Json::array({"no station (No.1): form S has no points"}));
+  EXPECT_EQ(
+      notesOf(Replaced(DesignXml(section), "</tsf:XSections>", "</tsf:XSections>" + SetXml(section))),
+      Json::array({"set 1 > 20.0000 (No.1): form S has no points", "set 2 > 20.0000 (No.1): form S has no points"}));
+}
+
 TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
   for (const std::string format : {"dxf", "csv", "geojson"}) {
     const ToolRun run =
