@@ -471,7 +471,7 @@ class Layout {
   void AddLengths() {
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
-      if (target.item != ViewTarget::Item::Length || !target.designValue) continue;
+      if (target.item != ViewTarget::Item::SlopeLength || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;

@@ -589,16 +589,28 @@ class SectionBuilder {
   // --- control targets -------------------------------------------------------------------------------------------
 
   static ViewTarget::Item ItemOf(ControlItem item) {
+    using Item = ViewTarget::Item;
     switch (item) {
-      case ControlItem::Width:
-        return ViewTarget::Item::Width;
-      case ControlItem::Height:
-        return ViewTarget::Item::Height;
       case ControlItem::SlopeLength:
-        return ViewTarget::Item::Length;
-      default:
-        return ViewTarget::Item::Other;
+        return Item::SlopeLength;
+      case ControlItem::Width:
+        return Item::Width;
+      case ControlItem::Height:
+        return Item::Height;
+      case ControlItem::Thickness:
+        return Item::Thickness;
+      case ControlItem::Depth:
+        return Item::Depth;
+      case ControlItem::XSectArea:
+        return Item::SectionArea;
+      case ControlItem::Length:
+        return Item::Length;
+      case ControlItem::Area:
+        return Item::Area;
+      case ControlItem::Unset:
+        break;
     }
+    return Item::Other;
   }
 
   /// A point of a form of the section; -1 both where it is not there or has no place.
@@ -672,9 +684,9 @@ class SectionBuilder {
         return from.height;
       case ViewTarget::Item::Width:
         return std::abs(to.offset - from.offset);
-      case ViewTarget::Item::Length:
+      case ViewTarget::Item::SlopeLength:
         return first.form == last.form ? LengthAlong(form, first.point, last.point) : Distance(from, to);
-      case ViewTarget::Item::Other:
+      default:
         break;
     }
     return std::nullopt;

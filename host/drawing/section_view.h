@@ -95,7 +95,7 @@ struct ViewGround {
 
 /// A control target and the points that it names.
 struct ViewTarget {
-  enum class Item { Width, Height, Length, Other };
+  enum class Item { SlopeLength, Width, Height, Thickness, Depth, SectionArea, Length, Area, Other };
   struct Pnt {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section

@@ -59,12 +59,22 @@ namespace vorn_host {
 
 [[nodiscard]] constexpr std::string_view WordOf(ViewTarget::Item item) {
   switch (item) {
+    case ViewTarget::Item::SlopeLength:
+      return "slope length";
     case ViewTarget::Item::Width:
       return "width";
     case ViewTarget::Item::Height:
       return "height";
+    case ViewTarget::Item::Thickness:
+      return "thickness";
+    case ViewTarget::Item::Depth:
+      return "depth";
+    case ViewTarget::Item::SectionArea:
+      return "section area";
     case ViewTarget::Item::Length:
       return "length";
+    case ViewTarget::Item::Area:
+      return "area";
     case ViewTarget::Item::Other:
       break;
   }

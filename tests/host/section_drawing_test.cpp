@@ -527,7 +527,7 @@ TEST(SectionDrawingLabels, AreNotCrossedByLeaders) {
 
 TEST(SectionDrawingDimensions, ShowLengthsAlongSlopes) {
   SectionView view = RoadView();
-  view.targets = {TargetOf(ViewTarget::Item::Length, {1, 2}, 7.2111)};
+  view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {1, 2}, 7.2111)};
   const DrawnText value = TextOf(Draw(view), DrawingKind::Dimension, "SL=7.211");
   EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9);
   EXPECT_LT(value.liftMm, 0.0) << "the ratio stands on the other side";
@@ -535,7 +535,7 @@ TEST(SectionDrawingDimensions, ShowLengthsAlongSlopes) {
 
 TEST(SectionDrawingDimensions, LeaveOutTargetsOnMissingPoints) {
   SectionView view = RoadView();
-  for (const auto item : {ViewTarget::Item::Width, ViewTarget::Item::Height, ViewTarget::Item::Length}) {
+  for (const auto item : {ViewTarget::Item::Width, ViewTarget::Item::Height, ViewTarget::Item::SlopeLength}) {
     view.targets.push_back(TargetOf(item, {1, -1}, 1.0));
     view.targets.back().points[1].form = -1;
     view.targets.back().designValue.reset();

@@ -9,6 +9,7 @@
 #include <limits>
 #include <string>
 
+#include "host/drawing/section_words.h"
 #include "host/drawing/value_text.h"
 #include "host/sample/sample_design.h"
 #include "tests/host/editing.h"
@@ -498,11 +499,31 @@ TEST(SectionViewTargets, MeasureWidthHeightAndLength) {
   EXPECT_EQ(width.points[1].point, 3);
   EXPECT_NEAR(width.designValue.value(), 7.0, kTiny);
   EXPECT_NEAR(view.targets[1].designValue.value(), 99.93, kTiny);
-  EXPECT_EQ(view.targets[2].item, ViewTarget::Item::Length);
+  EXPECT_EQ(view.targets[2].item, ViewTarget::Item::SlopeLength);
   EXPECT_NEAR(view.targets[2].designValue.value(), std::hypot(6.0, 4.0), kTiny);
-  EXPECT_EQ(view.targets[3].item, ViewTarget::Item::Other);
+  EXPECT_EQ(view.targets[3].item, ViewTarget::Item::Thickness);
   EXPECT_EQ(view.targets[3].itemText, "Thickness");
   EXPECT_EQ(view.targets[3].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, AreCalledWhatTheDocumentCallsThem) {
+  const std::vector<std::pair<std::string, std::string>> names = {{"SlopeLength", "slope length"},
+                                                                  {"Width", "width"},
+                                                                  {"Height", "height"},
+                                                                  {"Thickness", "thickness"},
+                                                                  {"Depth", "depth"},
+                                                                  {"XSectArea", "section area"},
+                                                                  {"Length", "length"},
+                                                                  {"Area", "area"}};
+  std::string targets;
+  for (const auto& [item, name] : names)
+    targets += TargetXml(item, "20.0000", "Left Right", {{"S", "L1"}, {"S", "R1"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + targets));
+  ASSERT_THAT(view.targets, SizeIs(names.size()));
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    EXPECT_EQ(view.targets[i].itemText, names[i].first);
+    EXPECT_EQ(WordOf(view.targets[i].item), names[i].second);
+  }
 }
 
 TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
