@@ -667,7 +667,13 @@ class SectionBuilder {
     return Distance(placeOf(from), placeOf(to));
   }
 
-  /// Between the two points of a width or a length, of the only point of a height.
+  /// Of a thickness or a depth, which is measured upright; none between points beside each other.
+  static std::optional<double> HeightBetween(const SectionPlace& from, const SectionPlace& to) {
+    if (std::abs(to.offset - from.offset) > kSamePlace) return std::nullopt;
+    return std::abs(to.height - from.height);
+  }
+
+  /// Between the two points of whatever is measured, of the only point of a height.
   static std::optional<double> DesignValue(const SectionView& view, const ViewTarget& target) {
     const bool isHeight = target.item == ViewTarget::Item::Height;
     if (target.points.size() != (isHeight ? 1u : 2u)) return std::nullopt;
@@ -686,6 +692,9 @@ class SectionBuilder {
         return std::abs(to.offset - from.offset);
       case ViewTarget::Item::SlopeLength:
         return first.form == last.form ? LengthAlong(form, first.point, last.point) : Distance(from, to);
+      case ViewTarget::Item::Thickness:
+      case ViewTarget::Item::Depth:
+        return HeightBetween(from, to);
       default:
         break;
     }

@@ -110,8 +110,9 @@ struct ViewTarget {
   std::string scope;       ///< target scope; may be empty
   std::string regulation;  ///< target regulation; may be empty
   std::vector<Pnt> points;
-  /// Metres: the width, the elevation, or the length along the form that the design has. None for a height of several
-  /// points, each of which has its own.
+  /// Metres: the width, the elevation, the length along the form, or the thickness or depth between two points at one
+  /// offset that the design has. None for a height of several points, each of which has its own, for a thickness
+  /// between points at different offsets, and for what a section cannot tell, such as an area.
   std::optional<double> designValue;
 
   friend bool operator==(const ViewTarget&, const ViewTarget&) = default;

@@ -533,6 +533,19 @@ TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
   EXPECT_EQ(view.targets[0].designValue, std::nullopt);
 }
 
+TEST(SectionViewTargets, MeasureThicknessAndDepthBetweenPointsAtOneOffset) {
+  const auto valueOf = [](const char* item, const char* ofLayer) {
+    const std::string target = TargetXml(item, "20.0000", "Lower Upper", {{"基層", ofLayer}, {"S", "CL"}});
+    return ViewOfText(DesignXml(SectionXml("20.0000", FillForm() + LayerForm("基層")) + target), 100.0)
+        .targets.at(0)
+        .designValue;
+  };
+  EXPECT_NEAR(valueOf("Thickness", "CL").value(), 0.05, kTiny);
+  EXPECT_NEAR(valueOf("Depth", "CL").value(), 0.05, kTiny);
+  EXPECT_EQ(valueOf("Thickness", "L1"), std::nullopt) << "3 m beside it";
+  EXPECT_EQ(valueOf("XSectArea", "CL"), std::nullopt);
+}
+
 TEST(SectionViewTargets, MeasureLengthsAlongTheForm) {
   const std::string target = TargetXml("SlopeLength", "20.0000", "Shoulder Toe", {{"S", "L2"}, {"S", "CL"}});
   const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target));
