@@ -32,6 +32,9 @@ using Reading = ViewInput::Reading;
 /// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
 /// near to the ground lies on it.
 constexpr double kOnGround = 0.005;
+/// Ends of slopes that nobody marked as crossings tell a height only on ground that differs by as much, in metres: on
+/// level ground the two sides of any symmetric section agree, however high it stands.
+constexpr double kTellingGround = 0.05;
 /// Nothing of a cross section lies farther away than this, in metres: what does is a damaged value.
 constexpr double kFarthest = 1e6;
 
@@ -526,6 +529,7 @@ class SectionBuilder {
   struct GroundEnd {
     bool isMarked = false;
     bool isLeft = false;
+    double ground = 0.0;  ///< elevation
     double centerHeight = 0.0;
   };
 
@@ -538,7 +542,8 @@ class SectionBuilder {
         const ViewPoint* end = EndOf(form, side);
         if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
         const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
-        if (ground) ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground - end->place.height});
+        if (ground)
+          ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground, *ground - end->place.height});
       }
     }
     return ends;
@@ -564,11 +569,25 @@ class SectionBuilder {
       return has(true) && has(false);
     };
     if (!hasBothSides(ends, false)) return std::nullopt;
-    if (hasBothSides(ends, true)) std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
+    if (hasBothSides(ends, true)) {
+      std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
+    } else if (SpreadOf(ends, &GroundEnd::ground) < kTellingGround) {
+      return std::nullopt;
+    }
+    if (SpreadOf(ends, &GroundEnd::centerHeight) > kOnGround) return std::nullopt;
+    const auto [least, most] = MinMaxOf(ends, &GroundEnd::centerHeight);
+    return Rounded((least + most) / 2.0, 3);
+  }
+
+  static std::pair<double, double> MinMaxOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
     const auto [least, most] = std::minmax_element(
-        ends.begin(), ends.end(), [](const auto& a, const auto& b) { return a.centerHeight < b.centerHeight; });
-    if (most->centerHeight - least->centerHeight > kOnGround) return std::nullopt;
-    return Rounded((least->centerHeight + most->centerHeight) / 2.0, 3);
+        ends.begin(), ends.end(), [&](const GroundEnd& a, const GroundEnd& b) { return a.*value < b.*value; });
+    return {(*least).*value, (*most).*value};
+  }
+
+  static double SpreadOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
+    const auto [least, most] = MinMaxOf(ends, value);
+    return most - least;
   }
 
   /// A design that ends on the ground crosses it there, whether or not the document marks the point.

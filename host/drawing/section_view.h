@@ -152,8 +152,9 @@ class SectionViewer {
   /// have no position yet; what cannot be placed is left out and told in the notes.
   ///
   /// Most documents do not tell the height of the centre line, but their ground lies at elevations. The height is taken
-  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. Otherwise
-  /// heights count from the centre line, and the ground is left out.
+  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. On level
+  /// ground that takes marked crossings, as equal slopes agree there at any height. Otherwise heights count from the
+  /// centre line, and the ground is left out.
   /// @param centerHeight height of the centre line, in metres, where the document does not tell it
   [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
 

@@ -435,7 +435,16 @@ TEST(SectionViewHeight, IsNotGuessed) {
   EXPECT_EQ(heightOf(SlopedForm() + GroundXml({"-5.0000 96.0000", "5.0000 96.0000"})), std::nullopt)
       << "the ground is too short";
   EXPECT_EQ(heightOf(LayerForm("基層")), std::nullopt);
-  EXPECT_EQ(heightOf(SlopedForm() + FlatGround("96.0000")), 100.07);
+  EXPECT_EQ(heightOf(SlopedForm() + FlatGround("96.0000")), std::nullopt)
+      << "on level ground two equal sides agree at any height";
+}
+
+TEST(SectionViewHeight, IsFoundOnLevelGroundAtMarkedCrossings) {
+  const std::string form =
+      FormXml("S", kFillType,
+              CenterXml() + PartXml("XL", 'L', "Slope(Fill)", "Rate", "-4.0000 1.500", " seriesPnt=\"false\"") +
+                  PartXml("XR", 'R', "Slope(Fill)", "Rate", "-4.0000 1.500", " seriesPnt=\"false\""));
+  EXPECT_EQ(ViewOfText(OneSection(form + FlatGround("96.0000"))).centerHeight, 100.0);
 }
 
 TEST(SectionViewHeight, IsFoundAtMarkedCrossingsBeforeTheEndsOfSlopes) {
