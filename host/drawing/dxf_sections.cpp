@@ -46,15 +46,13 @@ static_assert(kLayers[static_cast<std::size_t>(DrawingKind::Title)].name == "TIT
 
 std::string_view LayerOf(DrawingKind kind) { return kLayers[static_cast<std::size_t>(kind)].name; }
 
-// --- sizes, in millimetres on paper
-// -----------------------------------------------------------------------------------
+// --- sizes, in millimetres on paper ----------------------------------------------------------------------------------
 
 constexpr double kGap = 15.0;  ///< between the sheets
 constexpr double kIndexText = 3.5;
 constexpr double kOriginArm = 3.0;
 
-// --- parts of an index line, in text heights
-// --------------------------------------------------------------------------
+// --- parts of an index line, in text heights -------------------------------------------------------------------------
 
 constexpr double kIndexNameWidth = 8.0;  ///< of the sheets' names
 constexpr double kIndexGap = 2.0;

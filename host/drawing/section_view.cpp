@@ -62,18 +62,22 @@ ViewInput InputOf(const VornComposedPnt& point) {
   return {ReadingOf(point), told(point.GetX()), told(point.GetY())};
 }
 
+/// A dash for a value that is not set, which points that were placed may lack; nothing where both are.
 std::string InputText(const ViewInput& input) {
-  const std::string first = ValueText(input.x.value_or(0.0), 3, 4) + " m, ";
-  const std::string second = ValueText(input.y.value_or(0.0), 3, 4);
+  if (!input.x && !input.y) return {};
+  const auto told = [](const std::optional<double>& value, const char* before, const char* behind) {
+    return value ? before + ValueText(*value, 3, 4) + behind : std::string("–");
+  };
+  const std::string first = told(input.x, "", " m") + ", ";
   switch (input.reading) {
     case Reading::Rate:
-      return first + "1:" + second;
+      return first + told(input.y, "1:", "");
     case Reading::Percent:
-      return first + second + " %";
+      return first + told(input.y, "", " %");
     case Reading::WidthHeight:
       break;
   }
-  return first + second + " m";
+  return first + told(input.y, "", " m");
 }
 
 SectionPart PartOf(const VornComposedPnt& point) {
@@ -112,15 +116,17 @@ std::string GradeText(const ViewInput& input, SectionPart part, const SectionPla
                        (isUnknownPart && (input.reading == Reading::Rate ||
                                           (input.reading != Reading::Percent && std::abs(rise) > kSteep * width)));
   if (asRatio && !isLevel) {
-    const double ratio = input.reading == Reading::Rate ? std::abs(input.y.value_or(0.0)) : width / std::abs(rise);
+    const double ratio = input.reading == Reading::Rate && input.y ? std::abs(*input.y) : width / std::abs(rise);
     return "1:" + ValueText(ratio, 1, 3);
   }
-  const double percent = input.reading == Reading::Percent ? input.y.value_or(0.0) : 100.0 * rise / width;
+  const double percent = input.reading == Reading::Percent && input.y ? *input.y : 100.0 * rise / width;
   return ValueText(percent, 1, 3) + "%";
 }
 
-bool IsMarkedCrossing(const VornComposedPnt& point) {
-  return point.IsCrossPoint() || !point.GetSeriesPnt() || point.GetCode() == "XL" || point.GetCode() == "XR";
+/// @param isStart that a form does not go on through its start point only tells that its sides are not joined
+bool IsMarkedCrossing(const VornComposedPnt& point, bool isStart) {
+  if (point.IsCrossPoint()) return true;
+  return !isStart && (!point.GetSeriesPnt() || point.GetCode() == "XL" || point.GetCode() == "XR");
 }
 
 // --- roles of forms --------------------------------------------------------------------------------------------------
@@ -451,7 +457,7 @@ class SectionBuilder {
     added.values = InputOf(point);
     added.input = InputText(added.values);
     added.exists = point.GetExistence() != VORN_Existence::False;
-    added.isCrossing = !form.points.empty() && IsMarkedCrossing(point);
+    added.isCrossing = IsMarkedCrossing(point, form.points.empty());
     if (!form.points.empty()) added.part = PartOf(point);
     if (from >= 0) {
       const SectionPlace& before = form.points[static_cast<std::size_t>(from)].place;

@@ -232,6 +232,13 @@ TEST(SectionViewLines, EndAtAStartPointThatTheFormDoesNotGoOnThrough) {
   EXPECT_FALSE(view.forms[0].points[0].isCrossing) << "a start point is no crossing";
 }
 
+TEST(SectionViewLines, ShowACrossingAtAStartPoint) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  VornComposedPnt& start = FormOf(document).GetComposedPntArray()[0];
+  start.SetPointType(VornComposedPnt::kCrossPoint);
+  EXPECT_TRUE(ViewOf(document, 0, 0).forms.at(0).points.at(0).isCrossing);
+}
+
 // --- texts -----------------------------------------------------------------------------------------------------------
 
 TEST(SectionViewTexts, TellTheGradesOfSlopesAsRatiosAndOthersInPercent) {
@@ -295,6 +302,22 @@ TEST(SectionViewTexts, HaveTheInputValuesAsNumbersToo) {
   EXPECT_EQ(PointAt(view.forms.at(0), "L1").values, (vorn_host::ViewInput{Reading::Percent, 3.5, -2.0}));
   EXPECT_EQ(PointAt(view.forms[0], "L2").values, (vorn_host::ViewInput{Reading::Rate, -4.0, 1.5}));
   EXPECT_EQ(PointAt(view.forms[0], "CL").values, (vorn_host::ViewInput{Reading::WidthHeight, 0.0, 0.0}));
+}
+
+TEST(SectionViewTexts, TellWhichInputValueAPlacedPointLacks) {
+  DesignDocument document = ReadText(OneSection(SlopedForm()));
+  const DesignEditor editor(document);  // places the points
+  Vorn_ComposedPntArray& points = FormOf(document).GetComposedPntArray();
+  points[1].SetX(NurReal());
+  points[2].SetY(NurReal());
+  points[3].SetX(NurReal());
+  points[3].SetY(NurReal());
+  const ViewForm form = ViewOf(document, 0, 0).forms.at(0);
+  EXPECT_EQ(form.points.at(1).input, "–, -2.000 %");
+  EXPECT_EQ(form.points.at(2).input, "-4.000 m, –");
+  EXPECT_EQ(form.points.at(2).grade, "1:1.5") << "as its place tells";
+  EXPECT_EQ(form.points.at(3).input, "");
+  EXPECT_EQ(form.points.at(3).grade, "-2.0%");
 }
 
 TEST(SectionViewTexts, KeepEveryDecimalOfTheDocument) {
