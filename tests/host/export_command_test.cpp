@@ -199,6 +199,25 @@ TEST_F(ExportCommand, DrawsAllSectionsAtOneScale) {
   EXPECT_THAT(heights, SizeIs(1));
 }
 
+TEST_F(ExportCommand, NamesTheSectionThatMakesTheDrawingSmall) {
+  const auto notesOf = [&](const std::string& width, const std::vector<std::string>& options = {}) {
+    const std::string wide = CenterXml() + PointXml("L1", 'L', "Percent", width + " -2.000");
+    const std::string design = Design(DesignXml(SectionXml("0.0000", FillForm()) + SectionXml("20.0000", FillForm()) +
+                                                SectionXml("40.0000", FormXml("S", kFillType, wide))));
+    std::vector<std::string> arguments = {"export", design, "-o", Path("x.dxf"), "--json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return OutputJson(arguments)["firstNotes"];
+  };
+  EXPECT_EQ(notesOf("3.5000"), Json::array());
+  EXPECT_EQ(notesOf("35.0000"), Json::array()) << "sections may well differ";
+  const Json notes = notesOf("350000.0000");
+  ASSERT_EQ(notes.size(), 1u) << notes;
+  EXPECT_EQ(notes[0],
+            "40.0000: its size makes the whole drawing 1:1000000; most of the other cross sections need no "
+            "smaller scale than 1:100 (--scale 100)");
+  EXPECT_EQ(notesOf("350000.0000", {"--scale", "100"}), Json::array()) << "the scale is told";
+}
+
 TEST_F(ExportCommand, SaysWhatIsNotShownInTheLanguageOfTheDrawing) {
   const std::string japanese = vorn_host::DxfText("* 中心線の標高");
   EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf", {"--language", "ja"}), HasSubstr(japanese));
