@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/drawing/paper.h"
+#include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
 
@@ -19,7 +20,12 @@ Json Rounded(double value, double parts) {
   const double rounded = std::round(value * parts) / parts + 0.0;  // no negative zero
   return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
 }
-Json Metres(double value) { return Rounded(value, 1e6); }
+/// The four decimals of a document, rounded as everywhere: the page only writes the number down.
+Json Metres(double value) {
+  constexpr int kPlaces = 4;
+  const double rounded = FixedDecimal::Round(value, kPlaces) + 0.0;  // no negative zero
+  return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
+}
 Json Metres(const std::optional<double>& value) { return value ? Metres(*value) : Json(nullptr); }
 /// On paper a thousandth of a millimetre is a tenth of one at 1:100, which is the last place of a document.
 Json Millimetres(double value) { return Rounded(value, 1e3); }

@@ -174,6 +174,15 @@ TEST(SectionReportJson, KeepsTheLastPlaceOfHugeCoordinates) {
   EXPECT_EQ(point[11], -999'899.999);
 }
 
+TEST(SectionReportJson, RoundsMetresToTheDecimalsOfADocument) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.view.forms.push_back(
+      {"S", "", FormRole::DesignSurface, {PointAt(-0.00004, 1.00005), PointAt(-2.12345, 0.0)}, {}});
+  const std::string points = JsonOf(report)["forms"][0]["points"].dump();
+  EXPECT_THAT(points, HasSubstr(",0.0,1.0001,")) << "half away from zero, and no -0.0: " << points;
+  EXPECT_THAT(points, HasSubstr(",-2.1235,0.0,")) << points;
+}
+
 TEST(SectionReportJson, TellsOfAPointWhatTheViewKnows) {
   SectionReport report = ReportOf(EmptyDrawing());
   ViewPoint point;

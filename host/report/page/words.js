@@ -126,7 +126,7 @@ function heightText({ centerHeight, isHeightAssumed }) {
   return isHeightAssumed ? `${height} (${words.assumedHeight})` : height;
 }
 
-/** Metres with the four decimals of a document; a dash for none. */
+/** Metres with the four decimals of a document, which the page's numbers are rounded to; a dash for none. */
 function metres(value) {
   return value === null ? '–' : value.toFixed(4);
 }
