@@ -851,6 +851,15 @@ class Printing(PageTest):
             self.assertAlmostEqual(value, 96 / 25.4, delta=0.03)
         self.assertGreater(self.pdf_pages(), 10)
 
+    def test_prints_long_names_on_a_page_or_two(self):
+        long = "長い名称" * 3500
+        path = changed("road-4.1.xml", ('<tsf:XSection name="No.0"', f'<tsf:XSection name="{long}"'),
+                       ('<tsf:BuildForm name="盛土面"', f'<tsf:BuildForm name="{long}"'),
+                       ('buildFormName="盛土面" code="L1"', f'buildFormName="{long}" code="L1"'),
+                       ('code="R2"', 'code="R1"'))  # fmt: skip
+        self.open(report(path))
+        self.assertLessEqual(self.pdf_pages(), 2)
+
     def test_can_be_cancelled(self):
         self.one("#print").click()
         self.one("#print-dialog [value=cancel]").click()
@@ -909,6 +918,20 @@ class Room(PageTest):
         self.assertLess(self.run_script(height, ".tools"), 120)
         self.assertGreater(self.run_script(height, "#stage"), 300)
         self.assertIn(name.strip(), self.one("#title").get_attribute("title"))
+
+    def test_a_long_name_leaves_short_words_whole(self):
+        long = "長い名称" * 300
+        path = changed("road-4.1.xml", ('<tsf:BuildForm name="盛土面"', f'<tsf:BuildForm name="{long}"'),
+                       ('buildFormName="盛土面" code="L1"', f'buildFormName="{long}" code="L1"'))  # fmt: skip
+        self.open(report(path))
+        self.one("#tab-targets").click()
+        lines = self.run_script("""
+            return [...document.querySelectorAll('#panel-targets tbody td:first-child')].map((cell) => {
+              const range = document.createRange();
+              range.selectNodeContents(cell);
+              return range.getClientRects().length;
+            })""")  # fmt: skip
+        self.assertEqual(set(lines), {1})
 
     def test_no_window_is_too_narrow(self):
         self.open(report(sample("road-4.1.xml")))

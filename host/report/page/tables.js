@@ -10,8 +10,15 @@ function head(...names) {
   return make('thead', {}, make('tr', {}, ...names.map((name) => make('th', { scope: 'col', class: NUMBERS.has(name) && 'number' }, speech.words[name]))));
 }
 
+/** Up to so many characters a text stays on one line, whatever room long ones beside it would take. */
+const LONGEST_UNBROKEN = 16;
+
+function textCell(text) {
+  return make('td', { class: text.length <= LONGEST_UNBROKEN && 'short' }, text);
+}
+
 function cells(row, ...texts) {
-  for (const text of texts) row.append(text instanceof Node ? text : make('td', {}, text));
+  for (const text of texts) row.append(text instanceof Node ? text : textCell(text));
   return row;
 }
 
