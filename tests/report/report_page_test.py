@@ -933,6 +933,15 @@ class Room(PageTest):
             })""")  # fmt: skip
         self.assertEqual(set(lines), {1})
 
+    def test_a_table_of_thousands_of_rows_is_cut(self):
+        last = '<tsf:ComposedPnt code="R5"'
+        point = '<tsf:ComposedPnt code="R" location="Right" componentType="Roadbed" dataType="WidthHeight" existence="true">0.01 0</tsf:ComposedPnt>'
+        self.open(report(changed("road-4.1.xml", (last, point * 3000 + last))))
+        self.one("#tab-points").click()
+        self.assertEqual(len(self.all("#panel-points tbody tr")), 1000)
+        self.assertRegex(self.text("#tab-points"), r"\(30\d\d\)")
+        self.assertRegex(self.text("#panel-points .rest"), r"and 20\d\d more")
+
     def test_no_window_is_too_narrow(self):
         self.open(report(sample("road-4.1.xml")))
         try:

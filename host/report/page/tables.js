@@ -3,6 +3,9 @@
 /** A document may have any number of findings; the page lists this many. */
 const MOST_FINDINGS = 500;
 
+/** The same for the points and the control targets of a section: thousands of rows would take seconds to make. */
+const MOST_ROWS = 1000;
+
 /** Columns that hold metres. */
 const NUMBERS = new Set(['value', 'offset', 'height']);
 
@@ -45,30 +48,35 @@ function findingsTable(findings, viewNotes = []) {
     body.append(cells(make('tr'), make('td', {}, make('span', { class: 'badge view' }, words.view)), '', '', note));
   }
   const table = make('table', {}, head('severity', 'kind', 'where', 'reason'), body);
-  if (errorsFirst.length <= MOST_FINDINGS) return table;
-  return make('div', {}, table, make('p', { class: 'quiet' }, words.more(errorsFirst.length - MOST_FINDINGS)));
+  return withRest(table, errorsFirst.length - MOST_FINDINGS);
+}
+
+/** A table, and how many rows it leaves out. */
+function withRest(table, left) {
+  return left > 0 ? make('div', {}, table, make('p', { class: 'quiet rest' }, speech.words.more(left))) : table;
 }
 
 /**
  * A table of rows that can be chosen, without the columns that say nothing.
- * @param rows of each its attributes, and a text or cell for every column
+ * @param rowOf gives of an item the attributes of its row, and a text or cell for every column
  */
-function choosableTable(columns, rows) {
+function choosableTable(columns, items, rowOf) {
+  const rows = items.slice(0, MOST_ROWS).map(rowOf);
   const told = columns.map((_, at) => rows.some(([, texts]) => texts[at] !== ''));
   const isTold = (_, at) => told[at];
   const body = make('tbody');
   for (const [attributes, texts] of rows) body.append(cells(choosable(attributes), ...texts.filter(isTold)));
-  return make('table', {}, head(...columns.filter(isTold)), body);
+  return withRest(make('table', {}, head(...columns.filter(isTold)), body), items.length - MOST_ROWS);
 }
 
 function targetsTable(section) {
   const { words } = speech;
-  const rows = section.targets.map((target, at) => {
+  const rowOf = (target, at) => {
     const names = target.points.map(([form, , name]) => (form < 0 ? `${name} (${words.missing})` : name));
     return [{ 'data-target': at }, [words.items[target.item] ?? target.item, names.join(' – '), number(target.value),
       target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation]];
-  });
-  return choosableTable(['item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'], rows);
+  };
+  return choosableTable(['item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'], section.targets, rowOf);
 }
 
 /** What there is to say of a point besides its place. */
@@ -91,12 +99,13 @@ function sideAndPart(point) {
 }
 
 function pointsTable(section) {
-  const rows = pointsOf(section).filter(({ form }) => form >= 0).map((point) => [
+  const points = pointsOf(section).filter(({ form }) => form >= 0);
+  const rowOf = (point) => [
     { 'data-form': point.form, 'data-point': point.at },
     [section.forms[point.form].name, codeOf(point), number(point.offset), number(point.height), fromOf(section, point),
       point.input, point.grade, sideAndPart(point), remarksOn(point)],
-  ]);
-  return choosableTable(['form', 'code', 'offset', 'height', 'from', 'input', 'grade', 'part', 'remarks'], rows);
+  ];
+  return choosableTable(['form', 'code', 'offset', 'height', 'from', 'input', 'grade', 'part', 'remarks'], points, rowOf);
 }
 
 /** What the pointer is told about a point; others at the same place are named too. */
