@@ -229,9 +229,9 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   return std::nullopt;
 }
 
-std::vector<std::string> NoteTexts(const SectionView& view, Language language) {
+std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
   std::vector<std::string> texts;
-  for (const ViewNote& note : view.notes) texts.push_back(NoteText(note, language));
+  for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
   return texts;
 }
 
@@ -373,6 +373,7 @@ class SectionBuilder {
     } else {
       AddPointsByStation(added, target);
     }
+    if (added.item == ViewTarget::Item::Height) SetElevations(view, added);
     added.designValue = DesignValue(view, added);
     view.targets.push_back(std::move(added));
   }
@@ -651,6 +652,12 @@ class SectionBuilder {
       return length;
     }
     return Distance(placeOf(from), placeOf(to));
+  }
+
+  static void SetElevations(const SectionView& view, ViewTarget& target) {
+    for (ViewTarget::Pnt& pnt : target.points) {
+      if (pnt.point >= 0) pnt.designValue = PlaceOf(view, pnt).height;
+    }
   }
 
   /// Between the two points of a width or a length, of the only point of a height.
