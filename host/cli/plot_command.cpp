@@ -65,7 +65,7 @@ void PrintText(const Plot& plot, const std::string& out) {
   for (std::size_t i = 0; i < plot.views.size(); ++i) {
     report.Row("Cross section",
                TitleOf(plot.views[i]) + ", scale 1:" + vorn_host::ValueText(plot.drawings[i].scale, 0, 3));
-    for (const std::string& note : NoteTexts(plot.views[i], Language::English)) report.Line("note: " + note, 2);
+    for (const std::string& note : NoteTexts(plot.views[i].notes, Language::English)) report.Line("note: " + note, 2);
   }
   Print(report);
 }
@@ -83,7 +83,7 @@ void PrintJson(const Plot& plot, const std::string& out) {
                         {"centerHeight", view.centerHeight ? Json(*view.centerHeight) : Json(nullptr)},
                         {"scale", plot.drawings[i].scale},
                         {"exaggeration", plot.drawings[i].exaggeration},
-                        {"notes", NoteTexts(view, Language::English)}});
+                        {"notes", NoteTexts(view.notes, Language::English)}});
   }
   Print(Json{{"written", out}, {"crossSections", std::move(sections)}});
 }

@@ -88,9 +88,11 @@ std::string StationOf(const SectionView& view, Language language) {
   return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? behind : "");
 }
 
-/// What stands beside the name of a sheet: the height that its origin lies at.
+/// What stands beside the name of a sheet: the height that its origin lies at. It is marked where the height of the
+/// centre line is only assumed, as all elevations of the sheet are then.
 std::string ReferenceText(const SectionView& view) {
-  return (view.centerHeight ? "DL=" : "H=") + std::string(FixedDecimal(ReferenceHeight(view), 3).View());
+  const char* name = !view.centerHeight ? "H=" : view.isHeightAssumed ? "DL≒" : "DL=";
+  return name + std::string(FixedDecimal(ReferenceHeight(view), 3).View());
 }
 
 /// The name, and the alignment where there is one.

@@ -70,7 +70,7 @@ Json SectionFeature(const SectionView& view) {
   properties["centerHeight"] = NumberOf(view.centerHeight);
   properties["centerHeightSource"] = view.centerHeight ? Json(HeightSourceOf(view)) : Json(nullptr);
   properties["heights"] = view.centerHeight ? "elevation" : "above the centre line";
-  properties["notes"] = NoteTexts(view, Language::English);
+  properties["notes"] = NoteTexts(view.notes, Language::English);
   return FeatureOf(GeometryOf({{0.0, view.centerHeight.value_or(0.0)}}, "LineString"), std::move(properties));
 }
 

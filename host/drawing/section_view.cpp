@@ -238,9 +238,9 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   return std::nullopt;
 }
 
-std::vector<std::string> NoteTexts(const SectionView& view, Language language) {
+std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
   std::vector<std::string> texts;
-  for (const ViewNote& note : view.notes) texts.push_back(NoteText(note, language));
+  for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
   return texts;
 }
 
@@ -382,6 +382,7 @@ class SectionBuilder {
     } else {
       AddPointsByStation(added, target);
     }
+    if (added.item == ViewTarget::Item::Height) SetElevations(view, added);
     added.designValue = DesignValue(view, added);
     view.targets.push_back(std::move(added));
   }
@@ -696,6 +697,12 @@ class SectionBuilder {
   static std::optional<double> HeightBetween(const SectionPlace& from, const SectionPlace& to) {
     if (std::abs(to.offset - from.offset) > kSamePlace) return std::nullopt;
     return std::abs(to.height - from.height);
+  }
+
+  static void SetElevations(const SectionView& view, ViewTarget& target) {
+    for (ViewTarget::Pnt& pnt : target.points) {
+      if (pnt.point >= 0) pnt.designValue = PlaceOf(view, pnt).height;
+    }
   }
 
   /// Between the two points of whatever is measured, of the only point of a height.

@@ -100,6 +100,8 @@ struct ViewTarget {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
     std::string name;  ///< as the document names it: "路面 L1"
+    /// Metres: the elevation of a point whose height is measured. None where the points have one value together.
+    std::optional<double> designValue = {};
 
     friend bool operator==(const Pnt&, const Pnt&) = default;
   };
@@ -139,8 +141,8 @@ struct SectionView {
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
 
-/// The notes of a section in words.
-[[nodiscard]] std::vector<std::string> NoteTexts(const SectionView& view, Language language);
+/// Notes in words.
+[[nodiscard]] std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language);
 
 /// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
 /// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.

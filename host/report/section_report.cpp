@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/drawing/paper.h"
 #include "vorn/platform/fixed_decimal.h"
@@ -125,6 +128,22 @@ Json Differences(const Json& drawing, const Json& other) {
   return differences;
 }
 
+/// Takes the texts from one on out of a drawing.
+Json TakenFrom(Json& texts, std::ptrdiff_t first) {
+  Json taken = Json::array();
+  for (auto text = texts.begin() + first; text != texts.end(); ++text) taken.push_back(std::move(*text));
+  texts.erase(texts.begin() + first, texts.end());
+  return taken;
+}
+
+/// Takes the words of each language out of two drawings, which leaves them the texts that they begin with alike: those
+/// of the section itself.
+Json TakenWords(Json& english, Json& japanese) {
+  const auto differ = std::mismatch(english.begin(), english.end(), japanese.begin(), japanese.end());
+  const std::ptrdiff_t alike = differ.first - english.begin();
+  return {{"en", TakenFrom(english, alike)}, {"ja", TakenFrom(japanese, alike)}};
+}
+
 // --- the section -----------------------------------------------------------------------------------------------------
 
 /// Null for a point that has no place: the indices of the others stay.
@@ -164,18 +183,6 @@ Json ToJson(const ViewGround& ground, const Sheet& sheet) {
   return {{"name", ground.name}, {"points", std::move(points)}};
 }
 
-Json ToJson(const ViewTarget& target) {
-  Json points = Json::array();
-  for (const ViewTarget::Pnt& point : target.points) points.push_back({point.form, point.point, point.name});
-  return {{"item", target.itemText},
-          {"form", target.formName},
-          {"workType", target.workType},
-          {"scope", target.scope},
-          {"regulation", target.regulation},
-          {"points", std::move(points)},
-          {"value", Metres(target.designValue)}};
-}
-
 /// Where the form or point with an index in the document stands among those shown; -1 where it is left out.
 template <typename Shown>
 int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
@@ -186,6 +193,20 @@ int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
 
 }  // namespace
 
+Json ToJson(const ViewTarget& target) {
+  Json points = Json::array();
+  for (const ViewTarget::Pnt& point : target.points) {
+    points.push_back({point.form, point.point, point.name, Metres(point.designValue)});
+  }
+  return {{"item", target.itemText},
+          {"form", target.formName},
+          {"workType", target.workType},
+          {"scope", target.scope},
+          {"regulation", target.regulation},
+          {"points", std::move(points)},
+          {"value", Metres(target.designValue)}};
+}
+
 Json ToJson(const Finding& finding, const SectionView& view) {
   const int form = ShownIndexOf(finding.place.form, view.forms);
   const int point =
@@ -195,9 +216,12 @@ Json ToJson(const Finding& finding, const SectionView& view) {
 
 Json ToJson(const SectionReport& report) {
   const SectionView& view = report.view;
+  const std::vector<ViewNote> notes = NotesOf(view, report.drawing);
   const Sheet sheet(view, report.drawing);
   Json drawing = ToJson(report.drawing, sheet);
-  Json japanese = Differences(drawing, ToJson(report.japanese, sheet));
+  Json japanese = ToJson(report.japanese, sheet);
+  Json words = TakenWords(drawing["texts"], japanese["texts"]);
+  japanese = Differences(drawing, japanese);
   Json forms = Json::array();
   for (const ViewForm& form : view.forms) forms.push_back(ToJson(form, sheet));
   Json grounds = Json::array();
@@ -211,11 +235,12 @@ Json ToJson(const SectionReport& report) {
           {"isControlSection", view.isControlSection},
           {"drawing", std::move(drawing)},
           {"japanese", std::move(japanese)},
+          {"words", std::move(words)},
           {"forms", std::move(forms)},
           {"grounds", std::move(grounds)},
           {"targets", std::move(targets)},
           {"findings", std::move(findings)},
-          {"notes", {{"en", NoteTexts(view, Language::English)}, {"ja", NoteTexts(view, Language::Japanese)}}}};
+          {"notes", {{"en", NoteTexts(notes, Language::English)}, {"ja", NoteTexts(notes, Language::Japanese)}}}};
 }
 
 }  // namespace vorn_host

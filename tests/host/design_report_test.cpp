@@ -212,7 +212,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
   target.workType = "RE_FillWork";
   target.scope = "Road";
   target.regulation = "Body";
-  target.points = {{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}};
+  target.points = {{0, 1, "路面 L1", 62.4}, {-1, -1, "路面 R9"}};
   target.designValue = 7.0;
   report.view.targets = {target, {}};
   report.view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"}};
@@ -226,7 +226,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
                                       {"workType", "RE_FillWork"},
                                       {"scope", "Road"},
                                       {"regulation", "Body"},
-                                      {"points", Json::array({{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}})},
+                                      {"points", Json::array({{0, 1, "路面 L1", 62.4}, {-1, -1, "路面 R9", nullptr}})},
                                       {"value", 7.0}}));
   EXPECT_TRUE(json["targets"][1]["value"].is_null());
   EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", -1, -1},
@@ -256,6 +256,13 @@ TEST(SectionReportJson, PutsFindingsToThePointsShown) {
   EXPECT_EQ(placeOf(1, -1), std::pair(0, -1));
 }
 
+TEST(SectionReportJson, TellsWhatTheDrawingLeavesOut) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.drawing.widthsLeftOut = report.japanese.widthsLeftOut = 2;
+  EXPECT_EQ(JsonOf(report)["notes"], (Json{{"en", {"2 widths are not drawn, for lack of room"}},
+                                           {"ja", {"幅の寸法 2 件は、余白がないため省略"}}}));
+}
+
 TEST(SectionReportJson, TellsWhetherTheHeightIsOnlyAssumed) {
   SectionReport report = ReportOf(EmptyDrawing());
   EXPECT_EQ(JsonOf(report)["isHeightAssumed"], false);
@@ -281,14 +288,22 @@ TEST(SectionReportJson, KeepsOfTheJapaneseDrawingOnlyWhatDiffers) {
   SectionReport report = ReportOf(EmptyDrawing());
   EXPECT_TRUE(JsonOf(report)["japanese"].empty());
   DrawnText text;
+  text.text = "1:1.5";
+  report.drawing.texts.push_back(text);
+  report.japanese.texts.push_back(text);
   text.text = "Scale";
   report.drawing.texts.push_back(text);
   text.text = "縮尺";
   report.japanese.texts.push_back(text);
+  report.japanese.texts.push_back(text);
   const Json json = JsonOf(report);
-  EXPECT_EQ(json["drawing"]["texts"][0][8], "Scale");
-  EXPECT_EQ(json["japanese"].size(), 1u);
-  EXPECT_EQ(json["japanese"]["texts"][0][8], "縮尺");
+  EXPECT_TRUE(json["japanese"].empty());
+  ASSERT_EQ(json["drawing"]["texts"].size(), 1u) << "what both of them have";
+  EXPECT_EQ(json["drawing"]["texts"][0][8], "1:1.5");
+  ASSERT_EQ(json["words"]["en"].size(), 1u);
+  EXPECT_EQ(json["words"]["en"][0][8], "Scale");
+  ASSERT_EQ(json["words"]["ja"].size(), 2u);
+  EXPECT_EQ(json["words"]["ja"][1][8], "縮尺");
 }
 
 // --- styles ----------------------------------------------------------------------------------------------------------
@@ -350,6 +365,25 @@ TEST(DesignReportPage, PutsTargetsOfTheSetToTheSectionWhereTheirPointsAre) {
   EXPECT_THAT(page.sections[1]["findings"][0][3].get<std::string>(), HasSubstr("absent"));
   // The other stands at no section; and a note is about all of them.
   EXPECT_EQ(page.documentFindings.size(), 2u);
+}
+
+TEST(DesignReportPage, ListsTheTargetsOfEverySetThatNoSectionShows) {
+  DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A")})});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(0.0, "A", {"L1", "R1"}));
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(99.0, "A", {"L1", "R1"}));
+  document.sets.Add(document.sets[0]);
+  document.sets[1].GetFormCtrlTargetArray()[0] = TargetOn(0.0, "A", {});
+  const DesignReport report = MakeReport(document, {});
+  EXPECT_EQ(report.targetsWithoutSection, 3);
+  const ReportPage page(report.html);
+  EXPECT_EQ(page.index["targetsWithoutSection"], 3);
+  ASSERT_EQ(page.targetsWithoutSection.size(), 3u);
+  EXPECT_EQ(page.targetsWithoutSection[0]["set"], 0);
+  EXPECT_EQ(page.targetsWithoutSection[0]["item"], "Width");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][2], "A L1 at station 99.0000");
+  EXPECT_EQ(page.targetsWithoutSection[1]["set"], 1);
+  EXPECT_TRUE(page.targetsWithoutSection[1]["points"].empty());
+  EXPECT_EQ(page.sections[0]["targets"].size(), 1u);
 }
 
 TEST(DesignReportPage, KeepsDoubledStationsApart) {

@@ -88,6 +88,17 @@ TEST_F(PlotCommand, AdvisesAStationAsTheDesignCounts) {
                 AllOf(HasSubstr("a station is told in metres"), Not(HasSubstr("counts"))));
 }
 
+TEST_F(PlotCommand, AdvisesAStationAsADesignCountsItsHundreds) {
+  std::string text = ReadAll(Road());
+  for (std::size_t at = text.find("No."); at != std::string::npos; at = text.find("No.", at)) {
+    text.replace(at, 3, "STA.");
+  }
+  WriteAll(Path("in.xml"), With(text, "stationType=\"NO\"", "stationType=\"STA\""));
+  ExpectFailure({"plot", Path("in.xml"), "--station", "No.1"},
+                HasSubstr("a station is told in metres, or as the document counts (STA.0+0.0000)"));
+  EXPECT_EQ(IndexOf({Path("in.xml"), "--station", "STA.1+20"}), 3) << "as advised";
+}
+
 TEST_F(PlotCommand, AsksWhichOneWhereSeveralCouldBeMeant) {
   ExpectFailure({"plot", Road()}, HasSubstr("there are 10 cross sections: choose one with --station"));
   const std::string design = Design({{"A", "20.0000"}, {"A", "40.0000"}});

@@ -35,7 +35,19 @@ TEST_F(ReportCommand, TellsWhatItWrote) {
                 "Cross sections      10\n"
                 "Findings            0 errors, 1 note\n");
   const Json json = OutputJson({"report", Sample("road-4.1.xml"), "--output", Path("page.html"), "--json"});
-  EXPECT_EQ(json, (Json{{"written", Path("page.html")}, {"crossSections", 10}, {"errors", 0}, {"notes", 1}}));
+  EXPECT_EQ(json, (Json{{"written", Path("page.html")},
+                        {"crossSections", 10},
+                        {"errors", 0},
+                        {"notes", 1},
+                        {"targetsWithoutSection", 0}}));
+}
+
+TEST_F(ReportCommand, TellsOfTargetsThatNoSectionShows) {
+  const std::string target = TargetXml("Width", "40.0000", "Left Right", {{"S", "L1"}, {"S", "R1"}});
+  WriteAll(Path("in.xml"), DesignXml(SectionXml("20.0000", FillForm()) + target));
+  EXPECT_THAT(Output({"report", Path("in.xml"), "-o", Path("page.html")}),
+              HasSubstr("Control targets     1 at no cross section\n"));
+  EXPECT_EQ(OutputJson({"report", Path("in.xml"), "-o", Path("page.html"), "--json"})["targetsWithoutSection"], 1);
 }
 
 TEST_F(ReportCommand, WritesEverySample) {

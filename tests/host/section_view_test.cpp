@@ -38,7 +38,7 @@ SectionView ViewOfText(const std::string& text, const std::optional<double>& hei
   return ViewOf(ReadText(text), 0, 0, height);
 }
 
-Texts NotesOf(const SectionView& view) { return NoteTexts(view, vorn_host::Language::English); }
+Texts NotesOf(const SectionView& view) { return NoteTexts(view.notes, vorn_host::Language::English); }
 
 const ViewPoint& PointAt(const ViewForm& form, const std::string& code) {
   for (const ViewPoint& point : form.points) {
@@ -530,6 +530,7 @@ TEST(SectionViewTargets, MeasureWidthHeightAndLength) {
   EXPECT_EQ(width.points[0].point, 1);
   EXPECT_EQ(width.points[1].point, 3);
   EXPECT_NEAR(width.designValue.value(), 7.0, kTiny);
+  EXPECT_EQ(width.points[0].designValue, std::nullopt) << "both points have it together";
   EXPECT_NEAR(view.targets[1].designValue.value(), 99.93, kTiny);
   EXPECT_EQ(view.targets[2].item, ViewTarget::Item::SlopeLength);
   EXPECT_NEAR(view.targets[2].designValue.value(), std::hypot(6.0, 4.0), kTiny);
@@ -563,6 +564,15 @@ TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
   const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target), 100.0);
   ASSERT_THAT(view.targets.at(0).points, SizeIs(2));
   EXPECT_EQ(view.targets[0].designValue, std::nullopt);
+  EXPECT_NEAR(view.targets[0].points[0].designValue.value(), 100.0, kTiny) << "but one for each of them";
+  EXPECT_NEAR(view.targets[0].points[1].designValue.value(), 99.93, kTiny);
+}
+
+TEST(SectionViewTargets, HaveNoHeightForAPointThatIsNotThere) {
+  const std::string target = TargetXml("Height", "20.0000", "TargetPnt", {{"S", "CL"}, {"S", "R9"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target), 100.0);
+  EXPECT_NEAR(view.targets.at(0).points.at(0).designValue.value(), 100.0, kTiny);
+  EXPECT_EQ(view.targets[0].points.at(1).designValue, std::nullopt);
 }
 
 TEST(SectionViewTargets, MeasureThicknessAndDepthBetweenPointsAtOneOffset) {

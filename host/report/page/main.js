@@ -41,8 +41,9 @@ class Page {
     at('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
       findingsText(index.errors, index.notes)].filter(Boolean).join(' · ');
     at('facts').title = at('facts').textContent;
-    at('document').hidden = index.documentFindings === 0;
-    at('document-summary').textContent = `${words.document} (${index.documentFindings})`;
+    const { wholeDocumentCount } = this.design;
+    at('document').hidden = wholeDocumentCount === 0;
+    at('document-summary').textContent = `${words.document} (${wholeDocumentCount})`;
     at('document').open = false;
     this.showLayers();
     this.list.redraw();
@@ -199,15 +200,20 @@ class Page {
 
   /** The other points that are seen at the place of a point. */
   samePlace(point) {
-    const isItself = ({ form, at }) => form === point.form && at === point.at;
-    return this.viewer.points.filter((other) => other.form >= 0 && !isItself(other) && other.offset === point.offset &&
+    return this.viewer.points.filter((other) => other.form >= 0 && !isSamePoint(other, point) && other.offset === point.offset &&
       other.height === point.height);
+  }
+
+  /** Rings a point and tells of it; the points of the chosen target without one. */
+  ring(point) {
+    this.ringed = point;
+    this.viewer.mark(point ? [point] : this.pointsOfTarget(this.target),
+      point && pointCard(this.section, point, this.samePlace(point)));
   }
 
   /** @param point the point under the pointer, or none */
   hoverPoint(point) {
-    this.viewer.mark(point ? [point] : this.pointsOfTarget(this.target),
-      point && pointCard(this.section, point, this.samePlace(point)));
+    this.ring(point);
     this.lightRows('panel-points', (row) => point && Number(row.dataset.form) === point.form && Number(row.dataset.point) === point.at);
   }
 
@@ -220,6 +226,7 @@ class Page {
     for (const piece of this.viewer.sheet?.element.querySelectorAll('[data-target]') ?? []) {
       piece.classList.toggle('lit', Number(piece.dataset.target) === target);
     }
+    this.ringed = null;
     this.viewer.mark(this.pointsOfTarget(target));
     this.lightTarget(target);
   }
@@ -249,7 +256,7 @@ class Page {
     const { target, form, point } = row.dataset;
     if (target !== undefined) return this.highlightTarget(Number(target));
     const shown = pointOf(this.section, Number(form), Number(point));
-    if (shown) this.viewer.mark([shown], pointCard(this.section, shown, this.samePlace(shown)));
+    if (shown) this.ring(shown);
   }
 
   chooseRow(row) {
@@ -282,7 +289,11 @@ class Page {
     document.addEventListener('pointerdown', ({ target }) => {
       if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
     });
-    at('document').addEventListener('toggle', () => this.showDocumentFindings());
+    at('layers-menu').addEventListener('focusout', ({ relatedTarget }) => {
+      // Nothing has the focus next where the window loses it, or a label in the menu is pressed.
+      if (relatedTarget && !at('layers-menu').contains(relatedTarget)) at('layers-menu').open = false;
+    });
+    at('document').addEventListener('toggle', () => this.showWholeDocument());
     this.listenToViewer();
     this.listenToTables();
     this.listenToPrinting();
@@ -338,14 +349,20 @@ class Page {
     });
   }
 
-  async showDocumentFindings() {
+  async showWholeDocument() {
     if (!at('document').open) return;
-    at('document-findings').replaceChildren(findingsTable(await this.design.documentFindings()));
+    const { findings, targets } = await this.design.wholeDocument();
+    const tables = [];
+    if (findings.length > 0) tables.push(findingsTable(findings));
+    if (targets.length > 0) tables.push(targetsWithoutSection(targets, this.design.index.sets));
+    at('document-findings').replaceChildren(...tables);
   }
 
   switchLayer(layer, isShown) {
     document.body.classList.toggle(`without-${layer}`, !isShown);
-    if (this.section) this.viewer.points = this.shownPoints();
+    if (!this.section) return;
+    this.viewer.points = this.shownPoints();
+    if (this.ringed) this.hoverPoint(this.viewer.points.find((point) => isSamePoint(point, this.ringed)));
   }
 
   /** Closes the menu of layers; the focus does not vanish with it. */

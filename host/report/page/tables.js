@@ -69,14 +69,53 @@ function choosableTable(columns, items, rowOf) {
   return withRest(make('table', {}, head(...columns.filter(isTold)), body), items.length - MOST_ROWS);
 }
 
+function itemOf({ item }) {
+  return speech.words.items[item] ?? item;
+}
+
+function workTypeOf({ workType }) {
+  return speech.words.workTypes[workType] ?? workType;
+}
+
+function pointName([form, , name]) {
+  return form < 0 ? `${name} (${speech.words.missing})` : name;
+}
+
+/** A cell with a line for each of several points. */
+function linesCell(texts, attributes = {}) {
+  return make('td', attributes, ...texts.map((text) => make('div', { class: 'one-line', title: text }, text)));
+}
+
+/** The points of a target and its design value; of points that have values of their own, each with its value. */
+function pointsAndValue({ points, value }) {
+  if (value !== null || !points.some(([, , , own]) => own !== null)) {
+    return [points.map(pointName).join(' – '), number(value)];
+  }
+  return [linesCell(points.map(pointName)), linesCell(points.map(([, , , own]) => metres(own)), { class: 'number' })];
+}
+
 function targetsTable(section) {
-  const { words } = speech;
-  const rowOf = (target, at) => {
-    const names = target.points.map(([form, , name]) => (form < 0 ? `${name} (${words.missing})` : name));
-    return [{ 'data-target': at }, [words.items[target.item] ?? target.item, names.join(' – '), number(target.value),
-      target.form, words.workTypes[target.workType] ?? target.workType, target.scope, target.regulation]];
-  };
+  const rowOf = (target, at) => [{ 'data-target': at }, [itemOf(target), ...pointsAndValue(target), target.form,
+    workTypeOf(target), target.scope, target.regulation]];
   return choosableTable(['item', 'targetPoints', 'value', 'form', 'workType', 'scope', 'regulation'], section.targets, rowOf);
+}
+
+/**
+ * The control targets that no cross section shows, and how many they are: of each what it measures, its type and its
+ * alignment, which points it names, and why it is nowhere.
+ */
+function targetsWithoutSection(targets, sets) {
+  const { words } = speech;
+  const body = make('tbody');
+  for (const target of targets.slice(0, MOST_FINDINGS)) {
+    const what = [itemOf(target), workTypeOf(target), target.scope, target.regulation, sets.length > 1 ? sets[target.set] : ''];
+    const where = target.points.map(([, , name]) => name).join(' – ');
+    const why = target.points.length > 0 ? words.stationsWithoutSection : words.targetWithoutPoints;
+    body.append(cells(make('tr'), what.filter(Boolean).join(' · '), where, why));
+  }
+  const heading = make('p', { class: 'heading' }, words.targetsWithoutSection(targets.length));
+  const table = make('table', {}, head('item', 'targetPoints', 'reason'), body);
+  return make('div', { class: 'left-over' }, heading, withRest(table, targets.length - MOST_FINDINGS));
 }
 
 /** What there is to say of a point besides its place. */
