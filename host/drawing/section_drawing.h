@@ -37,6 +37,9 @@ struct DrawnLine {
   /// Of the leader of a label, the place that it leads to. Who enlarges the drawing leaves it as long as it is on
   /// paper, around this place, as the label stays as large.
   std::optional<SectionPlace> leadsTo = {};
+  /// Of the extension line of a dimension, the place that it begins beside. Who enlarges the drawing leaves the gap
+  /// between them as wide as it is on paper.
+  std::optional<SectionPlace> beginsBeside = {};
 };
 
 /// A mark at a place: a circle at a point, a triangle at a height, the arrow of a dimension.

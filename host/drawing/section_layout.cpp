@@ -701,6 +701,7 @@ class Layout {
       const double up = y > end.y ? 1.0 : -1.0;
       AddCoveringLine(DrawingKind::Dimension, {end.x, end.y + up * kExtensionGap}, {end.x, y + up * kExtensionOver},
                       width.form, width.target);
+      m_drawing.lines.back().beginsBeside = m_scale.ToSection(end);
       DrawnMark arrow{DrawingKind::Dimension, Shape::Arrow, m_scale.ToSection({end.x, y})};
       arrow.angle = (end.x == width.left.x) != isShort ? 180.0 : 0.0;
       arrow.form = width.form;

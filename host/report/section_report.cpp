@@ -71,11 +71,11 @@ Json ToJson(const DrawnLine& line, const Sheet& sheet) {
   return row;
 }
 
-/// The place that it leads to, and as seen from there its own places.
-Json LeaderToJson(const DrawnLine& line, const Sheet& sheet) {
+/// A place that a line belongs to, and as seen from there the line's own places.
+Json ToJsonFrom(const SectionPlace& origin, const DrawnLine& line, const Sheet& sheet) {
   Json row = {static_cast<int>(line.kind), line.form, line.target};
-  sheet.AddPlace(row, *line.leadsTo);
-  for (const SectionPlace& place : line.places) sheet.AddDistance(row, *line.leadsTo, place);
+  sheet.AddPlace(row, origin);
+  for (const SectionPlace& place : line.places) sheet.AddDistance(row, origin, place);
   return row;
 }
 
@@ -102,9 +102,16 @@ Json ToJson(const DrawnText& text, const Sheet& sheet) {
 Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
   Json lines = Json::array();
   Json leaders = Json::array();
+  Json extensions = Json::array();
   for (const DrawnLine& line : drawing.lines) {
     if (!std::all_of(line.places.begin(), line.places.end(), IsFinite)) continue;
-    line.leadsTo ? leaders.push_back(LeaderToJson(line, sheet)) : lines.push_back(ToJson(line, sheet));
+    if (line.leadsTo) {
+      leaders.push_back(ToJsonFrom(*line.leadsTo, line, sheet));
+    } else if (line.beginsBeside) {
+      extensions.push_back(ToJsonFrom(*line.beginsBeside, line, sheet));
+    } else {
+      lines.push_back(ToJson(line, sheet));
+    }
   }
   Json marks = Json::array();
   for (const DrawnMark& mark : drawing.marks) {
@@ -115,8 +122,8 @@ Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
     if (IsFinite(text.place)) texts.push_back(ToJson(text, sheet));
   }
   return {{"box", sheet.Box(drawing)}, {"scale", drawing.scale},        {"exaggeration", drawing.exaggeration},
-          {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"marks", std::move(marks)},
-          {"texts", std::move(texts)}};
+          {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"extensions", std::move(extensions)},
+          {"marks", std::move(marks)}, {"texts", std::move(texts)}};
 }
 
 /// The members that another drawing has otherwise.

@@ -109,6 +109,16 @@ TEST(SectionReportJson, TellsLeadersFromWhereTheyLead) {
   EXPECT_EQ(json["leaders"], (Json{{8, 2, -1, 10.0, -10.0, 0.0, -1.0, 5.0, -5.0}}));
 }
 
+TEST(SectionReportJson, TellsExtensionLinesFromWhereTheyBegin) {
+  SectionDrawing drawing = EmptyDrawing();
+  DrawnLine line{DrawingKind::Dimension, {{1.0, 11.1}, {1.0, 11.5}}, 2, 0};
+  line.beginsBeside = SectionPlace{1.0, 11.0};
+  drawing.lines.push_back(line);
+  const Json json = JsonOf(ReportOf(drawing))["drawing"];
+  EXPECT_TRUE(json["lines"].empty());
+  EXPECT_EQ(json["extensions"], (Json{{10, 2, 0, 10.0, -10.0, 0.0, -1.0, 0.0, -5.0}}));
+}
+
 TEST(SectionReportJson, FollowsScaleAndExaggeration) {
   SectionDrawing drawing = EmptyDrawing();
   drawing.scale = 200.0;

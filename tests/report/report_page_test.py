@@ -492,6 +492,24 @@ class Drawing(PageTest):
         for was, length in zip(before, lengths()):
             self.assertLess(length, 1.7 * was + 3)
 
+    def test_extension_lines_begin_as_near_to_their_points(self):
+        def gaps():
+            """How far above or below the nearest mark each of them begins, in pixels."""
+            return self.run_script(
+                """const marks = [...document.querySelectorAll('svg.sheet .mark')].map((e) =>
+                     e.getAttribute('transform').match(/-?[0-9.e-]+/g).map(Number));
+                   return [...document.querySelectorAll('svg.sheet .extensions .line')].map((e) => {
+                     const [x, y] = e.getAttribute('d').match(/-?[0-9.e-]+/g).map(Number);
+                     return Math.min(...marks.filter((m) => Math.abs(m[0] - x) < .01).map((m) => Math.abs(m[1] - y)));
+                   })""")
+
+        before = gaps()
+        self.assertGreater(len(before), 3)
+        for _ in range(12):
+            self.one("#zoom-in").click()
+        for was, gap in zip(before, gaps()):
+            self.assertLess(gap, 1.7 * was)
+
     def test_buttons_enlarge_the_design_and_keys_what_the_pointer_is_at(self):
         for _ in range(14):
             self.one("#zoom-in").click()

@@ -74,21 +74,24 @@ function ownerOf(kind, form, target) {
 
 /**
  * The drawing of a section as an SVG element, in millimetres on paper from the centre line. Lines are enlarged with the
- * sheet; marks, texts and their leaders have a size of their own around their places (`arrange`), so that a closer look
- * brings more of the design and not larger letters.
+ * sheet; marks, texts and their leaders have a size of their own around their places (`arrange`), and so have the gaps
+ * of extension lines, so that a closer look brings more of the design and not larger letters.
  */
 class Sheet {
   constructor(drawing, styles, name) {
     this.styles = styles;
     [this.left, this.top, this.width, this.height] = drawing.box;
     this.lines = makeSvg('g', { class: 'lines' });
+    this.extensionLines = makeSvg('g', { class: 'extensions' });
     this.labels = makeSvg('g', { class: 'labels' });
     this.placed = [];
+    this.extensions = [];
     this.addLines(drawing.lines);
+    drawing.extensions.forEach((extension) => this.addExtension(extension));
     drawing.leaders.forEach((leader) => this.addLeader(leader));
     this.upward(drawing.marks).forEach((mark) => this.addMark(mark));
     this.upward(drawing.texts).forEach((text) => this.addText(text));
-    this.moved = makeSvg('g', {}, this.lines, this.labels);
+    this.moved = makeSvg('g', {}, this.lines, this.extensionLines, this.labels);
     this.element = makeSvg('svg', { class: 'sheet', role: 'img', 'aria-label': name }, this.moved);
   }
 
@@ -115,6 +118,14 @@ class Sheet {
   addMark([kind, form, target, shape, angle, x, y]) {
     const owner = ownerOf(this.styles[kind].name, form, target);
     this.place(markOf(this.styles.marks[shape], owner), x, y, -angle);
+  }
+
+  /** A line from beside a measured place to its dimension line. */
+  addExtension([kind, form, target, x, y, besideX, besideY, endX, endY]) {
+    const owner = ownerOf(this.styles[kind].name, form, target);
+    const elements = ['grip', 'line'].map((look) => makeSvg('path', { ...owner, class: `${owner.class} ${look}` }));
+    this.extensionLines.append(...elements);
+    this.extensions.push({ elements, x, y, besideX, besideY, endX, endY });
   }
 
   addLeader([kind, form, target, x, y, ...places]) {
@@ -158,6 +169,10 @@ class Sheet {
     this.lines.setAttribute('transform', `scale(${scale})`);
     for (const { element, x, y, tail } of this.placed) {
       element.setAttribute('transform', `translate(${x * scale} ${y * scale})scale(${unit})${tail}`);
+    }
+    for (const { elements, x, y, besideX, besideY, endX, endY } of this.extensions) {
+      const beside = `${x * scale + besideX * unit} ${y * scale + besideY * unit}`;
+      for (const element of elements) element.setAttribute('d', `M${beside}L${(x + endX) * scale} ${(y + endY) * scale}`);
     }
   }
 
