@@ -21,7 +21,8 @@ constexpr std::string_view kPointColumns =
     "input_reading,grade,exists,crossing";
 constexpr std::string_view kGroundColumns = "ground,ground_name,point,offset,height";
 constexpr std::string_view kTargetColumns =
-    "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,form,point,code,"
+    "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,point_station,"
+    "point_behind_change,form,point,code,"
     "offset,height";
 constexpr std::string_view kLineEnd = "\r\n";
 
@@ -154,6 +155,8 @@ void SectionCsvWriter::AddTargetRow(const SectionView& view, int target, int poi
   Number(one.designValue);
   Index(point);
   Design(named.name);
+  Number(named.elsewhere ? named.elsewhere->station : std::nullopt);
+  named.elsewhere ? Flag(named.elsewhere->isBehindChange) : Cell({});
   Index(found != nullptr ? FormOf(view, named)->documentIndex : -1);
   Index(found != nullptr ? found->documentIndex : -1);
   Design(found != nullptr ? found->code : std::string());

@@ -133,6 +133,14 @@ Json GroundFeature(const SectionView& view, std::size_t index) {
   return FeatureOf(GeometryOf(ground.line, "LineString"), std::move(properties));
 }
 
+/// Null for a point of the section shown.
+Json ElsewhereOf(const ViewTarget::Pnt& named) {
+  if (!named.elsewhere) return nullptr;
+  return {{"station", NumberOf(named.elsewhere->station)},
+          {"stationText", named.elsewhere->stationText},
+          {"behindChange", named.elsewhere->isBehindChange}};
+}
+
 Json TargetFeature(const SectionView& view, std::size_t index) {
   const ViewTarget& target = view.targets[index];
   std::vector<SectionPlace> places;
@@ -141,6 +149,7 @@ Json TargetFeature(const SectionView& view, std::size_t index) {
     const ViewPoint* point = PointOf(view, named);
     if (point != nullptr) places.push_back(point->place);
     points.push_back({{"name", named.name},
+                      {"elsewhere", ElsewhereOf(named)},
                       {"form", NumberOfIndex(point != nullptr ? FormOf(view, named)->documentIndex : -1)},
                       {"point", NumberOfIndex(point != nullptr ? point->documentIndex : -1)},
                       {"height", point != nullptr ? NumberOf(point->place.height) : Json(nullptr)}});

@@ -663,15 +663,20 @@ class SectionBuilder {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
       const std::string formName = Utf8(point.GetBuildFormName());
       if (added.formName.empty()) added.formName = formName;
-      std::string name = formName + " " + Utf8(point.GetCode());
       const bool isHere =
           point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
           point.GetXSectChg() == m_section.GetXSectChg() &&
           std::abs(point.GetCumulativeDist().Value() - m_section.GetCumulativeDist().Value()) < kSameStation;
-      if (!isHere) name += " at " + StationPath(point.GetCumulativeDist(), point.GetXSectChg());
       const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
-      added.points.push_back(PntOf(form, point.GetCode(), std::move(name)));
+      added.points.push_back(PntOf(form, point.GetCode(), formName + " " + Utf8(point.GetCode())));
+      if (!isHere) added.points.back().elsewhere = PlaceOf(point);
     }
+  }
+
+  static ViewTarget::Elsewhere PlaceOf(const VornFormCtrlTargetPnt& point) {
+    const NurReal& station = point.GetCumulativeDist();
+    if (!station.IsSet()) return {std::nullopt, {}, point.GetXSectChg()};
+    return {station.Value(), StationText(station), point.GetXSectChg()};
   }
 
   static double Distance(const SectionPlace& from, const SectionPlace& to) {

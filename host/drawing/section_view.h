@@ -95,11 +95,20 @@ struct ViewGround {
 
 /// A control target and the points that it names.
 struct ViewTarget {
+  /// Where a point stands that is not in the section shown.
+  struct Elsewhere {
+    std::optional<double> station;  ///< cumulative distance in metres; none where the document tells none
+    std::string stationText;        ///< "120.0000"; empty without a station
+    bool isBehindChange = false;    ///< behind the change of shape at that station
+
+    friend bool operator==(const Elsewhere&, const Elsewhere&) = default;
+  };
   enum class Item { SlopeLength, Width, Height, Thickness, Depth, SectionArea, Length, Area, Other };
   struct Pnt {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
     std::string name;  ///< as the document names it: "路面 L1"
+    std::optional<Elsewhere> elsewhere = {};  ///< none where the target means a point of the section shown
     /// Metres: the elevation of a point whose height is measured. None where the points have one value together.
     std::optional<double> designValue = {};
 

@@ -203,7 +203,9 @@ int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
 Json ToJson(const ViewTarget& target) {
   Json points = Json::array();
   for (const ViewTarget::Pnt& point : target.points) {
-    points.push_back({point.form, point.point, point.name, Metres(point.designValue)});
+    Json row = {point.form, point.point, point.name, Metres(point.designValue)};
+    if (point.elsewhere) row.insert(row.end(), {point.elsewhere->stationText, point.elsewhere->isBehindChange ? 1 : 0});
+    points.push_back(std::move(row));
   }
   return {{"item", target.itemText},
           {"form", target.formName},

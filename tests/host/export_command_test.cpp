@@ -122,8 +122,9 @@ TEST_F(ExportCommand, KeepsTargetsThatStandAtNoSection) {
   const std::string out = Path("targets.csv");
   EXPECT_THAT(Output({"export", design, "-o", out, "--what", "targets"}),
               HasSubstr("set 1: 1 control target stands at no cross section"));
-  EXPECT_THAT(ReadAll(out), HasSubstr("S L1 at station 30.0000"));
-  EXPECT_THAT(Vorn({"export", design, "--format", "geojson"}).out, HasSubstr("S L1 at station 30.0000"));
+  EXPECT_THAT(ReadAll(out), HasSubstr(",S L1,30,false,"));
+  EXPECT_THAT(Vorn({"export", design, "--format", "geojson"}).out,
+              HasSubstr("\"name\":\"S L1\",\"elsewhere\":{\"station\":30.0,"));
   EXPECT_THAT(Output({"export", design, "-o", Path("x.dxf")}),
               HasSubstr("1 control target stands at no cross section"));
 }

@@ -193,14 +193,23 @@ TEST(SectionCsv, TakesANegativeStationForANumber) {
 TEST(SectionCsv, HasARowForATargetWithoutASection) {
   SectionView view;
   view.section = -1;
-  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  view.targets = {{ViewTarget::Item::Width,
+                   "Width",
+                   "S",
+                   "",
+                   "",
+                   "",
+                   {{-1, -1, "S L1", ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {}}};
   auto rows = TableRows(TableOf(view, CsvContent::Targets));
   ASSERT_THAT(rows, SizeIs(1));
   EXPECT_EQ(rows[0]["set"], "1");
   for (const char* column : {"section", "station", "station_text", "behind_change", "control_section", "offset"}) {
     EXPECT_EQ(rows[0][column], "") << column;
   }
-  EXPECT_EQ(rows[0]["point_name"], "S L1 at station 30.0000");
+  EXPECT_EQ(rows[0]["point_name"], "S L1") << "the design's own text";
+  EXPECT_EQ(rows[0]["point_station"], "30");
+  EXPECT_EQ(rows[0]["point_behind_change"], "true");
 }
 
 TEST(SectionCsv, BeginsWithAByteOrderMarkOnRequest) {

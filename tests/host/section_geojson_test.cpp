@@ -95,12 +95,22 @@ TEST(SectionGeoJson, HasTheInputValuesAsNumbers) {
 TEST(SectionGeoJson, HasAFeatureForATargetWithoutASection) {
   SectionView view;
   view.section = -1;
-  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  view.targets = {{ViewTarget::Item::Width,
+                   "Width",
+                   "S",
+                   "",
+                   "",
+                   "",
+                   {{-1, -1, "S L1", ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {}}};
   const Json features = CollectionOf({view})["features"];
   ASSERT_EQ(features.size(), 1u) << "no feature for a section that is not there";
   EXPECT_EQ(features[0]["geometry"], nullptr);
   EXPECT_EQ(features[0]["properties"]["section"], nullptr);
-  EXPECT_EQ(features[0]["properties"]["points"][0]["height"], nullptr);
+  const Json& point = features[0]["properties"]["points"][0];
+  EXPECT_EQ(point["height"], nullptr);
+  EXPECT_EQ(point["name"], "S L1");
+  EXPECT_EQ(point["elsewhere"], (Json{{"station", 30.0}, {"stationText", "30.0000"}, {"behindChange", true}}));
 }
 
 TEST(SectionGeoJson, TellsHeightsAboveTheCentreLine) {

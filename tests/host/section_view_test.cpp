@@ -605,7 +605,8 @@ TEST(SectionViewTargets, AreNotLostWithoutASection) {
   EXPECT_EQ(without.section, -1);
   EXPECT_THAT(NotesOf(without), ElementsAre("2 control targets stand at no cross section"));
   ASSERT_THAT(without.targets, SizeIs(2)) << "one at a station without a section, and one without points";
-  EXPECT_EQ(without.targets[0].points.at(0).name, "S L1 at station 30.0000");
+  EXPECT_EQ(without.targets[0].points.at(0).name, "S L1");
+  EXPECT_EQ(without.targets[0].points.at(0).elsewhere, (ViewTarget::Elsewhere{30.0, "30.0000", false}));
   EXPECT_EQ(without.targets[0].points.at(0).point, -1);
   EXPECT_EQ(without.targets[0].designValue, std::nullopt);
 }
@@ -657,7 +658,9 @@ TEST(SectionViewTargets, StandInTheirOwnSectionOnly) {
   ASSERT_THAT(first.targets, SizeIs(1));
   EXPECT_EQ(first.targets[0].points[0].point, 1);
   EXPECT_EQ(first.targets[0].points[1].point, -1) << "that one stands at another station";
-  EXPECT_EQ(first.targets[0].points[1].name, "S R1 at station 40.0000");
+  EXPECT_EQ(first.targets[0].points[1].name, "S R1");
+  EXPECT_EQ(first.targets[0].points[1].elsewhere, (ViewTarget::Elsewhere{40.0, "40.0000", false}));
+  EXPECT_EQ(first.targets[0].points[0].elsewhere, std::nullopt);
   EXPECT_EQ(first.targets[0].designValue, std::nullopt);
   EXPECT_THAT(viewer.Of(0, 1).targets, SizeIs(2));
   EXPECT_THAT(viewer.Of(0, 2).targets, IsEmpty());

@@ -77,8 +77,11 @@ function workTypeOf({ workType }) {
   return speech.words.workTypes[workType] ?? workType;
 }
 
-function pointName([form, , name]) {
-  return form < 0 ? `${name} (${speech.words.missing})` : name;
+/** A point as its target names it, and where it stands when it is not here. */
+function pointName([form, , name, , station, isBehindChange]) {
+  const { words } = speech;
+  if (station) return `${name} (${words.elsewhere(station, isBehindChange)})`;
+  return form < 0 ? `${name} (${words.missing})` : name;
 }
 
 /** A cell with a line for each of several points. */
@@ -109,7 +112,7 @@ function targetsWithoutSection(targets, sets) {
   const body = make('tbody');
   for (const target of targets.slice(0, MOST_FINDINGS)) {
     const what = [itemOf(target), workTypeOf(target), target.scope, target.regulation, sets.length > 1 ? sets[target.set] : ''];
-    const where = target.points.map(([, , name]) => name).join(' – ');
+    const where = target.points.map(pointName).join(' – ');
     const why = target.points.length > 0 ? words.stationsWithoutSection : words.targetWithoutPoints;
     body.append(cells(make('tr'), what.filter(Boolean).join(' · '), where, why));
   }
