@@ -360,9 +360,12 @@ double ScaleFrom(double least, const SectionView& view, Language language, doubl
 
 std::vector<ViewNote> NotesOf(const SectionView& view, const SectionDrawing& drawing) {
   std::vector<ViewNote> notes = view.notes;
-  if (drawing.widthsLeftOut > 0) {
-    notes.push_back({.kind = ViewNote::Kind::WidthsLeftOut, .points = drawing.widthsLeftOut});
-  }
+  const auto tell = [&](ViewNote::Kind kind, int leftOut) {
+    if (leftOut > 0) notes.push_back({.kind = kind, .points = leftOut});
+  };
+  tell(ViewNote::Kind::WidthsLeftOut, drawing.widthsLeftOut);
+  tell(ViewNote::Kind::HeightsLeftOut, drawing.heightsLeftOut);
+  tell(ViewNote::Kind::LengthsLeftOut, drawing.lengthsLeftOut);
   return notes;
 }
 

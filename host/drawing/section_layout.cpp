@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <numbers>
 #include <optional>
 #include <set>
@@ -142,6 +143,7 @@ class Layout {
     AddGroundNames();
     AddCodes(FormRole::Layer);
     AddLedCodes();
+    AddLedLengths();
     return Room(m_drawing);
   }
 
@@ -500,7 +502,7 @@ class Layout {
                                                            below[1],
                                                            below[2]};
     if (role == FormRole::Layer) return below;
-    return m_measured.contains(place) ? aroundTriangle : around;
+    return m_heights.contains(place) ? aroundTriangle : around;
   }
 
   void AddLedCodes() {
@@ -528,25 +530,41 @@ class Layout {
     return pnt.form < 0 || pnt.point < 0 ? nullptr : &Point(pnt.form, pnt.point);
   }
 
+  [[nodiscard]] int MeasuredCount() const { return static_cast<int>(m_drawing.measured.size()); }
+
+  /// Adds a control target to what is measured.
+  /// @param measured index; the number of all for what is new
+  void Measure(int measured, int target) {
+    if (measured == MeasuredCount()) m_drawing.measured.emplace_back();
+    std::vector<int>& targets = m_drawing.measured[static_cast<std::size_t>(measured)];
+    if (targets.empty() || targets.back() != target) targets.push_back(target);
+  }
+
+  [[nodiscard]] const ViewTarget& FirstTargetOf(int measured) const {
+    const int target = m_drawing.measured[static_cast<std::size_t>(measured)].front();
+    return m_view.targets[static_cast<std::size_t>(target)];
+  }
+
   /// A triangle that stands on each point whose height is measured. What is written beside it comes later: grades
   /// have less choice where to stand.
   void AddHeightMarks() {
-    std::set<std::pair<int, int>> marked;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Height) continue;
       for (const ViewTarget::Pnt& pnt : target.points) {
         const ViewPoint* point = PointOf(pnt);
-        if (point == nullptr || !marked.insert({pnt.form, pnt.point}).second) continue;
+        if (point == nullptr) continue;
+        const auto [known, isNew] = m_heights.try_emplace(KeyOf(point->place), MeasuredCount());
+        Measure(known->second, static_cast<int>(i));
+        if (!isNew) continue;
         DrawnMark mark{DrawingKind::Dimension, Shape::Height, point->place, kDownward};
         mark.form = pnt.form;
         mark.point = pnt.point;
-        mark.target = static_cast<int>(i);
+        mark.target = known->second;
         m_drawing.marks.push_back(mark);
         const PaperPlace place = OnPaper(*point);
         m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle});
         m_labels.Occupy({{place.x - kTriangle / 2.0, place.y + kTriangle / 2.0}, kTriangle, kTriangle / 2.0 - 0.6});
-        m_measured.insert(KeyOf(point->place));
       }
     }
   }
@@ -569,20 +587,82 @@ class Layout {
         Put(text, stand);
         return AddLed(text, kTriangle);
       });
-      if (!isNear) AddLedAt(text, FarStands(), kTriangle);
+      if (!isNear && !AddLedAt(text, FarStands(), kTriangle)) ++m_drawing.heightsLeftOut;
     }
   }
 
-  /// Lengths of slopes, along them.
-  void AddLengths() {
+  /// Where a width or a length is measured, from left to right.
+  using WidthKey = std::array<PlaceKey, 2>;
+  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
+    const auto [left, right] =
+        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
+    return {KeyOf(left), KeyOf(right)};
+  }
+
+  /// The line of a slope whose length is measured.
+  struct Slope {
+    std::vector<PaperPlace> places;
+    std::string length;
+    int form = -1;
+    int target = -1;
+  };
+
+  /// The slope lengths to draw, each once however many targets ask for it.
+  std::vector<Slope> Slopes() {
+    std::vector<Slope> slopes;
+    std::map<std::pair<WidthKey, std::string>, int> measured;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::SlopeLength || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
-      AddAlong(DrawingKind::Dimension, "SL=" + ValueText(*target.designValue, 3, 3), OnPaper(*first), OnPaper(*second),
-               target.points[0].form, static_cast<int>(i), false);
+      std::string length = "SL=" + ValueText(*target.designValue, 3, 3);
+      const auto [known, isNew] = measured.try_emplace({KeyOf(first->place, second->place), length}, MeasuredCount());
+      Measure(known->second, static_cast<int>(i));
+      if (isNew) slopes.push_back({LineOf(target), std::move(length), target.points[0].form, known->second});
+    }
+    return slopes;
+  }
+
+  /// Along the form that has both points of a target, else straight from one to the other.
+  [[nodiscard]] std::vector<PaperPlace> LineOf(const ViewTarget& target) const {
+    const ViewTarget::Pnt& first = target.points[0];
+    const ViewTarget::Pnt& second = target.points[1];
+    if (first.form != second.form) return {OnPaper(*PointOf(first)), OnPaper(*PointOf(second))};
+    std::vector<PaperPlace> places;
+    const std::vector<int> path = PathBetween(Form(first.form), first.point, second.point);
+    for (const int point : path) places.push_back(OnPaper(Point(first.form, point)));
+    return places;
+  }
+
+  /// Lengths of slopes, along them: on the longest of their segments that has room.
+  void AddLengths() {
+    for (Slope& slope : Slopes()) {
+      std::vector<std::pair<PaperPlace, PaperPlace>> segments;
+      for (std::size_t i = 1; i < slope.places.size(); ++i) segments.emplace_back(slope.places[i - 1], slope.places[i]);
+      std::stable_sort(segments.begin(), segments.end(), [](const auto& a, const auto& b) {
+        return Distance(a.first, a.second) > Distance(b.first, b.second);
+      });
+      const bool isAdded = std::any_of(segments.begin(), segments.end(), [&](const auto& segment) {
+        return AddAlong(DrawingKind::Dimension, slope.length, segment.first, segment.second, slope.form, slope.target,
+                        false);
+      });
+      if (isAdded) continue;
+      DrawnText text{DrawingKind::Dimension,
+                     m_scale.ToSection(Middle(segments.front().first, segments.front().second))};
+      text.sizeMm = kLabelSizeMm;
+      text.text = std::move(slope.length);
+      text.form = slope.form;
+      text.target = slope.target;
+      m_ledLengths.push_back(std::move(text));
+    }
+  }
+
+  /// Lengths that no segment has room for are led to the middle of their longest one.
+  void AddLedLengths() {
+    for (const DrawnText& text : m_ledLengths) {
+      if (!AddLedAt(text, FarStands(), 0.0)) ++m_drawing.lengthsLeftOut;
     }
   }
 
@@ -593,26 +673,20 @@ class Layout {
     int target = -1;
   };
 
-  /// Where a width is measured, from left to right.
-  using WidthKey = std::array<PlaceKey, 2>;
-  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
-    const auto [left, right] =
-        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
-    return {KeyOf(left), KeyOf(right)};
-  }
-
   /// The widths to draw, each once however many targets ask for it.
-  [[nodiscard]] std::vector<Width> Widths() const {
+  std::vector<Width> Widths() {
     std::vector<Width> widths;
-    std::set<WidthKey> known;
+    std::map<WidthKey, int> measured;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Width || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
-      if (!known.insert(KeyOf(first->place, second->place)).second) continue;
-      Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, static_cast<int>(i)};
+      const auto [known, isNew] = measured.try_emplace(KeyOf(first->place, second->place), MeasuredCount());
+      Measure(known->second, static_cast<int>(i));
+      if (!isNew) continue;
+      Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, known->second};
       if (width.left.x > width.right.x) std::swap(width.left, width.right);
       widths.push_back(width);
     }
@@ -653,7 +727,7 @@ class Layout {
     const double direction = above <= below + kFirstTier ? 1.0 : -1.0;
     const double first = direction > 0.0 ? std::max({highest, width.left.y, width.right.y}) + kFirstTier
                                          : std::min({lowest, width.left.y, width.right.y}) - kFirstTier;
-    const std::string value = ValueText(*m_view.targets[static_cast<std::size_t>(width.target)].designValue, 3, 3);
+    const std::string value = ValueText(*FirstTargetOf(width.target).designValue, 3, 3);
     for (int tier = 0; tier < kMostTiers; ++tier) {
       const double y = first + direction * kNextTier * tier;
       if (!HasRoom(width, y, value)) continue;
@@ -725,9 +799,10 @@ class Layout {
   PaperGrid m_grid;                   ///< all that labels keep clear of
   PaperGrid m_labels;                 ///< what leaders keep clear of: labels, other leaders, triangles, dimension lines
   std::vector<MarkedPoint> m_points;  ///< from left to right
-  std::set<PlaceKey> m_measured;      ///< where triangles stand
+  std::map<PlaceKey, int> m_heights;  ///< where triangles stand, with what they measure
   std::set<std::pair<PlaceKey, std::string>> m_codes;  ///< what is named, and where
   std::vector<DrawnText> m_ledCodes;                   ///< codes that found no room at their points
+  std::vector<DrawnText> m_ledLengths;                 ///< slope lengths that found none along their slopes
 };
 
 }  // namespace

@@ -34,7 +34,7 @@ using Reading = ViewInput::Reading;
 constexpr double kOnGround = 0.005;
 /// Ends of slopes that nobody marked as crossings tell a height only on ground that differs by as much, in metres: on
 /// level ground the two sides of any symmetric section agree, however high it stands.
-constexpr double kTellingGround = 0.05;
+constexpr double kTellingGround = 0.02;
 /// Nothing of a cross section lies farther away than this, in metres: what does is a damaged value.
 constexpr double kFarthest = 1e6;
 
@@ -225,6 +225,17 @@ std::string SegmentGrade(const ViewForm& form, int one, int other) {
   const ViewPoint& outer = form.points[static_cast<std::size_t>(outerIndex)];
   if (outer.from == innerIndex) return outer.grade;
   return GradeText({}, outer.part, form.points[static_cast<std::size_t>(innerIndex)].place, outer.place);
+}
+
+std::vector<int> PathBetween(const ViewForm& form, int from, int to) {
+  for (const std::vector<int>& line : form.lines) {
+    auto begin = std::find(line.begin(), line.end(), from);
+    auto end = std::find(line.begin(), line.end(), to);
+    if (begin == line.end() || end == line.end()) continue;
+    if (begin > end) std::swap(begin, end);
+    return {begin, end + 1};
+  }
+  return {from, to};
 }
 
 std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
@@ -686,16 +697,10 @@ class SectionBuilder {
   /// Along the line of a form from one of its points to another; straight where no line connects them.
   static double LengthAlong(const ViewForm& form, int from, int to) {
     const auto placeOf = [&](int index) { return form.points[static_cast<std::size_t>(index)].place; };
-    for (const std::vector<int>& line : form.lines) {
-      auto begin = std::find(line.begin(), line.end(), from);
-      auto end = std::find(line.begin(), line.end(), to);
-      if (begin == line.end() || end == line.end()) continue;
-      if (begin > end) std::swap(begin, end);
-      double length = 0.0;
-      for (; begin != end; ++begin) length += Distance(placeOf(*begin), placeOf(*(begin + 1)));
-      return length;
-    }
-    return Distance(placeOf(from), placeOf(to));
+    const std::vector<int> path = PathBetween(form, from, to);
+    double length = 0.0;
+    for (std::size_t i = 1; i < path.size(); ++i) length += Distance(placeOf(path[i - 1]), placeOf(path[i]));
+    return length;
   }
 
   /// Of a thickness or a depth, which is measured upright; none between points beside each other.

@@ -82,6 +82,9 @@ struct ViewForm {
 /// is placed from another point, its own grade is that of another segment, and the places tell this one's.
 [[nodiscard]] std::string SegmentGrade(const ViewForm& form, int one, int other);
 
+/// The points of a form along its line from one to another, both included; the two alone where no line connects them.
+[[nodiscard]] std::vector<int> PathBetween(const ViewForm& form, int from, int to);
+
 /// The existing ground, from left to right.
 struct ViewGround {
   std::string name;
@@ -108,9 +111,9 @@ struct ViewTarget {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
     std::string name;  ///< as the document names it: "路面 L1"
-    std::optional<Elsewhere> elsewhere = {};  ///< none where the target means a point of the section shown
     /// Metres: the elevation of a point whose height is measured. None where the points have one value together.
     std::optional<double> designValue = {};
+    std::optional<Elsewhere> elsewhere = {};  ///< none where the target means a point of the section shown
 
     friend bool operator==(const Pnt&, const Pnt&) = default;
   };

@@ -123,7 +123,7 @@ Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
   }
   return {{"box", sheet.Box(drawing)}, {"scale", drawing.scale},        {"exaggeration", drawing.exaggeration},
           {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"extensions", std::move(extensions)},
-          {"marks", std::move(marks)}, {"texts", std::move(texts)}};
+          {"marks", std::move(marks)}, {"texts", std::move(texts)},     {"measured", drawing.measured}};
 }
 
 /// The members that another drawing has otherwise.

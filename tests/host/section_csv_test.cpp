@@ -199,7 +199,7 @@ TEST(SectionCsv, HasARowForATargetWithoutASection) {
                    "",
                    "",
                    "",
-                   {{-1, -1, "S L1", ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
                    {}}};
   auto rows = TableRows(TableOf(view, CsvContent::Targets));
   ASSERT_THAT(rows, SizeIs(1));

@@ -510,6 +510,81 @@ TEST(SectionDrawingDimensions, ShowHeightsAsTriangles) {
   ExpectSound(known);
 }
 
+/// The same view with a layer that lies on its road.
+SectionView WithLayer(SectionView view) {
+  view.forms.push_back(Road());
+  view.forms[1].name = "T";
+  view.forms[1].role = FormRole::Layer;
+  return view;
+}
+
+TEST(SectionDrawingDimensions, ShowAllTargetsThatMeasureTheSame) {
+  SectionView view = WithLayer(WithGround(RoadView(), -4.07));
+  view.targets = {
+      TargetOf(ViewTarget::Item::Width, {1, 3}, 7.0),          TargetOf(ViewTarget::Item::Height, {0}, 0.0),
+      TargetOf(ViewTarget::Item::Width, {1, 3}, 7.0),          TargetOf(ViewTarget::Item::Height, {0, 3}, 0.0),
+      TargetOf(ViewTarget::Item::SlopeLength, {1, 2}, 7.2111), TargetOf(ViewTarget::Item::SlopeLength, {2, 1}, 7.2111)};
+  for (const std::size_t target : {2u, 3u}) {
+    for (ViewTarget::Pnt& pnt : view.targets[target].points) pnt.form = 1;
+  }
+  const SectionDrawing drawing = Draw(view);
+  const auto targetsOf = [&](const char* text) {
+    return drawing.measured.at(static_cast<std::size_t>(TextOf(drawing, DrawingKind::Dimension, text).target));
+  };
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Dimension), SizeIs(4)) << "each once";
+  EXPECT_THAT(targetsOf("7.000"), ElementsAre(0, 2));
+  EXPECT_THAT(targetsOf("0.000"), ElementsAre(1, 3));
+  EXPECT_THAT(targetsOf("-0.070"), ElementsAre(3));
+  EXPECT_THAT(targetsOf("SL=7.211"), ElementsAre(4, 5));
+  EXPECT_THAT(MarksOf(drawing, DrawnMark::Shape::Height), SizeIs(2)) << "no triangle on another";
+  ExpectSound(drawing);
+}
+
+TEST(SectionDrawingDimensions, ShowLengthsOfSeveralSegmentsOnTheLongestOne) {
+  SectionView view = RoadView();
+  view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {0, 2}, 10.7118)};
+  const DrawnText value = TextOf(Draw(view), DrawingKind::Dimension, "SL=10.712");
+  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9) << "along the slope, which the chord is not";
+}
+
+TEST(SectionDrawingDimensions, LeadToLengthsThatFindNoRoomAlongTheirSlopes) {
+  SectionView view = RoadView();
+  view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {1, 2}, 7.2111)};
+  const SectionDrawing drawing = Draw(view, {.scale = 1000.0});
+  EXPECT_EQ(TextOf(drawing, DrawingKind::Dimension, "SL=7.211").angle, 0.0);
+  const std::vector<DrawnLine> lines = LinesOf(drawing, DrawingKind::Dimension);
+  EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const DrawnLine& line) { return line.leadsTo.has_value(); }));
+  EXPECT_EQ(drawing.lengthsLeftOut, 0);
+}
+
+TEST(SectionDrawingDimensions, CountHeightsAndLengthsWithoutRoom) {
+  constexpr int kPoints = 300;
+  SectionView view = WithGround(RoadView(), -4.07);
+  ViewForm form;
+  form.role = FormRole::Layer;
+  form.lines = {{}};
+  for (int i = 0; i < kPoints; ++i) {
+    form.points.push_back(At("", 5.0 + i * 0.001, -1.0, i - 1));
+    form.lines[0].push_back(i);
+  }
+  view.forms.push_back(form);
+  for (int i = 1; i < kPoints; ++i) {
+    view.targets.push_back(TargetOf(ViewTarget::Item::Height, {i}, -1.0));
+    view.targets.push_back(TargetOf(ViewTarget::Item::SlopeLength, {i - 1, i}, 0.001));
+    view.targets[view.targets.size() - 2].points[0].form = 1;
+    for (ViewTarget::Pnt& pnt : view.targets.back().points) pnt.form = 1;
+  }
+  const SectionDrawing drawing = Draw(view, {.scale = 100.0});
+  const std::vector<std::string> texts = TextsOf(drawing, DrawingKind::Dimension);
+  const auto lengths = std::count(texts.begin(), texts.end(), "SL=0.001");
+  EXPECT_GT(drawing.heightsLeftOut, 0);
+  EXPECT_GT(drawing.lengthsLeftOut, 0);
+  EXPECT_EQ(lengths + drawing.lengthsLeftOut, kPoints - 1);
+  EXPECT_EQ(static_cast<int>(texts.size() - static_cast<std::size_t>(lengths)) + drawing.heightsLeftOut, kPoints - 1);
+  EXPECT_THAT(NotesOf(view, drawing), SizeIs(2));
+  ExpectSound(drawing);
+}
+
 /// A road with lines closely above and below its right edge, where no label stands.
 SectionView CrowdedView() {
   SectionView view = WithGround(RoadView(), -9.0);

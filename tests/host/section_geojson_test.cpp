@@ -101,7 +101,7 @@ TEST(SectionGeoJson, HasAFeatureForATargetWithoutASection) {
                    "",
                    "",
                    "",
-                   {{-1, -1, "S L1", ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
                    {}}};
   const Json features = CollectionOf({view})["features"];
   ASSERT_EQ(features.size(), 1u) << "no feature for a section that is not there";

@@ -657,12 +657,25 @@ class Targets(PageTest):
     def rows(self):
         return self.all("#panel-targets tbody tr")
 
+    def targets_of(self, selector):
+        shown = [piece.get_attribute("data-target") for piece in self.all(selector)]
+        return [[int(target) for target in targets.split(" ")] for targets in shown]
+
     def drawn(self):
-        """Targets that the drawing has something of."""
-        return sorted({int(e.get_attribute("data-target")) for e in self.all("svg.sheet [data-target]")})
+        """Targets that the drawing has something of, and that it shows no other with."""
+        return sorted({targets[0] for targets in self.targets_of("svg.sheet [data-target]") if len(targets) == 1})
 
     def lit(self):
-        return sorted({int(e.get_attribute("data-target")) for e in self.all("svg.sheet .lit")})
+        return sorted({target for targets in self.targets_of("svg.sheet .lit") for target in targets})
+
+    def test_lights_what_several_targets_measure_for_each_of_them(self):
+        shared = [targets for targets in self.targets_of("svg.sheet [data-target]") if len(targets) > 1]
+        self.assertGreater(len(shared), 0)
+        for target in shared[0]:
+            self.run_script("arguments[0].focus()", self.rows()[target])
+            lit = self.targets_of("svg.sheet .lit")
+            self.assertGreater(len(lit), 4, "lines, arrows and the value")
+            self.assertTrue(all(target in targets for targets in lit))
 
     def test_lists_what_is_measured(self):
         self.assertEqual(len(self.rows()), 10)

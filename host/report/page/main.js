@@ -224,7 +224,7 @@ class Page {
   /** Shows a target on the drawing and in its table. */
   highlightTarget(target) {
     for (const piece of this.viewer.sheet?.element.querySelectorAll('[data-target]') ?? []) {
-      piece.classList.toggle('lit', Number(piece.dataset.target) === target);
+      piece.classList.toggle('lit', targetsOf(piece).includes(target));
     }
     this.ringed = null;
     this.viewer.mark(this.pointsOfTarget(target));
@@ -245,10 +245,11 @@ class Page {
     }
   }
 
-  chooseTarget(target) {
-    this.target = target;
+  /** @param targets that one dimension shows: another click on it goes to the next */
+  chooseTarget(targets) {
+    this.target = targets[(targets.indexOf(this.target) + 1) % targets.length];
     this.openTab('targets');
-    this.highlightTarget(target);
+    this.highlightTarget(this.target);
   }
 
   /** What a row of a table is about: it is shown on the drawing while the pointer or the keyboard is there. */
@@ -306,7 +307,7 @@ class Page {
     this.viewer.addEventListener('point', ({ detail }) => this.section && this.hoverPoint(detail));
     this.viewer.addEventListener('target', ({ detail }) => this.chooseTarget(detail));
     this.viewer.addEventListener('hover-target', ({ detail }) => {
-      this.lightTarget(detail, this.target);
+      this.lightTarget(...detail, this.target);
     });
   }
 
