@@ -390,7 +390,9 @@ TEST(DesignReportPage, ListsTheTargetsOfEverySetThatNoSectionShows) {
   ASSERT_EQ(page.targetsWithoutSection.size(), 3u);
   EXPECT_EQ(page.targetsWithoutSection[0]["set"], 0);
   EXPECT_EQ(page.targetsWithoutSection[0]["item"], "Width");
-  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][2], "A L1 at station 99.0000");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][2], "A L1");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][4], "99.0000");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][5], 0) << "not behind a change of shape";
   EXPECT_EQ(page.targetsWithoutSection[1]["set"], 1);
   EXPECT_TRUE(page.targetsWithoutSection[1]["points"].empty());
   EXPECT_EQ(page.sections[0]["targets"].size(), 1u);

@@ -93,13 +93,13 @@ TEST_F(ExportCommand, SaysOfWhichSectionANoteIs) {
     return OutputJson({"export", Design(text), "-o", Path("x.csv"), "--json"})["firstNotes"];
   };
   const std::string empty = FormXml("S", kFillType, "");
-  const std::string section = Replaced(SectionXml("20.0000", empty), "<tsf:XSection", "<tsf:XSection name=\"No.1\"");
-  EXPECT_EQ(notesOf(DesignXml(section)), Json::array({"20.0000 (No.1): form S has no points"}));
+  const std::string section = Replaced(SectionXml("20.0000", empty), "<tsf:XSection", "<tsf:XSection name=\"Bridge\"");
+  EXPECT_EQ(notesOf(DesignXml(section)), Json::array({"20.0000 (Bridge): form S has no points"}));
   EXPECT_EQ(notesOf(DesignXml(Replaced(section, "cumulativeDist=\"20.0000\"", ""))),
-            Json::array({"no station (No.1): form S has no points"}));
-  EXPECT_EQ(
-      notesOf(Replaced(DesignXml(section), "</tsf:XSections>", "</tsf:XSections>" + SetXml(section))),
-      Json::array({"set 1 > 20.0000 (No.1): form S has no points", "set 2 > 20.0000 (No.1): form S has no points"}));
+            Json::array({"no station (Bridge): form S has no points"}));
+  EXPECT_EQ(notesOf(Replaced(DesignXml(section), "</tsf:XSections>", "</tsf:XSections>" + SetXml(section))),
+            Json::array(
+                {"set 1 > 20.0000 (Bridge): form S has no points", "set 2 > 20.0000 (Bridge): form S has no points"}));
 }
 
 TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
@@ -214,7 +214,7 @@ TEST_F(ExportCommand, NamesTheSectionThatMakesTheDrawingSmall) {
   const Json notes = notesOf("350000.0000");
   ASSERT_EQ(notes.size(), 1u) << notes;
   EXPECT_EQ(notes[0],
-            "40.0000: its size makes the whole drawing 1:1000000; most of the other cross sections need no "
+            "40.0000: its size makes the whole drawing 1:2000000; most of the other cross sections need no "
             "smaller scale than 1:100 (--scale 100)");
   EXPECT_EQ(notesOf("350000.0000", {"--scale", "100"}), Json::array()) << "the scale is told";
 }

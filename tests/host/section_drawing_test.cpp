@@ -501,7 +501,9 @@ TEST(SectionDrawingDimensions, ShowHeightsAsTriangles) {
   const std::vector<DrawnMark> triangles = MarksOf(known, DrawnMark::Shape::Height);
   ASSERT_THAT(triangles, SizeIs(2)) << "one at each point";
   EXPECT_EQ(triangles[1].point, 3);
-  EXPECT_EQ(triangles[1].target, 0);
+  EXPECT_EQ(triangles[0].target, 0);
+  EXPECT_EQ(triangles[1].target, 1) << "both targets measure there";
+  EXPECT_EQ(known.measured, (std::vector<std::vector<int>>{{0}, {0, 1}}));
   EXPECT_THAT(TextsOf(known, DrawingKind::Dimension), ElementsAre("0.000", "-0.070"));
   view.centerHeight.reset();
   view.forms[0].points[3].place.height = 0.5;

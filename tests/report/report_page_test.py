@@ -496,12 +496,12 @@ class Drawing(PageTest):
         def gaps():
             """How far above or below the nearest mark each of them begins, in pixels."""
             return self.run_script(
-                """const marks = [...document.querySelectorAll('svg.sheet .mark')].map((e) =>
-                     e.getAttribute('transform').match(/-?[0-9.e-]+/g).map(Number));
-                   return [...document.querySelectorAll('svg.sheet .extensions .line')].map((e) => {
-                     const [x, y] = e.getAttribute('d').match(/-?[0-9.e-]+/g).map(Number);
-                     return Math.min(...marks.filter((m) => Math.abs(m[0] - x) < .01).map((m) => Math.abs(m[1] - y)));
-                   })""")
+                r"""const place = (e, name) => e.getAttribute(name).match(/-?\d+(\.\d+)?/g).map(Number);
+                    const marks = [...document.querySelectorAll('svg.sheet .mark')].map((e) => place(e, 'transform'));
+                    return [...document.querySelectorAll('svg.sheet .extensions .line')].map((e) => {
+                      const [x, y] = place(e, 'd');
+                      return Math.min(...marks.filter((m) => Math.abs(m[0] - x) < .5).map((m) => Math.abs(m[1] - y)));
+                    })""")
 
         before = gaps()
         self.assertGreater(len(before), 3)
@@ -669,13 +669,23 @@ class Targets(PageTest):
         return sorted({target for targets in self.targets_of("svg.sheet .lit") for target in targets})
 
     def test_lights_what_several_targets_measure_for_each_of_them(self):
-        shared = [targets for targets in self.targets_of("svg.sheet [data-target]") if len(targets) > 1]
-        self.assertGreater(len(shared), 0)
-        for target in shared[0]:
+        first = '<tsf:FormCtrlTarget controlItem="Width"'
+        point = '<tsf:FormCtrlTargetPnt cumulativeDist="0.0000" buildFormName="盛土面" code="{}" />'
+        same = (first + ' targetScope="一部" targetRegio="管理断面" targetPntType="Left Right">' +
+                point.format("L2") + point.format("R2") + "</tsf:FormCtrlTarget>")  # fmt: skip
+        self.open(report(changed("road-4.1.xml", (first, same + first))))
+        self.one("#tab-targets").click()
+        for target in (0, 1):
             self.run_script("arguments[0].focus()", self.rows()[target])
             lit = self.targets_of("svg.sheet .lit")
             self.assertGreater(len(lit), 4, "lines, arrows and the value")
-            self.assertTrue(all(target in targets for targets in lit))
+            self.assertEqual({tuple(targets) for targets in lit}, {(0, 1)})
+        value = next(text for text in self.all("svg.sheet text.dimension") if text.text == "8.500")
+        for target in (0, 1, 0):
+            value.click()
+            self.move_to(5, 5)  # while the pointer is there, the rows of both are lit
+            current = [row.get_attribute("aria-current") for row in self.rows()]
+            self.assertEqual(current.index("true"), target, "each click goes to the next")
 
     def test_lists_what_is_measured(self):
         self.assertEqual(len(self.rows()), 10)
@@ -814,7 +824,7 @@ class LeftOver(PageTest):
         self.assertEqual(self.text(".left-over .heading"), "2 control targets at no cross section")
         rows = self.all(".left-over tbody tr")
         self.assertEqual([cell.text for cell in rows[0].find_elements(By.TAG_NAME, "td")],
-                         ["Height · 全延長 · 管理断面", "盛土面 CL at station 55.0000",
+                         ["Height · 全延長 · 管理断面", "盛土面 CL (at station 55.0000)",
                           "no cross section is at the station of any of its points"])  # fmt: skip
         self.assertIn("<img src=x>", rows[1].text)
         findings = len(self.all("#document-findings > table tbody tr"))

@@ -158,6 +158,7 @@ class SheetViewer extends EventTarget {
 
   onLeave() {
     this.pointerAt = null;
+    this.tell('hover-target', []);
     this.tell('point', null);
   }
 
