@@ -327,10 +327,14 @@ class Layout {
     }
   }
 
+  [[nodiscard]] static bool HasLengthFor(const std::string& label, double length) {
+    return TextWidth(label, kLabelSizeMm) + kBesideEnds <= length;
+  }
+
   /// A text along a segment, above it or (else) below it, where it is no longer than the segment.
   bool AddAlong(DrawingKind kind, const std::string& label, const PaperPlace& from, const PaperPlace& to, int form,
                 int target, bool aboveFirst) {
-    if (TextWidth(label, kLabelSizeMm) + kBesideEnds > Distance(from, to)) return false;
+    if (!HasLengthFor(label, Distance(from, to))) return false;
     DrawnText text{kind, m_scale.ToSection(Middle(from, to))};
     text.sizeMm = kLabelSizeMm;
     text.angle = ReadingAngle(from, to);
@@ -378,8 +382,10 @@ class Layout {
     const double largest = StyleOf(Shape::Crossing).radiusMm;
     const auto [left, right] = std::minmax(leader.from.x, leader.to.x);
     const auto [first, last] = PointsBetween(left - largest, right + largest);
-    return std::any_of(first, last, [&](const MarkedPoint& point) {
-      return leader.DistanceTo(point.place) < point.radius && Distance(point.place, own) > apart;
+    const auto [bottom, top] = std::minmax(leader.from.y, leader.to.y);
+    return std::any_of(first, last, [&, lowest = bottom - largest, highest = top + largest](const MarkedPoint& point) {
+      const bool isBeside = point.place.y >= lowest && point.place.y <= highest;  // quick, where thousands are
+      return isBeside && leader.DistanceTo(point.place) < point.radius && Distance(point.place, own) > apart;
     });
   }
 
@@ -636,27 +642,46 @@ class Layout {
     return places;
   }
 
+  /// A segment of a line on paper.
+  struct Segment {
+    PaperPlace from;
+    PaperPlace to;
+    double length = 0.0;
+  };
+
+  static std::vector<Segment> SegmentsOf(const std::vector<PaperPlace>& line) {
+    std::vector<Segment> segments;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      segments.push_back({line[i - 1], line[i], Distance(line[i - 1], line[i])});
+    }
+    return segments;
+  }
+
   /// Lengths of slopes, along them: on the longest of their segments that has room.
   void AddLengths() {
-    for (Slope& slope : Slopes()) {
-      std::vector<std::pair<PaperPlace, PaperPlace>> segments;
-      for (std::size_t i = 1; i < slope.places.size(); ++i) segments.emplace_back(slope.places[i - 1], slope.places[i]);
-      std::stable_sort(segments.begin(), segments.end(), [](const auto& a, const auto& b) {
-        return Distance(a.first, a.second) > Distance(b.first, b.second);
-      });
-      const bool isAdded = std::any_of(segments.begin(), segments.end(), [&](const auto& segment) {
-        return AddAlong(DrawingKind::Dimension, slope.length, segment.first, segment.second, slope.form, slope.target,
+    for (const Slope& slope : Slopes()) {
+      std::vector<Segment> segments = SegmentsOf(slope.places);
+      const auto isShorter = [](const Segment& a, const Segment& b) { return a.length < b.length; };
+      const auto longest = std::max_element(segments.begin(), segments.end(), isShorter);
+      if (longest == segments.end()) continue;
+      const PaperPlace middle = Middle(longest->from, longest->to);
+      std::erase_if(segments, [&](const Segment& segment) { return !HasLengthFor(slope.length, segment.length); });
+      std::stable_sort(segments.begin(), segments.end(), [&](const auto& a, const auto& b) { return isShorter(b, a); });
+      const bool isAdded = std::any_of(segments.begin(), segments.end(), [&](const Segment& segment) {
+        return AddAlong(DrawingKind::Dimension, slope.length, segment.from, segment.to, slope.form, slope.target,
                         false);
       });
-      if (isAdded) continue;
-      DrawnText text{DrawingKind::Dimension,
-                     m_scale.ToSection(Middle(segments.front().first, segments.front().second))};
-      text.sizeMm = kLabelSizeMm;
-      text.text = std::move(slope.length);
-      text.form = slope.form;
-      text.target = slope.target;
-      m_ledLengths.push_back(std::move(text));
+      if (!isAdded) m_ledLengths.push_back(LedLength(slope, middle));
     }
+  }
+
+  [[nodiscard]] DrawnText LedLength(const Slope& slope, const PaperPlace& middle) const {
+    DrawnText text{DrawingKind::Dimension, m_scale.ToSection(middle)};
+    text.sizeMm = kLabelSizeMm;
+    text.text = slope.length;
+    text.form = slope.form;
+    text.target = slope.target;
+    return text;
   }
 
   /// Lengths that no segment has room for are led to the middle of their longest one.
