@@ -22,8 +22,7 @@ constexpr std::string_view kPointColumns =
 constexpr std::string_view kGroundColumns = "ground,ground_name,point,offset,height";
 constexpr std::string_view kTargetColumns =
     "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,point_station,"
-    "point_behind_change,form,point,code,"
-    "offset,height";
+    "point_behind_change,form,point,code,offset,height";
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string_view ColumnsOf(CsvContent content) {

@@ -560,8 +560,8 @@ class SectionBuilder {
         const ViewPoint* end = EndOf(form, side);
         if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
         const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
-        if (ground)
-          ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground, *ground - end->place.height});
+        if (!ground) continue;
+        ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground, *ground - end->place.height});
       }
     }
     return ends;
