@@ -851,6 +851,7 @@ class LeftOver(PageTest):
         self.open(report(changed("road-4.1.xml", (first, widths + first))))
         self.one("#tab-findings").click()
         self.assertRegex(self.text("#panel-findings"), r"\d+ widths are not drawn, for lack of room")
+        self.assertEqual(self.text("#tab-findings"), "Findings (2)", "that, and where the height is taken from")
 
 
 class Language(PageTest):

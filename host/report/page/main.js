@@ -153,10 +153,10 @@ class Page {
     const { findings, targets } = this.section;
     const notes = notesOf(this.section);
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
-    const counts = { findings: findings.length, targets: targets.length, points: ofForms };
+    const counts = { findings: findings.length + notes.length, targets: targets.length, points: ofForms };
     for (const tab of TABS) at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
     this.tables = {
-      findings: () => (counts.findings + notes.length > 0 ? findingsTable(findings, notes) : words.nothingFound),
+      findings: () => (counts.findings > 0 ? findingsTable(findings, notes) : words.nothingFound),
       targets: () => (counts.targets > 0 ? targetsTable(this.section) : words.noTargets),
       points: () => (counts.points > 0 ? pointsTable(this.section) : words.noPoints),
     };
