@@ -597,12 +597,12 @@ class Layout {
     }
   }
 
-  /// Where a width or a length is measured, from left to right.
+  /// Where a width or a length is measured, whichever of its points is named first.
   using WidthKey = std::array<PlaceKey, 2>;
   static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
-    const auto [left, right] =
-        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
-    return {KeyOf(left), KeyOf(right)};
+    const PlaceKey first = KeyOf(one);
+    const PlaceKey second = KeyOf(other);
+    return first < second ? WidthKey{first, second} : WidthKey{second, first};
   }
 
   /// The line of a slope whose length is measured.

@@ -542,6 +542,16 @@ TEST(SectionDrawingDimensions, ShowAllTargetsThatMeasureTheSame) {
   ExpectSound(drawing);
 }
 
+TEST(SectionDrawingDimensions, ShowTheLengthOfAWallOnceWhicheverPointIsNamedFirst) {
+  SectionView view = RoadView();
+  view.forms[0].points[2].place.offset = -3.5;
+  view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {1, 2}, 4.0),
+                  TargetOf(ViewTarget::Item::SlopeLength, {2, 1}, 4.0)};
+  const SectionDrawing drawing = Draw(view);
+  EXPECT_THAT(TextsOf(drawing, DrawingKind::Dimension), ElementsAre("SL=4.000"));
+  EXPECT_EQ(drawing.measured, (std::vector<std::vector<int>>{{0, 1}}));
+}
+
 TEST(SectionDrawingDimensions, ShowLengthsOfSeveralSegmentsOnTheLongestOne) {
   SectionView view = RoadView();
   view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {0, 2}, 10.7118)};
