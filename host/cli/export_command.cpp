@@ -16,14 +16,15 @@
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
+#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/drawing/dxf_sections.h"
 #include "host/drawing/section_csv.h"
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_geojson.h"
 #include "host/drawing/section_view.h"
+#include "host/drawing/value_text.h"
 #include "host/project/design_file.h"
-#include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_cli {
 
@@ -51,11 +52,12 @@ struct ExportOptions {
 /// What was exported; both the text and the JSON are made from it.
 struct ExportSummary {
   Format format = Format::Dxf;
+  int sets = 0;
   int sections = 0;
   int entries = 0;     ///< rows of a table, features of a collection
   double scale = 0.0;  ///< 1:scale of a drawing
   int notes = 0;
-  std::vector<std::string> firstNotes;  ///< each with its station
+  std::vector<std::string> firstNotes;  ///< each with its section
 };
 
 const std::map<std::string, Format>& Formats() {
@@ -136,6 +138,7 @@ class Sections {
     }
   }
 
+  [[nodiscard]] int SetCount() const { return m_sets; }
   [[nodiscard]] int Count() const { return static_cast<int>(m_places.size()); }
 
  private:
@@ -145,22 +148,63 @@ class Sections {
   std::vector<std::pair<int, int>> m_places;  ///< set and section
 };
 
-void TakeNotes(const SectionView& view, const std::vector<vorn_host::ViewNote>& notes, ExportSummary& summary) {
+/// "No.6+0.0000 (No.6)", or "set 2 > No.6+0.0000 (No.6)" where there are several sets.
+std::string PlaceOf(const SectionView& view, int sets) {
+  const std::string set = "set " + std::to_string(view.set + 1);
+  if (view.section < 0) return set;
+  return sets > 1 ? set + " > " + TitleOf(view) : TitleOf(view);
+}
+
+void TakeNote(const std::string& where, const std::string& note, ExportSummary& summary) {
   constexpr std::size_t kShown = 20;
-  summary.notes += static_cast<int>(notes.size());
-  const std::string where = view.section < 0 ? "set " + std::to_string(view.set + 1) : view.stationText;
+  ++summary.notes;
+  if (summary.firstNotes.size() < kShown) summary.firstNotes.push_back(where + ": " + note);
+}
+
+void TakeNotes(const SectionView& view, const std::vector<vorn_host::ViewNote>& notes, ExportSummary& summary) {
+  const std::string where = PlaceOf(view, summary.sets);
   for (const vorn_host::ViewNote& note : notes) {
-    if (summary.firstNotes.size() == kShown) return;
-    summary.firstNotes.push_back(where + ": " + NoteText(note, vorn_host::Language::English));
+    TakeNote(where, NoteText(note, vorn_host::Language::English), summary);
+  }
+}
+
+std::string ScaleText(double scale) { return "1:" + vorn_host::ValueText(scale, 0, 3); }
+
+/// The largest scale at which a section could fit, 1:scale.
+struct ScaleNeed {
+  std::string section;
+  double scale = 0.0;
+};
+
+/// Names the sections that make the whole drawing much smaller than the others need, as one with a width mistyped does:
+/// nobody could read the drawing, or tell from it where the mistake is.
+void TakeScaleNotes(const std::vector<ScaleNeed>& needs, double scale, ExportSummary& summary) {
+  if (needs.empty()) return;
+  constexpr double kMuchSmaller = 10.0;
+  std::vector<double> scales;
+  for (const ScaleNeed& need : needs) scales.push_back(need.scale);
+  std::sort(scales.begin(), scales.end());
+  const double most = kMuchSmaller * scales[(scales.size() - 1) / 2];
+  const double ofOthers = *(std::upper_bound(scales.begin(), scales.end(), most) - 1);
+  for (const ScaleNeed& need : needs) {
+    if (need.scale <= most) continue;
+    TakeNote(need.section,
+             "its size makes the whole drawing " + ScaleText(scale) + "; most of the other cross sections need no " +
+                 "smaller scale than " + ScaleText(ofOthers) + " (--scale " + vorn_host::ValueText(ofOthers, 0, 3) +
+                 ")",
+             summary);
   }
 }
 
 /// Where every section has its place, at one scale for all. What the sections need at least tells mostly what that
 /// scale is, so that each is drawn at no other.
-vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions& drawing, Progress& progress) {
+vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions& drawing, Progress& progress,
+                            ExportSummary& summary) {
+  std::vector<ScaleNeed> needs;
   sections.ForEach(progress, "measuring cross sections", [&](const SectionView& view) {
-    drawing.leastScale = std::max(drawing.leastScale, vorn_host::LargestScale(view, drawing));
+    needs.push_back({PlaceOf(view, summary.sets), vorn_host::LargestScale(view, drawing)});
   });
+  for (const ScaleNeed& need : needs) drawing.leastScale = std::max(drawing.leastScale, need.scale);
   const auto measured = [&] {
     vorn_host::SheetGrid grid;
     sections.ForEach(progress, "placing cross sections",
@@ -170,6 +214,7 @@ vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions&
   vorn_host::SheetGrid grid = measured();
   const bool isFinal = grid.HasOneScale();
   drawing.scale = grid.Scale();
+  TakeScaleNotes(needs, drawing.scale, summary);
   return isFinal ? grid : measured();
 }
 
@@ -180,7 +225,7 @@ void WriteOut(const std::string& out, const std::function<void(const TextSink&)>
 
 void ExportDxf(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
   vorn_host::DrawingOptions drawing = options.drawing;
-  const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress);
+  const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress, summary);
   summary.scale = grid.Scale();
   WriteOut(options.out, [&](const TextSink& write) {
     vorn_host::DxfSectionWriter writer(write, grid, drawing.language);
@@ -228,6 +273,7 @@ ExportSummary Export(const ExportOptions& options, Format format) {
   const Sections sections(document, options.centerHeight);
   ExportSummary summary;
   summary.format = format;
+  summary.sets = sections.SetCount();
   summary.sections = sections.Count();
   switch (format) {
     case Format::Dxf:
@@ -242,8 +288,6 @@ ExportSummary Export(const ExportOptions& options, Format format) {
   }
   return summary;
 }
-
-std::string ScaleText(double scale) { return "1:" + std::string(FixedDecimal(scale, 0).View()); }
 
 void PrintText(const ExportOptions& options, const ExportSummary& summary) {
   TextReport report;

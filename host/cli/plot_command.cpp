@@ -10,6 +10,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/section_choice.h"
+#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_view.h"
@@ -58,18 +59,13 @@ Plot MakePlot(const PlotOptions& options) {
   return plot;
 }
 
-std::string TitleOf(const SectionView& view) {
-  const std::string station = view.stationText.empty() ? "no station" : view.stationText;
-  return view.name.empty() ? station : station + " (" + view.name + ")";
-}
-
 void PrintText(const Plot& plot, const std::string& out) {
   TextReport report;
   report.Row("Written", out);
   for (std::size_t i = 0; i < plot.views.size(); ++i) {
     report.Row("Cross section",
                TitleOf(plot.views[i]) + ", scale 1:" + vorn_host::ValueText(plot.drawings[i].scale, 0, 3));
-    for (const std::string& note : NoteTexts(plot.views[i], Language::English)) report.Line("note: " + note, 2);
+    for (const std::string& note : NoteTexts(plot.views[i].notes, Language::English)) report.Line("note: " + note, 2);
   }
   Print(report);
 }
@@ -87,7 +83,7 @@ void PrintJson(const Plot& plot, const std::string& out) {
                         {"centerHeight", view.centerHeight ? Json(*view.centerHeight) : Json(nullptr)},
                         {"scale", plot.drawings[i].scale},
                         {"exaggeration", plot.drawings[i].exaggeration},
-                        {"notes", NoteTexts(view, Language::English)}});
+                        {"notes", NoteTexts(view.notes, Language::English)}});
   }
   Print(Json{{"written", out}, {"crossSections", std::move(sections)}});
 }

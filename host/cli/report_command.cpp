@@ -43,6 +43,9 @@ void PrintText(const ReportCommandOptions& options, const DesignReport& report) 
   text.Row("Written", options.out);
   text.Row("Cross sections", std::to_string(report.sections));
   text.Row("Findings", Counted(report.errors, "error") + ", " + Counted(report.notes, "note"));
+  if (report.targetsWithoutSection > 0) {
+    text.Row("Control targets", std::to_string(report.targetsWithoutSection) + " at no cross section");
+  }
   Print(text);
 }
 
@@ -50,7 +53,8 @@ void PrintJson(const ReportCommandOptions& options, const DesignReport& report) 
   Print(Json{{"written", options.out},
              {"crossSections", report.sections},
              {"errors", report.errors},
-             {"notes", report.notes}});
+             {"notes", report.notes},
+             {"targetsWithoutSection", report.targetsWithoutSection}});
 }
 
 }  // namespace

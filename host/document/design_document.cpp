@@ -210,6 +210,11 @@ bool HasModelledChild(pugi::xml_node root) {
                      [&](std::string_view tag) { return root.child(std::string(tag).c_str()); });
 }
 
+/// Whether an element can be read as the root of a document when an edition is assumed.
+bool IsReadable(pugi::xml_node root) {
+  return std::string_view(root.name()).starts_with("tsf:") || HasModelledChild(root);
+}
+
 /// The edition of a document; throws when it is not recognised and none is assumed.
 Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std::optional<Edition>& assume,
                          bool& assumed) {
@@ -218,7 +223,7 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
   VornSchema& schema = VornSchema::Instance();
   assumed = !schema.AnalyzeVersion(root.name(), location ? location->c_str() : "");
   if (!assumed) return CurrentEdition();
-  const bool readable = std::string_view(root.name()).starts_with("tsf:") || HasModelledChild(root);
+  const bool readable = IsReadable(root);
   if (assume && readable) return *assume;
   if (assume) {
     // Read all the same, it would look like a design without cross sections.
@@ -340,6 +345,13 @@ class GatheredTargets {
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
   return FromBytes(ReadFile(path), path.string(), options);
+}
+
+bool DesignDocument::IsDocument(std::string_view content) {
+  pugi::xml_document tree;  // what stands before a fault is in the tree, and the content may end anywhere
+  (void)tree.load_buffer(content.data(), content.size());
+  const pugi::xml_node root = tree.document_element();
+  return std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root);
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {

@@ -51,6 +51,9 @@ class DesignDocument {
   /// Reads the bytes of a document; name stands for the file in messages.
   [[nodiscard]] static DesignDocument FromBytes(std::string bytes, const std::string& name, const ReadOptions& options);
 
+  /// Whether a file's content begins as a document does, by its root element.
+  [[nodiscard]] static bool IsDocument(std::string_view content);
+
   /// Writes the document in its edition, whole or not at all: an existing file stays as it is when anything fails.
   /// Throws `DocumentError`. Writing lasts in the model where the library says so (`VornBuildForm::toXML`).
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options);

@@ -10,18 +10,27 @@ namespace vorn_host {
 SectionIndex::SectionIndex(const VornXSections& set) : m_sections(set.GetXSectionArray()) {
   m_byStation.reserve(static_cast<std::size_t>(m_sections.GetSize()));
   for (int i = 0; i < m_sections.GetSize(); ++i) {
-    m_byStation.emplace_back(m_sections[i].GetCumulativeDist().Value(), i);
+    const NurReal& station = m_sections[i].GetCumulativeDist();
+    if (station.IsSet()) {
+      m_byStation.emplace_back(station.Value(), i);
+    } else {
+      m_withoutStation.push_back(i);
+    }
   }
   std::sort(m_byStation.begin(), m_byStation.end());
 }
 
 int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
+  if (!station.IsSet()) {
+    const auto first = std::find_if(m_withoutStation.begin(), m_withoutStation.end(),
+                                    [&](int section) { return IsBehindChange(section) == xSectChg; });
+    return first == m_withoutStation.end() ? -1 : *first;
+  }
   const double wanted = station.Value();
   int found = -1;
   auto entry = std::lower_bound(m_byStation.begin(), m_byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
   for (; entry != m_byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
-    const bool hit =
-        std::abs(entry->first - wanted) < kSameStation && m_sections[entry->second].GetXSectChg() == xSectChg;
+    const bool hit = std::abs(entry->first - wanted) < kSameStation && IsBehindChange(entry->second) == xSectChg;
     if (hit && (found < 0 || entry->second < found)) found = entry->second;
   }
   return found;

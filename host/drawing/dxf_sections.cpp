@@ -11,6 +11,7 @@
 
 #include "host/document/text_encoding.h"
 #include "host/drawing/drawing_style.h"
+#include "host/drawing/value_text.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
@@ -45,15 +46,13 @@ static_assert(kLayers[static_cast<std::size_t>(DrawingKind::Title)].name == "TIT
 
 std::string_view LayerOf(DrawingKind kind) { return kLayers[static_cast<std::size_t>(kind)].name; }
 
-// --- sizes, in millimetres on paper
-// -----------------------------------------------------------------------------------
+// --- sizes, in millimetres on paper ----------------------------------------------------------------------------------
 
 constexpr double kGap = 15.0;  ///< between the sheets
 constexpr double kIndexText = 3.5;
 constexpr double kOriginArm = 3.0;
 
-// --- parts of an index line, in text heights
-// --------------------------------------------------------------------------
+// --- parts of an index line, in text heights -------------------------------------------------------------------------
 
 constexpr double kIndexNameWidth = 8.0;  ///< of the sheets' names
 constexpr double kIndexGap = 2.0;
@@ -89,9 +88,11 @@ std::string StationOf(const SectionView& view, Language language) {
   return (view.stationText.empty() ? "-" : view.stationText) + (view.isBehindChange ? behind : "");
 }
 
-/// What stands beside the name of a sheet: the height that its origin lies at.
+/// What stands beside the name of a sheet: the height that its origin lies at. It is marked where the height of the
+/// centre line is only assumed, as all elevations of the sheet are then.
 std::string ReferenceText(const SectionView& view) {
-  return (view.centerHeight ? "DL=" : "H=") + std::string(FixedDecimal(ReferenceHeight(view), 3).View());
+  const char* name = !view.centerHeight ? "H=" : view.isHeightAssumed ? "DL≒" : "DL=";
+  return name + std::string(FixedDecimal(ReferenceHeight(view), 3).View());
 }
 
 /// The name, and the alignment where there is one.
@@ -232,7 +233,7 @@ DxfHeader HeaderOf(const SheetGrid& grid) {
 /// "20 cross sections, 1:100, metres": an engineer has to know the unit, which the format does not tell.
 std::string IndexTitle(const SheetGrid& grid, Language language) {
   const std::string count = std::to_string(grid.Count());
-  const std::string scale = "1:" + std::string(FixedDecimal(grid.Scale(), 0).View());
+  const std::string scale = "1:" + ValueText(grid.Scale(), 0, 3);
   if (language == Language::Japanese) return "横断面 " + count + "  縮尺 " + scale + "  単位 m";
   return count + (grid.Count() == 1 ? " cross section, " : " cross sections, ") + scale + ", metres";
 }

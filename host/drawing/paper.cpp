@@ -102,21 +102,36 @@ void PaperGrid::Occupy(const LabelBox& box) {
 
 namespace {
 
-/// A line as a box without height.
-LabelBox BoxOfLine(const PaperPlace& from, const PaperPlace& to) {
+/// A line as a box of some height, which it runs through the middle of.
+LabelBox BoxOfLine(const PaperPlace& from, const PaperPlace& to, double height) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   PaperDirection direction;
   if (length > 0.0) {
     direction.cosine = (to.x - from.x) / length;
     direction.sine = (to.y - from.y) / length;
   }
-  return {from, length, 0.0, direction};
+  return {direction.From(from, 0.0, -height / 2.0), length, height, direction};
 }
 
 }  // namespace
 
-bool PaperGrid::IsLineFree(const PaperPlace& from, const PaperPlace& to) const { return IsFree(BoxOfLine(from, to)); }
+/// A cell wide: two thin lines can cross without a common cell, as bishops do on a chessboard.
+bool PaperGrid::IsLineFree(const PaperPlace& from, const PaperPlace& to) const {
+  return IsFree(BoxOfLine(from, to, m_cell));
+}
 
-void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) { Occupy(BoxOfLine(from, to)); }
+double PaperGrid::CoveredLength(const PaperPlace& from, const PaperPlace& to) const {
+  const LabelBox line = BoxOfLine(from, to, 0.0);
+  int visited = 0;
+  int covered = 0;
+  ForEachCell(line, [&](int cell) {
+    ++visited;
+    if (cell < 0 || m_covered[static_cast<std::size_t>(cell)]) ++covered;
+    return true;
+  });
+  return line.width * covered / visited;
+}
+
+void PaperGrid::OccupyLine(const PaperPlace& from, const PaperPlace& to) { Occupy(BoxOfLine(from, to, 0.0)); }
 
 }  // namespace vorn_host

@@ -81,7 +81,10 @@ class PaperGrid {
   /// Whether nothing lies there; false outside the area.
   [[nodiscard]] bool IsFree(const LabelBox& box) const;
   void Occupy(const LabelBox& box);
+  /// The same for a line: false as well where a line would be crossed.
   [[nodiscard]] bool IsLineFree(const PaperPlace& from, const PaperPlace& to) const;
+  /// How much of a line lies on what is covered, in millimetres.
+  [[nodiscard]] double CoveredLength(const PaperPlace& from, const PaperPlace& to) const;
   void OccupyLine(const PaperPlace& from, const PaperPlace& to);
 
  private:

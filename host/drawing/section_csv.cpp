@@ -21,8 +21,8 @@ constexpr std::string_view kPointColumns =
     "input_reading,grade,exists,crossing";
 constexpr std::string_view kGroundColumns = "ground,ground_name,point,offset,height";
 constexpr std::string_view kTargetColumns =
-    "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,form,point,code,"
-    "offset,height";
+    "target,item,item_text,form_name,work_type,scope,regulation,design_value,target_point,point_name,point_station,"
+    "point_behind_change,form,point,code,offset,height";
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string_view ColumnsOf(CsvContent content) {
@@ -89,18 +89,16 @@ void SectionCsvWriter::Add(const SectionView& view) {
 }
 
 void SectionCsvWriter::AddPoints(const SectionView& view) {
-  for (std::size_t form = 0; form < view.forms.size(); ++form) {
-    const ViewForm& one = view.forms[form];
-    for (std::size_t i = 0; i < one.points.size(); ++i) {
-      const ViewPoint& point = one.points[i];
+  for (const ViewForm& form : view.forms) {
+    for (const ViewPoint& point : form.points) {
       BeginRow(view);
-      Index(static_cast<int>(form));
-      Design(one.name);
-      Design(one.xSectType);
-      Cell(WordOf(one.role));
-      Index(static_cast<int>(i));
+      Index(form.documentIndex);
+      Design(form.name);
+      Design(form.xSectType);
+      Cell(WordOf(form.role));
+      Index(point.documentIndex);
       Design(point.code);
-      Index(point.from);
+      Index(OriginIndexOf(form, point));
       Design(point.side);
       Cell(WordOf(point.part));
       Number(point.place.offset);
@@ -156,8 +154,10 @@ void SectionCsvWriter::AddTargetRow(const SectionView& view, int target, int poi
   Number(one.designValue);
   Index(point);
   Design(named.name);
-  Index(found != nullptr ? named.form : -1);
-  Index(found != nullptr ? named.point : -1);
+  Number(named.elsewhere ? named.elsewhere->station : std::nullopt);
+  named.elsewhere ? Flag(named.elsewhere->isBehindChange) : Cell({});
+  Index(found != nullptr ? FormOf(view, named)->documentIndex : -1);
+  Index(found != nullptr ? found->documentIndex : -1);
   Design(found != nullptr ? found->code : std::string());
   Number(found != nullptr ? std::optional(found->place.offset) : std::nullopt);
   Number(found != nullptr ? std::optional(found->place.height) : std::nullopt);

@@ -252,7 +252,8 @@ class Sheet {
     add(m_view.alignment);
     if (m_view.isBehindChange) add(m_words.behindChange);
     if (m_view.isControlSection) add(m_words.controlSection);
-    if (m_view.centerHeight) add((m_view.isHeightAssumed ? "FH≈" : "FH=") + ValueText(*m_view.centerHeight, 3, 3));
+    // The sign for "about" that Japanese drawings have: code page 932 holds no other.
+    if (m_view.centerHeight) add((m_view.isHeightAssumed ? "FH≒" : "FH=") + ValueText(*m_view.centerHeight, 3, 3));
     if (!m_view.grounds.empty()) {
       const std::optional<double> ground = GroundHeightAt(m_view.grounds.front(), 0.0);
       if (ground) add("GH=" + ValueText(*ground, 3, 3));
@@ -359,9 +360,12 @@ double ScaleFrom(double least, const SectionView& view, Language language, doubl
 
 std::vector<ViewNote> NotesOf(const SectionView& view, const SectionDrawing& drawing) {
   std::vector<ViewNote> notes = view.notes;
-  if (drawing.widthsLeftOut > 0) {
-    notes.push_back({.kind = ViewNote::Kind::WidthsLeftOut, .points = drawing.widthsLeftOut});
-  }
+  const auto tell = [&](ViewNote::Kind kind, int leftOut) {
+    if (leftOut > 0) notes.push_back({.kind = kind, .points = leftOut});
+  };
+  tell(ViewNote::Kind::WidthsLeftOut, drawing.widthsLeftOut);
+  tell(ViewNote::Kind::HeightsLeftOut, drawing.heightsLeftOut);
+  tell(ViewNote::Kind::LengthsLeftOut, drawing.lengthsLeftOut);
   return notes;
 }
 

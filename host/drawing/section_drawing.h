@@ -33,10 +33,13 @@ struct DrawnLine {
   DrawingKind kind = DrawingKind::Frame;
   std::vector<SectionPlace> places;
   int form = -1;    ///< index into `SectionView::forms`; -1 where it belongs to none
-  int target = -1;  ///< index into `SectionView::targets`; -1 where it belongs to none
+  int target = -1;  ///< index into `SectionDrawing::measured`; -1 where it belongs to none
   /// Of the leader of a label, the place that it leads to. Who enlarges the drawing leaves it as long as it is on
   /// paper, around this place, as the label stays as large.
   std::optional<SectionPlace> leadsTo = {};
+  /// Of the extension line of a dimension, the place that it begins beside. Who enlarges the drawing leaves the gap
+  /// between them as wide as it is on paper.
+  std::optional<SectionPlace> beginsBeside = {};
 };
 
 /// A mark at a place: a circle at a point, a triangle at a height, the arrow of a dimension.
@@ -76,7 +79,12 @@ struct SectionDrawing {
   std::vector<DrawnLine> lines;
   std::vector<DrawnMark> marks;
   std::vector<DrawnText> texts;
-  int widthsLeftOut = 0;  ///< width dimensions that found no room
+  /// What the dimensions show: of each the control targets that measure it, as they ask for the same at one place.
+  /// Indices into `SectionView::targets`.
+  std::vector<std::vector<int>> measured;
+  int widthsLeftOut = 0;   ///< width dimensions that found no room
+  int heightsLeftOut = 0;  ///< heights that did not, beside the triangles at their points
+  int lengthsLeftOut = 0;  ///< slope lengths that did not
 };
 
 struct DrawingOptions {

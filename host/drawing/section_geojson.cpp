@@ -70,15 +70,15 @@ Json SectionFeature(const SectionView& view) {
   properties["centerHeight"] = NumberOf(view.centerHeight);
   properties["centerHeightSource"] = view.centerHeight ? Json(HeightSourceOf(view)) : Json(nullptr);
   properties["heights"] = view.centerHeight ? "elevation" : "above the centre line";
-  properties["notes"] = NoteTexts(view, Language::English);
+  properties["notes"] = NoteTexts(view.notes, Language::English);
   return FeatureOf(GeometryOf({{0.0, view.centerHeight.value_or(0.0)}}, "LineString"), std::move(properties));
 }
 
 Json PointProperties(const ViewForm& form, int index) {
   const ViewPoint& point = form.points[static_cast<std::size_t>(index)];
-  return {{"point", index + 1},
+  return {{"point", NumberOfIndex(point.documentIndex)},
           {"code", point.code},
-          {"from", NumberOfIndex(point.from)},
+          {"from", NumberOfIndex(OriginIndexOf(form, point))},
           {"side", point.side},
           {"part", WordOf(point.part)},
           {"input", point.input},
@@ -90,8 +90,7 @@ Json PointProperties(const ViewForm& form, int index) {
           {"crossing", point.isCrossing}};
 }
 
-Json LineFeature(const SectionView& view, std::size_t formIndex, const std::vector<int>& line) {
-  const ViewForm& form = view.forms[formIndex];
+Json LineFeature(const SectionView& view, const ViewForm& form, const std::vector<int>& line) {
   std::vector<SectionPlace> places;
   Json points = Json::array();
   for (const int index : line) {
@@ -102,7 +101,7 @@ Json LineFeature(const SectionView& view, std::size_t formIndex, const std::vect
     points.push_back(PointProperties(form, index));
   }
   Json properties = PropertiesOf(view, "form");
-  properties["form"] = formIndex + 1;
+  properties["form"] = NumberOfIndex(form.documentIndex);
   properties["name"] = form.name;
   properties["xSectType"] = form.xSectType;
   properties["role"] = WordOf(form.role);
@@ -134,6 +133,14 @@ Json GroundFeature(const SectionView& view, std::size_t index) {
   return FeatureOf(GeometryOf(ground.line, "LineString"), std::move(properties));
 }
 
+/// Null for a point of the section shown.
+Json ElsewhereOf(const ViewTarget::Pnt& named) {
+  if (!named.elsewhere) return nullptr;
+  return {{"station", NumberOf(named.elsewhere->station)},
+          {"stationText", named.elsewhere->stationText},
+          {"behindChange", named.elsewhere->isBehindChange}};
+}
+
 Json TargetFeature(const SectionView& view, std::size_t index) {
   const ViewTarget& target = view.targets[index];
   std::vector<SectionPlace> places;
@@ -142,8 +149,9 @@ Json TargetFeature(const SectionView& view, std::size_t index) {
     const ViewPoint* point = PointOf(view, named);
     if (point != nullptr) places.push_back(point->place);
     points.push_back({{"name", named.name},
-                      {"form", NumberOfIndex(point != nullptr ? named.form : -1)},
-                      {"point", NumberOfIndex(point != nullptr ? named.point : -1)},
+                      {"elsewhere", ElsewhereOf(named)},
+                      {"form", NumberOfIndex(point != nullptr ? FormOf(view, named)->documentIndex : -1)},
+                      {"point", NumberOfIndex(point != nullptr ? point->documentIndex : -1)},
                       {"height", point != nullptr ? NumberOf(point->place.height) : Json(nullptr)}});
   }
   Json properties = PropertiesOf(view, "target");
@@ -173,9 +181,10 @@ SectionGeoJsonWriter::SectionGeoJsonWriter(TextSink sink) : m_sink(std::move(sin
 
 void SectionGeoJsonWriter::Add(const SectionView& view) {
   if (view.section >= 0) Feature(TextOf(SectionFeature(view)));
-  for (std::size_t form = 0; form < view.forms.size(); ++form) {
-    for (const std::vector<int>& line : view.forms[form].lines) Feature(TextOf(LineFeature(view, form, line)));
-    for (const int point : SinglePointsOf(view.forms[form])) Feature(TextOf(LineFeature(view, form, {point})));
+  for (const ViewForm& form : view.forms) {
+    for (const std::vector<int>& line : form.lines) Feature(TextOf(LineFeature(view, form, line)));
+    const std::vector<int> single = SinglePointsOf(form);
+    for (const int point : single) Feature(TextOf(LineFeature(view, form, {point})));
   }
   for (std::size_t i = 0; i < view.grounds.size(); ++i) Feature(TextOf(GroundFeature(view, i)));
   for (std::size_t i = 0; i < view.targets.size(); ++i) Feature(TextOf(TargetFeature(view, i)));

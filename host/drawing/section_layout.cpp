@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+#include <map>
 #include <numbers>
 #include <optional>
 #include <set>
@@ -12,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/drawing/drawing_style.h"
+#include "host/drawing/label_stand.h"
 #include "host/drawing/paper_profile.h"
 #include "host/drawing/value_text.h"
 
@@ -23,14 +27,18 @@ using Anchor = DrawnText::Anchor;
 using Shape = DrawnMark::Shape;
 
 // Sizes on paper, in millimetres.
-constexpr double kLetters = 2.5;
-constexpr double kBesideLine = 1.3;       ///< from a line to the base line of a text along it
-constexpr double kBesideEnds = 0.6;       ///< a segment is longer than its text by this
-constexpr double kLeaderFrom = 4.0;       ///< a label this far from its place is led to it by a line
-constexpr double kCodeLeaderAbove = 0.6;  ///< from a point to where the leader of its code begins
-constexpr double kHatchEvery = 12.0;      ///< from one group of hatch ticks to the next
-constexpr double kHatchStep = 1.2;        ///< from tick to tick in a group
-constexpr double kHatchTick = 2.2;        ///< how far a tick reaches down and to the side
+constexpr double kBesideLine = 1.3;    ///< from a line to the base line of a text along it
+constexpr double kBesideEnds = 0.6;    ///< a segment is longer than its text by this
+constexpr double kLeaderFrom = 3.6;    ///< a label this far from its place is led to it by a line
+constexpr double kLeaderGap = 0.6;     ///< from a point to where the leader of its code begins
+constexpr double kTouching = 0.8;      ///< the marks of nearer points touch
+constexpr double kSamePoint = 0.01;    ///< nearer points lie on each other
+constexpr double kMostCost = 30.0;     ///< of a leader, in millimetres of its length; beyond it the label is left out
+constexpr double kCostAtPoint = 12.0;  ///< a leader is rather longer by this than it or its label at another's point
+constexpr double kCostOnLines = 6.0;   ///< a leader is rather longer by this than on lines for a millimetre
+constexpr double kHatchEvery = 12.0;   ///< from one group of hatch ticks to the next
+constexpr double kHatchStep = 1.2;     ///< from tick to tick in a group
+constexpr double kHatchTick = 2.2;     ///< how far a tick reaches down and to the side
 constexpr int kHatchTicks = 3;
 constexpr double kMostHatchGroups = 300.0;
 constexpr double kCenterLineOver = 7.0;  ///< how far the centre line goes beyond the section
@@ -134,6 +142,8 @@ class Layout {
     AddLengths();
     AddGroundNames();
     AddCodes(FormRole::Layer);
+    AddLedCodes();
+    AddLedLengths();
     return Room(m_drawing);
   }
 
@@ -141,6 +151,18 @@ class Layout {
   const ViewForm& Form(int index) const { return m_view.forms[static_cast<std::size_t>(index)]; }
   const ViewPoint& Point(int form, int point) const { return Form(form).points[static_cast<std::size_t>(point)]; }
   [[nodiscard]] PaperPlace OnPaper(const ViewPoint& point) const { return m_scale.ToPaper(point.place); }
+
+  /// A place in whole micrometres: what differs by less is the same place, computed in another way.
+  using PlaceKey = std::array<long long, 2>;
+  static PlaceKey KeyOf(const SectionPlace& place) {
+    return {std::llround(place.offset * 1e6), std::llround(place.height * 1e6)};
+  }
+
+  /// A point with its mark.
+  struct MarkedPoint {
+    PaperPlace place;
+    double radius = 0.0;
+  };
 
   // --- room ------------------------------------------------------------------------------------------------------
 
@@ -283,8 +305,10 @@ class Layout {
           mark.shape = Shape::Crossing;
         }
         m_drawing.marks.push_back(mark);
+        m_points.push_back({OnPaper(point), StyleOf(mark.shape).radiusMm});
       }
     }
+    std::sort(m_points.begin(), m_points.end(), [](const auto& a, const auto& b) { return a.place.x < b.place.x; });
   }
 
   /// The ratio or the grade along every segment of the design surface that is long enough.
@@ -303,18 +327,22 @@ class Layout {
     }
   }
 
+  [[nodiscard]] static bool HasLengthFor(const std::string& label, double length) {
+    return TextWidth(label, kLabelSizeMm) + kBesideEnds <= length;
+  }
+
   /// A text along a segment, above it or (else) below it, where it is no longer than the segment.
   bool AddAlong(DrawingKind kind, const std::string& label, const PaperPlace& from, const PaperPlace& to, int form,
                 int target, bool aboveFirst) {
-    if (TextWidth(label, kLetters) + kBesideEnds > Distance(from, to)) return false;
+    if (!HasLengthFor(label, Distance(from, to))) return false;
     DrawnText text{kind, m_scale.ToSection(Middle(from, to))};
-    text.sizeMm = kLetters;
+    text.sizeMm = kLabelSizeMm;
     text.angle = ReadingAngle(from, to);
     text.text = label;
     text.form = form;
     text.target = target;
     const double above = kBesideLine;
-    const double below = -(kBesideLine + 0.75 * kLetters);
+    const double below = -(kBesideLine + 0.75 * kLabelSizeMm);
     for (const double lift : {aboveFirst ? above : below, aboveFirst ? below : above}) {
       text.liftMm = lift;
       if (AddText(text)) return true;
@@ -322,91 +350,171 @@ class Layout {
     return false;
   }
 
-  /// A way to stand at a point: how far to the right and above, and which end of the text is there.
-  struct Stand {
-    double right = 0.0;
-    double lift = 0.0;
-    Anchor anchor = Anchor::Middle;
-  };
-
-  /// A line from a place to a label that had to go far from it.
-  struct Leader {
-    PaperPlace from;
-    PaperPlace to;
-  };
-
   /// The leader of a label; none where the label stands near enough to its place.
-  /// @param beginsAbove how far above the place a leader upward begins
-  [[nodiscard]] std::optional<Leader> LeaderTo(const DrawnText& text, double beginsAbove) const {
-    constexpr double kGap = 0.4;  // from the leader to the label
-    const bool isAbove = text.liftMm > 0.0;
-    const double end = isAbove ? text.liftMm - kGap : text.liftMm + 0.8 * text.sizeMm + 0.3;
-    if (std::abs(end) < kLeaderFrom - kGap) return std::nullopt;
+  /// @param footAbove how far above the place a leader upward begins: on top of what is drawn there
+  [[nodiscard]] std::optional<LabelLeader> LeaderTo(const DrawnText& text, double footAbove) const {
+    const LabelStand stand = {text.alongMm, text.liftMm, text.anchor};
+    if (ReachOf(stand) < kLeaderFrom) return std::nullopt;
     const PaperPlace place = m_scale.ToPaper(text.place);
-    return Leader{{place.x, place.y + (isAbove ? beginsAbove : -0.6)}, {place.x + text.alongMm, place.y + end}};
+    const PaperPlace end = LeaderEnd(stand);
+    const double foot = text.liftMm > 0.0 ? footAbove : 0.0;
+    const LabelLeader whole = {{place.x, place.y + foot}, {place.x + end.x, place.y + end.y}};
+    if (whole.Length() <= kLeaderGap) return std::nullopt;
+    return LabelLeader{whole.At(kLeaderGap), whole.to};
+  }
+
+  /// How much of a leader lies on lines other than those that run through its own place, in millimetres.
+  [[nodiscard]] double LengthOnLines(const LabelLeader& leader) const {
+    constexpr double kOwnLines = 0.7;  // from where it begins
+    return leader.Length() > kOwnLines ? m_grid.CoveredLength(leader.At(kOwnLines), leader.to) : 0.0;
+  }
+
+  using PointRange = std::pair<std::vector<MarkedPoint>::const_iterator, std::vector<MarkedPoint>::const_iterator>;
+  [[nodiscard]] PointRange PointsBetween(double left, double right) const {
+    const auto isLeft = [](const MarkedPoint& point, double x) { return point.place.x < x; };
+    const auto first = std::lower_bound(m_points.begin(), m_points.end(), left, isLeft);
+    return {first, std::lower_bound(first, m_points.end(), right, isLeft)};
+  }
+
+  /// Whether a leader seems to lead to a point that is not its own.
+  /// @param own the place that it leads to, and @param apart how far from there other points count
+  [[nodiscard]] bool RunsThroughPoint(const LabelLeader& leader, const PaperPlace& own, double apart) const {
+    const double largest = StyleOf(Shape::Crossing).radiusMm;
+    const auto [left, right] = std::minmax(leader.from.x, leader.to.x);
+    const auto [first, last] = PointsBetween(left - largest, right + largest);
+    const auto [bottom, top] = std::minmax(leader.from.y, leader.to.y);
+    return std::any_of(first, last, [&, lowest = bottom - largest, highest = top + largest](const MarkedPoint& point) {
+      const bool isBeside = point.place.y >= lowest && point.place.y <= highest;  // quick, where thousands are
+      return isBeside && leader.DistanceTo(point.place) < point.radius && Distance(point.place, own) > apart;
+    });
+  }
+
+  /// What a way to stand costs, in millimetres that the leader is rather longer; infinite where none would do.
+  [[nodiscard]] double CostOf(const DrawnText& text, const std::optional<LabelLeader>& leader) const {
+    double cost = IsAtAnotherPoint(text, kTouching) ? kCostAtPoint : 0.0;
+    if (!leader) return cost;
+    const PaperPlace own = m_scale.ToPaper(text.place);
+    if (RunsThroughPoint(*leader, own, kTouching)) return std::numeric_limits<double>::infinity();
+    if (RunsThroughPoint(*leader, own, kSamePoint)) cost += kCostAtPoint;
+    return cost + kCostOnLines * LengthOnLines(*leader);
   }
 
   /// Adds a text in the first way in which it finds room.
-  void AddAt(DrawnText text, const std::vector<Stand>& stands) {
-    for (const Stand& stand : stands) {
+  /// @returns false when it finds none
+  bool AddAt(DrawnText text, const std::vector<LabelStand>& stands) {
+    return std::any_of(stands.begin(), stands.end(), [&](const LabelStand& stand) {
       Put(text, stand);
-      if (AddText(text)) return;
-    }
+      return AddText(text);
+    });
   }
 
-  /// The same for a text that is led to its place from afar: its leader runs through no other label.
-  void AddLedAt(DrawnText text, const std::vector<Stand>& stands, double beginsAbove) {
-    for (const Stand& stand : stands) {
+  /// The same for a code, which stands no nearer than this to another point.
+  bool AddApart(DrawnText text, const std::vector<LabelStand>& stands, double apart) {
+    return std::any_of(stands.begin(), stands.end(), [&](const LabelStand& stand) {
       Put(text, stand);
-      const std::optional<Leader> leader = LeaderTo(text, beginsAbove);
-      if (leader && !m_labels.IsLineFree(leader->from, leader->to)) continue;
-      if (!AddText(text)) continue;
-      if (leader) AddLeader(*leader, text);
-      return;
-    }
+      return !IsAtAnotherPoint(text, apart) && AddText(text);
+    });
   }
 
-  static void Put(DrawnText& text, const Stand& stand) {
+  /// Whether a level text is nearer than this to a point that is not its own.
+  [[nodiscard]] bool IsAtAnotherPoint(const DrawnText& text, double apart) const {
+    const LabelBox box = BoxOf(text, m_scale);
+    const PaperPlace own = m_scale.ToPaper(text.place);
+    const auto [first, last] = PointsBetween(box.corner.x - apart, box.corner.x + box.width + apart);
+    return std::any_of(first, last, [&](const MarkedPoint& point) {
+      const double above = point.place.y - box.corner.y;
+      return above > -apart && above < box.height + apart && Distance(point.place, own) > kSamePoint;
+    });
+  }
+
+  /// Adds a text with its leader where it stands free, and the leader runs through no label and crosses no other.
+  bool AddLed(const DrawnText& text, double footAbove) {
+    const std::optional<LabelLeader> leader = LeaderTo(text, footAbove);
+    if (!IsLeaderFree(leader) || !AddText(text)) return false;
+    if (leader) AddLeader(*leader, text);
+    return true;
+  }
+
+  [[nodiscard]] bool IsLeaderFree(const std::optional<LabelLeader>& leader) const {
+    return !leader || m_labels.IsLineFree(leader->from, leader->to);
+  }
+
+  /// The same in the way that costs least: the leader is short, crosses few lines and runs through no other point, and
+  /// the text stands at no other.
+  /// @returns false when it finds no room
+  /// @param stands the nearest first
+  bool AddLedAt(DrawnText text, const std::vector<LabelStand>& stands, double footAbove) {
+    const LabelStand* best = nullptr;
+    double leastCost = kMostCost;
+    for (const LabelStand& stand : stands) {
+      if (ReachOf(stand) >= leastCost) break;
+      Put(text, stand);
+      if (!m_grid.IsFree(BoxOf(text, m_scale))) continue;
+      const std::optional<LabelLeader> leader = LeaderTo(text, footAbove);
+      if (!IsLeaderFree(leader)) continue;
+      const double cost = ReachOf(stand) + CostOf(text, leader);
+      if (cost >= leastCost) continue;
+      best = &stand;
+      leastCost = cost;
+    }
+    if (best == nullptr) return false;
+    Put(text, *best);
+    return AddLed(text, footAbove);
+  }
+
+  static void Put(DrawnText& text, const LabelStand& stand) {
     text.alongMm = stand.right;
     text.liftMm = stand.lift;
     text.anchor = stand.anchor;
   }
 
-  void AddLeader(const Leader& leader, const DrawnText& text) {
+  void AddLeader(const LabelLeader& leader, const DrawnText& text) {
     AddCoveringLine(text.kind, leader.from, leader.to, text.form, text.target);
     m_drawing.lines.back().leadsTo = text.place;
     m_labels.OccupyLine(leader.from, leader.to);
   }
 
-  /// Codes at the points; those of layers only right below their points, as layers lie closely.
+  /// The codes of the forms of a role: at their points where there is room, else later by `AddLedCodes`, as a leader
+  /// is not to take the room at another point. Where points of several forms lie on each other, a code stands there
+  /// once.
   void AddCodes(FormRole role) {
-    static const std::vector<Stand> near = {
-        {0.0, 1.5, Anchor::Middle},  {1.2, 0.9, Anchor::Start},  {-1.2, 0.9, Anchor::End},
-        {0.0, -3.4, Anchor::Middle}, {1.2, -2.8, Anchor::Start}, {-1.2, -2.8, Anchor::End},
-    };
-    static const std::vector<Stand> far = [] {
-      std::vector<Stand> stands = near;
-      for (const double lift : {4.5, -6.9, 7.5, -10.0}) {
-        for (const auto& [right, anchor] :
-             {std::pair(0.0, Anchor::Middle), std::pair(1.5, Anchor::Start), std::pair(-1.5, Anchor::End)}) {
-          stands.push_back({right, lift, anchor});
-        }
-      }
-      return stands;
-    }();
-    static const std::vector<Stand> below = {near[3], near[4], near[5]};
     for (std::size_t i = 0; i < m_view.forms.size(); ++i) {
       const ViewForm& form = m_view.forms[i];
       if (form.role != role) continue;
       for (const ViewPoint& point : form.points) {
         // The centre line says itself what it is.
         if (!point.exists || (point.code == "CL" && std::abs(point.place.offset) < kSamePlace)) continue;
+        const PlaceKey place = KeyOf(point.place);
+        if (point.code.empty() || !m_codes.insert({place, point.code}).second) continue;
         DrawnText text{DrawingKind::Code, point.place};
-        text.sizeMm = kLetters;
+        text.sizeMm = kLabelSizeMm;
         text.text = point.code;
         text.form = static_cast<int>(i);
-        AddLedAt(text, role == FormRole::Layer ? below : far, kCodeLeaderAbove);
+        if (!AddApart(text, StandsAt(place, role), kTouching)) m_ledCodes.push_back(std::move(text));
       }
+    }
+  }
+
+  /// Layers lie closely: their codes stand right below their points.
+  [[nodiscard]] const std::vector<LabelStand>& StandsAt(const PlaceKey& place, FormRole role) const {
+    static const std::vector<LabelStand> below = {
+        {0.0, -3.4, Anchor::Middle}, {1.2, -2.8, Anchor::Start}, {-1.2, -2.8, Anchor::End}};
+    static const std::vector<LabelStand> around = {
+        {0.0, 1.5, Anchor::Middle}, {1.2, 0.9, Anchor::Start}, {-1.2, 0.9, Anchor::End}, below[0], below[1], below[2]};
+    static const std::vector<LabelStand> aroundTriangle = {{0.0, kTriangle + 1.1, Anchor::Middle},
+                                                           {0.8, kTriangle + 1.1, Anchor::Start},
+                                                           {-0.8, kTriangle + 1.1, Anchor::End},
+                                                           below[0],
+                                                           below[1],
+                                                           below[2]};
+    if (role == FormRole::Layer) return below;
+    return m_heights.contains(place) ? aroundTriangle : around;
+  }
+
+  void AddLedCodes() {
+    for (const DrawnText& text : m_ledCodes) {
+      if (AddLedAt(text, FarStands(), 0.0)) continue;
+      AddApart(text, StandsAt(KeyOf(text.place), Form(text.form).role), StyleOf(Shape::Point).radiusMm);
     }
   }
 
@@ -415,7 +523,7 @@ class Layout {
       const std::vector<SectionPlace> line = Clipped(ground.line, m_window);
       if (line.size() < 2) continue;
       DrawnText text{DrawingKind::Ground, line.back()};
-      text.sizeMm = kLetters;
+      text.sizeMm = kLabelSizeMm;
       text.text = ground.name;
       AddAt(text,
             {{-1.0, 2.0, Anchor::End}, {-1.0, 5.0, Anchor::End}, {-1.0, -7.0, Anchor::End}, {-1.0, 8.0, Anchor::End}});
@@ -428,55 +536,158 @@ class Layout {
     return pnt.form < 0 || pnt.point < 0 ? nullptr : &Point(pnt.form, pnt.point);
   }
 
+  [[nodiscard]] int MeasuredCount() const { return static_cast<int>(m_drawing.measured.size()); }
+
+  /// Adds a control target to what is measured.
+  /// @param measured index; the number of all for what is new
+  void Measure(int measured, int target) {
+    if (measured == MeasuredCount()) m_drawing.measured.emplace_back();
+    std::vector<int>& targets = m_drawing.measured[static_cast<std::size_t>(measured)];
+    if (targets.empty() || targets.back() != target) targets.push_back(target);
+  }
+
+  [[nodiscard]] const ViewTarget& FirstTargetOf(int measured) const {
+    const int target = m_drawing.measured[static_cast<std::size_t>(measured)].front();
+    return m_view.targets[static_cast<std::size_t>(target)];
+  }
+
   /// A triangle that stands on each point whose height is measured. What is written beside it comes later: grades
   /// have less choice where to stand.
   void AddHeightMarks() {
-    std::set<std::pair<int, int>> marked;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Height) continue;
       for (const ViewTarget::Pnt& pnt : target.points) {
         const ViewPoint* point = PointOf(pnt);
-        if (point == nullptr || !marked.insert({pnt.form, pnt.point}).second) continue;
+        if (point == nullptr) continue;
+        const auto [known, isNew] = m_heights.try_emplace(KeyOf(point->place), MeasuredCount());
+        Measure(known->second, static_cast<int>(i));
+        if (!isNew) continue;
         DrawnMark mark{DrawingKind::Dimension, Shape::Height, point->place, kDownward};
         mark.form = pnt.form;
         mark.point = pnt.point;
-        mark.target = static_cast<int>(i);
+        mark.target = known->second;
         m_drawing.marks.push_back(mark);
         const PaperPlace place = OnPaper(*point);
         m_grid.Occupy({{place.x - kTriangle / 2.0, place.y + 0.2}, kTriangle, kTriangle});
+        m_labels.Occupy({{place.x - kTriangle / 2.0, place.y + kTriangle / 2.0}, kTriangle, kTriangle / 2.0 - 0.6});
       }
     }
   }
 
   void AddHeightTexts() {
     static const double beside = kTriangle * 0.7 + 0.4;
-    static const std::vector<Stand> stands = {{beside, 1.0, Anchor::Start}, {-beside, 1.0, Anchor::End},
-                                              {0.8, 3.4, Anchor::Start},    {-0.8, 3.4, Anchor::End},
-                                              {0.8, 6.0, Anchor::Start},    {-0.8, 6.0, Anchor::End},
-                                              {0.8, -4.2, Anchor::Start},   {-0.8, -4.2, Anchor::End},
-                                              {0.8, 9.0, Anchor::Start},    {-0.8, 9.0, Anchor::End}};
+    static const std::vector<LabelStand> near = {{beside, 1.0, Anchor::Start}, {-beside, 1.0, Anchor::End},
+                                                 {0.8, 3.4, Anchor::Start},    {-0.8, 3.4, Anchor::End},
+                                                 {0.8, 6.0, Anchor::Start},    {-0.8, 6.0, Anchor::End},
+                                                 {0.8, -4.2, Anchor::Start},   {-0.8, -4.2, Anchor::End},
+                                                 {0.8, 9.0, Anchor::Start},    {-0.8, 9.0, Anchor::End}};
     for (const DrawnMark& mark : m_drawing.marks) {
       if (mark.shape != Shape::Height) continue;
       DrawnText text{DrawingKind::Dimension, mark.place};
-      text.sizeMm = kLetters;
+      text.sizeMm = kLabelSizeMm;
       text.text = SignedHeight(mark.place.height, m_view.centerHeight.has_value());
       text.form = mark.form;
       text.target = mark.target;
-      AddLedAt(text, stands, kTriangle + 0.4);
+      const bool isNear = std::any_of(near.begin(), near.end(), [&](const LabelStand& stand) {
+        Put(text, stand);
+        return AddLed(text, kTriangle);
+      });
+      if (!isNear && !AddLedAt(text, FarStands(), kTriangle)) ++m_drawing.heightsLeftOut;
     }
   }
 
-  /// Lengths of slopes, along them.
-  void AddLengths() {
+  /// Where a width or a length is measured, whichever of its points is named first.
+  using WidthKey = std::array<PlaceKey, 2>;
+  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
+    const PlaceKey first = KeyOf(one);
+    const PlaceKey second = KeyOf(other);
+    return first < second ? WidthKey{first, second} : WidthKey{second, first};
+  }
+
+  /// The line of a slope whose length is measured.
+  struct Slope {
+    std::vector<PaperPlace> places;
+    std::string length;
+    int form = -1;
+    int target = -1;
+  };
+
+  /// The slope lengths to draw, each once however many targets ask for it.
+  std::vector<Slope> Slopes() {
+    std::vector<Slope> slopes;
+    std::map<std::pair<WidthKey, std::string>, int> measured;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
-      if (target.item != ViewTarget::Item::Length || !target.designValue) continue;
+      if (target.item != ViewTarget::Item::SlopeLength || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
-      AddAlong(DrawingKind::Dimension, "SL=" + ValueText(*target.designValue, 3, 3), OnPaper(*first), OnPaper(*second),
-               target.points[0].form, static_cast<int>(i), false);
+      std::string length = "SL=" + ValueText(*target.designValue, 3, 3);
+      const auto [known, isNew] = measured.try_emplace({KeyOf(first->place, second->place), length}, MeasuredCount());
+      Measure(known->second, static_cast<int>(i));
+      if (isNew) slopes.push_back({LineOf(target), std::move(length), target.points[0].form, known->second});
+    }
+    return slopes;
+  }
+
+  /// Along the form that has both points of a target, else straight from one to the other.
+  [[nodiscard]] std::vector<PaperPlace> LineOf(const ViewTarget& target) const {
+    const ViewTarget::Pnt& first = target.points[0];
+    const ViewTarget::Pnt& second = target.points[1];
+    if (first.form != second.form) return {OnPaper(*PointOf(first)), OnPaper(*PointOf(second))};
+    std::vector<PaperPlace> places;
+    const std::vector<int> path = PathBetween(Form(first.form), first.point, second.point);
+    for (const int point : path) places.push_back(OnPaper(Point(first.form, point)));
+    return places;
+  }
+
+  /// A segment of a line on paper.
+  struct Segment {
+    PaperPlace from;
+    PaperPlace to;
+    double length = 0.0;
+  };
+
+  static std::vector<Segment> SegmentsOf(const std::vector<PaperPlace>& line) {
+    std::vector<Segment> segments;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      segments.push_back({line[i - 1], line[i], Distance(line[i - 1], line[i])});
+    }
+    return segments;
+  }
+
+  /// Lengths of slopes, along them: on the longest of their segments that has room.
+  void AddLengths() {
+    for (const Slope& slope : Slopes()) {
+      std::vector<Segment> segments = SegmentsOf(slope.places);
+      const auto isShorter = [](const Segment& a, const Segment& b) { return a.length < b.length; };
+      const auto longest = std::max_element(segments.begin(), segments.end(), isShorter);
+      if (longest == segments.end()) continue;
+      const PaperPlace middle = Middle(longest->from, longest->to);
+      std::erase_if(segments, [&](const Segment& segment) { return !HasLengthFor(slope.length, segment.length); });
+      std::stable_sort(segments.begin(), segments.end(), [&](const auto& a, const auto& b) { return isShorter(b, a); });
+      const bool isAdded = std::any_of(segments.begin(), segments.end(), [&](const Segment& segment) {
+        return AddAlong(DrawingKind::Dimension, slope.length, segment.from, segment.to, slope.form, slope.target,
+                        false);
+      });
+      if (!isAdded) m_ledLengths.push_back(LedLength(slope, middle));
+    }
+  }
+
+  [[nodiscard]] DrawnText LedLength(const Slope& slope, const PaperPlace& middle) const {
+    DrawnText text{DrawingKind::Dimension, m_scale.ToSection(middle)};
+    text.sizeMm = kLabelSizeMm;
+    text.text = slope.length;
+    text.form = slope.form;
+    text.target = slope.target;
+    return text;
+  }
+
+  /// Lengths that no segment has room for are led to the middle of their longest one.
+  void AddLedLengths() {
+    for (const DrawnText& text : m_ledLengths) {
+      if (!AddLedAt(text, FarStands(), 0.0)) ++m_drawing.lengthsLeftOut;
     }
   }
 
@@ -487,27 +698,20 @@ class Layout {
     int target = -1;
   };
 
-  /// Where a width is measured, in whole micrometres: what differs by less is the same place, computed in another way.
-  using WidthKey = std::array<long long, 4>;
-  static WidthKey KeyOf(const SectionPlace& one, const SectionPlace& other) {
-    const auto [left, right] =
-        std::minmax(one, other, [](const auto& a, const auto& b) { return a.offset < b.offset; });
-    const auto whole = [](double metres) { return std::llround(metres * 1e6); };
-    return {whole(left.offset), whole(left.height), whole(right.offset), whole(right.height)};
-  }
-
   /// The widths to draw, each once however many targets ask for it.
-  [[nodiscard]] std::vector<Width> Widths() const {
+  std::vector<Width> Widths() {
     std::vector<Width> widths;
-    std::set<WidthKey> known;
+    std::map<WidthKey, int> measured;
     for (std::size_t i = 0; i < m_view.targets.size(); ++i) {
       const ViewTarget& target = m_view.targets[i];
       if (target.item != ViewTarget::Item::Width || !target.designValue) continue;
       const ViewPoint* first = PointOf(target.points.at(0));
       const ViewPoint* second = PointOf(target.points.at(1));
       if (first == nullptr || second == nullptr) continue;
-      if (!known.insert(KeyOf(first->place, second->place)).second) continue;
-      Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, static_cast<int>(i)};
+      const auto [known, isNew] = measured.try_emplace(KeyOf(first->place, second->place), MeasuredCount());
+      Measure(known->second, static_cast<int>(i));
+      if (!isNew) continue;
+      Width width{OnPaper(*first), OnPaper(*second), target.points[0].form, known->second};
       if (width.left.x > width.right.x) std::swap(width.left, width.right);
       widths.push_back(width);
     }
@@ -548,7 +752,7 @@ class Layout {
     const double direction = above <= below + kFirstTier ? 1.0 : -1.0;
     const double first = direction > 0.0 ? std::max({highest, width.left.y, width.right.y}) + kFirstTier
                                          : std::min({lowest, width.left.y, width.right.y}) - kFirstTier;
-    const std::string value = ValueText(*m_view.targets[static_cast<std::size_t>(width.target)].designValue, 3, 3);
+    const std::string value = ValueText(*FirstTargetOf(width.target).designValue, 3, 3);
     for (int tier = 0; tier < kMostTiers; ++tier) {
       const double y = first + direction * kNextTier * tier;
       if (!HasRoom(width, y, value)) continue;
@@ -560,7 +764,7 @@ class Layout {
 
   /// Whether arrows and value of a dimension stand outside, as there is no room between its ends.
   [[nodiscard]] static bool IsShort(const Width& width, const std::string& value) {
-    return width.right.x - width.left.x < std::max(kShortDimension, TextWidth(value, kLetters) + 1.0);
+    return width.right.x - width.left.x < std::max(kShortDimension, TextWidth(value, kLabelSizeMm) + 1.0);
   }
 
   /// The value of a dimension: above the middle of its line, or outside, away from the centre line.
@@ -574,9 +778,9 @@ class Layout {
       text.place = m_scale.ToSection({x, y});
       text.alongMm = isLeft ? -0.5 : 0.5;
       text.anchor = isLeft ? Anchor::End : Anchor::Start;
-      text.liftMm = -0.35 * kLetters;
+      text.liftMm = -0.35 * kLabelSizeMm;
     }
-    text.sizeMm = kLetters;
+    text.sizeMm = kLabelSizeMm;
     text.text = value;
     text.form = width.form;
     text.target = width.target;
@@ -596,6 +800,7 @@ class Layout {
       const double up = y > end.y ? 1.0 : -1.0;
       AddCoveringLine(DrawingKind::Dimension, {end.x, end.y + up * kExtensionGap}, {end.x, y + up * kExtensionOver},
                       width.form, width.target);
+      m_drawing.lines.back().beginsBeside = m_scale.ToSection(end);
       DrawnMark arrow{DrawingKind::Dimension, Shape::Arrow, m_scale.ToSection({end.x, y})};
       arrow.angle = (end.x == width.left.x) != isShort ? 180.0 : 0.0;
       arrow.form = width.form;
@@ -605,6 +810,7 @@ class Layout {
     const double beyond = isShort ? kOutsideArrow : 0.0;
     AddCoveringLine(DrawingKind::Dimension, {width.left.x - beyond, y}, {width.right.x + beyond, y}, width.form,
                     width.target);
+    m_labels.OccupyLine({width.left.x - beyond, y}, {width.right.x + beyond, y});
     DrawnText text = TextOfWidth(width, y, value);
     Cover(BoxOf(text, m_scale));
     m_drawing.texts.push_back(std::move(text));
@@ -615,8 +821,13 @@ class Layout {
   const PaperScale& m_scale;
   SectionDrawing& m_drawing;
   PaperBox m_extent;
-  PaperGrid m_grid;    ///< all that labels keep clear of
-  PaperGrid m_labels;  ///< labels and leaders alone, which leaders keep clear of
+  PaperGrid m_grid;                   ///< all that labels keep clear of
+  PaperGrid m_labels;                 ///< what leaders keep clear of: labels, other leaders, triangles, dimension lines
+  std::vector<MarkedPoint> m_points;  ///< from left to right
+  std::map<PlaceKey, int> m_heights;  ///< where triangles stand, with what they measure
+  std::set<std::pair<PlaceKey, std::string>> m_codes;  ///< what is named, and where
+  std::vector<DrawnText> m_ledCodes;                   ///< codes that found no room at their points
+  std::vector<DrawnText> m_ledLengths;                 ///< slope lengths that found none along their slopes
 };
 
 }  // namespace

@@ -32,6 +32,9 @@ using Reading = ViewInput::Reading;
 /// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
 /// near to the ground lies on it.
 constexpr double kOnGround = 0.005;
+/// Ends of slopes that nobody marked as crossings tell a height only on ground that differs by as much, in metres: on
+/// level ground the two sides of any symmetric section agree, however high it stands.
+constexpr double kTellingGround = 0.02;
 /// Nothing of a cross section lies farther away than this, in metres: what does is a damaged value.
 constexpr double kFarthest = 1e6;
 
@@ -59,18 +62,22 @@ ViewInput InputOf(const VornComposedPnt& point) {
   return {ReadingOf(point), told(point.GetX()), told(point.GetY())};
 }
 
+/// A dash for a value that is not set, which points that were placed may lack; nothing where both are.
 std::string InputText(const ViewInput& input) {
-  const std::string first = ValueText(input.x.value_or(0.0), 3, 4) + " m, ";
-  const std::string second = ValueText(input.y.value_or(0.0), 3, 4);
+  if (!input.x && !input.y) return {};
+  const auto told = [](const std::optional<double>& value, const char* before, const char* behind) {
+    return value ? before + ValueText(*value, 3, 4) + behind : std::string("–");
+  };
+  const std::string first = told(input.x, "", " m") + ", ";
   switch (input.reading) {
     case Reading::Rate:
-      return first + "1:" + second;
+      return first + told(input.y, "1:", "");
     case Reading::Percent:
-      return first + second + " %";
+      return first + told(input.y, "", " %");
     case Reading::WidthHeight:
       break;
   }
-  return first + second + " m";
+  return first + told(input.y, "", " m");
 }
 
 SectionPart PartOf(const VornComposedPnt& point) {
@@ -109,15 +116,17 @@ std::string GradeText(const ViewInput& input, SectionPart part, const SectionPla
                        (isUnknownPart && (input.reading == Reading::Rate ||
                                           (input.reading != Reading::Percent && std::abs(rise) > kSteep * width)));
   if (asRatio && !isLevel) {
-    const double ratio = input.reading == Reading::Rate ? std::abs(input.y.value_or(0.0)) : width / std::abs(rise);
+    const double ratio = input.reading == Reading::Rate && input.y ? std::abs(*input.y) : width / std::abs(rise);
     return "1:" + ValueText(ratio, 1, 3);
   }
-  const double percent = input.reading == Reading::Percent ? input.y.value_or(0.0) : 100.0 * rise / width;
+  const double percent = input.reading == Reading::Percent && input.y ? *input.y : 100.0 * rise / width;
   return ValueText(percent, 1, 3) + "%";
 }
 
-bool IsMarkedCrossing(const VornComposedPnt& point) {
-  return point.IsCrossPoint() || !point.GetSeriesPnt() || point.GetCode() == "XL" || point.GetCode() == "XR";
+/// @param isStart that a form does not go on through its start point only tells that its sides are not joined
+bool IsMarkedCrossing(const VornComposedPnt& point, bool isStart) {
+  if (point.IsCrossPoint()) return true;
+  return !isStart && (!point.GetSeriesPnt() || point.GetCode() == "XL" || point.GetCode() == "XR");
 }
 
 // --- roles of forms --------------------------------------------------------------------------------------------------
@@ -218,6 +227,17 @@ std::string SegmentGrade(const ViewForm& form, int one, int other) {
   return GradeText({}, outer.part, form.points[static_cast<std::size_t>(innerIndex)].place, outer.place);
 }
 
+std::vector<int> PathBetween(const ViewForm& form, int from, int to) {
+  for (const std::vector<int>& line : form.lines) {
+    auto begin = std::find(line.begin(), line.end(), from);
+    auto end = std::find(line.begin(), line.end(), to);
+    if (begin == line.end() || end == line.end()) continue;
+    if (begin > end) std::swap(begin, end);
+    return {begin, end + 1};
+  }
+  return {from, to};
+}
+
 std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   for (std::size_t i = 1; i < ground.line.size(); ++i) {
     const SectionPlace& from = ground.line[i - 1];
@@ -229,9 +249,9 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   return std::nullopt;
 }
 
-std::vector<std::string> NoteTexts(const SectionView& view, Language language) {
+std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
   std::vector<std::string> texts;
-  for (const ViewNote& note : view.notes) texts.push_back(NoteText(note, language));
+  for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
   return texts;
 }
 
@@ -373,6 +393,7 @@ class SectionBuilder {
     } else {
       AddPointsByStation(added, target);
     }
+    if (added.item == ViewTarget::Item::Height) SetElevations(view, added);
     added.designValue = DesignValue(view, added);
     view.targets.push_back(std::move(added));
   }
@@ -417,6 +438,7 @@ class SectionBuilder {
     added.name = Utf8(form.GetName());
     added.xSectType = Utf8(form.GetXSectType());
     added.role = m_roles[static_cast<std::size_t>(index)];
+    added.documentIndex = index;
     AddPoints(added, points, placed);
     added.lines = LineTracer(points, placed).Take();
     const int missing = points.GetSize() - static_cast<int>(added.points.size());
@@ -434,6 +456,7 @@ class SectionBuilder {
       if ((i > 0 && from < 0 && !m_arePlaced) || !HasPlace(point, i == 0)) continue;
       placed[static_cast<std::size_t>(i)] = static_cast<int>(form.points.size());
       AddPoint(form, point, from);
+      form.points.back().documentIndex = i;
     }
   }
 
@@ -446,7 +469,7 @@ class SectionBuilder {
     added.values = InputOf(point);
     added.input = InputText(added.values);
     added.exists = point.GetExistence() != VORN_Existence::False;
-    added.isCrossing = !form.points.empty() && IsMarkedCrossing(point);
+    added.isCrossing = IsMarkedCrossing(point, form.points.empty());
     if (!form.points.empty()) added.part = PartOf(point);
     if (from >= 0) {
       const SectionPlace& before = form.points[static_cast<std::size_t>(from)].place;
@@ -524,6 +547,7 @@ class SectionBuilder {
   struct GroundEnd {
     bool isMarked = false;
     bool isLeft = false;
+    double ground = 0.0;  ///< elevation
     double centerHeight = 0.0;
   };
 
@@ -536,7 +560,8 @@ class SectionBuilder {
         const ViewPoint* end = EndOf(form, side);
         if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
         const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
-        if (ground) ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground - end->place.height});
+        if (!ground) continue;
+        ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground, *ground - end->place.height});
       }
     }
     return ends;
@@ -562,11 +587,25 @@ class SectionBuilder {
       return has(true) && has(false);
     };
     if (!hasBothSides(ends, false)) return std::nullopt;
-    if (hasBothSides(ends, true)) std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
+    if (hasBothSides(ends, true)) {
+      std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
+    } else if (SpreadOf(ends, &GroundEnd::ground) < kTellingGround) {
+      return std::nullopt;
+    }
+    if (SpreadOf(ends, &GroundEnd::centerHeight) > kOnGround) return std::nullopt;
+    const auto [least, most] = MinMaxOf(ends, &GroundEnd::centerHeight);
+    return Rounded((least + most) / 2.0, 3);
+  }
+
+  static std::pair<double, double> MinMaxOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
     const auto [least, most] = std::minmax_element(
-        ends.begin(), ends.end(), [](const auto& a, const auto& b) { return a.centerHeight < b.centerHeight; });
-    if (most->centerHeight - least->centerHeight > kOnGround) return std::nullopt;
-    return Rounded((least->centerHeight + most->centerHeight) / 2.0, 3);
+        ends.begin(), ends.end(), [&](const GroundEnd& a, const GroundEnd& b) { return a.*value < b.*value; });
+    return {(*least).*value, (*most).*value};
+  }
+
+  static double SpreadOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
+    const auto [least, most] = MinMaxOf(ends, value);
+    return most - least;
   }
 
   /// A design that ends on the ground crosses it there, whether or not the document marks the point.
@@ -587,16 +626,28 @@ class SectionBuilder {
   // --- control targets -------------------------------------------------------------------------------------------
 
   static ViewTarget::Item ItemOf(ControlItem item) {
+    using Item = ViewTarget::Item;
     switch (item) {
-      case ControlItem::Width:
-        return ViewTarget::Item::Width;
-      case ControlItem::Height:
-        return ViewTarget::Item::Height;
       case ControlItem::SlopeLength:
-        return ViewTarget::Item::Length;
-      default:
-        return ViewTarget::Item::Other;
+        return Item::SlopeLength;
+      case ControlItem::Width:
+        return Item::Width;
+      case ControlItem::Height:
+        return Item::Height;
+      case ControlItem::Thickness:
+        return Item::Thickness;
+      case ControlItem::Depth:
+        return Item::Depth;
+      case ControlItem::XSectArea:
+        return Item::SectionArea;
+      case ControlItem::Length:
+        return Item::Length;
+      case ControlItem::Area:
+        return Item::Area;
+      case ControlItem::Unset:
+        break;
     }
+    return Item::Other;
   }
 
   /// A point of a form of the section; -1 both where it is not there or has no place.
@@ -623,15 +674,20 @@ class SectionBuilder {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
       const std::string formName = Utf8(point.GetBuildFormName());
       if (added.formName.empty()) added.formName = formName;
-      std::string name = formName + " " + Utf8(point.GetCode());
       const bool isHere =
           point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
           point.GetXSectChg() == m_section.GetXSectChg() &&
           std::abs(point.GetCumulativeDist().Value() - m_section.GetCumulativeDist().Value()) < kSameStation;
-      if (!isHere) name += " at " + StationPath(point.GetCumulativeDist(), point.GetXSectChg());
       const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
-      added.points.push_back(PntOf(form, point.GetCode(), std::move(name)));
+      added.points.push_back(PntOf(form, point.GetCode(), formName + " " + Utf8(point.GetCode())));
+      if (!isHere) added.points.back().elsewhere = PlaceOf(point);
     }
+  }
+
+  static ViewTarget::Elsewhere PlaceOf(const VornFormCtrlTargetPnt& point) {
+    const NurReal& station = point.GetCumulativeDist();
+    if (!station.IsSet()) return {std::nullopt, {}, point.GetXSectChg()};
+    return {station.Value(), StationText(station), point.GetXSectChg()};
   }
 
   static double Distance(const SectionPlace& from, const SectionPlace& to) {
@@ -641,19 +697,25 @@ class SectionBuilder {
   /// Along the line of a form from one of its points to another; straight where no line connects them.
   static double LengthAlong(const ViewForm& form, int from, int to) {
     const auto placeOf = [&](int index) { return form.points[static_cast<std::size_t>(index)].place; };
-    for (const std::vector<int>& line : form.lines) {
-      auto begin = std::find(line.begin(), line.end(), from);
-      auto end = std::find(line.begin(), line.end(), to);
-      if (begin == line.end() || end == line.end()) continue;
-      if (begin > end) std::swap(begin, end);
-      double length = 0.0;
-      for (; begin != end; ++begin) length += Distance(placeOf(*begin), placeOf(*(begin + 1)));
-      return length;
-    }
-    return Distance(placeOf(from), placeOf(to));
+    const std::vector<int> path = PathBetween(form, from, to);
+    double length = 0.0;
+    for (std::size_t i = 1; i < path.size(); ++i) length += Distance(placeOf(path[i - 1]), placeOf(path[i]));
+    return length;
   }
 
-  /// Between the two points of a width or a length, of the only point of a height.
+  /// Of a thickness or a depth, which is measured upright; none between points beside each other.
+  static std::optional<double> HeightBetween(const SectionPlace& from, const SectionPlace& to) {
+    if (std::abs(to.offset - from.offset) > kSamePlace) return std::nullopt;
+    return std::abs(to.height - from.height);
+  }
+
+  static void SetElevations(const SectionView& view, ViewTarget& target) {
+    for (ViewTarget::Pnt& pnt : target.points) {
+      if (pnt.point >= 0) pnt.designValue = PlaceOf(view, pnt).height;
+    }
+  }
+
+  /// Between the two points of whatever is measured, of the only point of a height.
   static std::optional<double> DesignValue(const SectionView& view, const ViewTarget& target) {
     const bool isHeight = target.item == ViewTarget::Item::Height;
     if (target.points.size() != (isHeight ? 1u : 2u)) return std::nullopt;
@@ -670,9 +732,12 @@ class SectionBuilder {
         return from.height;
       case ViewTarget::Item::Width:
         return std::abs(to.offset - from.offset);
-      case ViewTarget::Item::Length:
+      case ViewTarget::Item::SlopeLength:
         return first.form == last.form ? LengthAlong(form, first.point, last.point) : Distance(from, to);
-      case ViewTarget::Item::Other:
+      case ViewTarget::Item::Thickness:
+      case ViewTarget::Item::Depth:
+        return HeightBetween(from, to);
+      default:
         break;
     }
     return std::nullopt;

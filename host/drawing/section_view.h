@@ -49,6 +49,7 @@ struct ViewPoint {
   bool exists = true;       ///< false: a point that the section does not build (beyond a crossing)
   bool isCrossing = false;  ///< the crossing with the existing ground
   ViewInput values = {};    ///< what `input` says, as exact as the document
+  int documentIndex = -1;   ///< among the points of the form in the document, which messages count by
 
   friend bool operator==(const ViewPoint&, const ViewPoint&) = default;
 };
@@ -68,6 +69,7 @@ struct ViewForm {
   std::vector<ViewPoint> points;  ///< in the order of the document
   /// The lines that the form draws, each from left to right: indices of points, one line where all are connected.
   std::vector<std::vector<int>> lines;
+  int documentIndex = -1;  ///< among the forms of the section in the document, which messages count by
 
   friend bool operator==(const ViewForm&, const ViewForm&) = default;
 };
@@ -79,6 +81,9 @@ struct ViewForm {
 /// The ratio or the grade of the segment between two neighbours on a line, as `ViewPoint::grade`. Where the outer one
 /// is placed from another point, its own grade is that of another segment, and the places tell this one's.
 [[nodiscard]] std::string SegmentGrade(const ViewForm& form, int one, int other);
+
+/// The points of a form along its line from one to another, both included; the two alone where no line connects them.
+[[nodiscard]] std::vector<int> PathBetween(const ViewForm& form, int from, int to);
 
 /// The existing ground, from left to right.
 struct ViewGround {
@@ -93,11 +98,22 @@ struct ViewGround {
 
 /// A control target and the points that it names.
 struct ViewTarget {
-  enum class Item { Width, Height, Length, Other };
+  /// Where a point stands that is not in the section shown.
+  struct Elsewhere {
+    std::optional<double> station;  ///< cumulative distance in metres; none where the document tells none
+    std::string stationText;        ///< "120.0000"; empty without a station
+    bool isBehindChange = false;    ///< behind the change of shape at that station
+
+    friend bool operator==(const Elsewhere&, const Elsewhere&) = default;
+  };
+  enum class Item { SlopeLength, Width, Height, Thickness, Depth, SectionArea, Length, Area, Other };
   struct Pnt {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
     std::string name;  ///< as the document names it: "路面 L1"
+    /// Metres: the elevation of a point whose height is measured. None where the points have one value together.
+    std::optional<double> designValue = {};
+    std::optional<Elsewhere> elsewhere = {};  ///< none where the target means a point of the section shown
 
     friend bool operator==(const Pnt&, const Pnt&) = default;
   };
@@ -108,8 +124,9 @@ struct ViewTarget {
   std::string scope;       ///< target scope; may be empty
   std::string regulation;  ///< target regulation; may be empty
   std::vector<Pnt> points;
-  /// Metres: the width, the elevation, or the length along the form that the design has. None for a height of several
-  /// points, each of which has its own.
+  /// Metres: the width, the elevation, the length along the form, or the thickness or depth between two points at one
+  /// offset that the design has. None for a height of several points, each of which has its own, for a thickness
+  /// between points at different offsets, and for what a section cannot tell, such as an area.
   std::optional<double> designValue;
 
   friend bool operator==(const ViewTarget&, const ViewTarget&) = default;
@@ -136,8 +153,8 @@ struct SectionView {
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
 
-/// The notes of a section in words.
-[[nodiscard]] std::vector<std::string> NoteTexts(const SectionView& view, Language language);
+/// Notes in words.
+[[nodiscard]] std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language);
 
 /// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
 /// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.
@@ -149,8 +166,9 @@ class SectionViewer {
   /// have no position yet; what cannot be placed is left out and told in the notes.
   ///
   /// Most documents do not tell the height of the centre line, but their ground lies at elevations. The height is taken
-  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. Otherwise
-  /// heights count from the centre line, and the ground is left out.
+  /// then from where the slopes end on the ground, when both sides give the same one, and the notes say so. On level
+  /// ground that takes marked crossings, as equal slopes agree there at any height. Otherwise heights count from the
+  /// centre line, and the ground is left out.
   /// @param centerHeight height of the centre line, in metres, where the document does not tell it
   [[nodiscard]] SectionView Of(int set, int section, const std::optional<double>& centerHeight = std::nullopt) const;
 

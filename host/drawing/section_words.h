@@ -59,12 +59,22 @@ namespace vorn_host {
 
 [[nodiscard]] constexpr std::string_view WordOf(ViewTarget::Item item) {
   switch (item) {
+    case ViewTarget::Item::SlopeLength:
+      return "slope length";
     case ViewTarget::Item::Width:
       return "width";
     case ViewTarget::Item::Height:
       return "height";
+    case ViewTarget::Item::Thickness:
+      return "thickness";
+    case ViewTarget::Item::Depth:
+      return "depth";
+    case ViewTarget::Item::SectionArea:
+      return "section area";
     case ViewTarget::Item::Length:
       return "length";
+    case ViewTarget::Item::Area:
+      return "area";
     case ViewTarget::Item::Other:
       break;
   }
@@ -82,6 +92,12 @@ namespace vorn_host {
   const ViewForm* form = FormOf(view, named);
   const auto index = static_cast<std::size_t>(named.point);
   return form != nullptr && named.point >= 0 && index < form->points.size() ? &form->points[index] : nullptr;
+}
+
+/// Index in the document of the point that a point is placed from; -1 for a start point.
+[[nodiscard]] inline int OriginIndexOf(const ViewForm& form, const ViewPoint& point) {
+  const auto index = static_cast<std::size_t>(point.from);
+  return point.from >= 0 && index < form.points.size() ? form.points[index].documentIndex : -1;
 }
 
 }  // namespace vorn_host

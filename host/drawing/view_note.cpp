@@ -10,6 +10,12 @@ using Kind = ViewNote::Kind;
 
 std::string HeightText(const ViewNote& note) { return ValueText(note.height, 3, 3) + " m"; }
 
+/// "2 widths are not drawn, for lack of room"
+std::string NotDrawn(const ViewNote& note, const std::string& what) {
+  return std::to_string(note.points) + " " + what + (note.points == 1 ? " is" : "s are") +
+         " not drawn, for lack of room";
+}
+
 std::string EnglishText(const ViewNote& note) {
   const std::string name = note.name.empty() ? "without a name" : note.name;
   const std::string form = "form " + name;
@@ -38,8 +44,11 @@ std::string EnglishText(const ViewNote& note) {
       return "the points are placed from another height of the centre line than that of the section itself, " +
              HeightText(note);
     case Kind::WidthsLeftOut:
-      return std::to_string(note.points) + (note.points == 1 ? " width is" : " widths are") +
-             " not drawn, for lack of room";
+      return NotDrawn(note, "width");
+    case Kind::HeightsLeftOut:
+      return NotDrawn(note, "height");
+    case Kind::LengthsLeftOut:
+      return NotDrawn(note, "slope length");
     case Kind::TargetsWithoutSection:
       return std::to_string(note.points) + (note.points == 1 ? " control target stands" : " control targets stand") +
              " at no cross section";
@@ -51,6 +60,7 @@ std::string JapaneseText(const ViewNote& note) {
   const std::string name = note.name.empty() ? "（名称なし）" : "「" + note.name + "」";
   const std::string form = "構築形状" + name;
   const std::string ground = "現況地盤" + name;
+  const std::string notDrawn = " " + std::to_string(note.points) + " 件は、余白がないため省略";
   const std::string leftOut = "のうち " + std::to_string(note.points) + " 点は、値がないか範囲外のため省略";
   switch (note.kind) {
     case Kind::FormWithoutPoints:
@@ -72,7 +82,11 @@ std::string JapaneseText(const ViewNote& note) {
     case Kind::HeightNotAsStored:
       return "構成点の位置は、断面自身の中心線標高 " + HeightText(note) + " とは異なる標高から求めた値";
     case Kind::WidthsLeftOut:
-      return "幅の寸法 " + std::to_string(note.points) + " 件は、余白がないため省略";
+      return "幅の寸法" + notDrawn;
+    case Kind::HeightsLeftOut:
+      return "基準高" + notDrawn;
+    case Kind::LengthsLeftOut:
+      return "法長" + notDrawn;
     case Kind::TargetsWithoutSection:
       return "管理対象 " + std::to_string(note.points) + " 件は、どの横断面にも属さない";
   }

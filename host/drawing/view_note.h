@@ -19,6 +19,8 @@ struct ViewNote {
     HeightFromGround,       ///< the height of the centre line comes from where the design ends on the ground
     HeightNotAsStored,      ///< the points stand at another height of the centre line than the section itself tells
     WidthsLeftOut,          ///< width dimensions that found no room
+    HeightsLeftOut,         ///< heights of points that found none
+    LengthsLeftOut,         ///< slope lengths that found none
     TargetsWithoutSection,  ///< control targets of which no point is at the station of a cross section
   };
   Kind kind = Kind::FormWithoutPoints;

@@ -1,7 +1,6 @@
 #include "host/project/design_file.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <utility>
 
@@ -21,14 +20,20 @@ bool EndsWith(const fs::path& path, const char* ending) {
   return name.Right(CString(ending).GetLength()).CompareNoCase(ending) == 0;
 }
 
-/// Whether there is a regular file that begins like a project.
-bool HoldsProject(const fs::path& path) {
+/// What a regular file begins with; empty when there is none.
+std::string BeginningOf(const fs::path& path, std::size_t size) {
   std::error_code error;
-  if (!fs::is_regular_file(path, error)) return false;
-  std::array<char, 8> head{};
+  if (!fs::is_regular_file(path, error)) return {};
+  std::string beginning(size, '\0');
   std::ifstream file(path, std::ios::binary);
-  file.read(head.data(), head.size());
-  return ProjectFile::IsProject({head.data(), static_cast<std::size_t>(file.gcount())});
+  file.read(beginning.data(), static_cast<std::streamsize>(size));
+  beginning.resize(static_cast<std::size_t>(file.gcount()));
+  return beginning;
+}
+
+bool HoldsProject(const fs::path& path) {
+  constexpr std::size_t kHead = 8;
+  return ProjectFile::IsProject(BeginningOf(path, kHead));
 }
 
 /// Refuses a link to a document, by its name or by what it holds, that is named like a project.
@@ -48,6 +53,12 @@ std::string VersionToWrite(const std::optional<Project>& project) {
 }  // namespace
 
 bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
+
+bool HoldsDesign(const fs::path& path) {
+  constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there
+  const std::string beginning = BeginningOf(path, kBeforeRoot);
+  return ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning);
+}
 
 bool IsWrittenAsProject(const fs::path& path) {
   const fs::path target = ThroughLinks(path);

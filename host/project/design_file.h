@@ -13,6 +13,9 @@ namespace vorn_host {
 /// Whether a file name is that of a project: it ends with ".vorn", in letters of either case.
 [[nodiscard]] bool IsProjectName(const std::filesystem::path& path);
 
+/// Whether there is a file that holds a design: one that begins as a project or a document does.
+[[nodiscard]] bool HoldsDesign(const std::filesystem::path& path);
+
 /// Whether a design is written into that file as a project: it or the file that it leads to is named like one, or is
 /// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document,
 /// since a document in its place would lose all its road data, and when a link is named like a project and leads to a

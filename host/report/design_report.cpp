@@ -105,6 +105,7 @@ class ReportMaker {
         if (progress) progress(done++, m_report.sections);
         AddSection(set, section);
       }
+      AddTargetsWithoutSection(set);
     }
     FinishPack();
     m_report.html = Page();
@@ -153,6 +154,16 @@ class ReportMaker {
     return known->second;
   }
 
+  /// Control targets that no section shows are listed with what is found in the document as a whole.
+  void AddTargetsWithoutSection(int set) {
+    const SectionView rest = m_viewer.WithoutSection(set);
+    for (const ViewTarget& target : rest.targets) {
+      m_targetsWithoutSection.push_back(ToJson(target));
+      m_targetsWithoutSection.back()["set"] = set;
+    }
+    m_report.targetsWithoutSection += static_cast<int>(rest.targets.size());
+  }
+
   void FinishPack() {
     if (m_pack.empty()) return;
     AddPack(m_pack);
@@ -168,7 +179,7 @@ class ReportMaker {
     const std::vector<Finding>& ofDocument = m_bySection[kWholeDocument];
     Json findings = Json::array();
     for (const Finding& finding : ofDocument) findings.push_back(ToJson(finding));
-    AddPack(findings);  // behind those of the sections
+    AddPack({{"findings", findings}, {"targets", std::move(m_targetsWithoutSection)}});  // behind those of the sections
 
     const auto hash = [](std::string_view hex) { return "'sha256-" + Base64(BytesOfHex(hex)) + "'"; };
     return Filled(kReportPage.html, {{"style-hash", hash(kReportPage.styleSha256)},
@@ -189,6 +200,7 @@ class ReportMaker {
             {"errors", m_report.errors},
             {"notes", m_report.notes},
             {"documentFindings", documentFindings},
+            {"targetsWithoutSection", m_report.targetsWithoutSection},
             {"kinds", Kinds()},
             {"marks", Marks()},
             {"sets", m_setNames},
@@ -206,6 +218,7 @@ class ReportMaker {
   Json m_sections = Json::array();
   Json m_codes = Json::array();
   std::map<std::vector<std::string>, int> m_indexOfCodes;
+  Json m_targetsWithoutSection = Json::array();
   Json m_pack = Json::array();
   std::string m_packs;
 };

@@ -24,6 +24,7 @@ struct DesignReport {
   int sections = 0;
   int errors = 0;
   int notes = 0;
+  int targetsWithoutSection = 0;  ///< control targets that no cross section shows
 };
 
 /// @param progress told how many of the cross sections are done

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/drawing/paper.h"
+#include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
 
@@ -19,7 +23,12 @@ Json Rounded(double value, double parts) {
   const double rounded = std::round(value * parts) / parts + 0.0;  // no negative zero
   return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
 }
-Json Metres(double value) { return Rounded(value, 1e6); }
+/// The four decimals of a document, rounded as everywhere: the page only writes the number down.
+Json Metres(double value) {
+  constexpr int kPlaces = 4;
+  const double rounded = FixedDecimal::Round(value, kPlaces) + 0.0;  // no negative zero
+  return std::isfinite(rounded) ? Json(rounded) : Json(nullptr);
+}
 Json Metres(const std::optional<double>& value) { return value ? Metres(*value) : Json(nullptr); }
 /// On paper a thousandth of a millimetre is a tenth of one at 1:100, which is the last place of a document.
 Json Millimetres(double value) { return Rounded(value, 1e3); }
@@ -62,11 +71,11 @@ Json ToJson(const DrawnLine& line, const Sheet& sheet) {
   return row;
 }
 
-/// The place that it leads to, and as seen from there its own places.
-Json LeaderToJson(const DrawnLine& line, const Sheet& sheet) {
+/// A place that a line belongs to, and as seen from there the line's own places.
+Json ToJsonFrom(const SectionPlace& origin, const DrawnLine& line, const Sheet& sheet) {
   Json row = {static_cast<int>(line.kind), line.form, line.target};
-  sheet.AddPlace(row, *line.leadsTo);
-  for (const SectionPlace& place : line.places) sheet.AddDistance(row, *line.leadsTo, place);
+  sheet.AddPlace(row, origin);
+  for (const SectionPlace& place : line.places) sheet.AddDistance(row, origin, place);
   return row;
 }
 
@@ -93,9 +102,16 @@ Json ToJson(const DrawnText& text, const Sheet& sheet) {
 Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
   Json lines = Json::array();
   Json leaders = Json::array();
+  Json extensions = Json::array();
   for (const DrawnLine& line : drawing.lines) {
     if (!std::all_of(line.places.begin(), line.places.end(), IsFinite)) continue;
-    line.leadsTo ? leaders.push_back(LeaderToJson(line, sheet)) : lines.push_back(ToJson(line, sheet));
+    if (line.leadsTo) {
+      leaders.push_back(ToJsonFrom(*line.leadsTo, line, sheet));
+    } else if (line.beginsBeside) {
+      extensions.push_back(ToJsonFrom(*line.beginsBeside, line, sheet));
+    } else {
+      lines.push_back(ToJson(line, sheet));
+    }
   }
   Json marks = Json::array();
   for (const DrawnMark& mark : drawing.marks) {
@@ -106,8 +122,8 @@ Json ToJson(const SectionDrawing& drawing, const Sheet& sheet) {
     if (IsFinite(text.place)) texts.push_back(ToJson(text, sheet));
   }
   return {{"box", sheet.Box(drawing)}, {"scale", drawing.scale},        {"exaggeration", drawing.exaggeration},
-          {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"marks", std::move(marks)},
-          {"texts", std::move(texts)}};
+          {"lines", std::move(lines)}, {"leaders", std::move(leaders)}, {"extensions", std::move(extensions)},
+          {"marks", std::move(marks)}, {"texts", std::move(texts)},     {"measured", drawing.measured}};
 }
 
 /// The members that another drawing has otherwise.
@@ -117,6 +133,22 @@ Json Differences(const Json& drawing, const Json& other) {
     if (drawing.at(name) != value) differences[name] = value;
   }
   return differences;
+}
+
+/// Takes the texts from one on out of a drawing.
+Json TakenFrom(Json& texts, std::ptrdiff_t first) {
+  Json taken = Json::array();
+  for (auto text = texts.begin() + first; text != texts.end(); ++text) taken.push_back(std::move(*text));
+  texts.erase(texts.begin() + first, texts.end());
+  return taken;
+}
+
+/// Takes the words of each language out of two drawings, which leaves them the texts that they begin with alike: those
+/// of the section itself.
+Json TakenWords(Json& english, Json& japanese) {
+  const auto differ = std::mismatch(english.begin(), english.end(), japanese.begin(), japanese.end());
+  const std::ptrdiff_t alike = differ.first - english.begin();
+  return {{"en", TakenFrom(english, alike)}, {"ja", TakenFrom(japanese, alike)}};
 }
 
 // --- the section -----------------------------------------------------------------------------------------------------
@@ -158,9 +190,23 @@ Json ToJson(const ViewGround& ground, const Sheet& sheet) {
   return {{"name", ground.name}, {"points", std::move(points)}};
 }
 
+/// Where the form or point with an index in the document stands among those shown; -1 where it is left out.
+template <typename Shown>
+int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
+  const auto found =
+      std::find_if(shown.begin(), shown.end(), [&](const Shown& one) { return one.documentIndex == documentIndex; });
+  return documentIndex < 0 || found == shown.end() ? -1 : static_cast<int>(found - shown.begin());
+}
+
+}  // namespace
+
 Json ToJson(const ViewTarget& target) {
   Json points = Json::array();
-  for (const ViewTarget::Pnt& point : target.points) points.push_back({point.form, point.point, point.name});
+  for (const ViewTarget::Pnt& point : target.points) {
+    Json row = {point.form, point.point, point.name, Metres(point.designValue)};
+    if (point.elsewhere) row.insert(row.end(), {point.elsewhere->stationText, point.elsewhere->isBehindChange ? 1 : 0});
+    points.push_back(std::move(row));
+  }
   return {{"item", target.itemText},
           {"form", target.formName},
           {"workType", target.workType},
@@ -170,22 +216,21 @@ Json ToJson(const ViewTarget& target) {
           {"value", Metres(target.designValue)}};
 }
 
-}  // namespace
-
-Json ToJson(const Finding& finding) {
-  return {finding.severity == Severity::Error ? 0 : 1,
-          finding.kind,
-          finding.path,
-          finding.reason,
-          finding.place.form,
-          finding.place.point};
+Json ToJson(const Finding& finding, const SectionView& view) {
+  const int form = ShownIndexOf(finding.place.form, view.forms);
+  const int point =
+      form < 0 ? -1 : ShownIndexOf(finding.place.point, view.forms[static_cast<std::size_t>(form)].points);
+  return {finding.severity == Severity::Error ? 0 : 1, finding.kind, finding.path, finding.reason, form, point};
 }
 
 Json ToJson(const SectionReport& report) {
   const SectionView& view = report.view;
+  const std::vector<ViewNote> notes = NotesOf(view, report.drawing);
   const Sheet sheet(view, report.drawing);
   Json drawing = ToJson(report.drawing, sheet);
-  Json japanese = Differences(drawing, ToJson(report.japanese, sheet));
+  Json japanese = ToJson(report.japanese, sheet);
+  Json words = TakenWords(drawing["texts"], japanese["texts"]);
+  japanese = Differences(drawing, japanese);
   Json forms = Json::array();
   for (const ViewForm& form : view.forms) forms.push_back(ToJson(form, sheet));
   Json grounds = Json::array();
@@ -193,17 +238,18 @@ Json ToJson(const SectionReport& report) {
   Json targets = Json::array();
   for (const ViewTarget& target : view.targets) targets.push_back(ToJson(target));
   Json findings = Json::array();
-  for (const Finding& finding : report.findings) findings.push_back(ToJson(finding));
+  for (const Finding& finding : report.findings) findings.push_back(ToJson(finding, view));
   return {{"centerHeight", Metres(view.centerHeight)},
           {"isHeightAssumed", view.isHeightAssumed},
           {"isControlSection", view.isControlSection},
           {"drawing", std::move(drawing)},
           {"japanese", std::move(japanese)},
+          {"words", std::move(words)},
           {"forms", std::move(forms)},
           {"grounds", std::move(grounds)},
           {"targets", std::move(targets)},
           {"findings", std::move(findings)},
-          {"notes", {{"en", NoteTexts(view, Language::English)}, {"ja", NoteTexts(view, Language::Japanese)}}}};
+          {"notes", {{"en", NoteTexts(notes, Language::English)}, {"ja", NoteTexts(notes, Language::Japanese)}}}};
 }
 
 }  // namespace vorn_host

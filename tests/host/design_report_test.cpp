@@ -109,6 +109,16 @@ TEST(SectionReportJson, TellsLeadersFromWhereTheyLead) {
   EXPECT_EQ(json["leaders"], (Json{{8, 2, -1, 10.0, -10.0, 0.0, -1.0, 5.0, -5.0}}));
 }
 
+TEST(SectionReportJson, TellsExtensionLinesFromWhereTheyBegin) {
+  SectionDrawing drawing = EmptyDrawing();
+  DrawnLine line{DrawingKind::Dimension, {{1.0, 11.1}, {1.0, 11.5}}, 2, 0};
+  line.beginsBeside = SectionPlace{1.0, 11.0};
+  drawing.lines.push_back(line);
+  const Json json = JsonOf(ReportOf(drawing))["drawing"];
+  EXPECT_TRUE(json["lines"].empty());
+  EXPECT_EQ(json["extensions"], (Json{{10, 2, 0, 10.0, -10.0, 0.0, -1.0, 0.0, -5.0}}));
+}
+
 TEST(SectionReportJson, FollowsScaleAndExaggeration) {
   SectionDrawing drawing = EmptyDrawing();
   drawing.scale = 200.0;
@@ -174,6 +184,15 @@ TEST(SectionReportJson, KeepsTheLastPlaceOfHugeCoordinates) {
   EXPECT_EQ(point[11], -999'899.999);
 }
 
+TEST(SectionReportJson, RoundsMetresToTheDecimalsOfADocument) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.view.forms.push_back(
+      {"S", "", FormRole::DesignSurface, {PointAt(-0.00004, 1.00005), PointAt(-2.12345, 0.0)}, {}});
+  const std::string points = JsonOf(report)["forms"][0]["points"].dump();
+  EXPECT_THAT(points, HasSubstr(",0.0,1.0001,")) << "half away from zero, and no -0.0: " << points;
+  EXPECT_THAT(points, HasSubstr(",-2.1235,0.0,")) << points;
+}
+
 TEST(SectionReportJson, TellsOfAPointWhatTheViewKnows) {
   SectionReport report = ReportOf(EmptyDrawing());
   ViewPoint point;
@@ -203,7 +222,7 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
   target.workType = "RE_FillWork";
   target.scope = "Road";
   target.regulation = "Body";
-  target.points = {{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}};
+  target.points = {{0, 1, "路面 L1", 62.4}, {-1, -1, "路面 R9"}};
   target.designValue = 7.0;
   report.view.targets = {target, {}};
   report.view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"}};
@@ -217,14 +236,41 @@ TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {
                                       {"workType", "RE_FillWork"},
                                       {"scope", "Road"},
                                       {"regulation", "Body"},
-                                      {"points", Json::array({{0, 1, "路面 L1"}, {-1, -1, "路面 R9"}})},
+                                      {"points", Json::array({{0, 1, "路面 L1", 62.4}, {-1, -1, "路面 R9", nullptr}})},
                                       {"value", 7.0}}));
   EXPECT_TRUE(json["targets"][1]["value"].is_null());
-  EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", 1, 2},
+  EXPECT_EQ(json["findings"], Json::array({{0, "code used twice", "set 1 > station 0.0000", "why", -1, -1},
                                            {1, "kind", "path", "reason", -1, -1}}));
   EXPECT_EQ(json["notes"], (Json{{"en", {"form S has no points"}}, {"ja", {"構築形状「S」には構成点がない"}}}));
   EXPECT_EQ(json["centerHeight"], 62.5);
   EXPECT_EQ(json["isControlSection"], true);
+}
+
+TEST(SectionReportJson, PutsFindingsToThePointsShown) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  ViewForm form;
+  form.documentIndex = 1;  // the first form is left out, and the second point of this one
+  form.points = {PointAt(0.0, 10.0), PointAt(1.0, 10.0)};
+  form.points[0].documentIndex = 0;
+  form.points[1].documentIndex = 2;
+  report.view.forms = {form};
+  const auto placeOf = [&](int formIndex, int pointIndex) {
+    const Finding finding = {Severity::Error, "kind", "path", "reason", {0, 0, formIndex, pointIndex}};
+    const Json json = Json::parse(ToJson(finding, report.view).dump());
+    return std::pair(json[4].get<int>(), json[5].get<int>());
+  };
+  EXPECT_EQ(placeOf(1, 0), std::pair(0, 0));
+  EXPECT_EQ(placeOf(1, 2), std::pair(0, 1));
+  EXPECT_EQ(placeOf(1, 1), std::pair(0, -1)) << "that point is not shown";
+  EXPECT_EQ(placeOf(0, 0), std::pair(-1, -1)) << "nor is that form";
+  EXPECT_EQ(placeOf(1, -1), std::pair(0, -1));
+}
+
+TEST(SectionReportJson, TellsWhatTheDrawingLeavesOut) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  report.drawing.widthsLeftOut = report.japanese.widthsLeftOut = 2;
+  EXPECT_EQ(JsonOf(report)["notes"], (Json{{"en", {"2 widths are not drawn, for lack of room"}},
+                                           {"ja", {"幅の寸法 2 件は、余白がないため省略"}}}));
 }
 
 TEST(SectionReportJson, TellsWhetherTheHeightIsOnlyAssumed) {
@@ -252,14 +298,22 @@ TEST(SectionReportJson, KeepsOfTheJapaneseDrawingOnlyWhatDiffers) {
   SectionReport report = ReportOf(EmptyDrawing());
   EXPECT_TRUE(JsonOf(report)["japanese"].empty());
   DrawnText text;
+  text.text = "1:1.5";
+  report.drawing.texts.push_back(text);
+  report.japanese.texts.push_back(text);
   text.text = "Scale";
   report.drawing.texts.push_back(text);
   text.text = "縮尺";
   report.japanese.texts.push_back(text);
+  report.japanese.texts.push_back(text);
   const Json json = JsonOf(report);
-  EXPECT_EQ(json["drawing"]["texts"][0][8], "Scale");
-  EXPECT_EQ(json["japanese"].size(), 1u);
-  EXPECT_EQ(json["japanese"]["texts"][0][8], "縮尺");
+  EXPECT_TRUE(json["japanese"].empty());
+  ASSERT_EQ(json["drawing"]["texts"].size(), 1u) << "what both of them have";
+  EXPECT_EQ(json["drawing"]["texts"][0][8], "1:1.5");
+  ASSERT_EQ(json["words"]["en"].size(), 1u);
+  EXPECT_EQ(json["words"]["en"][0][8], "Scale");
+  ASSERT_EQ(json["words"]["ja"].size(), 2u);
+  EXPECT_EQ(json["words"]["ja"][1][8], "縮尺");
 }
 
 // --- styles ----------------------------------------------------------------------------------------------------------
@@ -321,6 +375,27 @@ TEST(DesignReportPage, PutsTargetsOfTheSetToTheSectionWhereTheirPointsAre) {
   EXPECT_THAT(page.sections[1]["findings"][0][3].get<std::string>(), HasSubstr("absent"));
   // The other stands at no section; and a note is about all of them.
   EXPECT_EQ(page.documentFindings.size(), 2u);
+}
+
+TEST(DesignReportPage, ListsTheTargetsOfEverySetThatNoSectionShows) {
+  DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A")})});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(0.0, "A", {"L1", "R1"}));
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(99.0, "A", {"L1", "R1"}));
+  document.sets.Add(document.sets[0]);
+  document.sets[1].GetFormCtrlTargetArray()[0] = TargetOn(0.0, "A", {});
+  const DesignReport report = MakeReport(document, {});
+  EXPECT_EQ(report.targetsWithoutSection, 3);
+  const ReportPage page(report.html);
+  EXPECT_EQ(page.index["targetsWithoutSection"], 3);
+  ASSERT_EQ(page.targetsWithoutSection.size(), 3u);
+  EXPECT_EQ(page.targetsWithoutSection[0]["set"], 0);
+  EXPECT_EQ(page.targetsWithoutSection[0]["item"], "Width");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][2], "A L1");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][4], "99.0000");
+  EXPECT_EQ(page.targetsWithoutSection[0]["points"][0][5], 0) << "not behind a change of shape";
+  EXPECT_EQ(page.targetsWithoutSection[1]["set"], 1);
+  EXPECT_TRUE(page.targetsWithoutSection[1]["points"].empty());
+  EXPECT_EQ(page.sections[0]["targets"].size(), 1u);
 }
 
 TEST(DesignReportPage, KeepsDoubledStationsApart) {

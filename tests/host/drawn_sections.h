@@ -78,7 +78,9 @@ inline vorn_host::SectionView HandMadeView() {
                  {{-3.5, 62.45}, "L1", 0, SectionPart::Roadbed, "Left", "3.500 m, -1.500 %", "-1.5%", true, false},
                  {{-9.5, 58.45}, "XL", 1, SectionPart::Slope, "Left", "-4.000 m, 1:1.500", "1:1.5", true, true},
                  {{3.5, 62.45}, "R1", 0, SectionPart::Roadbed, "Right", "3.500 m, -1.500 %", "-1.5%", true, false}};
+  for (int i = 0; i < 4; ++i) form.points[static_cast<std::size_t>(i)].documentIndex = i;
   form.lines = {{2, 1, 0, 3}};
+  form.documentIndex = 0;
   view.forms = {form};
   view.grounds = {{"現況", {{-20.0, 58.0}, {-9.5, 58.45}, {20.0, 60.0}}}};
   ViewTarget target;
@@ -90,6 +92,14 @@ inline vorn_host::SectionView HandMadeView() {
   target.designValue = 7.0;
   view.targets = {target};
   view.notes = {{ViewNote::Kind::FormWithoutPoints, "S"}};
+  return view;
+}
+
+/// The same, in a document with another form before its own and a second point that are left out.
+inline vorn_host::SectionView ViewWithPiecesLeftOut() {
+  vorn_host::SectionView view = HandMadeView();
+  view.forms[0].documentIndex = 1;
+  for (std::size_t i = 1; i < view.forms[0].points.size(); ++i) ++view.forms[0].points[i].documentIndex;
   return view;
 }
 

@@ -204,6 +204,12 @@ TEST(DxfSections, ShowTheirOrigin) {
   EXPECT_THAT(TextsOn(file, "ORIGIN"), Each(std::string("DL=62.000")));
 }
 
+TEST(DxfSections, MarkTheHeightOfTheirOriginWhereItIsOnlyAssumed) {
+  std::vector<DrawnSection> sections = Many(2);
+  sections[1].view.isHeightAssumed = true;
+  EXPECT_THAT(TextsOn(FileOf(sections), "ORIGIN"), testing::ElementsAre("DL=62.000", DxfText("DL≒62.000")));
+}
+
 TEST(DxfSections, CountHeightsFromTheCentreLineWhereItsElevationIsNotKnown) {
   std::vector<DrawnSection> sections = Many(1);
   sections[0].view.centerHeight.reset();

@@ -67,6 +67,12 @@ TEST_F(ExportCommand, TellsWhatItWrote) {
   EXPECT_TRUE(json["notes"].is_number());
 }
 
+TEST_F(ExportCommand, TellsAScaleWithItsDecimals) {
+  EXPECT_THAT(Output({"export", Sample("road-4.1.xml"), "-o", Path("x.dxf"), "--scale", "1.4"}),
+              HasSubstr("Scale of texts      1:1.4\n"));
+  EXPECT_THAT(ReadAll(Path("x.dxf")), HasSubstr("10 cross sections, 1:1.4, metres"));
+}
+
 TEST_F(ExportCommand, WritesToTheStandardOutput) {
   const ToolRun run = Vorn({"export", Sample("river-2.0.xml"), "--format", "csv"});
   EXPECT_EQ(run.exitCode, 0);
@@ -80,6 +86,20 @@ TEST_F(ExportCommand, SaysWhereThereIsMoreToKnow) {
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_THAT(run.err, AllOf(StartsWith("vorn: 1 note"), HasSubstr("-o")));
   EXPECT_THAT(Output({"export", design, "-o", Path("x.geojson")}), AllOf(HasSubstr("Notes:"), HasSubstr("S")));
+}
+
+TEST_F(ExportCommand, SaysOfWhichSectionANoteIs) {
+  const auto notesOf = [&](const std::string& text) {
+    return OutputJson({"export", Design(text), "-o", Path("x.csv"), "--json"})["firstNotes"];
+  };
+  const std::string empty = FormXml("S", kFillType, "");
+  const std::string section = Replaced(SectionXml("20.0000", empty), "<tsf:XSection", "<tsf:XSection name=\"Bridge\"");
+  EXPECT_EQ(notesOf(DesignXml(section)), Json::array({"20.0000 (Bridge): form S has no points"}));
+  EXPECT_EQ(notesOf(DesignXml(Replaced(section, "cumulativeDist=\"20.0000\"", ""))),
+            Json::array({"no station (Bridge): form S has no points"}));
+  EXPECT_EQ(notesOf(Replaced(DesignXml(section), "</tsf:XSections>", "</tsf:XSections>" + SetXml(section))),
+            Json::array(
+                {"set 1 > 20.0000 (Bridge): form S has no points", "set 2 > 20.0000 (Bridge): form S has no points"}));
 }
 
 TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
@@ -102,8 +122,9 @@ TEST_F(ExportCommand, KeepsTargetsThatStandAtNoSection) {
   const std::string out = Path("targets.csv");
   EXPECT_THAT(Output({"export", design, "-o", out, "--what", "targets"}),
               HasSubstr("set 1: 1 control target stands at no cross section"));
-  EXPECT_THAT(ReadAll(out), HasSubstr("S L1 at station 30.0000"));
-  EXPECT_THAT(Vorn({"export", design, "--format", "geojson"}).out, HasSubstr("S L1 at station 30.0000"));
+  EXPECT_THAT(ReadAll(out), HasSubstr(",S L1,30,false,"));
+  EXPECT_THAT(Vorn({"export", design, "--format", "geojson"}).out,
+              HasSubstr("\"name\":\"S L1\",\"elsewhere\":{\"station\":30.0,"));
   EXPECT_THAT(Output({"export", design, "-o", Path("x.dxf")}),
               HasSubstr("1 control target stands at no cross section"));
 }
@@ -115,6 +136,27 @@ TEST_F(ExportCommand, NeverReplacesTheDesign) {
   std::filesystem::create_symlink(design, Path("link.csv"));
   ExpectFailure({"export", design, "-o", Path("link.csv")}, HasSubstr("would replace the design"));
   EXPECT_EQ(ReadAll(design), before);
+}
+
+TEST_F(ExportCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", Path("former.out")});
 }
 
 TEST_F(ExportCommand, WritesNothingOfADesignThatCannotBeRead) {
@@ -158,10 +200,35 @@ TEST_F(ExportCommand, DrawsAllSectionsAtOneScale) {
   EXPECT_THAT(heights, SizeIs(1));
 }
 
+TEST_F(ExportCommand, NamesTheSectionThatMakesTheDrawingSmall) {
+  const auto notesOf = [&](const std::string& width, const std::vector<std::string>& options = {}) {
+    const std::string wide = CenterXml() + PointXml("L1", 'L', "Percent", width + " -2.000");
+    const std::string design = Design(DesignXml(SectionXml("0.0000", FillForm()) + SectionXml("20.0000", FillForm()) +
+                                                SectionXml("40.0000", FormXml("S", kFillType, wide))));
+    std::vector<std::string> arguments = {"export", design, "-o", Path("x.dxf"), "--json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return OutputJson(arguments)["firstNotes"];
+  };
+  EXPECT_EQ(notesOf("3.5000"), Json::array());
+  EXPECT_EQ(notesOf("35.0000"), Json::array()) << "sections may well differ";
+  const Json notes = notesOf("350000.0000");
+  ASSERT_EQ(notes.size(), 1u) << notes;
+  EXPECT_EQ(notes[0],
+            "40.0000: its size makes the whole drawing 1:2000000; most of the other cross sections need no "
+            "smaller scale than 1:100 (--scale 100)");
+  EXPECT_EQ(notesOf("350000.0000", {"--scale", "100"}), Json::array()) << "the scale is told";
+}
+
 TEST_F(ExportCommand, SaysWhatIsNotShownInTheLanguageOfTheDrawing) {
   const std::string japanese = vorn_host::DxfText("* 中心線の標高");
   EXPECT_THAT(Exported(Sample("road-4.1.xml"), "x.dxf", {"--language", "ja"}), HasSubstr(japanese));
   EXPECT_THAT(Exported(Sample("road-4.1.xml"), "y.dxf"), HasSubstr("* the height of the centre line"));
+}
+
+TEST_F(ExportCommand, WritesWordsThatEveryCadProgramReads) {
+  const std::string drawing = Exported(Sample("road-4.1.xml"), "x.dxf");
+  EXPECT_THAT(drawing, HasSubstr(vorn_host::DxfText("FH≒79.000")));
+  EXPECT_THAT(drawing, Not(HasSubstr("\\U+"))) << "an escape in front of digits is read as a part of the number";
 }
 
 TEST_F(ExportCommand, ExportsADesignWithoutSections) {

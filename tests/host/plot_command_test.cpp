@@ -88,6 +88,17 @@ TEST_F(PlotCommand, AdvisesAStationAsTheDesignCounts) {
                 AllOf(HasSubstr("a station is told in metres"), Not(HasSubstr("counts"))));
 }
 
+TEST_F(PlotCommand, AdvisesAStationAsADesignCountsItsHundreds) {
+  std::string text = ReadAll(Road());
+  for (std::size_t at = text.find("No."); at != std::string::npos; at = text.find("No.", at)) {
+    text.replace(at, 3, "STA.");
+  }
+  WriteAll(Path("in.xml"), With(text, "stationType=\"NO\"", "stationType=\"STA\""));
+  ExpectFailure({"plot", Path("in.xml"), "--station", "No.1"},
+                HasSubstr("a station is told in metres, or as the document counts (STA.0+0.0000)"));
+  EXPECT_EQ(IndexOf({Path("in.xml"), "--station", "STA.1+20"}), 3) << "as advised";
+}
+
 TEST_F(PlotCommand, AsksWhichOneWhereSeveralCouldBeMeant) {
   ExpectFailure({"plot", Road()}, HasSubstr("there are 10 cross sections: choose one with --station"));
   const std::string design = Design({{"A", "20.0000"}, {"A", "40.0000"}});
@@ -143,6 +154,27 @@ TEST_F(PlotCommand, NeverWritesOverTheDesign) {
   std::filesystem::create_symlink(design, Path("link.svg"));
   ExpectFailure({"plot", design, "-o", Path("link.svg")}, HasSubstr("would replace the design"));
   EXPECT_EQ(ReadAll(design), before);
+}
+
+TEST_F(PlotCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"plot", Sample("road-4.1.xml"), "--index", "1", "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"plot", Sample("road-4.1.xml"), "--index", "1", "-o", Path("former.out")});
 }
 
 TEST_F(PlotCommand, LeavesNoFileBehindAFailure) {

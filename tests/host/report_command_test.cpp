@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,19 @@ TEST_F(ReportCommand, TellsWhatItWrote) {
                 "Cross sections      10\n"
                 "Findings            0 errors, 1 note\n");
   const Json json = OutputJson({"report", Sample("road-4.1.xml"), "--output", Path("page.html"), "--json"});
-  EXPECT_EQ(json, (Json{{"written", Path("page.html")}, {"crossSections", 10}, {"errors", 0}, {"notes", 1}}));
+  EXPECT_EQ(json, (Json{{"written", Path("page.html")},
+                        {"crossSections", 10},
+                        {"errors", 0},
+                        {"notes", 1},
+                        {"targetsWithoutSection", 0}}));
+}
+
+TEST_F(ReportCommand, TellsOfTargetsThatNoSectionShows) {
+  const std::string target = TargetXml("Width", "40.0000", "Left Right", {{"S", "L1"}, {"S", "R1"}});
+  WriteAll(Path("in.xml"), DesignXml(SectionXml("20.0000", FillForm()) + target));
+  EXPECT_THAT(Output({"report", Path("in.xml"), "-o", Path("page.html")}),
+              HasSubstr("Control targets     1 at no cross section\n"));
+  EXPECT_EQ(OutputJson({"report", Path("in.xml"), "-o", Path("page.html"), "--json"})["targetsWithoutSection"], 1);
 }
 
 TEST_F(ReportCommand, WritesEverySample) {
@@ -100,6 +113,27 @@ TEST_F(ReportCommand, NeverTakesThePlaceOfTheDesign) {
   WriteAll(Path("in.xml"), design);
   ExpectFailure({"report", Path("in.xml"), "-o", Path("./in.xml")}, HasSubstr("would replace the design"));
   EXPECT_EQ(ReadAll(Path("in.xml")), design);
+}
+
+TEST_F(ReportCommand, NeverTakesThePlaceOfAnotherDesign) {
+  const auto refuses = [&](const std::string& out) {
+    const std::string before = ReadAll(out);
+    ExpectFailure({"report", Sample("road-4.1.xml"), "-o", out}, HasSubstr("--output"));
+    EXPECT_EQ(ReadAll(out), before) << out;
+  };
+  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
+  refuses(Path("p.vorn"));
+  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
+  refuses(Path("p.vorn.bak"));
+  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
+  refuses(Path("plain.out"));
+  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
+  refuses(Path("other.out"));
+  refuses(Path("new.VORN"));
+  refuses(Path("new.vorn.bak"));
+  EXPECT_EQ(FileCount(), 2u);
+  WriteAll(Path("former.out"), "<html>a former page</html>");
+  (void)Output({"report", Sample("road-4.1.xml"), "-o", Path("former.out")});
 }
 
 TEST_F(ReportCommand, LeavesTheFormerPageWhenItFails) {

@@ -57,6 +57,7 @@ struct ReportPage {
   nlohmann::json index;
   std::vector<nlohmann::json> sections;
   nlohmann::json documentFindings;
+  nlohmann::json targetsWithoutSection;
 
   explicit ReportPage(const std::string& html) {
     const std::vector<std::string> json = Scripts(html, "<script type=\"application/json\" id=\"index\">");
@@ -66,7 +67,8 @@ struct ReportPage {
     for (std::size_t i = 0; i < packs.size(); ++i) {
       nlohmann::json pack = nlohmann::json::parse(Inflated(FromBase64(packs[i])));
       if (i + 1 == packs.size()) {
-        documentFindings = std::move(pack);
+        documentFindings = std::move(pack["findings"]);
+        targetsWithoutSection = std::move(pack["targets"]);
       } else {
         for (nlohmann::json& section : pack) sections.push_back(std::move(section));
       }

@@ -104,6 +104,20 @@ TEST(SectionCsv, HasARowForEachPoint) {
   EXPECT_EQ(start["part"], "start");
 }
 
+TEST(SectionCsv, CountsFormsAndPointsAsTheDocumentDoes) {
+  auto points = TableRows(TableOf(ViewWithPiecesLeftOut(), CsvContent::Points));
+  ASSERT_THAT(points, SizeIs(4));
+  EXPECT_EQ(points[0]["form"], "2");
+  EXPECT_EQ(points[0]["point"], "1");
+  EXPECT_EQ(points[2]["code"], "XL");
+  EXPECT_EQ(points[2]["point"], "4");
+  EXPECT_EQ(points[2]["from_point"], "3");
+  auto targets = TableRows(TableOf(ViewWithPiecesLeftOut(), CsvContent::Targets));
+  EXPECT_EQ(targets.at(1)["code"], "R1");
+  EXPECT_EQ(targets.at(1)["form"], "2");
+  EXPECT_EQ(targets.at(1)["point"], "5");
+}
+
 TEST(SectionCsv, HasARowForEachPointOfTheGround) {
   auto rows = TableRows(TableOf(HandMadeView(), CsvContent::Ground));
   ASSERT_THAT(rows, SizeIs(3));
@@ -179,14 +193,23 @@ TEST(SectionCsv, TakesANegativeStationForANumber) {
 TEST(SectionCsv, HasARowForATargetWithoutASection) {
   SectionView view;
   view.section = -1;
-  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  view.targets = {{ViewTarget::Item::Width,
+                   "Width",
+                   "S",
+                   "",
+                   "",
+                   "",
+                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {}}};
   auto rows = TableRows(TableOf(view, CsvContent::Targets));
   ASSERT_THAT(rows, SizeIs(1));
   EXPECT_EQ(rows[0]["set"], "1");
   for (const char* column : {"section", "station", "station_text", "behind_change", "control_section", "offset"}) {
     EXPECT_EQ(rows[0][column], "") << column;
   }
-  EXPECT_EQ(rows[0]["point_name"], "S L1 at station 30.0000");
+  EXPECT_EQ(rows[0]["point_name"], "S L1") << "the design's own text";
+  EXPECT_EQ(rows[0]["point_station"], "30");
+  EXPECT_EQ(rows[0]["point_behind_change"], "true");
 }
 
 TEST(SectionCsv, BeginsWithAByteOrderMarkOnRequest) {

@@ -95,12 +95,22 @@ TEST(SectionGeoJson, HasTheInputValuesAsNumbers) {
 TEST(SectionGeoJson, HasAFeatureForATargetWithoutASection) {
   SectionView view;
   view.section = -1;
-  view.targets = {{ViewTarget::Item::Width, "Width", "S", "", "", "", {{-1, -1, "S L1 at station 30.0000"}}, {}}};
+  view.targets = {{ViewTarget::Item::Width,
+                   "Width",
+                   "S",
+                   "",
+                   "",
+                   "",
+                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {}}};
   const Json features = CollectionOf({view})["features"];
   ASSERT_EQ(features.size(), 1u) << "no feature for a section that is not there";
   EXPECT_EQ(features[0]["geometry"], nullptr);
   EXPECT_EQ(features[0]["properties"]["section"], nullptr);
-  EXPECT_EQ(features[0]["properties"]["points"][0]["height"], nullptr);
+  const Json& point = features[0]["properties"]["points"][0];
+  EXPECT_EQ(point["height"], nullptr);
+  EXPECT_EQ(point["name"], "S L1");
+  EXPECT_EQ(point["elsewhere"], (Json{{"station", 30.0}, {"stationText", "30.0000"}, {"behindChange", true}}));
 }
 
 TEST(SectionGeoJson, TellsHeightsAboveTheCentreLine) {
@@ -132,6 +142,17 @@ TEST(SectionGeoJson, HasAFeatureForEachLineOfAForm) {
   EXPECT_EQ(properties["points"][0]["from"], 2);
   EXPECT_EQ(properties["points"][0]["crossing"], true);
   EXPECT_TRUE(lines[1]["properties"]["points"][0]["from"].is_null());
+}
+
+TEST(SectionGeoJson, CountsFormsAndPointsAsTheDocumentDoes) {
+  const Json form = FeaturesOf(ViewWithPiecesLeftOut(), "form").at(0)["properties"];
+  EXPECT_EQ(form["form"], 2);
+  EXPECT_EQ(form["points"][0]["code"], "XL");
+  EXPECT_EQ(form["points"][0]["point"], 4);
+  EXPECT_EQ(form["points"][0]["from"], 3);
+  const Json target = FeaturesOf(ViewWithPiecesLeftOut(), "target").at(0)["properties"];
+  EXPECT_EQ(target["points"][1]["form"], 2);
+  EXPECT_EQ(target["points"][1]["point"], 5);
 }
 
 TEST(SectionGeoJson, HasAPointWhereNoLineReachesOne) {

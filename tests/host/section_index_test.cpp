@@ -42,19 +42,28 @@ TEST(SectionIndex, TellsTheSectionsOfAChangeOfShapeApart) {
   EXPECT_EQ(index.Find(40.0, false), -1);
 }
 
+TEST(SectionIndex, TakesNoSectionWithoutAStationForOneAtTheBeginning) {
+  const VornXSections set = SetOf({Section(NurReal(), {}), Section(0.0, {}), Section(NurReal(), {}, true)});
+  const SectionIndex index(set);
+  EXPECT_EQ(index.Find(0.0, false), 1);
+  EXPECT_EQ(index.Find(0.0, true), -1);
+  EXPECT_EQ(index.Find(NurReal(), false), 0);
+  EXPECT_EQ(index.Find(NurReal(), true), 2);
+}
+
 TEST(SectionIndex, AnswersAsTheSetDoes) {
   std::mt19937 random(1);
   std::uniform_int_distribution<int> step(0, 6);
   std::vector<VornXSection> sections;
   for (int i = 0; i < 300; ++i) {
-    // Many stations lie within the tolerance of others, in no order, and some are unset.
-    const NurReal station = step(random) == 0 ? NurReal() : NurReal(step(random) + 4e-7 * step(random));
+    // Many stations lie within the tolerance of others, in no order.
+    const NurReal station = step(random) + 4e-7 * step(random);
     sections.push_back(Section(station, {}, step(random) > 3));
   }
   const VornXSections set = SetOf(sections);
   const SectionIndex index(set);
   for (int i = 0; i < 2000; ++i) {
-    const NurReal station = step(random) == 0 ? NurReal() : NurReal(step(random) + 3e-7 * (step(random) - 3));
+    const NurReal station = step(random) + 3e-7 * (step(random) - 3);
     const bool flag = step(random) > 3;
     EXPECT_EQ(index.Find(station, flag), set.Find(station, flag)) << station.Value();
   }

@@ -9,6 +9,7 @@
 #include <limits>
 #include <string>
 
+#include "host/drawing/section_words.h"
 #include "host/drawing/value_text.h"
 #include "host/sample/sample_design.h"
 #include "tests/host/editing.h"
@@ -37,7 +38,7 @@ SectionView ViewOfText(const std::string& text, const std::optional<double>& hei
   return ViewOf(ReadText(text), 0, 0, height);
 }
 
-Texts NotesOf(const SectionView& view) { return NoteTexts(view, vorn_host::Language::English); }
+Texts NotesOf(const SectionView& view) { return NoteTexts(view.notes, vorn_host::Language::English); }
 
 const ViewPoint& PointAt(const ViewForm& form, const std::string& code) {
   for (const ViewPoint& point : form.points) {
@@ -124,6 +125,7 @@ TEST(SectionViewPositions, LeavesOutAFormThatNothingPlaces) {
       FillForm("S")));
   ASSERT_THAT(view.forms, SizeIs(1));
   EXPECT_EQ(view.forms[0].name, "S");
+  EXPECT_EQ(view.forms[0].documentIndex, 1);
   EXPECT_THAT(NotesOf(view), ElementsAre(HasSubstr("form loose is left out")));
 }
 
@@ -136,6 +138,7 @@ TEST(SectionViewPositions, LeavesOutWhatLiesOutOfReach) {
   ASSERT_THAT(form.points, SizeIs(2));
   EXPECT_EQ(form.points[1].code, "R1");
   EXPECT_EQ(form.points[1].from, 0);
+  EXPECT_EQ(form.points[1].documentIndex, 3);
   EXPECT_THAT(NotesOf(view), ElementsAre("form S: 2 points are left out, for lack of a value or out of reach"));
   EXPECT_THAT(LineCodes(form, 0), ElementsAre("CL", "R1"));
 }
@@ -229,6 +232,13 @@ TEST(SectionViewLines, EndAtAStartPointThatTheFormDoesNotGoOnThrough) {
   EXPECT_FALSE(view.forms[0].points[0].isCrossing) << "a start point is no crossing";
 }
 
+TEST(SectionViewLines, ShowACrossingAtAStartPoint) {
+  DesignDocument document = ReadText(OneSection(FillForm()));
+  VornComposedPnt& start = FormOf(document).GetComposedPntArray()[0];
+  start.SetPointType(VornComposedPnt::kCrossPoint);
+  EXPECT_TRUE(ViewOf(document, 0, 0).forms.at(0).points.at(0).isCrossing);
+}
+
 // --- texts -----------------------------------------------------------------------------------------------------------
 
 TEST(SectionViewTexts, TellTheGradesOfSlopesAsRatiosAndOthersInPercent) {
@@ -292,6 +302,22 @@ TEST(SectionViewTexts, HaveTheInputValuesAsNumbersToo) {
   EXPECT_EQ(PointAt(view.forms.at(0), "L1").values, (vorn_host::ViewInput{Reading::Percent, 3.5, -2.0}));
   EXPECT_EQ(PointAt(view.forms[0], "L2").values, (vorn_host::ViewInput{Reading::Rate, -4.0, 1.5}));
   EXPECT_EQ(PointAt(view.forms[0], "CL").values, (vorn_host::ViewInput{Reading::WidthHeight, 0.0, 0.0}));
+}
+
+TEST(SectionViewTexts, TellWhichInputValueAPlacedPointLacks) {
+  DesignDocument document = ReadText(OneSection(SlopedForm()));
+  const DesignEditor editor(document);  // places the points
+  Vorn_ComposedPntArray& points = FormOf(document).GetComposedPntArray();
+  points[1].SetX(NurReal());
+  points[2].SetY(NurReal());
+  points[3].SetX(NurReal());
+  points[3].SetY(NurReal());
+  const ViewForm form = ViewOf(document, 0, 0).forms.at(0);
+  EXPECT_EQ(form.points.at(1).input, "–, -2.000 %");
+  EXPECT_EQ(form.points.at(2).input, "-4.000 m, –");
+  EXPECT_EQ(form.points.at(2).grade, "1:1.5") << "as its place tells";
+  EXPECT_EQ(form.points.at(3).input, "");
+  EXPECT_EQ(form.points.at(3).grade, "-2.0%");
 }
 
 TEST(SectionViewTexts, KeepEveryDecimalOfTheDocument) {
@@ -432,7 +458,16 @@ TEST(SectionViewHeight, IsNotGuessed) {
   EXPECT_EQ(heightOf(SlopedForm() + GroundXml({"-5.0000 96.0000", "5.0000 96.0000"})), std::nullopt)
       << "the ground is too short";
   EXPECT_EQ(heightOf(LayerForm("基層")), std::nullopt);
-  EXPECT_EQ(heightOf(SlopedForm() + FlatGround("96.0000")), 100.07);
+  EXPECT_EQ(heightOf(SlopedForm() + FlatGround("96.0000")), std::nullopt)
+      << "on level ground two equal sides agree at any height";
+}
+
+TEST(SectionViewHeight, IsFoundOnLevelGroundAtMarkedCrossings) {
+  const std::string form =
+      FormXml("S", kFillType,
+              CenterXml() + PartXml("XL", 'L', "Slope(Fill)", "Rate", "-4.0000 1.500", " seriesPnt=\"false\"") +
+                  PartXml("XR", 'R', "Slope(Fill)", "Rate", "-4.0000 1.500", " seriesPnt=\"false\""));
+  EXPECT_EQ(ViewOfText(OneSection(form + FlatGround("96.0000"))).centerHeight, 100.0);
 }
 
 TEST(SectionViewHeight, IsFoundAtMarkedCrossingsBeforeTheEndsOfSlopes) {
@@ -495,12 +530,33 @@ TEST(SectionViewTargets, MeasureWidthHeightAndLength) {
   EXPECT_EQ(width.points[0].point, 1);
   EXPECT_EQ(width.points[1].point, 3);
   EXPECT_NEAR(width.designValue.value(), 7.0, kTiny);
+  EXPECT_EQ(width.points[0].designValue, std::nullopt) << "both points have it together";
   EXPECT_NEAR(view.targets[1].designValue.value(), 99.93, kTiny);
-  EXPECT_EQ(view.targets[2].item, ViewTarget::Item::Length);
+  EXPECT_EQ(view.targets[2].item, ViewTarget::Item::SlopeLength);
   EXPECT_NEAR(view.targets[2].designValue.value(), std::hypot(6.0, 4.0), kTiny);
-  EXPECT_EQ(view.targets[3].item, ViewTarget::Item::Other);
+  EXPECT_EQ(view.targets[3].item, ViewTarget::Item::Thickness);
   EXPECT_EQ(view.targets[3].itemText, "Thickness");
   EXPECT_EQ(view.targets[3].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, AreCalledWhatTheDocumentCallsThem) {
+  const std::vector<std::pair<std::string, std::string>> names = {{"SlopeLength", "slope length"},
+                                                                  {"Width", "width"},
+                                                                  {"Height", "height"},
+                                                                  {"Thickness", "thickness"},
+                                                                  {"Depth", "depth"},
+                                                                  {"XSectArea", "section area"},
+                                                                  {"Length", "length"},
+                                                                  {"Area", "area"}};
+  std::string targets;
+  for (const auto& [item, name] : names)
+    targets += TargetXml(item, "20.0000", "Left Right", {{"S", "L1"}, {"S", "R1"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + targets));
+  ASSERT_THAT(view.targets, SizeIs(names.size()));
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    EXPECT_EQ(view.targets[i].itemText, names[i].first);
+    EXPECT_EQ(WordOf(view.targets[i].item), names[i].second);
+  }
 }
 
 TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
@@ -508,6 +564,28 @@ TEST(SectionViewTargets, HaveNoSingleHeightForSeveralPoints) {
   const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target), 100.0);
   ASSERT_THAT(view.targets.at(0).points, SizeIs(2));
   EXPECT_EQ(view.targets[0].designValue, std::nullopt);
+  EXPECT_NEAR(view.targets[0].points[0].designValue.value(), 100.0, kTiny) << "but one for each of them";
+  EXPECT_NEAR(view.targets[0].points[1].designValue.value(), 99.93, kTiny);
+}
+
+TEST(SectionViewTargets, HaveNoHeightForAPointThatIsNotThere) {
+  const std::string target = TargetXml("Height", "20.0000", "TargetPnt", {{"S", "CL"}, {"S", "R9"}});
+  const SectionView view = ViewOfText(DesignXml(SectionXml("20.0000", FillForm()) + target), 100.0);
+  EXPECT_NEAR(view.targets.at(0).points.at(0).designValue.value(), 100.0, kTiny);
+  EXPECT_EQ(view.targets[0].points.at(1).designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, MeasureThicknessAndDepthBetweenPointsAtOneOffset) {
+  const auto valueOf = [](const char* item, const char* ofLayer) {
+    const std::string target = TargetXml(item, "20.0000", "Lower Upper", {{"基層", ofLayer}, {"S", "CL"}});
+    return ViewOfText(DesignXml(SectionXml("20.0000", FillForm() + LayerForm("基層")) + target), 100.0)
+        .targets.at(0)
+        .designValue;
+  };
+  EXPECT_NEAR(valueOf("Thickness", "CL").value(), 0.05, kTiny);
+  EXPECT_NEAR(valueOf("Depth", "CL").value(), 0.05, kTiny);
+  EXPECT_EQ(valueOf("Thickness", "L1"), std::nullopt) << "3 m beside it";
+  EXPECT_EQ(valueOf("XSectArea", "CL"), std::nullopt);
 }
 
 TEST(SectionViewTargets, MeasureLengthsAlongTheForm) {
@@ -527,9 +605,19 @@ TEST(SectionViewTargets, AreNotLostWithoutASection) {
   EXPECT_EQ(without.section, -1);
   EXPECT_THAT(NotesOf(without), ElementsAre("2 control targets stand at no cross section"));
   ASSERT_THAT(without.targets, SizeIs(2)) << "one at a station without a section, and one without points";
-  EXPECT_EQ(without.targets[0].points.at(0).name, "S L1 at station 30.0000");
+  EXPECT_EQ(without.targets[0].points.at(0).name, "S L1");
+  EXPECT_EQ(without.targets[0].points.at(0).elsewhere, (ViewTarget::Elsewhere{30.0, "30.0000", false}));
   EXPECT_EQ(without.targets[0].points.at(0).point, -1);
   EXPECT_EQ(without.targets[0].designValue, std::nullopt);
+}
+
+TEST(SectionViewTargets, DoNotStandInASectionWithoutAStation) {
+  DesignDocument document =
+      DocumentOf(Edition::V41, {Section(NurReal(), {RoadForm("S")}), Section(0.0, {RoadForm("S")})});
+  document.sets[0].GetFormCtrlTargetArray().Add(TargetOn(0.0, "S", {"L1", "R1"}));
+  const SectionViewer viewer(document);
+  EXPECT_THAT(viewer.Of(0, 0).targets, IsEmpty());
+  EXPECT_THAT(viewer.Of(0, 1).targets, SizeIs(1));
 }
 
 TEST(SectionViewTargets, OfAFormStandThereWhereNoSectionIsAtTheirStations) {
@@ -570,7 +658,9 @@ TEST(SectionViewTargets, StandInTheirOwnSectionOnly) {
   ASSERT_THAT(first.targets, SizeIs(1));
   EXPECT_EQ(first.targets[0].points[0].point, 1);
   EXPECT_EQ(first.targets[0].points[1].point, -1) << "that one stands at another station";
-  EXPECT_EQ(first.targets[0].points[1].name, "S R1 at station 40.0000");
+  EXPECT_EQ(first.targets[0].points[1].name, "S R1");
+  EXPECT_EQ(first.targets[0].points[1].elsewhere, (ViewTarget::Elsewhere{40.0, "40.0000", false}));
+  EXPECT_EQ(first.targets[0].points[0].elsewhere, std::nullopt);
   EXPECT_EQ(first.targets[0].designValue, std::nullopt);
   EXPECT_THAT(viewer.Of(0, 1).targets, SizeIs(2));
   EXPECT_THAT(viewer.Of(0, 2).targets, IsEmpty());
@@ -629,8 +719,8 @@ INSTANTIATE_TEST_SUITE_P(AllSamples, SampleViews,
 
 TEST(MadeSampleViews, FindTheHeightThatTheDesignWasMadeWith) {
   using vorn_host::SampleKind;
-  // Where a side ends without a slope, nothing tells that it ends on the ground.
-  const std::pair<SampleKind, int> told[] = {{SampleKind::Road, 59}, {SampleKind::River, 60}, {SampleKind::Farm, 45}};
+  // Where a side ends without a slope, nothing tells that it ends on the ground, nor does level ground tell a height.
+  const std::pair<SampleKind, int> told[] = {{SampleKind::Road, 59}, {SampleKind::River, 60}, {SampleKind::Farm, 44}};
   for (const auto& [kind, count] : told) {
     DesignDocument made;
     made.sets = vorn_host::MakeSampleDesign({60, kind, 5}).sets;

@@ -16,10 +16,11 @@ using vorn_host::NoteText;
 using vorn_host::ViewNote;
 using Kind = ViewNote::Kind;
 
-constexpr Kind kKinds[] = {Kind::FormWithoutPoints,   Kind::FormOutOfReach,       Kind::FormWithoutCenter,
-                           Kind::FormPointsLeftOut,   Kind::GroundPointsLeftOut,  Kind::GroundTooShort,
-                           Kind::GroundWithoutHeight, Kind::HeightFromGround,     Kind::HeightNotAsStored,
-                           Kind::WidthsLeftOut,       Kind::TargetsWithoutSection};
+constexpr Kind kKinds[] = {Kind::FormWithoutPoints,    Kind::FormOutOfReach,      Kind::FormWithoutCenter,
+                           Kind::FormPointsLeftOut,    Kind::GroundPointsLeftOut, Kind::GroundTooShort,
+                           Kind::GroundWithoutHeight,  Kind::HeightFromGround,    Kind::HeightNotAsStored,
+                           Kind::WidthsLeftOut,        Kind::HeightsLeftOut,      Kind::LengthsLeftOut,
+                           Kind::TargetsWithoutSection};
 
 TEST(ViewNote, HasItsOwnWordsForEveryKindInBothLanguages) {
   for (const Language language : {Language::English, Language::Japanese}) {
@@ -51,6 +52,10 @@ TEST(ViewNote, CountsPoints) {
 
 TEST(ViewNote, CountsDimensionsAndTargets) {
   EXPECT_EQ(NoteText({Kind::WidthsLeftOut, "", 1}, Language::English), "1 width is not drawn, for lack of room");
+  EXPECT_EQ(NoteText({Kind::HeightsLeftOut, "", 2}, Language::English), "2 heights are not drawn, for lack of room");
+  EXPECT_EQ(NoteText({Kind::LengthsLeftOut, "", 2}, Language::English),
+            "2 slope lengths are not drawn, for lack of room");
+  EXPECT_EQ(NoteText({Kind::LengthsLeftOut, "", 2}, Language::Japanese), "法長 2 件は、余白がないため省略");
   EXPECT_EQ(NoteText({Kind::TargetsWithoutSection, "", 2}, Language::English),
             "2 control targets stand at no cross section");
   EXPECT_EQ(NoteText({Kind::TargetsWithoutSection, "", 2}, Language::Japanese),

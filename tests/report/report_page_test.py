@@ -7,6 +7,7 @@ click, type, print. Whatever the browser complains about, and be it a policy tha
 
 import base64
 import contextlib
+import itertools
 import json
 import os
 import re
@@ -241,6 +242,22 @@ class Sections(PageTest):
         self.assertFalse(self.one("#layers").is_displayed())
         self.assertEqual(self.browser.switch_to.active_element.tag_name, "summary")
 
+    def test_closes_the_menu_of_layers_behind_the_keyboard(self):
+        def is_open():
+            return self.one("#layers").is_displayed()
+
+        menu = self.one("#layers-menu summary")
+        menu.send_keys(Keys.ENTER)
+        self.keys(Keys.TAB, Keys.TAB, Keys.SPACE)
+        self.assertTrue(is_open(), "the focus is among its layers")
+        self.run_script("document.querySelector('#layers label:last-child input').focus()")
+        self.keys(Keys.TAB)
+        self.assertFalse(is_open())
+        menu.send_keys(Keys.ENTER)
+        self.assertTrue(is_open())
+        ActionChains(self.browser).key_down(Keys.SHIFT).send_keys(Keys.TAB).key_up(Keys.SHIFT).perform()
+        self.assertFalse(is_open())
+
     def test_makes_only_the_table_that_is_seen(self):
         def made():
             return [len(self.all(f"#panel-{tab} > *")) > 0 for tab in ("findings", "targets", "points")]
@@ -396,6 +413,20 @@ class Drawing(PageTest):
         self.move_to(x, y)
         self.wait(lambda: self.one("#tip").is_displayed())
 
+    def test_rings_a_point_no_longer_than_it_is_seen(self):
+        rows = self.point_rows()
+        of_slope = next(i for i, point in enumerate(self.points()) if point["part"].endswith("Slope"))
+        x, y = self.ring_of(rows[of_slope])
+        self.move_to(5, 5)
+        self.move_to(x, y)
+        self.wait(lambda: self.one("#tip").is_displayed())
+        self.switch("code")
+        self.assertTrue(self.one("#tip").is_displayed(), "the point is still there")
+        self.switch("design-surface", "slope", "pavement-layer", "other-form", "ground")
+        self.assertEqual(self.all("svg.sheet .ring"), [])
+        self.assertFalse(self.one("#tip").is_displayed())
+        self.assertEqual(self.all("#panel-points [aria-current=true]"), [])
+
     def test_names_no_points_that_are_switched_off(self):
         self.switch("pavement-layer", "other-form", "slope")
         x, y = self.ring_of(self.point_rows()[0])
@@ -432,19 +463,20 @@ class Drawing(PageTest):
 
     def test_labels_stay_at_their_points(self):
         def distances():
-            """How far every code is from the nearest mark, in pixels."""
+            """How far every code is from each mark, in pixels."""
             return self.run_script(
                 """const place = (e) => { const { e: x, f: y } = e.getCTM(); return [x, y]; };
                    const marks = [...document.querySelectorAll('svg.sheet .mark')].map(place);
                    return [...document.querySelectorAll('svg.sheet text.code')].map(place)
-                     .map(([x, y]) => Math.min(...marks.map((mark) => Math.hypot(mark[0] - x, mark[1] - y))))""")
+                     .map(([x, y]) => marks.map((mark) => Math.hypot(mark[0] - x, mark[1] - y)))""")
 
         before = distances()
         self.assertGreater(len(before), 5)
         for _ in range(12):
             self.one("#zoom-in").click()
-        for was, distance in zip(before, distances()):
-            self.assertLess(distance, 1.7 * was + 1)
+        for of_code, later in zip(before, distances()):
+            # The marks of all other points go away.
+            self.assertTrue(any(distance < 1.7 * was + 1 for was, distance in zip(of_code, later)))
 
     def test_leaders_stay_as_long_as_their_labels_are_large(self):
         self.open(report(sample("farm-maff-1.0.xml")))
@@ -459,6 +491,24 @@ class Drawing(PageTest):
             self.one("#zoom-in").click()
         for was, length in zip(before, lengths()):
             self.assertLess(length, 1.7 * was + 3)
+
+    def test_extension_lines_begin_as_near_to_their_points(self):
+        def gaps():
+            """How far above or below the nearest mark each of them begins, in pixels."""
+            return self.run_script(
+                r"""const place = (e, name) => e.getAttribute(name).match(/-?\d+(\.\d+)?/g).map(Number);
+                    const marks = [...document.querySelectorAll('svg.sheet .mark')].map((e) => place(e, 'transform'));
+                    return [...document.querySelectorAll('svg.sheet .extensions .line')].map((e) => {
+                      const [x, y] = place(e, 'd');
+                      return Math.min(...marks.filter((m) => Math.abs(m[0] - x) < .5).map((m) => Math.abs(m[1] - y)));
+                    })""")
+
+        before = gaps()
+        self.assertGreater(len(before), 3)
+        for _ in range(12):
+            self.one("#zoom-in").click()
+        for was, gap in zip(before, gaps()):
+            self.assertLess(gap, 1.7 * was)
 
     def test_buttons_enlarge_the_design_and_keys_what_the_pointer_is_at(self):
         for _ in range(14):
@@ -607,12 +657,35 @@ class Targets(PageTest):
     def rows(self):
         return self.all("#panel-targets tbody tr")
 
+    def targets_of(self, selector):
+        shown = [piece.get_attribute("data-target") for piece in self.all(selector)]
+        return [[int(target) for target in targets.split(" ")] for targets in shown]
+
     def drawn(self):
-        """Targets that the drawing has something of."""
-        return sorted({int(e.get_attribute("data-target")) for e in self.all("svg.sheet [data-target]")})
+        """Targets that the drawing has something of, and that it shows no other with."""
+        return sorted({targets[0] for targets in self.targets_of("svg.sheet [data-target]") if len(targets) == 1})
 
     def lit(self):
-        return sorted({int(e.get_attribute("data-target")) for e in self.all("svg.sheet .lit")})
+        return sorted({target for targets in self.targets_of("svg.sheet .lit") for target in targets})
+
+    def test_lights_what_several_targets_measure_for_each_of_them(self):
+        first = '<tsf:FormCtrlTarget controlItem="Width"'
+        point = '<tsf:FormCtrlTargetPnt cumulativeDist="0.0000" buildFormName="盛土面" code="{}" />'
+        same = (first + ' targetScope="一部" targetRegio="管理断面" targetPntType="Left Right">' +
+                point.format("L2") + point.format("R2") + "</tsf:FormCtrlTarget>")  # fmt: skip
+        self.open(report(changed("road-4.1.xml", (first, same + first))))
+        self.one("#tab-targets").click()
+        for target in (0, 1):
+            self.run_script("arguments[0].focus()", self.rows()[target])
+            lit = self.targets_of("svg.sheet .lit")
+            self.assertGreater(len(lit), 4, "lines, arrows and the value")
+            self.assertEqual({tuple(targets) for targets in lit}, {(0, 1)})
+        value = next(text for text in self.all("svg.sheet text.dimension") if text.text == "8.500")
+        for target in (0, 1, 0):
+            value.click()
+            self.move_to(5, 5)  # while the pointer is there, the rows of both are lit
+            current = [row.get_attribute("aria-current") for row in self.rows()]
+            self.assertEqual(current.index("true"), target, "each click goes to the next")
 
     def test_lists_what_is_measured(self):
         self.assertEqual(len(self.rows()), 10)
@@ -620,6 +693,13 @@ class Targets(PageTest):
         self.assertRegex(self.rows()[0].text, r"^\w+ .+ – .+ \d+\.\d{4} ")
         heads = [head.text for head in self.all("#panel-targets th")]
         self.assertEqual(heads, ["Item", "Points", "Design value", "Build form", "Scope", "Region"], "no empty column")
+
+    def test_gives_each_of_several_points_its_height(self):
+        row = next(row for row in self.rows() if row.text.startswith("Height"))
+        names, values = ([line.text for line in cell.find_elements(By.CSS_SELECTOR, "div")]
+                         for cell in row.find_elements(By.TAG_NAME, "td")[1:3])  # fmt: skip
+        self.assertEqual(names, ["盛土面 CL", "盛土面 R2"])
+        self.assertEqual(values, ["79.0000", "78.9000"])
 
     def test_lights_the_target_of_a_row(self):
         target = self.drawn()[0]
@@ -700,10 +780,78 @@ class Findings(PageTest):
         self.assertTrue(self.one("#tip").is_displayed())
         self.assertEqual(len(self.all("svg.sheet .ring")), 1)
 
+    def test_rings_the_point_itself_where_others_are_left_out(self):
+        surface = '      <tsf:BuildForm name="盛土面" xSectType="盛土工">'
+        self.open(report(changed(
+            "road-4.1.xml",
+            (surface, '<tsf:BuildForm name="空" xSectType="盛土工"></tsf:BuildForm>' + surface),
+            ("0.7500 -4.000", "9999999.0 -4.000"),  # L2 lies out of reach, and so does L3, which hangs on it
+            ('code="R2"', 'code="R1"'),
+            ('code="L3"', 'code="L2"'))))  # fmt: skip
+        findings = [row for row in self.all("#panel-findings tbody tr") if "code used twice" in row.text]
+        self.assertEqual(len(findings), 2)
+        shown = [row for row in findings if "choosable" in row.get_attribute("class")]
+        self.assertEqual(len(shown), 1, "what is left out cannot be shown")
+        shown[0].click()
+        self.assertIn("R1", self.text("#tip .of-code"))
+        self.assertIn("4.2500 m", self.text("#tip"), "the second of that code, where the first is at 3.5 m")
+
     def test_lists_those_of_the_document_when_asked(self):
         self.assertEqual(self.text("#document-findings"), "")
         self.one("#document-summary").click()
         self.wait(lambda: "value not understood" in self.text("#document-findings"))
+
+
+class LeftOver(PageTest):
+    """What no section shows, and what a drawing has no room for."""
+
+    STRAY = """<tsf:FormCtrlTarget controlItem="Height" targetScope="全延長" targetRegio="{}" targetPntType="TargetPnt">
+      <tsf:FormCtrlTargetPnt cumulativeDist="55.0000" buildFormName="盛土面" code="CL" />
+    </tsf:FormCtrlTarget>
+    """
+
+    def with_strays(self, *regions):
+        first = '<tsf:FormCtrlTarget controlItem="Width"'
+        return changed("road-4.1.xml", (first, "".join(self.STRAY.format(region) for region in regions) + first))
+
+    def open_document(self):
+        self.one("#document-summary").click()
+        self.wait(lambda: self.all(".left-over"))
+
+    def test_lists_the_targets_that_no_section_shows(self):
+        self.open(report(self.with_strays("管理断面", "&lt;img src=x&gt;")))
+        self.open_document()
+        self.assertEqual(self.text(".left-over .heading"), "2 control targets at no cross section")
+        rows = self.all(".left-over tbody tr")
+        self.assertEqual([cell.text for cell in rows[0].find_elements(By.TAG_NAME, "td")],
+                         ["Height · 全延長 · 管理断面", "盛土面 CL (at station 55.0000)",
+                          "no cross section is at the station of any of its points"])  # fmt: skip
+        self.assertIn("<img src=x>", rows[1].text)
+        findings = len(self.all("#document-findings > table tbody tr"))
+        self.assertEqual(self.text("#document-summary"), f"Document as a whole ({findings + 2})")
+        self.shoot("left-over")
+        Select(self.one("#language")).select_by_value("ja")
+        self.open_document()
+        self.assertIn("どの横断面にも属さない管理対象 2 件", self.text(".left-over"))
+
+    def test_is_told_of_no_targets_where_there_are_none(self):
+        self.open(report(sample("road-4.1.xml")))
+        self.assertFalse(self.all(".left-over"))
+
+    def test_tells_of_widths_that_found_no_room(self):
+        points = [("盛土面", code) for code in ("CL", "L1", "L2", "L3", "R1", "R2", "R3", "R4", "R5")]
+        points += [("下層路盤", "L1"), ("下層路盤", "R1")]
+        first = '<tsf:FormCtrlTarget controlItem="Width"'
+        widths = "".join(
+            f'{first} targetScope="S" targetRegio="R" targetPntType="Left Right">'
+            + "".join(f'<tsf:FormCtrlTargetPnt cumulativeDist="0.0000" buildFormName="{form}" code="{code}" />'
+                      for form, code in pair)
+            + "</tsf:FormCtrlTarget>"
+            for pair in itertools.combinations(points, 2))  # fmt: skip
+        self.open(report(changed("road-4.1.xml", (first, widths + first))))
+        self.one("#tab-findings").click()
+        self.assertRegex(self.text("#panel-findings"), r"\d+ widths are not drawn, for lack of room")
+        self.assertEqual(self.text("#tab-findings"), "Findings (2)", "that, and where the height is taken from")
 
 
 class Language(PageTest):
@@ -835,6 +983,15 @@ class Printing(PageTest):
             self.assertAlmostEqual(value, 96 / 25.4, delta=0.03)
         self.assertGreater(self.pdf_pages(), 10)
 
+    def test_prints_long_names_on_a_page_or_two(self):
+        long = "長い名称" * 3500
+        path = changed("road-4.1.xml", ('<tsf:XSection name="No.0"', f'<tsf:XSection name="{long}"'),
+                       ('<tsf:BuildForm name="盛土面"', f'<tsf:BuildForm name="{long}"'),
+                       ('buildFormName="盛土面" code="L1"', f'buildFormName="{long}" code="L1"'),
+                       ('code="R2"', 'code="R1"'))  # fmt: skip
+        self.open(report(path))
+        self.assertLessEqual(self.pdf_pages(), 2)
+
     def test_can_be_cancelled(self):
         self.one("#print").click()
         self.one("#print-dialog [value=cancel]").click()
@@ -893,6 +1050,29 @@ class Room(PageTest):
         self.assertLess(self.run_script(height, ".tools"), 120)
         self.assertGreater(self.run_script(height, "#stage"), 300)
         self.assertIn(name.strip(), self.one("#title").get_attribute("title"))
+
+    def test_a_long_name_leaves_short_words_whole(self):
+        long = "長い名称" * 300
+        path = changed("road-4.1.xml", ('<tsf:BuildForm name="盛土面"', f'<tsf:BuildForm name="{long}"'),
+                       ('buildFormName="盛土面" code="L1"', f'buildFormName="{long}" code="L1"'))  # fmt: skip
+        self.open(report(path))
+        self.one("#tab-targets").click()
+        lines = self.run_script("""
+            return [...document.querySelectorAll('#panel-targets tbody td:first-child')].map((cell) => {
+              const range = document.createRange();
+              range.selectNodeContents(cell);
+              return range.getClientRects().length;
+            })""")  # fmt: skip
+        self.assertEqual(set(lines), {1})
+
+    def test_a_table_of_thousands_of_rows_is_cut(self):
+        last = '<tsf:ComposedPnt code="R5"'
+        point = '<tsf:ComposedPnt code="R" location="Right" componentType="Roadbed" dataType="WidthHeight" existence="true">0.01 0</tsf:ComposedPnt>'
+        self.open(report(changed("road-4.1.xml", (last, point * 3000 + last))))
+        self.one("#tab-points").click()
+        self.assertEqual(len(self.all("#panel-points tbody tr")), 1000)
+        self.assertRegex(self.text("#tab-points"), r"\(30\d\d\)")
+        self.assertRegex(self.text("#panel-points .rest"), r"and 20\d\d more")
 
     def test_no_window_is_too_narrow(self):
         self.open(report(sample("road-4.1.xml")))

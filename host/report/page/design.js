@@ -118,9 +118,14 @@ class Design {
     return pack[at % sectionsInPack];
   }
 
-  /** What is wrong with the document as a whole: the last pack. */
-  documentFindings() {
+  /** The last pack: what is wrong with the document as a whole, and the control targets that no section shows. */
+  wholeDocument() {
     return this.pack(this.packs.length - 1);
+  }
+
+  /** How much of that there is. */
+  get wholeDocumentCount() {
+    return this.index.documentFindings + this.index.targetsWithoutSection;
   }
 }
 
@@ -130,8 +135,9 @@ function notesOf(section) {
 }
 
 /** The drawing with the words of the language in use. */
-function drawingOf(section) {
-  return speech.language === 'ja' ? { ...section.drawing, ...section.japanese } : section.drawing;
+function drawingOf({ drawing, japanese, words }) {
+  const differences = speech.language === 'ja' ? japanese : {};
+  return { ...drawing, ...differences, texts: [...drawing.texts, ...words[speech.language]] };
 }
 
 /** A point of a form by the columns of its row; null where it has no place. */
@@ -140,6 +146,11 @@ function pointOf(section, form, at) {
   if (!row) return null;
   const [code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y] = row;
   return { form, at, code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y };
+}
+
+/** Whether two of them are the same point; places tell points of the ground apart. */
+function isSamePoint(one, other) {
+  return one.form === other.form && one.at === other.at && one.x === other.x && one.y === other.y;
 }
 
 const ROLES = { designSurface: 0, layer: 1 };

@@ -41,8 +41,9 @@ class Page {
     at('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
       findingsText(index.errors, index.notes)].filter(Boolean).join(' · ');
     at('facts').title = at('facts').textContent;
-    at('document').hidden = index.documentFindings === 0;
-    at('document-summary').textContent = `${words.document} (${index.documentFindings})`;
+    const { wholeDocumentCount } = this.design;
+    at('document').hidden = wholeDocumentCount === 0;
+    at('document-summary').textContent = `${words.document} (${wholeDocumentCount})`;
     at('document').open = false;
     this.showLayers();
     this.list.redraw();
@@ -152,10 +153,10 @@ class Page {
     const { findings, targets } = this.section;
     const notes = notesOf(this.section);
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
-    const counts = { findings: findings.length, targets: targets.length, points: ofForms };
+    const counts = { findings: findings.length + notes.length, targets: targets.length, points: ofForms };
     for (const tab of TABS) at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
     this.tables = {
-      findings: () => (counts.findings + notes.length > 0 ? findingsTable(findings, notes) : words.nothingFound),
+      findings: () => (counts.findings > 0 ? findingsTable(findings, notes) : words.nothingFound),
       targets: () => (counts.targets > 0 ? targetsTable(this.section) : words.noTargets),
       points: () => (counts.points > 0 ? pointsTable(this.section) : words.noPoints),
     };
@@ -199,15 +200,20 @@ class Page {
 
   /** The other points that are seen at the place of a point. */
   samePlace(point) {
-    const isItself = ({ form, at }) => form === point.form && at === point.at;
-    return this.viewer.points.filter((other) => other.form >= 0 && !isItself(other) && other.offset === point.offset &&
+    return this.viewer.points.filter((other) => other.form >= 0 && !isSamePoint(other, point) && other.offset === point.offset &&
       other.height === point.height);
+  }
+
+  /** Rings a point and tells of it; the points of the chosen target without one. */
+  ring(point) {
+    this.ringed = point;
+    this.viewer.mark(point ? [point] : this.pointsOfTarget(this.target),
+      point && pointCard(this.section, point, this.samePlace(point)));
   }
 
   /** @param point the point under the pointer, or none */
   hoverPoint(point) {
-    this.viewer.mark(point ? [point] : this.pointsOfTarget(this.target),
-      point && pointCard(this.section, point, this.samePlace(point)));
+    this.ring(point);
     this.lightRows('panel-points', (row) => point && Number(row.dataset.form) === point.form && Number(row.dataset.point) === point.at);
   }
 
@@ -218,8 +224,9 @@ class Page {
   /** Shows a target on the drawing and in its table. */
   highlightTarget(target) {
     for (const piece of this.viewer.sheet?.element.querySelectorAll('[data-target]') ?? []) {
-      piece.classList.toggle('lit', Number(piece.dataset.target) === target);
+      piece.classList.toggle('lit', targetsOf(piece).includes(target));
     }
+    this.ringed = null;
     this.viewer.mark(this.pointsOfTarget(target));
     this.lightTarget(target);
   }
@@ -238,10 +245,11 @@ class Page {
     }
   }
 
-  chooseTarget(target) {
-    this.target = target;
+  /** @param targets that one dimension shows: another click on it goes to the next */
+  chooseTarget(targets) {
+    this.target = targets[(targets.indexOf(this.target) + 1) % targets.length];
     this.openTab('targets');
-    this.highlightTarget(target);
+    this.highlightTarget(this.target);
   }
 
   /** What a row of a table is about: it is shown on the drawing while the pointer or the keyboard is there. */
@@ -249,7 +257,7 @@ class Page {
     const { target, form, point } = row.dataset;
     if (target !== undefined) return this.highlightTarget(Number(target));
     const shown = pointOf(this.section, Number(form), Number(point));
-    if (shown) this.viewer.mark([shown], pointCard(this.section, shown, this.samePlace(shown)));
+    if (shown) this.ring(shown);
   }
 
   chooseRow(row) {
@@ -282,7 +290,11 @@ class Page {
     document.addEventListener('pointerdown', ({ target }) => {
       if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
     });
-    at('document').addEventListener('toggle', () => this.showDocumentFindings());
+    at('layers-menu').addEventListener('focusout', ({ relatedTarget }) => {
+      // Nothing has the focus next where the window loses it, or a label in the menu is pressed.
+      if (relatedTarget && !at('layers-menu').contains(relatedTarget)) at('layers-menu').open = false;
+    });
+    at('document').addEventListener('toggle', () => this.showWholeDocument());
     this.listenToViewer();
     this.listenToTables();
     this.listenToPrinting();
@@ -295,7 +307,7 @@ class Page {
     this.viewer.addEventListener('point', ({ detail }) => this.section && this.hoverPoint(detail));
     this.viewer.addEventListener('target', ({ detail }) => this.chooseTarget(detail));
     this.viewer.addEventListener('hover-target', ({ detail }) => {
-      this.lightTarget(detail, this.target);
+      this.lightTarget(...detail, this.target);
     });
   }
 
@@ -338,14 +350,20 @@ class Page {
     });
   }
 
-  async showDocumentFindings() {
+  async showWholeDocument() {
     if (!at('document').open) return;
-    at('document-findings').replaceChildren(findingsTable(await this.design.documentFindings()));
+    const { findings, targets } = await this.design.wholeDocument();
+    const tables = [];
+    if (findings.length > 0) tables.push(findingsTable(findings));
+    if (targets.length > 0) tables.push(targetsWithoutSection(targets, this.design.index.sets));
+    at('document-findings').replaceChildren(...tables);
   }
 
   switchLayer(layer, isShown) {
     document.body.classList.toggle(`without-${layer}`, !isShown);
-    if (this.section) this.viewer.points = this.shownPoints();
+    if (!this.section) return;
+    this.viewer.points = this.shownPoints();
+    if (this.ringed) this.hoverPoint(this.viewer.points.find((point) => isSamePoint(point, this.ringed)));
   }
 
   /** Closes the menu of layers; the focus does not vanish with it. */

@@ -6,10 +6,18 @@ const MOST_PAGES = 500;
 /** Highest drawing, in millimetres, that leaves a page its heading. */
 const BELOW_HEADING = 262;
 
+/** Texts of any length take a few lines each, so that one name does not fill pages. */
+function clamp(table) {
+  for (const cell of table.querySelectorAll('td')) {
+    if (cell.childElementCount === 0) cell.replaceChildren(make('div', { class: 'cell' }, ...cell.childNodes));
+  }
+}
+
 /** A table with a title that is repeated where it goes on with another page. */
 function titled(title, content) {
   const table = content.matches('table') ? content : content.querySelector('table');
   const columns = table.tHead.rows[0].cells.length;
+  clamp(table);
   table.tHead.prepend(make('tr', {}, make('th', { colspan: columns, class: 'table-title' }, make('p', {}, title))));
   return content;
 }

@@ -64,32 +64,41 @@ function legendOf({ name }, styles) {
   return legend;
 }
 
-/** What a piece belongs to, for highlighting. */
-function ownerOf(kind, form, target) {
-  const owner = { class: kind };
-  if (target >= 0) owner['data-target'] = target;
-  if (form >= 0) owner['data-form'] = form;
-  return owner;
+/** The control targets that a piece of the drawing shows. */
+function targetsOf(piece) {
+  return piece?.dataset.target.split(' ').map(Number) ?? [];
 }
 
 /**
  * The drawing of a section as an SVG element, in millimetres on paper from the centre line. Lines are enlarged with the
- * sheet; marks, texts and their leaders have a size of their own around their places (`arrange`), so that a closer look
- * brings more of the design and not larger letters.
+ * sheet; marks, texts and their leaders have a size of their own around their places (`arrange`), and so have the gaps
+ * of extension lines, so that a closer look brings more of the design and not larger letters.
  */
 class Sheet {
   constructor(drawing, styles, name) {
     this.styles = styles;
     [this.left, this.top, this.width, this.height] = drawing.box;
     this.lines = makeSvg('g', { class: 'lines' });
+    this.extensionLines = makeSvg('g', { class: 'extensions' });
     this.labels = makeSvg('g', { class: 'labels' });
     this.placed = [];
+    this.extensions = [];
+    this.measured = drawing.measured;
     this.addLines(drawing.lines);
+    drawing.extensions.forEach((extension) => this.addExtension(extension));
     drawing.leaders.forEach((leader) => this.addLeader(leader));
     this.upward(drawing.marks).forEach((mark) => this.addMark(mark));
     this.upward(drawing.texts).forEach((text) => this.addText(text));
-    this.moved = makeSvg('g', {}, this.lines, this.labels);
+    this.moved = makeSvg('g', {}, this.lines, this.extensionLines, this.labels);
     this.element = makeSvg('svg', { class: 'sheet', role: 'img', 'aria-label': name }, this.moved);
+  }
+
+  /** What a piece belongs to, for highlighting: a form, and the control targets that measure the same there. */
+  ownerOf(kind, form, target) {
+    const owner = { class: kind };
+    if (target >= 0) owner['data-target'] = this.measured[target].join(' ');
+    if (form >= 0) owner['data-form'] = form;
+    return owner;
   }
 
   /** Pieces in the order in which they lie on each other. */
@@ -104,7 +113,7 @@ class Sheet {
       const key = `${kind} ${form} ${target}`;
       let d = paths.get(key)?.d ?? '';
       for (let i = 0; i < places.length; i += 2) d += `${i === 0 ? 'M' : 'L'}${places[i]} ${places[i + 1]}`;
-      paths.set(key, { d, owner: ownerOf(this.styles[kind].name, form, target), isTarget: target >= 0 });
+      paths.set(key, { d, owner: this.ownerOf(this.styles[kind].name, form, target), isTarget: target >= 0 });
     }
     for (const { d, owner, isTarget } of paths.values()) {
       if (isTarget) this.lines.append(makeSvg('path', { ...owner, d, class: `${owner.class} grip` }));
@@ -113,17 +122,25 @@ class Sheet {
   }
 
   addMark([kind, form, target, shape, angle, x, y]) {
-    const owner = ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles[kind].name, form, target);
     this.place(markOf(this.styles.marks[shape], owner), x, y, -angle);
   }
 
+  /** A line from beside a measured place to its dimension line. */
+  addExtension([kind, form, target, x, y, besideX, besideY, endX, endY]) {
+    const owner = this.ownerOf(this.styles[kind].name, form, target);
+    const elements = ['grip', 'line'].map((look) => makeSvg('path', { ...owner, class: `${owner.class} ${look}` }));
+    this.extensionLines.append(...elements);
+    this.extensions.push({ elements, x, y, besideX, besideY, endX, endY });
+  }
+
   addLeader([kind, form, target, x, y, ...places]) {
-    const owner = ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles[kind].name, form, target);
     this.place(makeSvg('path', { ...owner, d: `M${places.join(' ')}`, class: `${owner.class} line` }), x, y);
   }
 
   addText([kind, form, target, anchor, angle, size, along, lift, content, x, y]) {
-    const owner = ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles[kind].name, form, target);
     const look = { class: `${owner.class} text`, 'font-size': size, 'text-anchor': ANCHORS[anchor] };
     const text = makeSvg('text', { ...owner, ...look });
     text.textContent = content;
@@ -158,6 +175,10 @@ class Sheet {
     this.lines.setAttribute('transform', `scale(${scale})`);
     for (const { element, x, y, tail } of this.placed) {
       element.setAttribute('transform', `translate(${x * scale} ${y * scale})scale(${unit})${tail}`);
+    }
+    for (const { elements, x, y, besideX, besideY, endX, endY } of this.extensions) {
+      const beside = `${x * scale + besideX * unit} ${y * scale + besideY * unit}`;
+      for (const element of elements) element.setAttribute('d', `M${beside}L${(x + endX) * scale} ${(y + endY) * scale}`);
     }
   }
 

@@ -158,6 +158,7 @@ class SheetViewer extends EventTarget {
 
   onLeave() {
     this.pointerAt = null;
+    this.tell('hover-target', []);
     this.tell('point', null);
   }
 
@@ -165,7 +166,7 @@ class SheetViewer extends EventTarget {
     const wasDown = this.pointers.delete(event.pointerId);
     if (!wasDown || event.type === 'pointercancel' || this.travelled >= 4) return;
     const target = event.target.closest?.('[data-target]');
-    if (target) this.tell('target', Number(target.dataset.target));
+    if (target) this.tell('target', targetsOf(target));
     this.hover(event);
   }
 
@@ -184,7 +185,7 @@ class SheetViewer extends EventTarget {
     this.pointerAt = this.onStage(event);
     const { x, y } = this.pointerAt;
     const target = event.target.closest?.('[data-target]');
-    this.tell('hover-target', target ? Number(target.dataset.target) : -1);
+    this.tell('hover-target', targetsOf(target));
     let nearest = null;
     let least = REACH;
     for (const point of this.points) {

@@ -22,13 +22,17 @@ const WORDS = {
     findings: 'Findings', targets: 'Control targets', points: 'Points',
     nothingFound: 'Nothing is wrong in this cross section.', noTargets: 'No control targets.', noPoints: 'No points.',
     more: (count) => `and ${count} more`,
+    targetsWithoutSection: (count) => (count === 1 ? '1 control target at no cross section' : `${count} control targets at no cross section`),
+    stationsWithoutSection: 'no cross section is at the station of any of its points', targetWithoutPoints: 'it names no points',
     position: (at, all) => `${at} of ${all}`, controlSection: 'control section', behindChange: 'behind the change of shape', behindShort: 'behind change',
     centerHeight: (height) => `Centre line ${height} m`, assumedHeight: 'assumed from the ground', relative: 'heights are relative to the centre line',
     severity: '', kind: 'What', where: 'Where', reason: 'Why',
     item: 'Item', value: 'Design value', targetPoints: 'Points', form: 'Build form', workType: 'Work type',
     scope: 'Scope', regulation: 'Region', offset: 'Offset', height: 'Height', code: 'Code', from: 'From',
     side: 'Side', part: 'Part', input: 'Input', grade: 'Slope', ground: 'Existing ground', remarks: 'Remarks',
-    absent: 'not built', crossing: 'crossing with the ground', missing: 'does not exist here', withoutCode: 'no code',
+    absent: 'not built', crossing: 'crossing with the ground', missing: 'does not exist here',
+    elsewhere: (station, isBehindChange) => `at station ${station}${isBehindChange ? `, ${WORDS.en.behindChange}` : ''}`,
+    withoutCode: 'no code',
     alsoHere: 'also here', broken: 'This part of the page cannot be read; the file may be damaged.',
     parts: ['Start', 'Roadbed', 'Slope', 'Berm', 'Other'], sides: {}, kinds: {},
     items: { SlopeLength: 'Slope length', XSectArea: 'Section area' },
@@ -60,13 +64,17 @@ const WORDS = {
     findings: '指摘', targets: '管理対象', points: '構成点',
     nothingFound: 'この横断面に指摘はありません。', noTargets: '管理対象はありません。', noPoints: '構成点はありません。',
     more: (count) => `ほか ${count} 件`,
+    targetsWithoutSection: (count) => `どの横断面にも属さない管理対象 ${count} 件`,
+    stationsWithoutSection: 'どの構成点の測点にも横断面がない', targetWithoutPoints: '構成点の指定がない',
     position: (at, all) => `${at} / ${all}`, controlSection: '管理断面', behindChange: '断面変化点の後', behindShort: '変化後',
     centerHeight: (height) => `中心線の標高 ${height} m`, assumedHeight: '現況地盤からの仮定', relative: '高さは中心線からの値',
     severity: '', kind: '内容', where: '場所', reason: '理由',
     item: '管理項目', value: '設計値', targetPoints: '構成点', form: '構築形状', workType: '工種',
     scope: '対象範囲', regulation: '対象部位', offset: '離れ', height: '高さ', code: 'コード', from: '基準点',
     side: '左右', part: '種別', input: '入力値', grade: '勾配', ground: '現況地盤', remarks: '備考',
-    absent: '構築しない', crossing: '現況との交点', missing: 'この断面にない', withoutCode: 'コードなし',
+    absent: '構築しない', crossing: '現況との交点', missing: 'この断面にない',
+    elsewhere: (station, isBehindChange) => `測点 ${station}${isBehindChange ? `、${WORDS.ja.behindChange}` : ''}`,
+    withoutCode: 'コードなし',
     alsoHere: '同じ位置', broken: 'ページのこの部分を読めません。ファイルが壊れている可能性があります。',
     parts: ['起点', '路体', '法面', '小段', 'その他'],
     sides: { Center: '中心', Left: '左', Right: '右' },
@@ -126,7 +134,7 @@ function heightText({ centerHeight, isHeightAssumed }) {
   return isHeightAssumed ? `${height} (${words.assumedHeight})` : height;
 }
 
-/** Metres with the four decimals of a document; a dash for none. */
+/** Metres with the four decimals of a document, which the page's numbers are rounded to; a dash for none. */
 function metres(value) {
   return value === null ? '–' : value.toFixed(4);
 }
