@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/background.h"
 #include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
 #include "host/document/control_character.h"
@@ -369,12 +370,11 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   const bool edition20 = VornSchema::Instance().IsVer2();
   DocumentScan scan;
   // Nothing changes the tree: a large document is looked over and read at the same time.
-  constexpr std::size_t kWorthAThread = 1'000'000;
-  const bool large = source.text.size() >= kWorthAThread;
-  const auto policy = large ? std::launch::async : std::launch::deferred;
+  constexpr std::size_t kWorthThreads = 1'000'000;
+  const bool large = source.text.size() >= kWorthThreads;
   const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
-  std::future<DocumentFault> scanned =
-      std::async(policy | std::launch::deferred, [&] { return ScanDocument(tree, source.lines, edition20, scan); });
+  const auto lookOver = [&] { return ScanDocument(tree, source.lines, edition20, scan); };
+  std::future<DocumentFault> scanned = large ? InBackground(lookOver) : std::async(std::launch::deferred, lookOver);
   TextProblems problems;
   const std::string unreadable = ReadModel(document, root, problems, threads);
   if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
@@ -428,9 +428,10 @@ DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& p
   // The file is written while the text is made, and takes its name when all of it is there.
   WriteFileAtomically(path, [&](const TextSink& write) {
     PieceRelay relay(write);
-    std::string rest = WriteText(*this, path.string(), options, report, [&](std::string& piece) { relay.Take(piece); });
-    relay.Take(rest);
+    const std::string rest =
+        WriteText(*this, path.string(), options, report, [&](std::string& piece) { relay.Take(piece); });
     relay.Wait();
+    write(rest);
   });
   return report;
 }

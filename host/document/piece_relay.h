@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/document/atomic_file.h"
+#include "host/document/background.h"
 
 namespace vorn_host {
 
@@ -24,7 +25,7 @@ class PieceRelay {
     Wait();
     std::swap(m_piece, piece);
     piece.clear();
-    m_taken = std::async(std::launch::async | std::launch::deferred, [this] { m_sink(m_piece); });
+    m_taken = InBackground([this] { m_sink(m_piece); });
   }
 
   /// Waits until the last piece has been handed on, and throws what the sink threw.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/document/background.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/text_encoding.h"
 #include "vorn/platform/code_page_932.h"
@@ -119,21 +120,28 @@ std::string_view XmlCursor::ToModel(std::string_view utf8, bool report) const {
   }
 }
 
-int XmlCursor::CountRun() const {
+XmlCursor::Run XmlCursor::RunFromHere() const {
   const char* const tag = m_element.name();
-  const auto isOfRun = [&](pugi::xml_node element) { return element && std::strcmp(element.name(), tag) == 0; };
-  int count = 1;
-  for (pugi::xml_node sibling = NextOf(m_element); isOfRun(sibling); sibling = NextOf(sibling)) ++count;
-  return count;
+  Run run{m_element, 1};
+  for (pugi::xml_node next = NextOf(m_element); next && std::strcmp(next.name(), tag) == 0; next = NextOf(next)) {
+    run.last = next;
+    ++run.count;
+  }
+  return run;
 }
 
-int XmlCursor::CountParts() const {
-  if (m_threads < 2) return 1;
+int XmlCursor::PartsOf(const Run& run) const {
   // A part should be worth the move between threads, and there should be enough of them for threads of unlike speed.
-  constexpr int kLeastElements = 16;
-  constexpr int kPartsOfThread = 8;
-  return std::clamp(CountRun() / kLeastElements, 1, m_threads * kPartsOfThread);
+  constexpr std::ptrdiff_t kLeastText = 64 * 1024;
+  constexpr std::ptrdiff_t kPartsOfThread = 8;
+  const std::ptrdiff_t text = run.last.offset_debug() - m_element.offset_debug();
+  return static_cast<int>(std::clamp<std::ptrdiff_t>(std::min<std::ptrdiff_t>(text / kLeastText, run.count), 1,
+                                                     m_threads * kPartsOfThread));
 }
+
+int XmlCursor::CountRun() const { return RunFromHere().count; }
+
+int XmlCursor::CountParts() const { return m_threads < 2 ? 1 : PartsOf(RunFromHere()); }
 
 void XmlCursor::ReadParts(PartReader read) {
   struct Part {
@@ -142,14 +150,14 @@ void XmlCursor::ReadParts(PartReader read) {
     TextProblems problems = {};
   };
   std::vector<Part> parts;
-  const int count = CountParts();
-  const int size = CountRun();
+  const Run run = RunFromHere();
+  const int count = PartsOf(run);
+  pugi::xml_node element = m_element;
   for (int part = 0, at = 0; part < count; ++part) {
-    const pugi::xml_node first = m_element;
-    // The last part ends on the last element of the run, which this cursor is left on.
-    const int end = static_cast<int>(static_cast<std::int64_t>(size) * (part + 1) / count) - (part + 1 == count);
-    for (; at < end; ++at) MoveTo(NextOf(m_element));
-    parts.push_back({first, part + 1 == count ? NextOf(m_element) : m_element});
+    const pugi::xml_node first = element;
+    const int end = static_cast<int>(static_cast<std::int64_t>(run.count) * (part + 1) / count);
+    for (; at < end; ++at) element = NextOf(element);
+    parts.push_back({first, element});
   }
 
   std::atomic<std::size_t> next = 0;
@@ -162,11 +170,12 @@ void XmlCursor::ReadParts(PartReader read) {
   };
   std::vector<std::future<void>> helpers;  // each waits for its thread before it goes, whatever is thrown
   for (int i = 1; i < m_threads; ++i) {
-    helpers.push_back(std::async(std::launch::async | std::launch::deferred, work));
+    helpers.push_back(InBackground(work));
   }
   work();
   for (std::future<void>& helper : helpers) helper.get();
   for (Part& part : parts) m_problems->Append(std::move(part.problems));
+  MoveTo(run.last);
 }
 
 bool XmlCursor::VisitTagName(TextVisitor visit) const {

@@ -38,6 +38,13 @@ class XmlCursor : public PimIterator {
   [[nodiscard]] pugi::xml_node Element() const { return m_element; }
 
  private:
+  /// Siblings with one tag that follow each other.
+  struct Run {
+    pugi::xml_node last;
+    int count = 0;
+  };
+  [[nodiscard]] Run RunFromHere() const;
+  [[nodiscard]] int PartsOf(const Run& run) const;
   bool MoveTo(pugi::xml_node node);
   [[nodiscard]] pugi::xml_node NextOf(pugi::xml_node element) const;
   [[nodiscard]] std::string_view ToModel(std::string_view utf8, bool report) const;

@@ -393,10 +393,12 @@ class PartsCursor : public XmlTreeCursor {
 
   [[nodiscard]] int CountParts() const override { return static_cast<int>(m_parts.size()); }
   void ReadParts(PartReader read) override {
+    if (m_parts.size() < 2) ADD_FAILURE() << "one part is no parts";
     for (int part = CountParts() - 1; part >= 0; --part) {
       RunCursor cursor(m_parts[static_cast<std::size_t>(part)]);
       read(part, *(&cursor));
     }
+    while (NextSibling()) continue;
   }
 
  private:
@@ -410,7 +412,11 @@ class ArrayParts : public ArrayTest {
     for (const std::string& part : parts) content += part;
     XmlTree tree = XmlTree::Parse("<root>" + content + "</root>");
     PartsCursor cursor(tree, std::move(parts));
-    return m_items.fromXML(&cursor);
+    const bool read = m_items.fromXML(&cursor);
+    if (read) {
+      EXPECT_FALSE(cursor.NextSibling()) << "the cursor is not on the last element";
+    }
+    return read;
   }
 
   Items m_items;

@@ -1,7 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -54,16 +59,20 @@ TEST(LargeDocument, IsReadWhole) {
 }
 
 TEST(LargeDocument, KeepsTheOrderOfItsSectionsAndTargetsAndNumbersTheTargets) {
+  std::string sections;
   std::string targets;
   for (int i = 0; i < kSections; ++i) {
+    // At one station, so that nothing sorts them.
+    sections += "<tsf:XSection name=\"" + std::to_string(i) + "\" cumulativeDist=\"0\"/>\n";
     targets += "<tsf:FormCtrlTarget targetScope=\"" + std::to_string(i) + "\"/>\n";
   }
-  const DesignDocument document = ReadText(LargeText("", targets));
+  const DesignDocument document =
+      ReadText(Xml(Edition::V41, "<tsf:XSections>" + sections + targets + "</tsf:XSections>"));
   const VornXSections& set = document.sets[0];
   ASSERT_EQ(set.GetXSectionArray().GetSize(), kSections);
   ASSERT_EQ(set.GetFormCtrlTargetArray().GetSize(), kSections);
   for (int i = 0; i < kSections; ++i) {
-    ASSERT_EQ(set.GetXSectionArray()[i].GetCumulativeDist().Value(), i);
+    ASSERT_EQ(set.GetXSectionArray()[i].GetName(), std::to_string(i).c_str());
     const VornFormCtrlTarget& target = set.GetFormCtrlTargetArray()[i];
     ASSERT_EQ(target.GetTargetScope(), std::to_string(i).c_str());
     ASSERT_EQ(target.GetSerialID(), static_cast<std::uint32_t>(i));
@@ -116,6 +125,44 @@ TEST(LargeDocument, ThatCannotBeWrittenToItsEndLeavesTheFileThatWasThere) {
   EXPECT_EQ(Content(directory / "a.xml"), "former");
   EXPECT_THAT(directory.Names(), ElementsAre("a.xml"));
 }
+
+#ifndef _WIN32
+
+/// While this lives, files of the process cannot grow above a size.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &m_former);
+    const rlimit limit{bytes, m_former.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &m_former);
+    std::signal(SIGXFSZ, m_handler);
+  }
+
+ private:
+  rlimit m_former{};
+  void (*m_handler)(int);
+};
+
+TEST(LargeDocument, ThatFindsNoRoomHalfWayLeavesTheFileThatWasThere) {
+  const TemporaryDirectory directory;
+  directory.Write("a.xml", "former");
+  DesignDocument document = ReadText(LargeText("", ""));
+  DesignDocument::WriteReport report;
+  const std::size_t size = document.ToBytes("a", DesignDocument::WriteOptions(), report).size();
+  for (const std::size_t room : {size / 2, size - 1}) {
+    const FileSizeLimit limit(room);
+    EXPECT_THROW(document.Write(directory / "a.xml"), DocumentError) << room;
+    EXPECT_EQ(Content(directory / "a.xml"), "former");
+    EXPECT_THAT(directory.Names(), ElementsAre("a.xml"));
+  }
+}
+
+#endif
 
 TEST(LargeDocument, TellsThatADeviceIsFull) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no device that is always full";

@@ -131,7 +131,8 @@ struct RunFixture : Fixture {
 
   static std::string Xml(int elements) {
     std::string xml = "<a>";
-    for (int i = 0; i < elements; ++i) xml += "<!-- --><b n='" + std::to_string(i) + "'><b/><c/></b> text ";
+    const std::string more(8192, 'x');  // eight of them are worth a part
+    for (int i = 0; i < elements; ++i) xml += "<b n='" + std::to_string(i) + "'><b/><c/></b> <!--" + more + "-->";
     return xml + "<c/><b/></a>";
   }
 
@@ -158,18 +159,27 @@ struct RunFixture : Fixture {
 
 TEST(XmlCursorParts, AreOneWithoutThreadsAndForAShortRun) {
   EXPECT_EQ(RunFixture(1000, 1).cursor->CountParts(), 1);
-  EXPECT_EQ(RunFixture(31, 4).cursor->CountParts(), 1);
+  EXPECT_EQ(RunFixture(15, 4).cursor->CountParts(), 1);
   EXPECT_EQ(RunFixture(1, 4).cursor->CountParts(), 1);
-  EXPECT_EQ(RunFixture(32, 4).cursor->CountParts(), 2);
+  EXPECT_EQ(RunFixture(17, 4).cursor->CountParts(), 2);
+  EXPECT_EQ(RunFixture(1000, 4).cursor->CountParts(), 32);
+}
+
+TEST(XmlCursorParts, AreNotMoreThanTheElements) {
+  const std::string more(1'000'000, 'x');
+  Fixture f("<a><b/><!--" + more + "--><b/><!--" + more + "--><b/></a>");
+  f.cursor.emplace(f.tree.document_element(), f.problems, 4);
+  f.cursor->Child();
+  EXPECT_EQ(f.cursor->CountParts(), 3);
 }
 
 TEST(XmlCursorParts, HoldEveryElementOfTheRunOnceAndInOrder) {
-  for (const int elements : {32, 33, 47, 1000}) {
+  for (const int elements : {17, 33, 47, 500}) {
     for (const int threads : {2, 3, 8}) {
       RunFixture f(elements, threads);
       std::vector<std::string> all;
       for (const std::vector<std::string>& part : f.Read()) {
-        EXPECT_GE(part.size(), 16u);
+        EXPECT_GE(part.size(), 7u);
         all.insert(all.end(), part.begin(), part.end());
       }
       std::vector<std::string> expected;
@@ -201,7 +211,7 @@ TEST(XmlCursorParts, EndNothingBelowTheirElements) {
 
 TEST(XmlCursorParts, HandOnWhatIsThrownInAnyOfThem) {
   for (const int thrower : {0, 3, 6}) {
-    RunFixture f(7 * 16, 4);
+    RunFixture f(7 * 9, 4);
     const auto read = [&] {
       f.cursor->ReadParts([&](int part, PimIterator&) {
         if (part == thrower) throw std::runtime_error("part " + std::to_string(part));
@@ -213,10 +223,12 @@ TEST(XmlCursorParts, HandOnWhatIsThrownInAnyOfThem) {
 
 TEST(XmlCursorParts, TellTheFirstProblemOfTheDocumentAndCountAll) {
   std::string xml = "<a>";
-  for (int i = 0; i < 100; ++i) xml += i < 40 ? "<b>x</b>" : i == 40 ? "<b>é</b>" : "<b>ü</b>";
+  const std::string more = "<!--" + std::string(8192, 'x') + "-->";
+  for (int i = 0; i < 100; ++i) xml += (i < 40 ? "<b>x</b>" : i == 40 ? "<b>é</b>" : "<b>ü</b>") + more;
   Fixture f(xml + "</a>");
   f.cursor.emplace(f.tree.document_element(), f.problems, 4);
   f.cursor->Child();
+  EXPECT_GT(f.cursor->CountParts(), 4);
   f.cursor->ReadParts([](int, PimIterator& at) {
     do {
       CString text;

@@ -98,7 +98,7 @@ class Vorn_Array : public VornArray<Type, ArgType> {
   }
 
   /// Reads a run in parts at the same time. The elements of a run do not depend on each other: what is read, and what
-  /// stays of a run that fails, is the same.
+  /// stays when one cannot be read, is the same. When something is thrown, nothing of the run stays.
   bool ReadParts(PimIterator* cursor, int count) {
     struct Part {
       Vorn_Array items;
@@ -109,9 +109,9 @@ class Vorn_Array : public VornArray<Type, ArgType> {
       Part& part = parts[static_cast<std::size_t>(index)];
       part.read = part.items.ReadRun(&start);
     });
-    int size = this->GetSize();
+    int size = 0;
     for (const Part& part : parts) size += part.items.GetSize();
-    this->Reserve(size);
+    if (this->IsEmpty()) this->Reserve(size);  // else every run would move all that came before
     for (Part& part : parts) {
       for (Type& item : part.items) this->Add(std::move(item));
       if (!part.read) return false;

@@ -206,6 +206,10 @@ class VornComposedPnt : public Vorn_Base {
 
   // --- detail records --------------------------------------------------------------------------------------------
   // Getters take `Main` or `Sub`; any other value reads the main record. Setters also take `Both`.
+  //
+  // The sub record is made when it is first given a value, or asked for through a point that is not const. A reference
+  // into it is good until the point is assigned; one that a const point gave before the record was made stays that of a
+  // new record.
 
   [[nodiscard]] const CString& GetCode(PntType t = PntType::Main) const { return DetailOf(t).Code; }
   /// Also stores the code as the last code, whatever the role.
