@@ -68,8 +68,7 @@ class Job:
                 file.write(content)
 
     def run(self, *options):
-        environment = {"HOME": self.directory, "XDG_CONFIG_HOME": self.directory, "PATH": os.environ["PATH"],
-                       "ASAN_OPTIONS": "detect_leaks=0"}  # it cannot look for leaks while strace is watching
+        environment = {"HOME": self.directory, "XDG_CONFIG_HOME": self.directory, "PATH": os.environ["PATH"]}
         command = ["strace", "-f", "-qq", *options, tool, *self.arguments]
         return subprocess.run(command, capture_output=True, check=False, cwd=self.directory, env=environment)
 
