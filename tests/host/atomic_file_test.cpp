@@ -15,7 +15,6 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,6 +23,7 @@
 #endif
 
 #include "tests/host/documents.h"
+#include "tests/host/file_size_limit.h"
 #include "tests/host/temporary_directory.h"
 
 // Stands before the system calls that put a file in place, so that a test can let one fail or stop the program there.
@@ -73,6 +73,7 @@ namespace {
 namespace fs = std::filesystem;
 
 using host_test::ErrorOf;
+using host_test::FileSizeLimit;
 using host_test::TemporaryDirectory;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -226,26 +227,6 @@ TEST(WriteFileAtomically, SaysThatTheDiskIsFull) {
   EXPECT_THAT(WriteError("/dev/full"), AllOf(StartsWith("/dev/full: cannot be written: "), HasSubstr("No space left")));
 }
 #endif
-
-/// No file can grow beyond a size while this lives.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &m_former);
-    const rlimit limit{bytes, m_former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &m_former);
-    std::signal(SIGXFSZ, m_formerHandler);
-  }
-
- private:
-  rlimit m_former{};
-  void (*m_formerHandler)(int);
-};
 
 TEST(WriteFileAtomically, LeavesTheOldFileWhenWritingStopsHalfway) {
   const TemporaryDirectory directory;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/host/drawing_tool_test.h"
 #include "tests/host/drawn_sections.h"
 #include "tests/host/editing.h"
 #include "tests/host/tool.h"
@@ -21,7 +22,7 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class ExportCommand : public ToolTest {
+class ExportCommand : public DrawingToolTest {
  protected:
   /// The path of a design of that text.
   [[nodiscard]] std::string Design(const std::string& text) const {
@@ -139,24 +140,7 @@ TEST_F(ExportCommand, NeverReplacesTheDesign) {
 }
 
 TEST_F(ExportCommand, NeverTakesThePlaceOfAnotherDesign) {
-  const auto refuses = [&](const std::string& out) {
-    const std::string before = ReadAll(out);
-    ExpectFailure({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", out}, HasSubstr("--output"));
-    EXPECT_EQ(ReadAll(out), before) << out;
-  };
-  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
-  refuses(Path("p.vorn"));
-  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
-  refuses(Path("p.vorn.bak"));
-  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
-  refuses(Path("plain.out"));
-  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
-  refuses(Path("other.out"));
-  refuses(Path("new.VORN"));
-  refuses(Path("new.vorn.bak"));
-  EXPECT_EQ(FileCount(), 2u);
-  WriteAll(Path("former.out"), "<html>a former page</html>");
-  (void)Output({"export", Sample("road-4.1.xml"), "--format", "csv", "-o", Path("former.out")});
+  ExpectNoDesignReplaced({"export", Sample("road-4.1.xml"), "--format", "csv"});
 }
 
 TEST_F(ExportCommand, WritesNothingOfADesignThatCannotBeRead) {

@@ -1,12 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
-
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +9,7 @@
 
 #include "host/document/document_error.h"
 #include "tests/host/documents.h"
+#include "tests/host/file_size_limit.h"
 #include "tests/host/temporary_directory.h"
 
 // Large documents are looked over beside the reading, on a thread of their own: it has to find the same.
@@ -127,26 +123,6 @@ TEST(LargeDocument, ThatCannotBeWrittenToItsEndLeavesTheFileThatWasThere) {
 }
 
 #ifndef _WIN32
-
-/// While this lives, files of the process cannot grow above a size.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &m_former);
-    const rlimit limit{bytes, m_former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &m_former);
-    std::signal(SIGXFSZ, m_handler);
-  }
-
- private:
-  rlimit m_former{};
-  void (*m_handler)(int);
-};
 
 TEST(LargeDocument, ThatFindsNoRoomHalfWayLeavesTheFileThatWasThere) {
   const TemporaryDirectory directory;

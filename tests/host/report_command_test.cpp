@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/host/drawing_tool_test.h"
 #include "tests/host/editing.h"
 #include "tests/host/report_pages.h"
 #include "tests/host/tool.h"
@@ -17,7 +18,7 @@ using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabul
 using testing::AllOf;
 using testing::HasSubstr;
 
-class ReportCommand : public ToolTest {
+class ReportCommand : public DrawingToolTest {
  protected:
   /// The page of a file, written with these options.
   [[nodiscard]] ReportPage Report(const std::string& file, const std::vector<std::string>& options = {}) const {
@@ -115,26 +116,7 @@ TEST_F(ReportCommand, NeverTakesThePlaceOfTheDesign) {
   EXPECT_EQ(ReadAll(Path("in.xml")), design);
 }
 
-TEST_F(ReportCommand, NeverTakesThePlaceOfAnotherDesign) {
-  const auto refuses = [&](const std::string& out) {
-    const std::string before = ReadAll(out);
-    ExpectFailure({"report", Sample("road-4.1.xml"), "-o", out}, HasSubstr("--output"));
-    EXPECT_EQ(ReadAll(out), before) << out;
-  };
-  (void)Output({"convert", Sample("road-4.1.xml"), Path("p.vorn")});
-  refuses(Path("p.vorn"));
-  std::filesystem::rename(Path("p.vorn"), Path("p.vorn.bak"));
-  refuses(Path("p.vorn.bak"));
-  std::filesystem::rename(Path("p.vorn.bak"), Path("plain.out"));
-  refuses(Path("plain.out"));
-  WriteAll(Path("other.out"), ReadAll(Sample("river-2.0.xml")));
-  refuses(Path("other.out"));
-  refuses(Path("new.VORN"));
-  refuses(Path("new.vorn.bak"));
-  EXPECT_EQ(FileCount(), 2u);
-  WriteAll(Path("former.out"), "<html>a former page</html>");
-  (void)Output({"report", Sample("road-4.1.xml"), "-o", Path("former.out")});
-}
+TEST_F(ReportCommand, NeverTakesThePlaceOfAnotherDesign) { ExpectNoDesignReplaced({"report", Sample("road-4.1.xml")}); }
 
 TEST_F(ReportCommand, LeavesTheFormerPageWhenItFails) {
   WriteAll(Path("page.html"), "former");
