@@ -6,8 +6,12 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
+#include <istream>
+#include <limits>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,7 +27,7 @@ class BenchReporter : public benchmark::ConsoleReporter {
 
   /// One line of the table. The functions below make them.
   struct Row {
-    enum class Kind { Ratio, BestRatio, CpuRatio, TimesFaster, Growth, Figure };
+    enum class Kind { Ratio, CpuRatio, TimesFaster, Growth, Figure };
 
     std::string what;  ///< "20 MB: read / parse alone"
     Kind kind = Kind::Ratio;
@@ -34,13 +38,9 @@ class BenchReporter : public benchmark::ConsoleReporter {
   };
   using Target = std::optional<double>;
 
-  /// Medians of what is measured through those of the baseline; the target is the most that it may be.
+  /// The times of what is measured through those of the baseline; the target is the most that it may be.
   static Row Ratio(std::string what, Names measured, Names baseline, Target target = {}) {
     return {std::move(what), Row::Kind::Ratio, std::move(measured), std::move(baseline), target, 0.0};
-  }
-  /// As `Ratio`, decided by the shortest times: for work on files, which others' use of the disk disturbs most.
-  static Row BestRatio(std::string what, Names measured, Names baseline, Target target = {}) {
-    return {std::move(what), Row::Kind::BestRatio, std::move(measured), std::move(baseline), target, 0.0};
   }
   /// As `Ratio`, of the processor's time in all threads.
   static Row CpuRatio(std::string what, Names measured, Names baseline) {
@@ -69,10 +69,15 @@ class BenchReporter : public benchmark::ConsoleReporter {
   void AddError(const std::string& what) { m_errors.push_back(what); }
 
   /// Runs the benchmarks that a regular expression names in rounds, and prints their medians.
-  void RunInRounds(const std::string& filter, int rounds) {
+  /// @param alsoInRound runs what else belongs into each round
+  void RunInRounds(
+      const std::string& filter, int rounds, const std::function<void()>& alsoInRound = [] {}) {
     m_round.clear();
     m_inRounds = true;
-    for (int round = 0; round < rounds; ++round) benchmark::RunSpecifiedBenchmarks(this, filter);
+    for (int round = 0; round < rounds; ++round) {
+      benchmark::RunSpecifiedBenchmarks(this, filter);
+      alsoInRound();
+    }
     m_inRounds = false;
     std::printf("\n%-32s %7s %14s %14s %14s %14s\n", "in rounds", "rounds", "median ms", "shortest ms", "longest ms",
                 "processor ms");
@@ -83,6 +88,37 @@ class BenchReporter : public benchmark::ConsoleReporter {
                   *shortest * 1e3, *longest * 1e3, Median(m_cpuTimes[name]) * 1e3);
     }
     std::fflush(stdout);
+  }
+
+  /// Writes what was measured so far for another process to take over: a line for each time (name, seconds, the
+  /// processor's seconds) and for each error.
+  void WriteTimes(std::ostream& out) const {
+    out.precision(std::numeric_limits<double>::max_digits10);
+    for (const auto& [name, times] : m_times) {
+      const std::vector<double>& cpuTimes = m_cpuTimes.at(name);
+      for (std::size_t i = 0; i < times.size(); ++i) {
+        out << "time\t" << name << '\t' << times[i] << '\t' << cpuTimes[i] << '\n';
+      }
+    }
+    for (const std::string& error : m_errors) out << "error\t" << error << '\n';
+  }
+
+  /// Takes over what `WriteTimes` wrote, as if it had been measured here.
+  void TakeOverTimes(std::istream& in) {
+    std::string kind;
+    while (std::getline(in, kind, '\t')) {
+      std::string name;
+      if (kind == "error") {
+        std::getline(in, name);
+        m_errors.push_back(name);
+        continue;
+      }
+      double seconds = 0.0;
+      double cpu = 0.0;
+      std::getline(in, name, '\t');
+      in >> seconds >> cpu >> std::ws;
+      AddTime(name, seconds, cpu);
+    }
   }
 
   bool ReportContext(const Context& context) override {
@@ -105,30 +141,26 @@ class BenchReporter : public benchmark::ConsoleReporter {
       const bool wallClock = !run.run_name.time_type.empty();
       const auto counted = run.counters.find(kCpuCounter);
       const double cpu = counted == run.counters.end() ? run.GetAdjustedCPUTime() / unit : counted->second.value;
-      if (m_inRounds && std::find(m_round.begin(), m_round.end(), name) == m_round.end()) m_round.push_back(name);
-      m_times[name].push_back((wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime()) / unit);
-      m_cpuTimes[name].push_back(cpu);
+      AddTime(name, (wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime()) / unit, cpu);
     }
     if (!m_inRounds) ConsoleReporter::ReportRuns(runs);
   }
 
-  /// Prints the table: what the shortest times give beside what the medians give. Medians decide, unless a row says
-  /// otherwise. False when a target is missed, or a benchmark gave an error instead of a time.
+  /// Prints the table: what the shortest times give beside what the medians give. The shortest times decide: whatever
+  /// else the machine does can only make a round longer, and hardly ever both sides by the same share.
+  /// False when a target is missed, or a benchmark gave an error instead of a time.
   [[nodiscard]] bool PrintSummary() const {
     bool good = m_errors.empty();
     std::printf("\n%-72s %9s %9s %9s\n", "this run", "shortest", "median", "target");
     for (const Row& row : m_rows) {
-      const bool timed = row.kind != Row::Kind::Figure;
-      const bool decidesByBest = row.kind == Row::Kind::BestRatio;
       const std::optional<double> best = ValueOf(row, true);
-      const std::optional<double> value = decidesByBest ? best : ValueOf(row, false);
-      if (!value) continue;
+      if (!best) continue;
+      const bool timed = row.kind != Row::Kind::Figure;
       const bool atLeast = row.kind == Row::Kind::TimesFaster;
-      std::printf("%-72s ", row.what.c_str());
-      timed ? std::printf("%9.2f", *best) : std::printf("%9s", "");
-      std::printf(" %9.2f", *ValueOf(row, false));
+      std::printf("%-72s %9.2f ", row.what.c_str(), *best);
+      timed ? std::printf("%9.2f", *ValueOf(row, false)) : std::printf("%9s", "");
       if (row.target) {
-        const bool met = atLeast ? *value >= *row.target : *value <= *row.target;
+        const bool met = atLeast ? *best >= *row.target : *best <= *row.target;
         std::printf(" %2s %6.2f  %s\n", atLeast ? ">=" : "<=", *row.target, met ? "ok" : "MISSED");
         good = good && met;
       } else {
@@ -150,6 +182,12 @@ class BenchReporter : public benchmark::ConsoleReporter {
   }
 
   using Times = std::map<std::string, std::vector<double>>;  ///< seconds, by name
+
+  void AddTime(const std::string& name, double seconds, double cpu) {
+    if (m_inRounds && std::find(m_round.begin(), m_round.end(), name) == m_round.end()) m_round.push_back(name);
+    m_times[name].push_back(seconds);
+    m_cpuTimes[name].push_back(cpu);
+  }
 
   [[nodiscard]] static std::optional<double> Sum(const Times& times, const Names& names, bool best) {
     double sum = 0.0;
