@@ -1,7 +1,7 @@
 // Judges every file of a corpus without a fuzzer, so that what was found once stays mended:
-//   vorn_TARGET_replay FILE_OR_DIRECTORY...
+//   vorn_<target>_replay FILE_OR_DIRECTORY...
 // or writes the inputs that the fuzzer starts from:
-//   vorn_TARGET_replay --make-seeds DIRECTORY
+//   vorn_<target>_replay --make-seeds DIRECTORY
 
 #include <algorithm>
 #include <cstdio>
