@@ -183,13 +183,25 @@ void Parse(Source& source, pugi::xml_document& tree) {
   RequireOneRoot(tree, source);
 }
 
+/// Whether a name can begin with a prefix: "8:a" is none, though "xmlns:8" is.
+bool IsPrefix(std::string_view prefix) {
+  if (prefix.empty()) return false;
+  const char first = prefix.front();
+  return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z') || first == '_' || !IsAscii({&first, 1});
+}
+
+/// Whether an attribute of the root declares the schema-instance namespace with a prefix.
+bool DeclaresSchemaInstance(std::string_view name, std::string_view value) {
+  constexpr std::string_view kDeclaration = "xmlns:";
+  return name.starts_with(kDeclaration) && IsPrefix(name.substr(kDeclaration.size())) && VornSchema::Xsi() == value;
+}
+
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
 /// there is none.
 std::optional<std::string> SchemaLocation(pugi::xml_node root) {
-  const CString xsi = VornSchema::Xsi();
   for (const pugi::xml_attribute declaration : root.attributes()) {
     const std::string_view name = declaration.name();
-    if (!name.starts_with("xmlns:") || xsi != declaration.value()) continue;
+    if (!DeclaresSchemaInstance(name, declaration.value())) continue;
     const std::string attribute = std::string(name.substr(6)) + ":schemaLocation";
     if (root.attribute(attribute.c_str())) return root.attribute(attribute.c_str()).value();
   }
@@ -288,7 +300,7 @@ RootAttributes MakeRootAttributes(const DesignDocument& document) {
   if (document.edition == Edition::RoadGm) return attributes;
   const VornSchema& schema = VornSchema::Instance();
   const auto instance = std::find_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
-    return attribute.first.starts_with("xmlns:") && VornSchema::Xsi() == attribute.second.c_str();
+    return DeclaresSchemaInstance(attribute.first, attribute.second);
   });
   // The schema-instance namespace may have another prefix in the document.
   const std::string prefix = instance == attributes.end() ? "xsi" : instance->first.substr(6);
