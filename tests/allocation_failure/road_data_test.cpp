@@ -24,7 +24,7 @@ VornRoadGmData FullRoad(const char* name) {
   alignment.SetName(name);
   alignment.SetMemo2(name);
   alignment.GetXSections().SetRefAlign(name);
-  alignment.GetXSections().GetXSectionArray().Add(allocation_test::FullSection(20.0));
+  alignment.GetXSections().GetXSectionArray().Add(model_test::SectionAt(20.0));
   road.GetAlignments().Add(alignment);
   return road;
 }
