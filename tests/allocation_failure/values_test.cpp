@@ -103,10 +103,9 @@ void ExpectWholeArrays(const Array& array, const Item& item) {
     expect([&](Array& changing) { changing.InsertAt(index, item); });
   }
   expect([&](Array& changing) { changing.Append(Array(changing)); });
-  expect([&](Array& changing) {
-    changing.Copy(Array());
-    changing.Add(item);
-  });
+  Array longer = array;
+  longer.Add(item);
+  expect([&](Array& changing) { changing.Copy(longer); });
   expect([&](Array& changing) { changing.SetSize(20); });
 }
 
@@ -140,9 +139,16 @@ TEST(ArraysWithoutMemory, AreAsTheyWere) {
   ExpectWholeArrays(form.GetComposedPntArray(), point);
   ExpectWholeArrays(form.GetFormCtrlTargetArray(), VornFormCtrlTarget(form.GetFormCtrlTargetArray()[0]));
   ExpectWholeArrays(FullSection(20.0).GetBuildFormArray(), form);
-  Vorn_XSectionArray sections = FullSet().GetXSectionArray();
-  ExpectWholePlainArrays(sections, FullSection(30.0));
-  ExpectOldOrNew(sections, [](Vorn_XSectionArray& changing) { changing.Insert(FullSection(30.0)); });
+  const auto sectionAt = [](double station) {
+    VornXSection section = model_test::SectionAt(station);
+    section.SetName(kNewName);
+    section.SetTargetPntID("an identifier of the target");
+    return section;
+  };
+  Vorn_XSectionArray sections;
+  for (const double station : {20.0, 40.0}) sections.Add(sectionAt(station));
+  ExpectWholePlainArrays(sections, sectionAt(30.0));
+  ExpectOldOrNew(sections, [&](Vorn_XSectionArray& changing) { changing.Insert(sectionAt(30.0)); });
 }
 
 TEST(ArraysWithoutMemory, OfPointsAppendWholly) {

@@ -86,7 +86,11 @@ class CArray {
       const CArray copy(other);
       return Append(copy);
     }
-    if (!other.IsEmpty()) Items().insert(Items().end(), other.begin(), other.end());
+    if (other.IsEmpty()) return first;
+    // Room first: a vector that grows while it copies has moved its own elements away when a copy fails.
+    const std::size_t size = Items().size() + other.m_items->size();
+    if (size > Items().capacity()) Items().reserve(std::max(size, 2 * Items().capacity()));
+    Items().insert(Items().end(), other.begin(), other.end());
     return first;
   }
   void Copy(const CArray& other) {
