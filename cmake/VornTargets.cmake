@@ -20,6 +20,11 @@ function(vorn_configure_target target)
       target_compile_options(${target} PRIVATE /WX)
     endif()
   else()
+    # Numbers have to come out the same on every machine: the older unit of 32-bit processors computes with more digits
+    # than a double keeps, and rounds twice.
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+      target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+    endif()
     # clang counts changes of sign among its conversions and g++ does not; ask both the same question.
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion)
     if(VORN_WERROR)
