@@ -16,7 +16,9 @@
 #include <vector>
 
 #ifdef _WIN32
+#include <fcntl.h>
 #include <io.h>
+#include <sys/stat.h>
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -39,10 +41,30 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 /// What the last call of the C library says about its failure.
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-/// Opens a file; messages name `path`, which is what the user asked for.
-File Open(const fs::path& place, const char* mode, const fs::path& path, const char* what) {
+/// What a file is opened for: what it holds stays as it is, or nothing else, or there must be no such file yet.
+enum class Opening { Read, Overwrite, Create };
+
+/// A file of bytes, none of which the C library may change; null, with `errno` set, where it cannot be opened.
+File TryOpen(const fs::path& place, Opening opening) {
   errno = 0;
-  File file(std::fopen(place.string().c_str(), mode));
+#ifdef _WIN32
+  // Names are UTF-16 here, and not every runtime knows the mode that creates.
+  constexpr int kBytes = _O_BINARY | _O_NOINHERIT;
+  constexpr int kFlags[] = {_O_RDONLY, _O_WRONLY | _O_CREAT | _O_TRUNC, _O_WRONLY | _O_CREAT | _O_EXCL};
+  const int handle = _wopen(place.c_str(), kFlags[static_cast<int>(opening)] | kBytes, _S_IREAD | _S_IWRITE);
+  if (handle < 0) return nullptr;
+  File file(_fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
+  if (!file) _close(handle);
+  return file;
+#else
+  constexpr const char* kModes[] = {"rb", "wb", "wbx"};
+  return File(std::fopen(place.c_str(), kModes[static_cast<int>(opening)]));
+#endif
+}
+
+/// Opens a file; messages name `path`, which is what the user asked for.
+File Open(const fs::path& place, Opening opening, const fs::path& path, const char* what) {
+  File file = TryOpen(place, opening);
   if (!file) ThrowFileError(path, what, LastError());
   return file;
 }
@@ -66,7 +88,7 @@ std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path&
 
 bool FlushToDisk(std::FILE* file) {
 #ifdef _WIN32
-  return _commit(_fileno(file)) == 0;
+  return _commit(_fileno(file)) == 0 || errno == EBADF;  // a pipe or a device has no disk
 #else
   return fsync(fileno(file)) == 0 || errno == EINVAL || errno == ENOTSUP;  // a pipe has no disk
 #endif
@@ -92,7 +114,7 @@ Producer Whole(std::string_view content) {
 }
 
 /// The longest name that a file in a directory may have, in units of its text.
-std::size_t LongestNameIn(const fs::path& directory) {
+std::size_t LongestNameIn([[maybe_unused]] const fs::path& directory) {
 #ifndef _WIN32
   const long limit = pathconf(directory.empty() ? "." : directory.c_str(), _PC_NAME_MAX);
   if (limit > 0) return static_cast<std::size_t>(limit);
@@ -270,7 +292,7 @@ class TemporaryFile {
 
   /// Makes the file, which must not be there yet: what another program made is not ours to overwrite.
   File Create(const fs::path& path) {
-    File file = Open(m_path, "wbx", path, "cannot be written in its directory");
+    File file = Open(m_path, Opening::Create, path, "cannot be written in its directory");
     m_isOurs = true;
     return file;
   }
@@ -386,7 +408,7 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
-    WriteAll(Open(path, "wb", path, "cannot be opened for writing"), produce, path);
+    WriteAll(Open(path, Opening::Overwrite, path, "cannot be opened for writing"), produce, path);
     return;
   }
 
@@ -412,8 +434,7 @@ std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   if (!fs::exists(status)) return std::nullopt;
   if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
 
-  errno = 0;
-  const File file(std::fopen(path.string().c_str(), "rb"));
+  const File file = TryOpen(path, Opening::Read);
   if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
   if (!file) ThrowFileError(path, "cannot be opened", LastError());
   const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
