@@ -10,6 +10,21 @@ function(vorn_glob_sources variable)
   set(${variable} "${found}" PARENT_SCOPE)
 endfunction()
 
+# vorn_match_64_bits(<target>): 32-bit programs compute, and take files and times, as those of 64 bits do.
+function(vorn_match_64_bits target)
+  # Numbers have to come out the same on every machine: the older unit of these processors computes with more digits
+  # than a double keeps, and rounds twice.
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+  endif()
+  # Files beyond 2 GB or on large disks, and dates after January 2038.
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE __MINGW_USE_VC2005_COMPAT)
+  else()
+    target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  endif()
+endfunction()
+
 # vorn_configure_target(<target>): C++20 without extensions, and warnings that stay private to the target.
 function(vorn_configure_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
@@ -20,10 +35,8 @@ function(vorn_configure_target target)
       target_compile_options(${target} PRIVATE /WX)
     endif()
   else()
-    # Numbers have to come out the same on every machine: the older unit of 32-bit processors computes with more digits
-    # than a double keeps, and rounds twice.
-    if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
-      target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+      vorn_match_64_bits(${target})
     endif()
     # clang counts changes of sign among its conversions and g++ does not; ask both the same question.
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion)
