@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+
+#include "host/document/path_text.h"
 #endif
 
 namespace vorn_cli {
@@ -42,7 +44,7 @@ std::vector<std::string> Arguments(int argc, const char* const* argv) {
   const std::unique_ptr<LPWSTR, decltype(&LocalFree)> utf16(CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
   if (!utf16) return BehindTheName(argc, argv);
   std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(std::filesystem::path(utf16.get()[i]).string());
+  for (int i = 1; i < count; ++i) arguments.push_back(vorn_host::Utf8Text(utf16.get()[i]));
   return arguments;
 }
 

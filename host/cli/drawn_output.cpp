@@ -4,11 +4,13 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/document/path_text.h"
+
 namespace vorn_cli {
 
 void RefuseToReplaceDesign(const std::string& design, const std::string& out, const std::string& what) {
   std::error_code absent;
-  if (!std::filesystem::equivalent(design, out, absent)) return;
+  if (!std::filesystem::equivalent(vorn_host::Utf8Path(design), vorn_host::Utf8Path(out), absent)) return;
   throw CLI::ValidationError("--output", what + " would replace the design " + design);
 }
 

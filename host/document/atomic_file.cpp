@@ -19,6 +19,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+#include <windows.h>
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -26,6 +27,7 @@
 #endif
 
 #include "host/document/document_error.h"
+#include "host/document/path_text.h"
 
 namespace vorn_host {
 
@@ -175,12 +177,29 @@ bool IsTemporaryName(const fs::path& name, const fs::path& prefix) {
                      text.end() - static_cast<std::ptrdiff_t>(kTemporaryEnding.size()), isDigit);
 }
 
+/// How many names a file has; 0 when that cannot be told.
+std::uintmax_t NameCount(const fs::path& file) {
+#ifdef _WIN32
+  const HANDLE handle = CreateFileW(file.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return 0;
+  BY_HANDLE_FILE_INFORMATION information{};
+  const bool isKnown = GetFileInformationByHandle(handle, &information) != 0;
+  CloseHandle(handle);
+  return isKnown ? information.nNumberOfLinks : 0;
+#else
+  std::error_code error;
+  const std::uintmax_t count = fs::hard_link_count(file, error);
+  return error ? 0 : count;
+#endif
+}
+
 /// Whether a temporary is left over from a program that was killed: nobody takes an hour to write one. A second name
 /// of a file has that file's age and may be in use now; it is left over once no other name leads there.
 bool IsStale(const fs::directory_entry& temporary) {
   constexpr std::chrono::hours kLongestUse{1};
   std::error_code error;
-  if (!fs::is_regular_file(temporary.symlink_status(error)) || temporary.hard_link_count(error) != 1) return false;
+  if (!fs::is_regular_file(temporary.symlink_status(error)) || NameCount(temporary.path()) != 1) return false;
   const fs::file_time_type written = temporary.last_write_time(error);
   return !error && written < fs::file_time_type::clock::now() - kLongestUse;
 }
@@ -280,7 +299,7 @@ struct SignalsWait {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target, std::string_view ending = kTemporaryEnding)
-      : m_path(TemporaryBeside(target, ending)), m_removedOnSignals(m_path.string()) {}
+      : m_path(TemporaryBeside(target, ending)), m_removedOnSignals(Utf8Text(m_path)) {}
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
@@ -399,21 +418,21 @@ void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, c
   const std::error_code error = former.RenameTo(backup);
   if (!error) return;
   former.RenameTo(target);
-  ThrowFileError(path, ("the former file cannot be kept as " + backup.string()).c_str(), error);
+  ThrowFileError(path, ("the former file cannot be kept as " + Utf8Text(backup)).c_str(), error);
 }
 
 void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
-  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     WriteAll(Open(path, Opening::Overwrite, path, "cannot be opened for writing"), produce, path);
     return;
   }
 
   const fs::path target = ThroughLinks(path);
-  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
+  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(Utf8Text(path) + ": the file is read-only");
   TidyUpAfterKilledSaves(target);
   TemporaryFile temporary(target);
   Fill(temporary, produce, target, path);
@@ -432,7 +451,7 @@ std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
   if (!fs::exists(status)) return std::nullopt;
-  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
 
   const File file = TryOpen(path, Opening::Read);
   if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
@@ -443,8 +462,8 @@ std::optional<std::string> ReadFileIfThere(const fs::path& path) {
 
 std::string ReadFile(const fs::path& path) {
   std::optional<std::string> content = ReadFileIfThere(path);
-  if (!content) throw DocumentError(path.string() + ": there is no such file");
-  if (content->empty()) throw DocumentError(path.string() + ": the file is empty");
+  if (!content) throw DocumentError(Utf8Text(path) + ": there is no such file");
+  if (content->empty()) throw DocumentError(Utf8Text(path) + ": the file is empty");
   return std::move(*content);
 }
 

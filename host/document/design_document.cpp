@@ -17,6 +17,7 @@
 #include "host/document/document_error.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/path_text.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
 #include "host/document/xml_text_writer.h"
@@ -338,7 +339,7 @@ class GatheredTargets {
 }  // namespace
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
-  return FromBytes(ReadFile(path), path.string(), options);
+  return FromBytes(ReadFile(path), Utf8Text(path), options);
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {
@@ -377,7 +378,7 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
 
 DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& path, const WriteOptions& options) {
   WriteReport report;
-  const std::string bytes = ToBytes(path.string(), options, report);
+  const std::string bytes = ToBytes(Utf8Text(path), options, report);
   WriteFileAtomically(path, bytes);
   return report;
 }

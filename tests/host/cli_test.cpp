@@ -387,6 +387,15 @@ TEST_F(Cli, ConvertInPlaceKeepsTheDocumentWhenItFails) {
   EXPECT_EQ(ReadAll(file), before);
 }
 
+TEST_F(Cli, TakesFileNamesInEveryScript) {
+  const std::string name = "路面 é 😀.xml";
+  EXPECT_THAT(Output({"sample", Path(name)}), HasSubstr(name));
+  EXPECT_TRUE(fs::exists(vorn_host::Utf8Path(Path(name))));
+  EXPECT_EQ(OutputJson({"info", Path(name), "--json"})["edition"], "4.1");
+  EXPECT_EQ(OutputJson({"convert", Path(name), Path("計画.VORN"), "--json"})["storeVersion"], "06.00");
+  ExpectFailure({"info", Path("無い.xml")}, HasSubstr("無い.xml: there is no such file"));
+}
+
 // --- disks and directories -------------------------------------------------------------------------------------------
 
 #ifndef _WIN32  // full disks, other users and signals are made with a POSIX shell

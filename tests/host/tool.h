@@ -60,7 +60,7 @@ struct ToolRun {
 class ToolTest : public testing::Test {
  protected:
   /// A path in the directory that the test works in.
-  [[nodiscard]] std::string Path(const std::string& name) const { return (m_work / name).string(); }
+  [[nodiscard]] std::string Path(const std::string& name) const { return vorn_host::Utf8Text(m_work / name); }
   [[nodiscard]] static std::string Sample(const std::string& name) { return std::string(VORN_SAMPLES) + "/" + name; }
   /// A copy of a sample, changed.
   [[nodiscard]] std::string Damaged(const std::string& name, std::string_view part, std::string_view by) const {

@@ -4,11 +4,13 @@
 
 #include <windows.h>
 
+#include "host/document/path_text.h"
+
 namespace host_test {
 
 namespace {
 
-std::wstring ToUtf16(const std::string& utf8) { return std::filesystem::path(utf8).wstring(); }
+std::wstring ToUtf16(const std::string& utf8) { return vorn_host::Utf8Path(utf8).wstring(); }
 
 /// As programs take their command line apart: backslashes count only before a quotation mark.
 std::wstring QuotedArgument(const std::wstring& argument) {
