@@ -4,7 +4,8 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean
+.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean \
+  thorough m32 win64 win32 platform-dependencies
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -13,6 +14,22 @@ demo: configure
 test: configure
 	cmake --build --preset release
 	ctest --preset release
+
+# What takes too long for every change.
+thorough: m32 win64 win32
+
+m32 win64: platform-dependencies
+	cmake --preset $@
+	cmake --build --preset $@
+	ctest --preset $@
+
+# Nothing runs 32-bit programs of Windows here.
+win32: platform-dependencies
+	cmake --preset $@
+	cmake --build --preset $@
+
+platform-dependencies:
+	@tools/install_dependencies.sh --platforms
 
 bench: configure
 	cmake --build --preset release --target vorn_bench

@@ -18,6 +18,7 @@
 #include "host/document/document_error.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/path_text.h"
 #include "host/document/piece_relay.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
@@ -357,7 +358,7 @@ class GatheredTargets {
 }  // namespace
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
-  return FromBytes(ReadFile(path), path.string(), options);
+  return FromBytes(ReadFile(path), Utf8Text(path), options);
 }
 
 bool DesignDocument::IsDocument(std::string_view content) {
@@ -434,14 +435,14 @@ bool IsWrittenDirectly(const std::filesystem::path& path) {
 DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& path, const WriteOptions& options) {
   WriteReport report;
   if (options.encoding != TextEncoding::Utf8 || IsWrittenDirectly(path)) {
-    WriteFileAtomically(path, ToBytes(path.string(), options, report));
+    WriteFileAtomically(path, ToBytes(Utf8Text(path), options, report));
     return report;
   }
   // The file is written while the text is made, and takes its name when all of it is there.
   WriteFileAtomically(path, [&](const TextSink& write) {
     PieceRelay relay(write);
     const std::string rest =
-        WriteText(*this, path.string(), options, report, [&](std::string& piece) { relay.Take(piece); });
+        WriteText(*this, Utf8Text(path), options, report, [&](std::string& piece) { relay.Take(piece); });
     relay.Wait();
     write(rest);
   });
