@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <random>
 #include <system_error>
@@ -84,8 +85,12 @@ void UseLargePages([[maybe_unused]] std::string& text) {
 #endif
 }
 
+void RequireAtMost(std::uint64_t most, std::uint64_t size, const fs::path& path) {
+  if (size > most) throw DocumentError(TooLarge(Utf8Text(path), most));
+}
+
 /// The rest of a file, whose size is only a hint; `path` is what messages name.
-std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path& path) {
+std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, std::uint64_t most, const fs::path& path) {
   constexpr std::size_t kStep = std::size_t{1} << 20;
   std::string content;
   content.reserve(expectedSize + kStep);  // the last step finds the end, and must not move what is there
@@ -96,6 +101,7 @@ std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path&
     errno = 0;
     const std::size_t count = std::fread(content.data() + former, 1, kStep, file);
     content.resize(former + count);
+    RequireAtMost(most, content.size(), path);
     if (count == kStep) continue;
     if (std::ferror(file) != 0) ThrowFileError(path, "cannot be read", LastError());
     return content;
@@ -415,7 +421,8 @@ void PutInPlace(TemporaryFile& temporary, const fs::path& target, const fs::path
 void KeepUnderSecondName(TemporaryFile& second, const fs::path& target, const fs::path& path) {
   if (MayHaveSecondName(target) && second.LinkTo(target)) return;
   TemporaryFile copy(target);
-  const std::string content = ReadFileIfThere(target).value_or(std::string());
+  const std::string content =
+      ReadFileIfThere(target, std::numeric_limits<std::uint64_t>::max()).value_or(std::string());
   Fill(copy, Whole(content), target, path);
   if (const std::error_code error = second.TakeOver(copy))
     ThrowFileError(path, "the former file cannot be kept", error);
@@ -460,7 +467,11 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 
 }  // namespace
 
-std::optional<std::string> ReadFileIfThere(const fs::path& path) {
+std::string TooLarge(const std::string& name, std::uint64_t most) {
+  return name + ": this is larger than " + std::to_string(most) + " bytes, the most that is read";
+}
+
+std::optional<std::string> ReadFileIfThere(const fs::path& path, std::uint64_t most) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
@@ -471,11 +482,12 @@ std::optional<std::string> ReadFileIfThere(const fs::path& path) {
   if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
   if (!file) ThrowFileError(path, "cannot be opened", LastError());
   const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
-  return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), path);
+  RequireAtMost(most, error ? 0 : size, path);
+  return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), most, path);
 }
 
-std::string ReadFile(const fs::path& path) {
-  std::optional<std::string> content = ReadFileIfThere(path);
+std::string ReadFile(const fs::path& path, std::uint64_t most) {
+  std::optional<std::string> content = ReadFileIfThere(path, most);
   if (!content) throw DocumentError(Utf8Text(path) + ": there is no such file");
   if (content->empty()) throw DocumentError(Utf8Text(path) + ": the file is empty");
   return std::move(*content);

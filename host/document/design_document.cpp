@@ -358,7 +358,7 @@ class GatheredTargets {
 }  // namespace
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
-  return FromBytes(ReadFile(path), Utf8Text(path), options);
+  return FromBytes(ReadFile(path, options.mostBytes), Utf8Text(path), options);
 }
 
 bool DesignDocument::IsDocument(std::string_view content) {
@@ -369,6 +369,7 @@ bool DesignDocument::IsDocument(std::string_view content) {
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {
+  if (bytes.size() > options.mostBytes) throw DocumentError(TooLarge(name, options.mostBytes));
   DecodedText decoded = DecodeDocument(std::move(bytes), name);
   Source source{name, std::move(decoded.utf8), {}};
   pugi::xml_document tree;

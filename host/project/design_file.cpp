@@ -78,7 +78,7 @@ bool IsWrittenAsProject(const fs::path& path) {
 }
 
 DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOptions& options) {
-  std::string content = ReadFile(path);
+  std::string content = ReadFile(path, options.mostBytes);
   DesignFile file;
   if (IsProjectName(path) || ProjectFile::IsProject(content)) {
     file.project = Project::FromBytes(content, Utf8Text(path));

@@ -75,5 +75,15 @@ TEST(HostileDocument, WithManySiblingsIsRead) {
   EXPECT_EQ(document.carried.Rows()[0].count, 200'000);
 }
 
+TEST(HostileDocument, LargerThanTheHostAllowsIsRefused) {
+  const std::string text = Xml(Edition::V41, "");
+  DesignDocument::ReadOptions options;
+  options.mostBytes = text.size();
+  EXPECT_NO_THROW((void)DesignDocument::FromBytes(text, "a.xml", options));
+  --options.mostBytes;
+  EXPECT_THAT(ErrorOf([&] { (void)DesignDocument::FromBytes(text, "a.xml", options); }),
+              HasSubstr("a.xml: this is larger than"));
+}
+
 }  // namespace
 }  // namespace vorn_host
