@@ -4,7 +4,8 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean
+.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean \
+  thorough m32 win64 win32 platform-dependencies
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -13,6 +14,22 @@ demo: configure
 test: configure
 	cmake --build --preset release
 	ctest --preset release
+
+# What takes too long for every change.
+thorough: m32 win64 win32
+
+m32 win64: platform-dependencies
+	cmake --preset $@
+	cmake --build --preset $@
+	ctest --preset $@
+
+# Nothing runs 32-bit programs of Windows here.
+win32: platform-dependencies
+	cmake --preset $@
+	cmake --build --preset $@
+
+platform-dependencies:
+	@tools/install_dependencies.sh --platforms
 
 bench: configure
 	cmake --build --preset release --target vorn_bench
@@ -26,17 +43,24 @@ instruction-counts: dependencies
 	cmake --preset $(PRESET)
 	cmake --build --preset $(PRESET) --target vorn_renew_instruction_counts
 
-# Starts from the corpus in the sources and keeps what it finds in the build.
+# Starts from the corpus in the sources and keeps what it finds in the build. One target: make fuzz FUZZ_TARGET=document
+FUZZ_TARGETS = archive document project text editing
+FUZZ_TARGET = $(FUZZ_TARGETS)
 FUZZ_SECONDS = 600
 FUZZ_DIR = build/fuzz/fuzz
 FUZZ_LIMITS = -max_len=65536 -rss_limit_mb=1024 -malloc_limit_mb=128 -timeout=10
+FUZZ_SAMPLES_document = tests/data/documents
+FUZZ_SAMPLES_project = tests/data/projects
 
-fuzz: dependencies
+fuzz: $(FUZZ_TARGET:%=fuzz-%)
+
+fuzz-%: dependencies
 	cmake --preset fuzz
-	cmake --build --preset fuzz --target vorn_archive_fuzz
-	mkdir -p $(FUZZ_DIR)/found/archive
-	$(FUZZ_DIR)/vorn_archive_fuzz $(FUZZ_LIMITS) -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
-	  -dict=fuzz/archive.dict -artifact_prefix=$(FUZZ_DIR)/ $(FUZZ_DIR)/found/archive fuzz/corpus/archive
+	cmake --build --preset fuzz --target vorn_$*_fuzz
+	mkdir -p $(FUZZ_DIR)/found/$*
+	$(FUZZ_DIR)/vorn_$*_fuzz $(FUZZ_LIMITS) -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
+	  $(patsubst %,-dict=%,$(wildcard fuzz/$*.dict)) -artifact_prefix=$(FUZZ_DIR)/ \
+	  $(FUZZ_DIR)/found/$* fuzz/corpus/$* $(FUZZ_SAMPLES_$*)
 
 configure: dependencies
 	cmake --preset release

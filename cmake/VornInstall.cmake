@@ -22,6 +22,9 @@ endif()
 
 if(TARGET vorn_cli)
   install(TARGETS vorn_cli)
+  if(WIN32 AND BUILD_SHARED_LIBS)
+    install(FILES ${VORN_RUNTIME_DLLS} TYPE BIN)
+  endif()
 endif()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/vornConfig.cmake.in"

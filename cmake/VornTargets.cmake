@@ -10,16 +10,37 @@ function(vorn_glob_sources variable)
   set(${variable} "${found}" PARENT_SCOPE)
 endfunction()
 
+# vorn_match_64_bits(<target>): 32-bit programs compute, and take files and times, as those of 64 bits do.
+function(vorn_match_64_bits target)
+  # Numbers have to come out the same on every machine: the older unit of these processors computes with more digits
+  # than a double keeps, and rounds twice.
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+  endif()
+  # Files beyond 2 GB or on large disks, and dates after January 2038.
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE __MINGW_USE_VC2005_COMPAT)
+    # A host need not align the stack of its calls as these instructions want it.
+    target_compile_options(${target} PRIVATE -mstackrealign)
+  else()
+    target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  endif()
+endfunction()
+
 # vorn_configure_target(<target>): C++20 without extensions, and warnings that stay private to the target.
 function(vorn_configure_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   if(MSVC)
     target_compile_options(${target} PUBLIC /source-charset:utf-8 PRIVATE /W4 /permissive-)
+    target_compile_definitions(${target} PRIVATE NOMINMAX)
     if(VORN_WERROR)
       target_compile_options(${target} PRIVATE /WX)
     endif()
   else()
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+      vorn_match_64_bits(${target})
+    endif()
     # clang counts changes of sign among its conversions and g++ does not; ask both the same question.
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion)
     if(VORN_WERROR)

@@ -1,9 +1,12 @@
 #include <cstddef>
 #include <initializer_list>
+#include <iterator>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "fuzz/archive_records.h"
+#include "fuzz/target.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace vorn_fuzz {
@@ -269,15 +272,20 @@ std::size_t IndexOf(std::string_view version) {
   return index;
 }
 
+/// The names of the records, in the order of `RecordKind`.
+constexpr const char* kKindNames[] = {
+    "sets", "registry", "structure_type", "file_infos", "small_file_info", "pavement", "table", "texts",
+    "date", "section",  "form",           "point",      "targets",         "ground",   "road",  "land_xml"};
+static_assert(std::size(kKindNames) == kRecordKinds);
+
 template <typename Write>
 Seed SeedOf(RecordKind kind, std::string_view version, Write write) {
   CMemFile file;
   CArchive ar(&file, CArchive::store);
-  const std::size_t index = IndexOf(version);
-  ar << FirstByte(kind, index);
+  ar << FirstByte(kind, IndexOf(version));
   write(ar, CString(version));
   ar.Close();
-  return {kind, index, file.Detach()};
+  return {std::string(kKindNames[static_cast<std::size_t>(kind)]) + "_" + std::string(version), file.Detach()};
 }
 
 Seed StoredSeed(RecordKind kind, std::string_view version) {

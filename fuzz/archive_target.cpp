@@ -1,13 +1,14 @@
 #include "fuzz/archive_target.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "fuzz/archive_records.h"
 #include "fuzz/memory_meter.h"
+#include "fuzz/target.h"
 
 namespace vorn_fuzz {
 
@@ -28,8 +29,7 @@ constexpr std::string_view kFirstReadable = "05.00";
 constexpr std::string_view kLatest = "06.50";
 
 [[noreturn]] void Finding(const char* what, const CString& version) {
-  std::fprintf(stderr, "store version %s: %s\n", version.GetString(), what);
-  std::abort();
+  vorn_fuzz::Finding("store version " + std::string(version.View()), what);
 }
 
 /// A file that hands its bytes out only when it is asked to read them, as one on a disk does.
@@ -108,7 +108,7 @@ void JudgeStoring(Record& record, const CString& version) {
 
 }  // namespace
 
-bool JudgeArchive(std::span<const std::uint8_t> input) {
+bool Judge(std::span<const std::uint8_t> input) {
   if (input.empty()) return false;
   const auto kind = static_cast<RecordKind>((input[0] >> 4) % kRecordKinds);
   const CString version(kStoreVersions[(input[0] & 0xF) % kStoreVersions.size()]);

@@ -3,8 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
-#include <vector>
 
 // What is asked of every archive, whoever wrote it: it loads, or is refused as an archive or as newer than the library,
 // without taking much more memory than it has bytes, and alike however its bytes are read; and what was loaded is
@@ -41,17 +39,5 @@ inline constexpr std::size_t kRecordKinds = 16;
 [[nodiscard]] constexpr std::uint8_t FirstByte(RecordKind kind, std::size_t version) {
   return static_cast<std::uint8_t>(static_cast<std::size_t>(kind) << 4 | version);
 }
-
-/// Judges one input, and gives whether it is an archive that loads. A finding is told and aborts; anything that is
-/// thrown is one as well.
-bool JudgeArchive(std::span<const std::uint8_t> input);
-
-/// Archives of small models with every kind of record in them, in every store version, as inputs.
-struct Seed {
-  RecordKind kind;
-  std::size_t version;  ///< index in `kStoreVersions`
-  std::vector<std::uint8_t> input;
-};
-[[nodiscard]] std::vector<Seed> MakeSeeds();
 
 }  // namespace vorn_fuzz

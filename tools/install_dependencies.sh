@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building and testing need; does nothing when they are all there.
+# Installs the Debian packages that building and testing need; does nothing when they are all there. With --platforms,
+# those too that builds for 32-bit Linux and for Windows need.
 set -euo pipefail
 
 packages=(
@@ -10,6 +11,13 @@ packages=(
   chromium chromium-driver fonts-noto-cjk
   git python3 python3-ezdxf python3-selenium
 )
+if [[ ${1:-} == --platforms ]]; then
+  packages+=(
+    g++-multilib lib32z1-dev
+    g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64
+    googletest dpkg-dev
+  )
+fi
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
   echo "This system does not use apt: please see to it that these are installed: ${packages[*]}" >&2

@@ -9,6 +9,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/document_check.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 
 namespace vorn_cli {
@@ -47,9 +48,9 @@ struct CheckSummary {
 };
 
 CheckSummary Summarise(const CheckOptions& options) {
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
   progress.Show("checking", 1, 2);
 
   CheckSummary summary;

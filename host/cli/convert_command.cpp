@@ -11,6 +11,7 @@
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 #include "vorn/platform/fixed_decimal.h"
 
@@ -55,9 +56,9 @@ struct ConvertSummary {
 
 ConvertSummary Convert(const ConvertOptions& options) {
   constexpr int kSteps = 3;
-  Progress progress(Progress::IsLong(options.in));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.in)));
   progress.Show("reading", 0, kSteps);
-  DesignFile file = DesignFile::Read(options.in, {options.assume, options.lossy});
+  DesignFile file = DesignFile::Read(vorn_host::Utf8Path(options.in), {options.assume, options.lossy});
   DesignDocument& document = file.design;
 
   ConvertSummary summary;
@@ -177,7 +178,7 @@ void AddConvertCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, command, &exitCode] {
-    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    options->toProject = vorn_host::IsWrittenAsProject(vorn_host::Utf8Path(options->out));
     if (!options->storeVersion.empty() && !options->toProject) {
       throw CLI::ValidationError("--store-version", "only a project (.vorn) has a store version");
     }

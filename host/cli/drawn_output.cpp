@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "host/document/atomic_file.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 
 namespace vorn_cli {
@@ -22,11 +23,12 @@ bool IsNamedLikeProject(const fs::path& path) {
 
 void RefuseToReplaceDesign(const std::string& design, const std::string& out, const std::string& what) {
   if (out.empty()) return;
+  const fs::path path = vorn_host::Utf8Path(out);
   std::error_code absent;
-  if (fs::equivalent(design, out, absent) || vorn_host::HoldsDesign(out)) {
+  if (fs::equivalent(vorn_host::Utf8Path(design), path, absent) || vorn_host::HoldsDesign(path)) {
     throw CLI::ValidationError("--output", what + " would replace the design " + out);
   }
-  if (IsNamedLikeProject(out) || IsNamedLikeProject(vorn_host::ThroughLinks(out))) {
+  if (IsNamedLikeProject(path) || IsNamedLikeProject(vorn_host::ThroughLinks(path))) {
     throw CLI::ValidationError("--output", out + " is the name of a project, which " + what + " is not");
   }
 }

@@ -15,6 +15,7 @@
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
 #include "host/document/control_character.h"
+#include "host/document/path_text.h"
 #include "host/editing/design_editor.h"
 #include "host/project/design_file.h"
 
@@ -63,9 +64,9 @@ struct EditSummary {
 
 EditSummary Edit(const EditOptions& options) {
   const int stages = static_cast<int>(options.steps.size()) + 2;
-  Progress progress(Progress::IsLong(options.in));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.in)));
   progress.Show("reading", 0, stages);
-  DesignFile file = DesignFile::Read(options.in, {options.assume, options.lossy});
+  DesignFile file = DesignFile::Read(vorn_host::Utf8Path(options.in), {options.assume, options.lossy});
   DesignDocument& document = file.design;
 
   EditSummary summary;
@@ -349,7 +350,7 @@ void AddEditCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--verbose", options->verbose, "tell what each step changed in each section");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
-    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    options->toProject = vorn_host::IsWrittenAsProject(vorn_host::Utf8Path(options->out));
     if (options->encoding && options->toProject) {
       throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }

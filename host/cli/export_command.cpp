@@ -18,6 +18,7 @@
 #include "host/cli/progress.h"
 #include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
+#include "host/document/path_text.h"
 #include "host/drawing/dxf_sections.h"
 #include "host/drawing/section_csv.h"
 #include "host/drawing/section_drawing.h"
@@ -81,7 +82,7 @@ const std::map<std::string, CsvContent>& Contents() {
 
 /// The format that a file name ends with.
 std::optional<Format> FormatOfName(const std::string& name) {
-  std::string ending = std::filesystem::path(name).extension().string();
+  std::string ending = vorn_host::Utf8Text(vorn_host::Utf8Path(name).extension());
   std::transform(ending.begin(), ending.end(), ending.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
   if (ending == ".json") return Format::GeoJson;
@@ -220,7 +221,7 @@ vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions&
 
 /// Runs `produce` on the file to write, or on the standard output.
 void WriteOut(const std::string& out, const std::function<void(const TextSink&)>& produce) {
-  out.empty() ? PrintPieces(produce) : vorn_host::WriteFileAtomically(out, produce);
+  out.empty() ? PrintPieces(produce) : vorn_host::WriteFileAtomically(vorn_host::Utf8Path(out), produce);
 }
 
 void ExportDxf(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
@@ -267,9 +268,9 @@ void ExportGeoJson(const Sections& sections, const ExportOptions& options, Progr
 }
 
 ExportSummary Export(const ExportOptions& options, Format format) {
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 1);
-  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
   const Sections sections(document, options.centerHeight);
   ExportSummary summary;
   summary.format = format;

@@ -10,6 +10,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/structure_type.h"
@@ -72,9 +73,9 @@ FormKind Describe(const VornBuildForm& form, VornStructureType::Type workType) {
 }
 
 FormsSummary Summarise(const FormsOptions& options) {
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
   progress.Show("listing", 1, 2);
 
   FormsSummary summary;

@@ -12,6 +12,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 
 namespace vorn_cli {
@@ -375,9 +376,9 @@ void PrintJson(const DocumentSummary& summary) {
 }
 
 DocumentSummary ReadAndSummarise(const InfoOptions& options) {
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 1);
-  const vorn_host::DesignFile file = vorn_host::DesignFile::Read(options.file, options.read);
+  const vorn_host::DesignFile file = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read);
   DocumentSummary summary = Summarise(options.file, file.design);
   if (file.project) summary.project = SummariseProject(*file.project);
   return summary;

@@ -3,8 +3,10 @@
 #include <new>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/cli/check_command.h"
+#include "host/cli/console.h"
 #include "host/cli/convert_command.h"
 #include "host/cli/crs_command.h"
 #include "host/cli/datums_command.h"
@@ -22,13 +24,14 @@
 
 namespace {
 
-int Run(int argc, char** argv) {
+int Run(const std::vector<std::string>& arguments) {
   auto settings = vorn_host::InstallUserSettings(vorn_host::kVornTool,
                                                  [](const std::string& problem) { vorn_cli::PrintError(problem); });
   int exitCode = vorn_cli::kOk;
   CLI::App app("Reads, checks and rewrites design documents of roads, rivers and farm works.", "vorn");
   app.set_version_flag("--version", "vorn " VORN_VERSION);
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // a path may begin with a slash on every system
   vorn_cli::AddInfoCommand(app, exitCode);
   vorn_cli::AddCheckCommand(app, exitCode);
   vorn_cli::AddConvertCommand(app, exitCode);
@@ -42,7 +45,7 @@ int Run(int argc, char** argv) {
   vorn_cli::AddCrsCommand(app, exitCode);
   vorn_cli::AddSettingsCommand(app, exitCode, std::move(settings));
   try {
-    app.parse(argc, argv);
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
     vorn_cli::PrintError(std::string(error.what()) + " (--help shows how to use the command)");
@@ -55,8 +58,9 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   vorn_host::RemoveUnfinishedFilesOnSignals();
+  const vorn_cli::Utf8Console console;
   try {
-    return Run(argc, argv);
+    return Run(vorn_cli::Arguments(argc, argv));
   } catch (const std::bad_alloc&) {
     vorn_cli::PrintError("there is not enough memory for this document");
   } catch (const std::exception& error) {

@@ -12,6 +12,7 @@
 #include "host/cli/section_choice.h"
 #include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
+#include "host/document/path_text.h"
 #include "host/drawing/section_drawing.h"
 #include "host/drawing/section_view.h"
 #include "host/drawing/svg_writer.h"
@@ -44,9 +45,9 @@ struct Plot {
 };
 
 Plot MakePlot(const PlotOptions& options) {
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
   progress.Show("drawing", 1, 2);
   const vorn_host::SectionViewer viewer(document);
   Plot plot;
@@ -93,7 +94,7 @@ void Run(const PlotOptions& options) {
   const Plot plot = MakePlot(options);
   const std::string svg = vorn_host::WriteSvg(plot.drawings, "Cross section " + TitleOf(plot.views.front()));
   if (options.out.empty()) return PrintVerbatim(svg);
-  vorn_host::WriteFileAtomically(options.out, svg);
+  vorn_host::WriteFileAtomically(vorn_host::Utf8Path(options.out), svg);
   options.json ? PrintJson(plot, options.out) : PrintText(plot, options.out);
 }
 

@@ -9,6 +9,7 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/atomic_file.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 #include "host/report/design_report.h"
 
@@ -29,12 +30,12 @@ struct ReportCommandOptions {
 
 DesignReport WriteReport(const ReportCommandOptions& options) {
   RefuseToReplaceDesign(options.file, options.out, "the report");
-  Progress progress(Progress::IsLong(options.file));
+  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 1);
-  const DesignDocument document = vorn_host::DesignFile::Read(options.file, options.read).design;
+  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
   DesignReport report = vorn_host::MakeReport(
       document, options.report, [&](int done, int total) { progress.Show("drawing cross sections", done, total); });
-  vorn_host::WriteFileAtomically(options.out, report.html);
+  vorn_host::WriteFileAtomically(vorn_host::Utf8Path(options.out), report.html);
   return report;
 }
 
@@ -73,7 +74,7 @@ void AddReportCommand(CLI::App& app, int& exitCode) {
   command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, &exitCode] {
-    options->report.file = std::filesystem::path(options->file).filename().string();
+    options->report.file = vorn_host::Utf8Text(vorn_host::Utf8Path(options->file).filename());
     const DesignReport report = WriteReport(*options);
     options->json ? PrintJson(*options, report) : PrintText(*options, report);
     exitCode = kOk;

@@ -11,6 +11,7 @@
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
+#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 #include "host/sample/sample_document.h"
 
@@ -82,7 +83,7 @@ void AddSampleCommand(CLI::App& app, int& exitCode) {
   AddEncodingOption(*command, options->encoding);
   command->add_flag("--json", options->json, "JSON for programs");
   command->callback([options, command, &exitCode] {
-    options->toProject = vorn_host::IsWrittenAsProject(options->out);
+    options->toProject = vorn_host::IsWrittenAsProject(vorn_host::Utf8Path(options->out));
     if (command->count("--encoding") > 0 && options->toProject) {
       throw CLI::ValidationError("--encoding", "only a document has an encoding");
     }

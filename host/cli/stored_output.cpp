@@ -2,16 +2,18 @@
 
 #include <utility>
 
+#include "host/document/path_text.h"
+
 namespace vorn_cli {
 
 vorn_host::DesignDocument::WriteReport WriteDesign(vorn_host::DesignFile file, const std::string& path,
                                                    const vorn_host::DesignFile::WriteOptions& options,
                                                    StoredSummary& summary) {
   if (file.project) summary.fromStoreVersion = file.project->GetStoreVersion();
-  vorn_host::DesignFile::WriteReport written = std::move(file).Write(path, options);
+  vorn_host::DesignFile::WriteReport written = std::move(file).Write(vorn_host::Utf8Path(path), options);
   summary.storeVersion = std::move(written.storeVersion);
   summary.notStored = std::move(written.losses);
-  summary.formerFile = written.formerFile.string();
+  summary.formerFile = vorn_host::Utf8Text(written.formerFile);
   summary.roadDataLeft = written.roadDataLeft;
   return std::move(written.document);
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <random>
 #include <system_error>
@@ -16,7 +17,10 @@
 #include <vector>
 
 #ifdef _WIN32
+#include <fcntl.h>
 #include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
 #else
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -25,6 +29,7 @@
 #endif
 
 #include "host/document/document_error.h"
+#include "host/document/path_text.h"
 
 namespace vorn_host {
 
@@ -40,10 +45,30 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 /// What the last call of the C library says about its failure.
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-/// Opens a file; messages name `path`, which is what the user asked for.
-File Open(const fs::path& place, const char* mode, const fs::path& path, const char* what) {
+/// What a file is opened for: what it holds stays as it is, or nothing else, or there must be no such file yet.
+enum class Opening { Read, Overwrite, Create };
+
+/// A file of bytes, none of which the C library may change; null, with `errno` set, where it cannot be opened.
+File TryOpen(const fs::path& place, Opening opening) {
   errno = 0;
-  File file(std::fopen(place.string().c_str(), mode));
+#ifdef _WIN32
+  // Names are UTF-16 here, and not every runtime knows the mode that creates.
+  constexpr int kBytes = _O_BINARY | _O_NOINHERIT;
+  constexpr int kFlags[] = {_O_RDONLY, _O_WRONLY | _O_CREAT | _O_TRUNC, _O_WRONLY | _O_CREAT | _O_EXCL};
+  const int handle = _wopen(place.c_str(), kFlags[static_cast<int>(opening)] | kBytes, _S_IREAD | _S_IWRITE);
+  if (handle < 0) return nullptr;
+  File file(_fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
+  if (!file) _close(handle);
+  return file;
+#else
+  constexpr const char* kModes[] = {"rb", "wb", "wbx"};
+  return File(std::fopen(place.c_str(), kModes[static_cast<int>(opening)]));
+#endif
+}
+
+/// Opens a file; messages name `path`, which is what the user asked for.
+File Open(const fs::path& place, Opening opening, const fs::path& path, const char* what) {
+  File file = TryOpen(place, opening);
   if (!file) ThrowFileError(path, what, LastError());
   return file;
 }
@@ -60,8 +85,12 @@ void UseLargePages([[maybe_unused]] std::string& text) {
 #endif
 }
 
+void RequireAtMost(std::uint64_t most, std::uint64_t size, const fs::path& path) {
+  if (size > most) throw DocumentError(TooLarge(Utf8Text(path), most));
+}
+
 /// The rest of a file, whose size is only a hint; `path` is what messages name.
-std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path& path) {
+std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, std::uint64_t most, const fs::path& path) {
   constexpr std::size_t kStep = std::size_t{1} << 20;
   std::string content;
   content.reserve(expectedSize + kStep);  // the last step finds the end, and must not move what is there
@@ -72,6 +101,7 @@ std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path&
     errno = 0;
     const std::size_t count = std::fread(content.data() + former, 1, kStep, file);
     content.resize(former + count);
+    RequireAtMost(most, content.size(), path);
     if (count == kStep) continue;
     if (std::ferror(file) != 0) ThrowFileError(path, "cannot be read", LastError());
     return content;
@@ -80,7 +110,7 @@ std::string ReadToEnd(std::FILE* file, std::size_t expectedSize, const fs::path&
 
 bool FlushToDisk(std::FILE* file) {
 #ifdef _WIN32
-  return _commit(_fileno(file)) == 0;
+  return _commit(_fileno(file)) == 0 || errno == EBADF;  // a pipe or a device has no disk
 #else
   return fsync(fileno(file)) == 0 || errno == EINVAL || errno == ENOTSUP;  // a pipe has no disk
 #endif
@@ -106,7 +136,7 @@ Producer Whole(std::string_view content) {
 }
 
 /// The longest name that a file in a directory may have, in units of its text.
-std::size_t LongestNameIn(const fs::path& directory) {
+std::size_t LongestNameIn([[maybe_unused]] const fs::path& directory) {
 #ifndef _WIN32
   const long limit = pathconf(directory.empty() ? "." : directory.c_str(), _PC_NAME_MAX);
   if (limit > 0) return static_cast<std::size_t>(limit);
@@ -167,12 +197,29 @@ bool IsTemporaryName(const fs::path& name, const fs::path& prefix) {
                      text.end() - static_cast<std::ptrdiff_t>(kTemporaryEnding.size()), isDigit);
 }
 
+/// How many names a file has; 0 when that cannot be told.
+std::uintmax_t NameCount(const fs::path& file) {
+#ifdef _WIN32
+  const HANDLE handle = CreateFileW(file.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return 0;
+  BY_HANDLE_FILE_INFORMATION information{};
+  const bool isKnown = GetFileInformationByHandle(handle, &information) != 0;
+  CloseHandle(handle);
+  return isKnown ? information.nNumberOfLinks : 0;
+#else
+  std::error_code error;
+  const std::uintmax_t count = fs::hard_link_count(file, error);
+  return error ? 0 : count;
+#endif
+}
+
 /// Whether a temporary is left over from a program that was killed: nobody takes an hour to write one. A second name
 /// of a file has that file's age and may be in use now; it is left over once no other name leads there.
 bool IsStale(const fs::directory_entry& temporary) {
   constexpr std::chrono::hours kLongestUse{1};
   std::error_code error;
-  if (!fs::is_regular_file(temporary.symlink_status(error)) || temporary.hard_link_count(error) != 1) return false;
+  if (!fs::is_regular_file(temporary.symlink_status(error)) || NameCount(temporary.path()) != 1) return false;
   const fs::file_time_type written = temporary.last_write_time(error);
   return !error && written < fs::file_time_type::clock::now() - kLongestUse;
 }
@@ -272,7 +319,7 @@ struct SignalsWait {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target, std::string_view ending = kTemporaryEnding)
-      : m_path(TemporaryBeside(target, ending)), m_removedOnSignals(m_path.string()) {}
+      : m_path(TemporaryBeside(target, ending)), m_removedOnSignals(Utf8Text(m_path)) {}
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
@@ -284,7 +331,7 @@ class TemporaryFile {
 
   /// Makes the file, which must not be there yet: what another program made is not ours to overwrite.
   File Create(const fs::path& path) {
-    File file = Open(m_path, "wbx", path, "cannot be written in its directory");
+    File file = Open(m_path, Opening::Create, path, "cannot be written in its directory");
     m_isOurs = true;
     return file;
   }
@@ -374,7 +421,8 @@ void PutInPlace(TemporaryFile& temporary, const fs::path& target, const fs::path
 void KeepUnderSecondName(TemporaryFile& second, const fs::path& target, const fs::path& path) {
   if (MayHaveSecondName(target) && second.LinkTo(target)) return;
   TemporaryFile copy(target);
-  const std::string content = ReadFileIfThere(target).value_or(std::string());
+  const std::string content =
+      ReadFileIfThere(target, std::numeric_limits<std::uint64_t>::max()).value_or(std::string());
   Fill(copy, Whole(content), target, path);
   if (const std::error_code error = second.TakeOver(copy))
     ThrowFileError(path, "the former file cannot be kept", error);
@@ -391,21 +439,21 @@ void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, c
   const std::error_code error = former.RenameTo(backup);
   if (!error) return;
   former.RenameTo(target);
-  ThrowFileError(path, ("the former file cannot be kept as " + backup.string()).c_str(), error);
+  ThrowFileError(path, ("the former file cannot be kept as " + Utf8Text(backup)).c_str(), error);
 }
 
 void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
-  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
-    WriteAll(Open(path, "wb", path, "cannot be opened for writing"), produce, path);
+    WriteAll(Open(path, Opening::Overwrite, path, "cannot be opened for writing"), produce, path);
     return;
   }
 
   const fs::path target = ThroughLinks(path);
-  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(path.string() + ": the file is read-only");
+  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(Utf8Text(path) + ": the file is read-only");
   TidyUpAfterKilledSaves(target);
   TemporaryFile temporary(target);
   Fill(temporary, produce, target, path);
@@ -419,25 +467,29 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 
 }  // namespace
 
-std::optional<std::string> ReadFileIfThere(const fs::path& path) {
+std::string TooLarge(const std::string& name, std::uint64_t most) {
+  return name + ": this is larger than " + std::to_string(most) + " bytes, the most that is read";
+}
+
+std::optional<std::string> ReadFileIfThere(const fs::path& path, std::uint64_t most) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
   if (!fs::exists(status)) return std::nullopt;
-  if (fs::is_directory(status)) throw DocumentError(path.string() + ": this is a directory, not a file");
+  if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
 
-  errno = 0;
-  const File file(std::fopen(path.string().c_str(), "rb"));
+  const File file = TryOpen(path, Opening::Read);
   if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
   if (!file) ThrowFileError(path, "cannot be opened", LastError());
   const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
-  return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), path);
+  RequireAtMost(most, error ? 0 : size, path);
+  return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), most, path);
 }
 
-std::string ReadFile(const fs::path& path) {
-  std::optional<std::string> content = ReadFileIfThere(path);
-  if (!content) throw DocumentError(path.string() + ": there is no such file");
-  if (content->empty()) throw DocumentError(path.string() + ": the file is empty");
+std::string ReadFile(const fs::path& path, std::uint64_t most) {
+  std::optional<std::string> content = ReadFileIfThere(path, most);
+  if (!content) throw DocumentError(Utf8Text(path) + ": there is no such file");
+  if (content->empty()) throw DocumentError(Utf8Text(path) + ": the file is empty");
   return std::move(*content);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -8,12 +9,19 @@
 
 namespace vorn_host {
 
+/// The bytes of the largest file that is read unless told otherwise, 1 GiB: five times a design of a million points.
+inline constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
+
+/// What is said of a file or document with more bytes than may be read.
+[[nodiscard]] std::string TooLarge(const std::string& name, std::uint64_t most);
+
 /// The whole content of a file. Throws `DocumentError` with a plain sentence when it is missing, a directory, not
-/// readable or empty.
-[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+/// readable or empty, or has more than `most` bytes.
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path, std::uint64_t most = kLargestFile);
 
 /// As `ReadFile`, for a file that need not be there, in which case there is no content, and that may be empty.
-[[nodiscard]] std::optional<std::string> ReadFileIfThere(const std::filesystem::path& path);
+[[nodiscard]] std::optional<std::string> ReadFileIfThere(const std::filesystem::path& path,
+                                                         std::uint64_t most = kLargestFile);
 
 /// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.

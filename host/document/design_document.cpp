@@ -18,6 +18,7 @@
 #include "host/document/document_error.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/path_text.h"
 #include "host/document/piece_relay.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
@@ -183,13 +184,25 @@ void Parse(Source& source, pugi::xml_document& tree) {
   RequireOneRoot(tree, source);
 }
 
+/// Whether a name can begin with a prefix: "8:a" is none, though "xmlns:8" is.
+bool IsPrefix(std::string_view prefix) {
+  if (prefix.empty()) return false;
+  const char first = prefix.front();
+  return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z') || first == '_' || !IsAscii({&first, 1});
+}
+
+/// Whether an attribute of the root declares the schema-instance namespace with a prefix.
+bool DeclaresSchemaInstance(std::string_view name, std::string_view value) {
+  constexpr std::string_view kDeclaration = "xmlns:";
+  return name.starts_with(kDeclaration) && IsPrefix(name.substr(kDeclaration.size())) && VornSchema::Xsi() == value;
+}
+
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
 /// there is none.
 std::optional<std::string> SchemaLocation(pugi::xml_node root) {
-  const CString xsi = VornSchema::Xsi();
   for (const pugi::xml_attribute declaration : root.attributes()) {
     const std::string_view name = declaration.name();
-    if (!name.starts_with("xmlns:") || xsi != declaration.value()) continue;
+    if (!DeclaresSchemaInstance(name, declaration.value())) continue;
     const std::string attribute = std::string(name.substr(6)) + ":schemaLocation";
     if (root.attribute(attribute.c_str())) return root.attribute(attribute.c_str()).value();
   }
@@ -288,7 +301,7 @@ RootAttributes MakeRootAttributes(const DesignDocument& document) {
   if (document.edition == Edition::RoadGm) return attributes;
   const VornSchema& schema = VornSchema::Instance();
   const auto instance = std::find_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
-    return attribute.first.starts_with("xmlns:") && VornSchema::Xsi() == attribute.second.c_str();
+    return DeclaresSchemaInstance(attribute.first, attribute.second);
   });
   // The schema-instance namespace may have another prefix in the document.
   const std::string prefix = instance == attributes.end() ? "xsi" : instance->first.substr(6);
@@ -345,7 +358,7 @@ class GatheredTargets {
 }  // namespace
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
-  return FromBytes(ReadFile(path), path.string(), options);
+  return FromBytes(ReadFile(path, options.mostBytes), Utf8Text(path), options);
 }
 
 bool DesignDocument::IsDocument(std::string_view content) {
@@ -356,6 +369,7 @@ bool DesignDocument::IsDocument(std::string_view content) {
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {
+  if (bytes.size() > options.mostBytes) throw DocumentError(TooLarge(name, options.mostBytes));
   DecodedText decoded = DecodeDocument(std::move(bytes), name);
   Source source{name, std::move(decoded.utf8), {}};
   pugi::xml_document tree;
@@ -422,14 +436,14 @@ bool IsWrittenDirectly(const std::filesystem::path& path) {
 DesignDocument::WriteReport DesignDocument::Write(const std::filesystem::path& path, const WriteOptions& options) {
   WriteReport report;
   if (options.encoding != TextEncoding::Utf8 || IsWrittenDirectly(path)) {
-    WriteFileAtomically(path, ToBytes(path.string(), options, report));
+    WriteFileAtomically(path, ToBytes(Utf8Text(path), options, report));
     return report;
   }
   // The file is written while the text is made, and takes its name when all of it is there.
   WriteFileAtomically(path, [&](const TextSink& write) {
     PieceRelay relay(write);
     const std::string rest =
-        WriteText(*this, path.string(), options, report, [&](std::string& piece) { relay.Take(piece); });
+        WriteText(*this, Utf8Text(path), options, report, [&](std::string& piece) { relay.Take(piece); });
     relay.Wait();
     write(rest);
   });

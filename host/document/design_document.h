@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "host/document/atomic_file.h"
 #include "host/document/carried_content.h"
 #include "host/document/edition.h"
 #include "host/document/text_encoding.h"
@@ -30,6 +32,9 @@ class DesignDocument {
     std::optional<Edition> assume;
     /// Replace characters that code page 932 cannot hold with 〓 instead of refusing the document.
     bool lossy = false;
+    /// The largest document that is read, in bytes. Reading takes memory in proportion, at worst about a hundred times
+    /// as much (elements of four bytes each): whoever takes documents from strangers sets what the machine can bear.
+    std::uint64_t mostBytes = kLargestFile;
   };
   struct WriteOptions {
     TextEncoding encoding = TextEncoding::Utf8;

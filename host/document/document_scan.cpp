@@ -117,7 +117,8 @@ class Scanner {
 
   void CheckValue(pugi::xml_node element, const KnownElement& known, const AttributeRule& wanted,
                   std::string_view value) {
-    if (value.empty() || wanted.isUnderstood(m_scratch, value)) return;
+    if (value.empty() && wanted.empty == EmptyValue::SaysNone) return;
+    if (wanted.isUnderstood(m_scratch, value)) return;
     Add(element, known, ", attribute " + std::string(wanted.name), value, wanted.whyNot(value));
   }
 

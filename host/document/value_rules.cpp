@@ -60,7 +60,7 @@ bool IsFractionAndZone(std::string_view text) {
   return TakeDigits(text) == 2 && Take(':', text) && TakeDigits(text) == 2 && text.empty();
 }
 
-/// The library takes a text that stops short, "yesterday" included, for 30 December 1899.
+/// The library takes a text that stops short, "yesterday" and an empty one included, for 30 December 1899.
 bool IsCompleteDate(std::string_view text) {
   if (Vorn_Base::TurnDate(text).GetStatus() != COleDateTime::valid) return false;
   text = WithoutBlanks(text);
@@ -92,7 +92,9 @@ constexpr auto kIsTrueOrFalse = [](ParserScratch&, std::string_view value) {
 constexpr auto kWhyNotTrueOrFalse = [](std::string_view) { return std::string("is neither true nor false"); };
 constexpr auto kIsNumber = [](ParserScratch&, std::string_view value) { return IsNumber(value); };
 constexpr auto kIsDate = [](ParserScratch&, std::string_view value) { return IsCompleteDate(value); };
-constexpr auto kWhyNoDate = [](std::string_view) { return std::string("is no date"); };
+constexpr auto kWhyNoDate = [](std::string_view value) {
+  return std::string(value.empty() ? "is empty, which is no date" : "is no date");
+};
 
 using Point = VornComposedPnt;
 using Target = VornFormCtrlTarget;
@@ -153,8 +155,8 @@ constexpr std::array kSectionRules = {
 constexpr std::array kSetRules = {AttributeRule{"alignment", kIsTrueOrFalse, kWhyNotTrueOrFalse}};
 
 constexpr std::array kFileInfoRules = {
-    AttributeRule{"createDate", kIsDate, kWhyNoDate},
-    AttributeRule{"changeDate", kIsDate, kWhyNoDate},
+    AttributeRule{"createDate", kIsDate, kWhyNoDate, EmptyValue::IsMisread},
+    AttributeRule{"changeDate", kIsDate, kWhyNoDate, EmptyValue::IsMisread},
 };
 
 // --- elements --------------------------------------------------------------------------------------------------------

@@ -16,11 +16,15 @@ struct ParserScratch {
   VornFormCtrlTarget target;
 };
 
-/// What the values of one attribute have to be. An empty value is always fine: it says that there is none.
+/// What the library makes of an empty value: mostly it says that there is none.
+enum class EmptyValue { SaysNone, IsMisread };
+
+/// What the values of one attribute have to be.
 struct AttributeRule {
   std::string_view name;
   bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
   std::string (*whyNot)(std::string_view value);
+  EmptyValue empty = EmptyValue::SaysNone;
 };
 
 enum class NumbersIn { None, Text, TextIfAny };

@@ -203,6 +203,15 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   return report;
 }
 
+namespace {
+
+/// Sorting starts numbering over, and the forms keep their serials: the next form must not get one of these.
+void RaiseNextSerial(Vorn_BuildFormArray& forms) {
+  for (int i = 0; i < forms.GetSize(); ++i) forms.SetSerialID(i, false);
+}
+
+}  // namespace
+
 EditReport DesignEditor::SortForms(const CStringArray& names) {
   const EditionScope scope(m_document.edition);
   EditReport report;
@@ -217,6 +226,7 @@ EditReport DesignEditor::SortForms(const CStringArray& names) {
     for (const CString& name : names) add(name);
     for (const VornBuildForm& form : site.section.GetBuildFormArray()) add(form.GetName());
     site.section.SortBuildForms(all);
+    RaiseNextSerial(site.section.GetBuildFormArray());
     const std::string after = FormNames(site.section);
     return after == before ? std::string() : "order " + after;
   });

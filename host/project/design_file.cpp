@@ -6,6 +6,7 @@
 
 #include "host/document/atomic_file.h"
 #include "host/document/document_error.h"
+#include "host/document/path_text.h"
 #include "host/project/project_file.h"
 #include "vorn/platform/cstring.h"
 
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 bool EndsWith(const fs::path& path, const char* ending) {
-  const CString name(path.filename().string());
+  const CString name(Utf8Text(path.filename()));
   return name.Right(CString(ending).GetLength()).CompareNoCase(ending) == 0;
 }
 
@@ -40,7 +41,7 @@ bool HoldsProject(const fs::path& path) {
 void RequireNoDocument(const fs::path& link, const fs::path& target) {
   std::error_code error;
   if (HoldsProject(target) || !(EndsWith(target, ".xml") || fs::is_regular_file(target, error))) return;
-  throw DocumentError(link.string() + ": this link leads to " + target.string() +
+  throw DocumentError(Utf8Text(link) + ": this link leads to " + Utf8Text(target) +
                       ", which is no project; a project in its place would take the document away");
 }
 
@@ -69,7 +70,7 @@ bool IsWrittenAsProject(const fs::path& path) {
   }
   if (!HoldsProject(path)) return false;
   if (EndsWith(path, ".xml")) {
-    throw DocumentError(path.string() +
+    throw DocumentError(Utf8Text(path) +
                         ": this file is a project, although it is named like a document; a document in "
                         "its place would lose the project's road data");
   }
@@ -77,13 +78,13 @@ bool IsWrittenAsProject(const fs::path& path) {
 }
 
 DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOptions& options) {
-  std::string content = ReadFile(path);
+  std::string content = ReadFile(path, options.mostBytes);
   DesignFile file;
   if (IsProjectName(path) || ProjectFile::IsProject(content)) {
-    file.project = Project::FromBytes(content, path.string());
+    file.project = Project::FromBytes(content, Utf8Text(path));
     file.design = file.project->GiveDesign();
   } else {
-    file.design = DesignDocument::FromBytes(std::move(content), path.string(), options);
+    file.design = DesignDocument::FromBytes(std::move(content), Utf8Text(path), options);
   }
   return file;
 }

@@ -10,6 +10,7 @@
 #include "host/document/atomic_file.h"
 #include "host/document/carried_item.h"
 #include "host/document/document_error.h"
+#include "host/document/path_text.h"
 #include "host/project/memory_view_file.h"
 #include "host/project/project_file.h"
 #include "vorn/platform/carchive.h"
@@ -280,7 +281,7 @@ Project::Project() {
   data.GetRoadCenter().SetStoreVersion(newest);
 }
 
-Project Project::Read(const std::filesystem::path& path) { return FromBytes(ReadFile(path), path.string()); }
+Project Project::Read(const std::filesystem::path& path) { return FromBytes(ReadFile(path), Utf8Text(path)); }
 
 Project Project::FromBytes(std::string_view content, const std::string& name) {
   const ProjectFile file = ProjectFile::Parse(content, name);
@@ -333,7 +334,7 @@ void Project::LoadRecord(std::string_view record, const std::string& name) {
 
 std::vector<Project::Loss> Project::Save(const std::filesystem::path& path, std::string_view storeVersion) {
   std::vector<Loss> losses;
-  const std::vector<std::uint8_t> content = ToBytes(path.string(), storeVersion, losses);
+  const std::vector<std::uint8_t> content = ToBytes(Utf8Text(path), storeVersion, losses);
   WriteFileAtomically(path, {reinterpret_cast<const char*>(content.data()), content.size()}, FormerFile::Keep);
   return losses;
 }

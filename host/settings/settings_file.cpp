@@ -13,6 +13,7 @@
 
 #include "host/document/atomic_file.h"
 #include "host/document/document_error.h"
+#include "host/document/path_text.h"
 #include "host/settings/file_lock.h"
 
 namespace vorn_host {
@@ -58,7 +59,7 @@ void RefuseWhatIsNoFile(const fs::path& path) {
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
   if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status) || IsNullDevice(path)) return;
-  throw DocumentError(path.string() + ": this is no ordinary file");
+  throw DocumentError(Utf8Text(path) + ": this is no ordinary file");
 }
 
 /// The file that the path's links lead to. Beside a device nothing can be put: then it is the path itself.
@@ -125,7 +126,7 @@ SettingsFile::Text SettingsFile::CurrentOrThrow() const {
     return text;
   } catch (const SettingsSyntaxError& damage) {
     Text nothing = Remembered(std::make_shared<const SettingsText>());
-    ReportOnce(Access::Read, m_path.string() + ": " + damage.what() + "; the defaults are used");
+    ReportOnce(Access::Read, Utf8Text(m_path) + ": " + damage.what() + "; the defaults are used");
     return nothing;
   }
 }
@@ -203,7 +204,7 @@ void SettingsFile::ChangeFile(std::span<const SettingChange> changes, std::strin
   }
   m_last = text;
   if (!refused.empty()) {
-    throw DocumentError(m_path.string() + ": " + refused +
+    throw DocumentError(Utf8Text(m_path) + ": " + refused +
                         " cannot be added: something else in the file is in its place");
   }
 }
@@ -228,7 +229,7 @@ SettingsFile::Text SettingsFile::LoadToChange(const fs::path& file, std::string&
     }
     text = std::move(again);
   }
-  throw DocumentError(m_path.string() + ": another program does not come to an end of changing the file");
+  throw DocumentError(Utf8Text(m_path) + ": another program does not come to an end of changing the file");
 }
 
 std::string SettingsFile::SetAside(const fs::path& file, const SettingsSyntaxError& damage) const {
@@ -237,10 +238,10 @@ std::string SettingsFile::SetAside(const fs::path& file, const SettingsSyntaxErr
   fs::rename(file, aside, error);
   if (!error) {
     const fs::path name = file == m_path ? aside.filename() : aside;
-    return m_path.string() + ": " + damage.what() + "; the file was set aside as " + name.string() +
+    return Utf8Text(m_path) + ": " + damage.what() + "; the file was set aside as " + Utf8Text(name) +
            ", and the defaults are used";
   }
-  throw DocumentError(m_path.string() + ": " + damage.what() + "; the file cannot be set aside: " + error.message());
+  throw DocumentError(Utf8Text(m_path) + ": " + damage.what() + "; the file cannot be set aside: " + error.message());
 }
 
 }  // namespace vorn_host

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/document/path_text.h"
 #include "host/settings/settings_store.h"
 #include "host/settings/settings_text.h"
 
@@ -34,7 +35,7 @@ class SettingsFile final : public SettingsStore {
   /// be in the middle of being saved.
   SettingsFile(std::filesystem::path path, ProblemHandler report, std::function<void()> pause = PauseForEditors);
 
-  [[nodiscard]] std::string Place() const override { return m_path.string(); }
+  [[nodiscard]] std::string Place() const override { return Utf8Text(m_path); }
   [[nodiscard]] std::vector<SettingsEntry> Entries() const override;
   [[nodiscard]] std::optional<SettingsEntry> Find(const SettingsPath& path, std::string_view name) const override;
 

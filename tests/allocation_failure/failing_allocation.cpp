@@ -27,6 +27,13 @@ std::size_t Allocations() noexcept { return g_allocations; }
 
 void* operator new(std::size_t size) { return allocation_test::Allocate(size); }
 void* operator new[](std::size_t size) { return allocation_test::Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return allocation_test::Allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

@@ -112,6 +112,22 @@ TEST(ReadFile, DoesNotCallAFileMissingThatItCannotLookAt) {
   EXPECT_THAT(ReadError(name), AllOf(HasSubstr(": cannot be opened: "), HasSubstr("too long")));
 }
 
+TEST(ReadFile, RefusesWhatIsLargerThanAllowed) {
+  const TemporaryDirectory directory;
+  directory.Write("a", "12345");
+  const std::string path = (directory / "a").string();
+  EXPECT_EQ(ReadFile(path, 5), "12345");
+  EXPECT_EQ(ErrorOf([&] { (void)ReadFile(path, 4); }), path + ": this is larger than 4 bytes, the most that is read");
+  std::filesystem::resize_file(path, kLargestFile + 1);  // holds no blocks of the disk
+  EXPECT_THAT(ReadError(path), HasSubstr("larger than 1073741824 bytes"));
+}
+
+#ifdef __linux__
+TEST(ReadFile, StopsReadingAStreamThatDoesNotEnd) {
+  EXPECT_THAT(ErrorOf([&] { (void)ReadFile("/dev/zero", 3'000'000); }), HasSubstr("larger than 3000000 bytes"));
+}
+#endif
+
 TEST(ReadFileIfThere, TakesAMissingAndAnEmptyFileForWhatTheyAre) {
   const TemporaryDirectory directory;
   directory.Write("empty", "");

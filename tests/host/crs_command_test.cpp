@@ -86,10 +86,12 @@ TEST_F(CrsCommand, TellsProgramsEveryGeodeticDatum) {
   ExpectRows(OutputJson({"crs", "--json"})["geodeticDatums"], kGeodeticDatums);
 }
 
+#ifndef _WIN32  // only POSIX systems have a device that is always full
 TEST_F(CrsCommand, SaysThatItsOutputCannotBeWritten) {
   ExpectFailure(Shell(Command({"crs"}) + " >/dev/full"), HasSubstr("standard output"));
   ExpectFailure(Shell(Command({"crs", "--json"}) + " >/dev/full"), HasSubstr("standard output"));
 }
+#endif
 
 TEST_F(CrsCommand, RefusesMisuse) {
   ExpectFailure({"crs", "JGD2011"}, HasSubstr("JGD2011"));

@@ -65,6 +65,13 @@ TEST_P(DocumentsOfEachEdition, AreRecognisedUnderAnyPrefixOfTheSchemaInstance) {
   EXPECT_THAT(written, AllOf(HasSubstr("xmlns:i=\""), HasSubstr(" i:schemaLocation=\""), Not(HasSubstr("xsi"))));
 }
 
+TEST_P(DocumentsOfEachEdition, AreReadableAfterADeclarationOfWhatIsNoPrefix) {
+  const std::string declaration = std::string("xmlns:8si=\"") + VornSchema::Xsi().GetString() + "\" xmlns:xsi=";
+  std::string text = Xml(GetParam(), kSet);
+  text.replace(text.find("xmlns:xsi="), std::string("xmlns:xsi=").size(), declaration);
+  EXPECT_EQ(ReadText(Rewritten(text)).edition, GetParam());
+}
+
 TEST_P(DocumentsOfEachEdition, GetARootWithItsNamespacesAndSchemaLocation) {
   DesignDocument document;
   document.edition = GetParam();

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <string>
@@ -867,6 +868,14 @@ TEST(EditorSort, KeepsFormsOfOneNameTogether) {
   DesignEditor(document).SortForms(Names({"P"}));
   EXPECT_THAT(FormNames(document), ElementsAre("P", "P", "S"));
   EXPECT_THAT(CodesOf(FormOf(document, 1)), Contains("L2"));
+}
+
+TEST(EditorSort, LeavesTheNextFormASerialOfItsOwn) {
+  DesignDocument document = ReadText(OneSection(FillForm("S") + LayerForm("P")));
+  DesignEditor(document).SortForms(Names({"P"}));
+  Vorn_BuildFormArray& forms = document.sets[0].GetXSectionArray()[0].GetBuildFormArray();
+  const int added = forms.Add(VornBuildForm());
+  EXPECT_THAT((std::array{forms[0].GetSerialID(), forms[1].GetSerialID()}), Not(Contains(forms[added].GetSerialID())));
 }
 
 TEST(EditorSort, AndBackGivesTheSameDocument) {

@@ -275,7 +275,9 @@ TEST_F(EditCommand, KeepsTheDocumentThatItCannotEditInPlace) {
 
 TEST_F(EditCommand, TellsWhenTheOutputCannotBeWritten) {
   ExpectFailure({"edit", In(), Path("no/such/directory.xml"), "--mirror"}, HasSubstr("No such file or directory"));
+#ifndef _WIN32  // only POSIX systems have a device that is always full
   ExpectFailure({"edit", In(), "/dev/full", "--mirror"}, HasSubstr("No space left"));
+#endif
   ExpectFailure({"edit", Path("absent.xml"), Out(), "--mirror"}, HasSubstr("absent.xml"));
   EXPECT_EQ(FileCount(), 1u);
 }

@@ -103,6 +103,7 @@ TEST_F(ExportCommand, SaysOfWhichSectionANoteIs) {
                 {"set 1 > 20.0000 (Bridge): form S has no points", "set 2 > 20.0000 (Bridge): form S has no points"}));
 }
 
+#ifndef _WIN32  // only POSIX systems have a device that is always full
 TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
   for (const std::string format : {"dxf", "csv", "geojson"}) {
     const ToolRun run =
@@ -111,6 +112,7 @@ TEST_F(ExportCommand, SaysWhenTheStandardOutputIsFull) {
     EXPECT_THAT(ReadAll(Path("err")), HasSubstr("vorn: "));
   }
 }
+#endif
 
 TEST_F(ExportCommand, RefusesAnEmptyFileName) {
   ExpectFailure({"export", Sample("road-4.1.xml"), "-o", "", "--format", "csv"},
@@ -134,8 +136,10 @@ TEST_F(ExportCommand, NeverReplacesTheDesign) {
   const std::string design = Design(OneSection(FillForm()));
   const std::string before = ReadAll(design);
   ExpectFailure({"export", design, "-o", design, "--format", "csv"}, HasSubstr("would replace the design"));
+#ifndef _WIN32  // links there take a right that few users have
   std::filesystem::create_symlink(design, Path("link.csv"));
   ExpectFailure({"export", design, "-o", Path("link.csv")}, HasSubstr("would replace the design"));
+#endif
   EXPECT_EQ(ReadAll(design), before);
 }
 

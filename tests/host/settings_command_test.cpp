@@ -1,4 +1,5 @@
-// `vorn settings`: the tool with a configuration directory of its own.
+// `vorn settings`: the tool with a configuration directory of its own. On Windows the settings are in the registry.
+#ifndef _WIN32
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -315,3 +316,5 @@ TEST_F(SettingsCommand, SeveralToolsAtOnceLoseNothing) {
 }
 
 }  // namespace
+
+#endif  // _WIN32

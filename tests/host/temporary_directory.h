@@ -9,6 +9,8 @@
 #include <system_error>
 #include <vector>
 
+#include "host/document/path_text.h"
+
 namespace host_test {
 
 /// A directory of its own for a test; it goes away with the object.
@@ -26,10 +28,12 @@ class TemporaryDirectory {
   }
 
   [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
-  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return m_path / name; }
+  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const {
+    return m_path / vorn_host::Utf8Path(name);
+  }
 
   void Write(std::string_view name, std::string_view content) const {
-    std::ofstream file(m_path / name, std::ios::binary);
+    std::ofstream file(*this / name, std::ios::binary);
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
   }
 
@@ -37,7 +41,7 @@ class TemporaryDirectory {
   [[nodiscard]] std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
-      names.push_back(entry.path().filename().string());
+      names.push_back(vorn_host::Utf8Text(entry.path().filename()));
     }
     std::sort(names.begin(), names.end());
     return names;

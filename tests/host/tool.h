@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstddef>
 #include <cstdlib>
@@ -13,6 +12,12 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#ifdef _WIN32
+#include "tests/host/tool_process.h"
+#else
+#include <sys/wait.h>
+#endif
 
 #include "tests/host/temporary_directory.h"
 
@@ -31,6 +36,7 @@ inline void WriteAll(const std::filesystem::path& path, std::string_view content
   std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
 }
 
+/// As a POSIX shell takes it.
 inline std::string Quoted(const std::string& argument) {
   std::string quoted = "'";
   for (const char byte : argument) quoted += byte == '\'' ? std::string("'\\''") : std::string(1, byte);
@@ -54,7 +60,7 @@ struct ToolRun {
 class ToolTest : public testing::Test {
  protected:
   /// A path in the directory that the test works in.
-  [[nodiscard]] std::string Path(const std::string& name) const { return (m_work / name).string(); }
+  [[nodiscard]] std::string Path(const std::string& name) const { return vorn_host::Utf8Text(m_work / name); }
   [[nodiscard]] static std::string Sample(const std::string& name) { return std::string(VORN_SAMPLES) + "/" + name; }
   /// A copy of a sample, changed.
   [[nodiscard]] std::string Damaged(const std::string& name, std::string_view part, std::string_view by) const {
@@ -64,6 +70,13 @@ class ToolTest : public testing::Test {
   /// How many files the test's directory holds.
   [[nodiscard]] std::size_t FileCount() const { return m_work.Names().size(); }
 
+#ifdef _WIN32
+  /// Runs the tool.
+  [[nodiscard]] ToolRun Vorn(const std::vector<std::string>& arguments) const {
+    const int exitCode = RunProgram(VORN_TOOL, arguments, m_streams / "out", m_streams / "err");
+    return {exitCode, ReadAll(m_streams / "out"), ReadAll(m_streams / "err")};
+  }
+#else
   /// Runs a shell command.
   [[nodiscard]] ToolRun Shell(const std::string& command) const {
     const std::string out = (m_streams / "out").string();
@@ -78,6 +91,7 @@ class ToolTest : public testing::Test {
   }
   /// Runs the tool.
   [[nodiscard]] ToolRun Vorn(const std::vector<std::string>& arguments) const { return Shell(Command(arguments)); }
+#endif
   /// Runs the tool where it has to succeed, and gives what it printed.
   [[nodiscard]] std::string Output(const std::vector<std::string>& arguments) const {
     const ToolRun run = Vorn(arguments);

@@ -24,6 +24,12 @@ concept ArchivePart = requires(T& part, CArchive& ar, const CString& tag) {
 ///     record.OnlyFrom("04.00", m_targetPntArray);  // absent before 04.00, both ways
 ///
 /// Store versions are texts such as "05.50", compared byte by byte.
+///
+/// What throws while a record is loaded, be it the archive or a lack of memory, leaves the object with the fields
+/// before that loaded and the others as they were, every text and number whole. That is intended: what a record does
+/// not have stays, and a copy of a whole project to go back to would double it. Whoever wants to keep what is there
+/// loads into a new object and moves that in its place. Collections never hold an element that was not loaded to its
+/// end.
 class ArchiveRecord {
  public:
   /// Archive and tag have to outlive the record.

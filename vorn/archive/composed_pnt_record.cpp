@@ -114,9 +114,12 @@ void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
 
 void VornComposedPnt::SpreadOneDetail() {
   // Writing an old version does this to the point as well: intended, what has no place there is given up.
-  m_main.Code = m_lastCode;
-  FromMainToSub();
-  m_sub.Change().Measure.RemoveAll();
+  CString code = m_lastCode;
+  Detail sub = m_main;
+  sub.Code = code;
+  sub.Measure.RemoveAll();
+  m_sub.Change() = std::move(sub);
+  m_main.Code = std::move(code);
 }
 
 void Vorn_ComposedPntArray::Serialize(CArchive& ar, const CString& tag) {

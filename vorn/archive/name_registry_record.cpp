@@ -42,7 +42,9 @@ void VornBuildItem::Serialize(CArchive& ar) {
 void VornBldNameList::Serialize(CArchive& ar) {
   ArchiveRecord(ar).ExtensionTable();
   if (ar.IsLoading()) {
-    for (VornBuildItem& item : LoadCounted<VornBuildItem>(ar)) AddTail(std::move(item));
+    VornBldNameList loaded;
+    for (VornBuildItem& item : LoadCounted<VornBuildItem>(ar)) loaded.AddTail(std::move(item));
+    AddTail(std::move(loaded));
     return;
   }
   ar << static_cast<std::uint32_t>(GetCount());

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "vorn/framework/enum_table.h"
 #include "vorn/framework/schema.h"
@@ -152,9 +155,17 @@ bool Vorn_FormCtrlTargetArray::AddFromXML(PimIterator* cursor) {
 
 bool Vorn_FormCtrlTargetArray::AddRunFromXML(PimIterator* cursor) {
   const int before = GetSize();
-  const bool read = fromXML(cursor);
-  for (int i = before; i < GetSize(); ++i) SetSerialID(i);
-  return read;
+  const auto number = [&] {
+    for (int i = before; i < GetSize(); ++i) SetSerialID(i);
+  };
+  try {
+    const bool read = fromXML(cursor);
+    number();
+    return read;
+  } catch (...) {
+    number();  // the targets that were read stay
+    throw;
+  }
 }
 
 void Vorn_FormCtrlTargetArray::InsertAt(int index, const VornFormCtrlTarget& target) {
@@ -187,12 +198,26 @@ bool Vorn_FormCtrlTargetArray::FindPnt(std::uint32_t id) const {
 }
 
 void Vorn_FormCtrlTargetArray::ChangeBuildName(const CString& oldName, const CString& newName) {
-  const CString formerName = oldName;  // the caller may pass the name of one of the points, which changes on the way
+  SetBuildFormNames(newName, [&](const VornFormCtrlTargetPnt& point) { return point.GetBuildFormName() == oldName; });
+}
+
+void Vorn_FormCtrlTargetArray::ChangeBuildName(const CString& oldName, std::uint32_t formID, const CString& newName) {
+  SetBuildFormNames(newName, [&](const VornFormCtrlTargetPnt& point) {
+    return point.GetBuildFormName() == oldName && point.GetBuildFormID() == formID;
+  });
+}
+
+template <typename Matches>
+void Vorn_FormCtrlTargetArray::SetBuildFormNames(const CString& name, Matches&& matches) {
+  std::vector<CString*> changing;
   for (VornFormCtrlTarget& target : *this) {
     for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      if (point.GetBuildFormName() == formerName) point.SetBuildFormName(newName);
+      if (matches(point)) changing.push_back(&point.GetBuildFormName());
     }
   }
+  // All copies before the first point changes; the caller may pass the name that one of them holds, too.
+  std::vector<CString> names(changing.size(), name);
+  for (std::size_t i = 0; i < names.size(); ++i) *changing[i] = std::move(names[i]);
 }
 
 int VornIsPoint_LR(VornLocation side, double offset) {

@@ -39,6 +39,11 @@ class VornFormCtrlTarget : public Vorn_Base {
   };
 
   VornFormCtrlTarget();
+  VornFormCtrlTarget(const VornFormCtrlTarget&) = default;
+  VornFormCtrlTarget(VornFormCtrlTarget&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornFormCtrlTarget& operator=(const VornFormCtrlTarget& other) { return *this = VornFormCtrlTarget(other); }
+  VornFormCtrlTarget& operator=(VornFormCtrlTarget&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;
@@ -170,6 +175,8 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   [[nodiscard]] bool FindPnt(std::uint32_t id) const;
   /// Renames the build form in every target point that names it (compared exactly).
   void ChangeBuildName(const CString& oldName, const CString& newName);
+  /// As above, in the target points with that build-form identifier only.
+  void ChangeBuildName(const CString& oldName, std::uint32_t formID, const CString& newName);
 
   // Regulation (form_ctrl_target_regulation.cpp).
 
@@ -193,6 +200,10 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   void SetSerialID(int index);
 
  private:
+  /// Names the build form anew in every target point for which `matches` holds, or in none when memory runs out.
+  template <typename Matches>
+  void SetBuildFormNames(const CString& name, Matches&& matches);
+
   std::uint32_t m_nextSerialID = 0;
 };
 

@@ -14,6 +14,11 @@ enum class CrossPointType : std::int32_t { None = 0 };
 class VornFormCtrlTargetPnt : public Vorn_Base {
  public:
   VornFormCtrlTargetPnt();
+  VornFormCtrlTargetPnt(const VornFormCtrlTargetPnt&) = default;
+  VornFormCtrlTargetPnt(VornFormCtrlTargetPnt&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornFormCtrlTargetPnt& operator=(const VornFormCtrlTargetPnt& other) { return *this = VornFormCtrlTargetPnt(other); }
+  VornFormCtrlTargetPnt& operator=(VornFormCtrlTargetPnt&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;

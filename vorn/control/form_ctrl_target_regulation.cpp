@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/framework/tolerance.h"
@@ -37,6 +38,7 @@ void VornFormCtrlTarget::RegulatePnt(const NurReal& dist, [[maybe_unused]] VornB
       // Both codes are taken before a point is added: from then on the codes would be read from the points.
       VornFormCtrlTargetPnt first = PointAt(dist, GetCode1());
       VornFormCtrlTargetPnt second = PointAt(dist, GetCode2());
+      m_targetPntArray.Reserve(2);  // a target with one point would never get the other
       m_targetPntArray.Add(std::move(first));
       m_targetPntArray.Add(std::move(second));
       return;
@@ -171,9 +173,13 @@ void VornFormCtrlTargetPntArray::ChangeID(const std::uint32_t& oldSectionID, con
 
 void Vorn_FormCtrlTargetArray::Regulate() {
   std::set<std::pair<VornFormCtrlTarget::ControlItem, std::string>> seen;
-  RemoveIf([&seen](const VornFormCtrlTarget& target) {
-    return !seen.emplace(target.GetControlItem(), std::string(target.GetCode().View())).second;
-  });
+  std::vector<bool> repeats;  // all of them are known before the first is removed
+  repeats.reserve(static_cast<std::size_t>(GetSize()));
+  for (const VornFormCtrlTarget& target : *this) {
+    repeats.push_back(!seen.emplace(target.GetControlItem(), std::string(target.GetCode().View())).second);
+  }
+  std::size_t next = 0;
+  RemoveIf([&](const VornFormCtrlTarget&) { return repeats[next++]; });
 }
 
 void Vorn_FormCtrlTargetArray::RegulateDist(const NurReal& dist) {

@@ -1,5 +1,7 @@
 #include "vorn/framework/base.h"
 
+#include <utility>
+
 #include "vorn/platform/code_page_932.h"
 #include "vorn/platform/sil_string.h"
 
@@ -77,24 +79,23 @@ bool Vorn_Base::QueryNamedAttr(const PimIterator* cursor, const char* name, CStr
 }
 
 bool Vorn_Base::QueryAttr(const PimIterator* cursor, const char* name, CString& value) {
+  if (QueryNamedAttr(cursor, name, value)) return true;
   value.Empty();
-  return QueryNamedAttr(cursor, name, value);
+  return false;
 }
 
 bool Vorn_Base::QueryAttr(const PimIterator* cursor, const char* name, double& value) {
-  value = kNurUnsetReal;
   CString text;
-  if (!QueryNamedAttr(cursor, name, text)) return false;
-  value = TurnReal(text.View());
-  return true;
+  const bool found = QueryNamedAttr(cursor, name, text);
+  value = found ? TurnReal(text.View()) : kNurUnsetReal;
+  return found;
 }
 
 bool Vorn_Base::QueryAttr(const PimIterator* cursor, const char* name, NurLong& value) {
-  value.Unset();
   CString text;
-  if (!QueryNamedAttr(cursor, name, text)) return false;
-  value = TurnInt(text.View());
-  return true;
+  const bool found = QueryNamedAttr(cursor, name, text);
+  value = found ? TurnInt(text.View()) : kNurUnsetLong;
+  return found;
 }
 
 bool Vorn_Base::QueryAttr(const PimIterator* cursor, const char* name, COleDateTime& value) {
@@ -123,8 +124,9 @@ COleDateTime Vorn_Base::TurnDate(std::string_view text) {
 }
 
 void Vorn_Base::DivideString(std::string_view text, CStringArray& items) {
-  items.RemoveAll();
-  ForEachDivided(text, [&](std::string_view item) { items.Add(CString(item)); });
+  CStringArray divided;
+  ForEachDivided(text, [&](std::string_view item) { divided.Add(CString(item)); });
+  items = std::move(divided);
 }
 
 bool Vorn_Base::IsOnTag(const PimIterator* cursor, std::string_view tag) {

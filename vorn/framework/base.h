@@ -41,7 +41,8 @@ class Vorn_Base {
 
   /// Writes the element below the cursor's element and comes back to it. The root writes nothing.
   virtual bool toXML(PimIterator*) { return true; }
-  /// Reads the element that the cursor stands on; false, and nothing changed, when it has another tag.
+  /// Reads the element that the cursor stands on; false, and nothing changed, when it has another tag. What the cursor
+  /// throws, and a lack of memory, leave this element with what was read so far: read into a new one.
   virtual bool fromXML(PimIterator*) { return true; }
   /// Whether the element holds enough to be valid.
   [[nodiscard]] virtual bool IsEnable() const { return true; }

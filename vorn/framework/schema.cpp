@@ -94,6 +94,13 @@ CString VornSchema::VersionStr(Version version, bool maff) {
 }
 
 bool VornSchema::AnalyzeVersion(const CString& rootTag, const CString& schemaLocation) {
+  VornSchema analyzed = *this;
+  const bool recognised = analyzed.Recognise(rootTag, schemaLocation);
+  *this = analyzed;
+  return recognised;
+}
+
+bool VornSchema::Recognise(const CString& rootTag, const CString& schemaLocation) {
   m_version = VersionUnknown;
   if (!rootTag.View().starts_with("tsf:")) {
     if (rootTag == "RoadGmxml") {

@@ -59,11 +59,14 @@ class VornSchema {
   [[nodiscard]] static CString VersionStr(Version version, bool maff);
 
   /// Recognises a document by its root tag and the value of its xsi:schemaLocation, which must be exactly as
-  /// published. True when recognised: version and kind are then set. Otherwise version is -2.
+  /// published. True when recognised: version and kind are then set. Otherwise version is -2. Without the memory to
+  /// find out, the edition stays as it was.
   bool AnalyzeVersion(const CString& rootTag, const CString& schemaLocation);
 
  private:
   VornSchema() = default;
+  /// As `AnalyzeVersion`, with an edition that counts only when this has come to its end.
+  bool Recognise(const CString& rootTag, const CString& schemaLocation);
 
   Version m_version = Version41;
   int m_kind = KindTsf;

@@ -38,26 +38,28 @@ VornLocation VornBuildForm::GetLRFromCode(const CString& code) const {
 
 void VornBuildForm::GetNoriCodeArray(VornLocation side, CStringArray& codes) const {
   if (side == VornLocation::Unset) return;
+  CStringArray found;
   for (const VornFormCtrlTarget& target : m_formCtrlTargetArray) {
     const bool sloped = target.GetTargetPntType() >= TargetPntType::ShoulderToe &&
                         target.GetTargetPntType() <= TargetPntType::InnerOuter;
     const CString code = target.GetCode1();
     TamWorld2 heightAndDist;
-    if (sloped && GetPntFromCode(code, heightAndDist) && VornIsPoint_LR(side, heightAndDist.y) != 0) codes.Add(code);
+    if (sloped && GetPntFromCode(code, heightAndDist) && VornIsPoint_LR(side, heightAndDist.y) != 0) found.Add(code);
   }
+  codes.Append(found);
 }
 
 // --- naming and typing ---------------------------------------------------------------------------------------------
 
 void VornBuildForm::SetName(const CString& name, bool regulate) {
-  if (regulate) RegulateFormCtrl(m_name, name);
-  m_name = name;
+  CString renamed = name;
+  if (regulate) RegulateFormCtrl(m_name, renamed);
+  m_name = std::move(renamed);
 }
 
 void VornBuildForm::SetName(const CString& name, std::uint32_t nameID, VornComposedPnt::PntType pntType) {
   for (VornComposedPnt& point : m_composedPntArray) {
-    point.SetXSectName(name, pntType);
-    point.SetXSectNameID(nameID, pntType);
+    point.SetXSectName(name, nameID, pntType);
   }
   SetName(name, true);
 }
@@ -79,20 +81,15 @@ CString VornBuildForm::XSectTypeFromName(const CString& name) {
 
 void VornBuildForm::SetXSectTypeID(std::uint32_t id) {
   using PntType = VornComposedPnt::PntType;
-  m_xSectTypeID = id;
   for (VornComposedPnt& point : m_composedPntArray) {
     const bool oneType = point.GetXSectType(PntType::Main) == point.GetXSectType(PntType::Sub);
     point.SetXSectType(id, oneType ? PntType::Both : PntType::Main);
   }
+  m_xSectTypeID = id;
 }
 
 void VornBuildForm::RegulateFormCtrl(const CString& oldName, const CString& newName) {
-  const CString renamed = oldName;  // oldName may be the name that one of the points holds
-  for (VornFormCtrlTarget& target : m_formCtrlTargetArray) {
-    for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      if (point.GetBuildFormName() == renamed && point.GetBuildFormID() == m_serialID) point.SetBuildFormName(newName);
-    }
-  }
+  m_formCtrlTargetArray.ChangeBuildName(oldName, m_serialID, newName);
 }
 
 void VornBuildForm::ConvertFormCtrl(const NurReal& dist) {

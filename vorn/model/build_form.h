@@ -19,6 +19,11 @@ class VornBuildForm : public Vorn_Base {
   static constexpr std::uint32_t kLeastArchiveBytes = 18;
 
   VornBuildForm();
+  VornBuildForm(const VornBuildForm&) = default;
+  VornBuildForm(VornBuildForm&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornBuildForm& operator=(const VornBuildForm& other) { return *this = VornBuildForm(other); }
+  VornBuildForm& operator=(VornBuildForm&&) noexcept = default;
 
   /// Writes nothing, and succeeds, for an omitted or unexported form and for one with fewer than two points.
   bool toXML(PimIterator* cursor) override;

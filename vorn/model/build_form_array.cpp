@@ -57,11 +57,12 @@ void Vorn_BuildFormArray::SetAt(int index, const VornBuildForm& form) {
 
 int Vorn_BuildFormArray::Append(const Vorn_BuildFormArray& other) {
   const int first = GetSize();
-  const int count = other.GetSize();  // other may be this array
+  Vorn_BuildFormArray copies = other;
+  Reserve(first + copies.GetSize());  // before the first form is added
   const bool hadSurface = HasSurface();
-  for (int i = 0; i < count; ++i) {
+  for (VornBuildForm& form : copies) {
     // Numbered anew once it is added, the design surface too: intended, so none of them ever counts as the surface.
-    const int index = AddNumbered(VornBuildForm(other[i]), hadSurface);
+    const int index = AddNumbered(std::move(form), hadSurface);
     GetAt(index).SetSerialID(m_nextSerialID++);
   }
   return first;

@@ -76,7 +76,8 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   /// surface, and its chain, a point that hangs on the new one. Only the design surface passes points on. A new point
   /// without a distance goes between the points that hang on its neighbours, one with a distance where it lies.
   /// An index or a serial that does not exist throws `CInvalidArgException`, and so does a form whose order of points
-  /// leaves the new one no place in it; forms before it have their point by then.
+  /// leaves the new one no place in it; forms before it have their point by then. So do they when memory runs out: to
+  /// get the others theirs, take those back with `RemovedComposedPnt` and call this again.
   void AddedComposedPnt(int formIndex, std::uint32_t serialID);
   /// To be called when a point was removed from the form at formIndex: removes what hung on it in every form derived
   /// from that one, and in its chain. Forms that are neither the design surface nor derived pass nothing on; an index

@@ -79,11 +79,12 @@ bool VornBuildForm::GetCodeFromPnt(const TamWorld2& pos, CString& code) const {
 }
 
 bool VornBuildForm::QueryPaveInfo(NurReal& height, NurReal& leftDist, NurReal& rightDist) const {
+  VornIndexArray order;
+  const bool any = m_composedPntArray.QueryIndexArrayLtoR(order);
   height.Unset();
   leftDist.Unset();
   rightDist.Unset();
-  VornIndexArray order;
-  if (!m_composedPntArray.QueryIndexArrayLtoR(order)) return false;
+  if (!any) return false;
   const VornComposedPnt& leftmost = m_composedPntArray[order[0]];
   height = leftmost.GetGh();
   leftDist = leftmost.GetCLDist();

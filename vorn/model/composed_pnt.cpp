@@ -195,28 +195,41 @@ void VornComposedPnt::ForEachDetail(Change&& change) {
   if (m_sub.IsMade()) change(m_sub.Change());
 }
 
-template <typename Member, typename Value>
-void VornComposedPnt::SetDetail(Member Detail::*member, const Value& value, PntType t) {
-  if (t != PntType::Sub) m_main.*member = value;
+/// Both records change or none does: all that needs memory comes first.
+template <typename Member>
+void VornComposedPnt::SetDetail(Member Detail::*member, Member value, PntType t) {
   const bool sub = t == PntType::Sub || t == PntType::Both;
   // What a new record holds already does not make one.
-  if (sub && !(m_sub.Get().*member == value)) m_sub.Change().*member = value;
+  if (sub && !(m_sub.Get().*member == value)) {
+    Member copy = value;
+    m_sub.Change().*member = std::move(copy);
+  }
+  if (t != PntType::Sub) m_main.*member = std::move(value);
 }
 
 void VornComposedPnt::SetCode(const CString& code, PntType t) {
-  const CString last = code;  // code may be a reference into a record
-  SetDetail(&Detail::Code, last, t);
-  m_lastCode = last;
+  CString last = code;  // code may be a reference into a record
+  SetDetail(&Detail::Code, code, t);
+  m_lastCode = std::move(last);
 }
 
 void VornComposedPnt::SetXSectType(std::uint32_t type, PntType t) { SetDetail(&Detail::XSectType, type, t); }
-void VornComposedPnt::SetXSectName(const CString& name, PntType t) { SetDetail(&Detail::XSectName, CString(name), t); }
+void VornComposedPnt::SetXSectName(const CString& name, PntType t) { SetDetail(&Detail::XSectName, name, t); }
+
+void VornComposedPnt::SetXSectName(const CString& name, std::uint32_t id, PntType t) {
+  // A record that the identifier needs is made before the name changes.
+  if (t != PntType::Main && m_sub.Get().XSectNameID != id) (void)m_sub.Change();
+  SetXSectName(name, t);
+  SetXSectNameID(id, t);
+}
+
 void VornComposedPnt::SetXSectNameID(std::uint32_t id, PntType t) { SetDetail(&Detail::XSectNameID, id, t); }
 void VornComposedPnt::SetDekiPairID(std::uint32_t id, PntType t) { SetDetail(&Detail::DekiPairID, id, t); }
 void VornComposedPnt::SetConnectionAutoLinePrev(std::int32_t on, PntType t) { SetDetail(&Detail::AutoLinePrev, on, t); }
 void VornComposedPnt::SetConnectionAutoLineNext(std::int32_t on, PntType t) { SetDetail(&Detail::AutoLineNext, on, t); }
 
 void VornComposedPnt::SetConnectionAutoLine(std::int32_t prev, std::int32_t next) {
+  if (prev != 0 || next != 0) (void)m_sub.Change();  // before the first of the two lines changes
   SetConnectionAutoLinePrev(prev, PntType::Both);
   SetConnectionAutoLineNext(next, PntType::Both);
 }
@@ -243,8 +256,9 @@ void VornComposedPnt::InitDetail(Detail& detail) {
 }
 
 void VornComposedPnt::CopyDetail(const VornComposedPnt& other) {
-  m_main = other.m_main;
+  Detail main = other.m_main;
   m_sub = other.m_sub;
+  m_main = std::move(main);
 }
 
 bool VornComposedPnt::IsUsedSub() const {
@@ -276,9 +290,10 @@ void VornComposedPnt::ClearConnectInfo(bool clearCode) {
 }
 
 void VornComposedPnt::CopyConnectInfo(const VornCrossPointInfo& info) {
-  m_id = info.GetID();
+  VornUIntArray pairs = info.ThDPairIDs();
   SetDekiPairID(info.GetDekiPairID(), PntType::Both);
-  m_thDPairIDs = info.ThDPairIDs();
+  m_thDPairIDs = std::move(pairs);
+  m_id = info.GetID();
 }
 
 void VornComposedPnt::ConnectIDs(VornUIntArray& ids) const {

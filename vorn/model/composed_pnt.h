@@ -76,6 +76,13 @@ class VornComposedPnt : public Vorn_Base {
 
   /// What a point is in one of its two roles.
   struct Detail {
+    Detail() = default;
+    Detail(const Detail&) = default;
+    Detail(Detail&&) noexcept = default;
+    /// Without the memory for a copy of all of it, the object stays as it was.
+    Detail& operator=(const Detail& other) { return *this = Detail(other); }
+    Detail& operator=(Detail&&) noexcept = default;
+
     CString Code;                           ///< design code, the survey name (attribute "code")
     CString XSectName;                      ///< cross-section name
     VornMeasureInfos Measure;               ///< measurement records
@@ -94,6 +101,11 @@ class VornComposedPnt : public Vorn_Base {
   static constexpr std::uint16_t kCrossPoint = 0x2;
 
   VornComposedPnt();
+  VornComposedPnt(const VornComposedPnt&) = default;
+  VornComposedPnt(VornComposedPnt&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornComposedPnt& operator=(const VornComposedPnt& other) { return *this = VornComposedPnt(other); }
+  VornComposedPnt& operator=(VornComposedPnt&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;
@@ -220,6 +232,8 @@ class VornComposedPnt : public Vorn_Base {
   void SetXSectType(std::uint32_t type, PntType t = PntType::Main);
   [[nodiscard]] const CString& GetXSectName(PntType t = PntType::Main) const { return DetailOf(t).XSectName; }
   void SetXSectName(const CString& name, PntType t = PntType::Main);
+  /// Name and identifier together.
+  void SetXSectName(const CString& name, std::uint32_t id, PntType t);
   [[nodiscard]] std::uint32_t GetXSectNameID(PntType t = PntType::Main) const { return DetailOf(t).XSectNameID; }
   void SetXSectNameID(std::uint32_t id, PntType t = PntType::Main);
   [[nodiscard]] std::uint32_t GetDekiPairID(PntType t = PntType::Main) const { return DetailOf(t).DekiPairID; }
@@ -338,8 +352,8 @@ class VornComposedPnt : public Vorn_Base {
   /// Calls change(detail) for the records that are there.
   template <typename Change>
   void ForEachDetail(Change&& change);
-  template <typename Member, typename Value>
-  void SetDetail(Member Detail::*member, const Value& value, PntType t);
+  template <typename Member>
+  void SetDetail(Member Detail::*member, Member value, PntType t);
   void ReadAttribute(std::string_view name, std::string_view value);
   /// The record of store versions before "06.00", which know one detail record only.
   void Serialize550Before(CArchive& ar, const CString& tag);

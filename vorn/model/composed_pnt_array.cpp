@@ -40,8 +40,9 @@ void Vorn_ComposedPntArray::Number(VornComposedPnt& point) {
 int Vorn_ComposedPntArray::Add(const VornComposedPnt& point) { return Add(VornComposedPnt(point)); }
 
 int Vorn_ComposedPntArray::Add(VornComposedPnt&& point) {
-  Number(point);
-  return Vorn_Array::Add(std::move(point));
+  const int index = Vorn_Array::Add(std::move(point));
+  Number(GetAt(index));
+  return index;
 }
 
 bool Vorn_ComposedPntArray::AddFromXML(PimIterator* cursor) {

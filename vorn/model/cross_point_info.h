@@ -11,7 +11,8 @@ class VornCrossPointInfo {
   VornCrossPointInfo() = default;
   VornCrossPointInfo(const VornCrossPointInfo&) = default;
   VornCrossPointInfo(VornCrossPointInfo&&) noexcept = default;
-  VornCrossPointInfo& operator=(const VornCrossPointInfo&) = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornCrossPointInfo& operator=(const VornCrossPointInfo& other) { return *this = VornCrossPointInfo(other); }
   VornCrossPointInfo& operator=(VornCrossPointInfo&&) noexcept = default;
   virtual ~VornCrossPointInfo() = default;
 

@@ -76,10 +76,10 @@ bool InsertIntoForm(Vorn_ComposedPntArray& points, const TamWorld2& pos, VornLoc
 
 /// A KE point was a design point before a crossing made it one: its code in the design stands behind the last "-".
 void MakeOrdinary(VornComposedPnt& point) {
+  const int hyphen = point.GetCode().ReverseFind('-');
+  if (hyphen >= 0) point.SetCode(point.GetCode().Mid(hyphen + 1));  // first: it may lack memory
   point.SetPointType(static_cast<std::uint16_t>(point.GetPointType() & ~VornComposedPnt::kCrossPoint));
   point.SetSeriesPnt(true);
-  const int hyphen = point.GetCode().ReverseFind('-');
-  if (hyphen >= 0) point.SetCode(point.GetCode().Mid(hyphen + 1));
 }
 
 }  // namespace
@@ -147,7 +147,11 @@ int VornXSection::AppendCrossings(const VornGroundProfile& ground, VornLocation 
 
 int VornXSection::GetCrossPoint(VornLocation side, KelPointArray& points) const {
   if (!IsValidPres()) return 0;
-  return AppendCrossings(VornGroundProfile(m_existingBuildFormArray[0].GetComposedPntArray()), side, points);
+  KelPointArray found;
+  const VornGroundProfile ground(m_existingBuildFormArray[0].GetComposedPntArray());
+  const int count = AppendCrossings(ground, side, found);
+  points.Append(found);
+  return count;
 }
 
 void VornXSection::CalcCrossPoint() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,6 +16,8 @@ namespace {
 
 using ControlItem = VornFormCtrlTarget::ControlItem;
 using PntType = VornComposedPnt::PntType;
+
+constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
 
 /// An unset shift shifts nothing.
 double OrZero(const NurReal& value) { return value.IsSet() ? value.Value() : 0.0; }
@@ -93,26 +96,26 @@ void VornXSection::ClearCode() {
 
 void VornXSection::RemoveBuildForm(const CString& name, CString& newSurfaceName) {
   const CString removedName = name;  // name may be that of one of the forms, or newSurfaceName itself
-  newSurfaceName.Empty();
-  bool surfaceRemoved = false;
-  m_buildFormArray.RemoveIf([&](const VornBuildForm& form) {
-    const bool removed = form.GetName() == removedName && !form.IsOrgSurface();
-    surfaceRemoved = surfaceRemoved || (removed && form.IsSurface());
-    return removed;
-  });
-  if (!surfaceRemoved) return;
-
-  const auto takeOver = [&](VornBuildForm& form) {
-    form.SetSerialID(0);
-    newSurfaceName = form.GetName();
-  };
-  bool tookOver = false;
-  for (VornBuildForm& form : m_buildFormArray) {
-    if (!form.IsOrgSurface()) continue;
-    takeOver(form);
-    tookOver = true;
+  const auto goes = [&](const VornBuildForm& form) { return form.GetName() == removedName && !form.IsOrgSurface(); };
+  bool surfaceGoes = false;
+  bool orgSurfaceStays = false;
+  const VornBuildForm* successor = nullptr;
+  for (const VornBuildForm& form : m_buildFormArray) {
+    if (goes(form)) {
+      surfaceGoes = surfaceGoes || form.IsSurface();
+    } else if (form.IsOrgSurface() || successor == nullptr) {
+      successor = &form;
+      orgSurfaceStays = form.IsOrgSurface();
+    }
   }
-  if (!tookOver && !m_buildFormArray.IsEmpty()) takeOver(m_buildFormArray[0]);
+  // From the name on nothing needs memory: no form goes unless another one can take over.
+  newSurfaceName = surfaceGoes && successor != nullptr ? CString(successor->GetName()) : CString();
+  m_buildFormArray.RemoveIf(goes);
+  if (!surfaceGoes) return;
+  for (VornBuildForm& form : m_buildFormArray) {
+    if (form.IsOrgSurface() || !orgSurfaceStays) form.SetSerialID(0);
+    if (!orgSurfaceStays) break;
+  }
 }
 
 void VornXSection::SortBuildForms(const CStringArray& names) {
@@ -122,27 +125,27 @@ void VornXSection::SortBuildForms(const CStringArray& names) {
   for (int i = 0; i < count; ++i) formsByName[keyOf(m_buildFormArray[i].GetName())].push_back(i);
 
   std::vector<int> order;
-  std::vector<int> uses(static_cast<std::size_t>(count), 0);
+  std::vector<int> lastPlaces(static_cast<std::size_t>(count), -1);
   for (const CString& name : names) {
     const auto found = formsByName.find(keyOf(name));
     if (found == formsByName.end()) continue;
     for (const int index : found->second) {
       if (static_cast<int>(order.size()) == count) break;
+      lastPlaces[static_cast<std::size_t>(index)] = static_cast<int>(order.size());
       order.push_back(index);
-      ++uses[static_cast<std::size_t>(index)];
     }
   }
 
   Vorn_BuildFormArray sorted;
   sorted.SetSize(count);  // without numbering: the new collection starts over
-  int place = 0;
-  for (const int index : order) {
-    VornBuildForm& form = m_buildFormArray[index];
-    if (--uses[static_cast<std::size_t>(index)] == 0) {
-      sorted[place++] = std::move(form);
-    } else {
-      sorted[place++] = form;
-    }
+  // The copies before the first form leaves its place.
+  for (int place = 0; place < static_cast<int>(order.size()); ++place) {
+    const int index = order[static_cast<std::size_t>(place)];
+    if (lastPlaces[static_cast<std::size_t>(index)] != place) sorted[place] = m_buildFormArray[index];
+  }
+  for (int index = 0; index < count; ++index) {
+    const int place = lastPlaces[static_cast<std::size_t>(index)];
+    if (place >= 0) sorted[place] = std::move(m_buildFormArray[index]);
   }
   m_buildFormArray = std::move(sorted);
 }
@@ -152,28 +155,22 @@ void VornXSection::SortBuildForms(const CStringArray& names) {
 namespace {
 
 void MirrorPoints(Vorn_ComposedPntArray& points) {
-  Vorn_ComposedPntArray centerAndLeft;
-  Vorn_ComposedPntArray right;
-  centerAndLeft.Reserve(points.GetSize());  // before the first point leaves its place
-  right.Reserve(points.GetSize());
   for (VornComposedPnt& point : points) {
     point.SetCLDist(Negated(point.GetCLDist()));
     if (point.IsCenter()) {
       point.SetX(Negated(point.GetX()));
-      centerAndLeft.Add(std::move(point));
-    } else if (point.IsLeft()) {
-      point.SetLocation(VornLocation::Right);
-      right.Add(std::move(point));
     } else {
-      point.SetLocation(VornLocation::Left);
-      centerAndLeft.Add(std::move(point));
+      point.SetLocation(point.IsLeft() ? VornLocation::Right : VornLocation::Left);
     }
   }
-  // `Append` numbers anew and leaves parent and org references as they are: intended. Old serials would count again for
-  // whoever still holds references from before the mirroring.
-  points.RemoveAll();
-  points.Append(std::move(centerAndLeft));
-  points.Append(std::move(right));
+  // In its place, and without memory if there is none: a section half mirrored could not be told from a whole one.
+  std::stable_partition(points.begin(), points.end(), [](const VornComposedPnt& point) { return !point.IsRight(); });
+  // Numbered anew; parent and org references stay as they are: intended. Old serials would count again for whoever
+  // still holds references from before the mirroring.
+  for (int i = 0; i < points.GetSize(); ++i) {
+    points[i].SetSerialID(kUnassigned);
+    points.SetSerialID(i);
+  }
 }
 
 /// A ground point is named for its side: "F" at the centre line, "L", "R".

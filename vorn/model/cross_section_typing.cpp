@@ -60,23 +60,22 @@ int CountPlanForms(const Vorn_BuildFormArray& forms) {
                                         [](const VornBuildForm& form) { return VornIsPlan(form.GetXSectType()); }));
 }
 
-void SetTypeAndName(VornBuildForm& form, const CString& type) {
+// What follows works on forms that stand apart: those of the section change when everything that needs memory is done.
+
+VornBuildForm WithTypeAndName(VornBuildForm form, const CString& type) {
   form.SetXSectType(type);
   form.SetName(type, true);
+  return form;
 }
 
-}  // namespace
-
-void VornXSection::MakeOneBuildForm(Vorn_BuildFormArray& forms) {
-  if (forms.GetSize() < 2) return;
-  VornBuildForm& first = forms[0];
-  VornBuildForm& second = forms[1];
-  first.SetExportForm(second.GetExportForm());
-
+/// Joins the second form into the first, and leaves it to be removed.
+void Join(VornBuildForm& first, VornBuildForm& second) {
   Vorn_ComposedPntArray& points = second.GetComposedPntArray();
-  if (!points.IsEmpty()) points.RemoveAt(0);
+  first.GetComposedPntArray().Reserve(first.GetComposedPntArray().GetSize() + points.GetSize());
   first.GetFormCtrlTargetArray().Reserve(first.GetFormCtrlTargetArray().GetSize() +
                                          second.GetFormCtrlTargetArray().GetSize());
+  first.SetExportForm(second.GetExportForm());
+  if (!points.IsEmpty()) points.RemoveAt(0);
   first.GetComposedPntArray().Append(std::move(points));
 
   // A height without a side is measured at the centre, where the first form has it already.
@@ -84,36 +83,46 @@ void VornXSection::MakeOneBuildForm(Vorn_BuildFormArray& forms) {
     const bool isCenterHeight = target.GetControlItem() == ControlItem::Height && target.GetLR() == VornLocation::Unset;
     if (!isCenterHeight) first.GetFormCtrlTargetArray().Add(std::move(target));
   }
+}
+
+/// Puts the halves of a form in the place of the first one.
+/// @param rightType type and name of the right half
+void Divide(Vorn_BuildFormArray& forms, VornBuildForm left, const CString& rightType) {
+  if (forms.IsRoadWL_R()) RemoveLeftRightTargets(left.GetFormCtrlTargetArray());
+  Vorn_ComposedPntArray rightPoints = TakeRightPoints(left.GetComposedPntArray());
+  Vorn_FormCtrlTargetArray rightTargets = TakeRightTargets(left.GetFormCtrlTargetArray());
+  // A copy with its serial, so that both halves bear the same one. The control targets come in behind the renaming and
+  // keep naming the first form. Both are intended: hosts get the halves so, and projects hold them so.
+  VornBuildForm right = WithTypeAndName(left, rightType);
+  right.GetComposedPntArray() = std::move(rightPoints);
+  right.GetFormCtrlTargetArray() = std::move(rightTargets);
+  forms.InsertAt(1, std::move(right));
+  forms[0] = std::move(left);
+}
+
+}  // namespace
+
+void VornXSection::MakeOneBuildForm(Vorn_BuildFormArray& forms) {
+  if (forms.GetSize() < 2) return;
+  Join(forms[0], forms[1]);
   forms.RemoveAt(1);
 }
 
-void VornXSection::DevideBuildForm(Vorn_BuildFormArray& forms, const CString& type) {
-  VornBuildForm& first = forms[0];
-  const CString rightType = type;  // type may be that of one of the forms
-  if (forms.IsRoadWL_R()) RemoveLeftRightTargets(first.GetFormCtrlTargetArray());
-  // A copy with its serial, so that both halves bear the same one. The control targets come in behind the renaming and
-  // keep naming the first form. Both are intended: hosts get the halves so, and projects hold them so.
-  VornBuildForm right = first;
-  SetTypeAndName(right, rightType);
-  right.GetComposedPntArray() = TakeRightPoints(first.GetComposedPntArray());
-  right.GetFormCtrlTargetArray() = TakeRightTargets(first.GetFormCtrlTargetArray());
-  forms.InsertAt(1, std::move(right));
-}
+void VornXSection::DevideBuildForm(Vorn_BuildFormArray& forms, const CString& type) { Divide(forms, forms[0], type); }
 
 void VornXSection::ChangeXSectType(const CString& type1, const CString& type2) {
-  const CString left = type1;  // either may be that of one of the forms
-  const CString right = type2;
-  const bool differ = left != right;
+  const bool differ = type1 != type2;
   const int planForms = CountPlanForms(m_buildFormArray);
   if (planForms != 1 && planForms != 2) return;
 
   // The first two forms, even where the plan-type ones stand elsewhere: intended, hosts keep the surface in front.
-  SetTypeAndName(m_buildFormArray[0], left);
-  if (planForms == 1) {
-    if (differ) DevideBuildForm(m_buildFormArray, right);
-  } else if (differ) {
-    SetTypeAndName(m_buildFormArray[1], right);
-  } else {
-    MakeOneBuildForm(m_buildFormArray);
+  VornBuildForm left = WithTypeAndName(m_buildFormArray[0], type1);
+  if (planForms == 1 && differ) return Divide(m_buildFormArray, std::move(left), type2);
+  if (planForms == 2 && differ) {
+    m_buildFormArray[1] = WithTypeAndName(m_buildFormArray[1], type2);
+  } else if (planForms == 2) {
+    Join(left, m_buildFormArray[1]);
+    m_buildFormArray.RemoveAt(1);
   }
+  m_buildFormArray[0] = std::move(left);
 }

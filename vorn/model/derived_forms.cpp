@@ -89,9 +89,17 @@ class ParentPoints {
 
   /// Those of the form that a derived form hangs on; throws `CInvalidArgException` when there is none.
   [[nodiscard]] const PointsBySerial& Of(int form) {
+    const PointsBySerial* points = Prepare(form);
+    if (points == nullptr) throw CInvalidArgException();
+    return *points;
+  }
+  /// As above, with null when there is none. Once this was called, both need no memory until the points are forgotten.
+  const PointsBySerial* Prepare(int form) {
     const auto parent = m_bySerial.find(m_forms[form].GetParentID());
-    if (parent == m_bySerial.end()) throw CInvalidArgException();
-    return m_points.try_emplace(parent->second, m_forms[parent->second].GetComposedPntArray()).first->second;
+    if (parent == m_bySerial.end()) return nullptr;
+    const auto known = m_points.find(parent->second);
+    if (known != m_points.end()) return &known->second;
+    return &m_points.try_emplace(parent->second, m_forms[parent->second].GetComposedPntArray()).first->second;
   }
   /// To be called when the points of a form have come or gone.
   void Forget(int form) { m_points.erase(form); }
@@ -197,9 +205,10 @@ void AddWhereItLies(Vorn_BuildFormArray& forms, const DerivedForms& derived, Par
 
 // --- placing the points of a derived form ----------------------------------------------------------------------------
 
-void PlaceInnerPoints(Vorn_ComposedPntArray& points, const PointsBySerial& parents) {
+void PlaceInnerPoints(Vorn_ComposedPntArray& points, const std::vector<int>& innerPoints,
+                      const PointsBySerial& parents) {
   const NurReal startHeight = points.IsEmpty() ? NurReal() : points[0].GetGh();
-  for (const int index : InnerPoints(points)) {
+  for (const int index : innerPoints) {
     VornComposedPnt& point = points[index];
     const VornComposedPnt* parent = parents.Find(point.GetParentID());
     if (parent == nullptr) continue;
@@ -280,12 +289,24 @@ void Vorn_BuildFormArray::NormalizePaveBuildForm() {
 void Vorn_BuildFormArray::CalcPavePointGhDist(int formIndex) {
   VornBuildForm& form = GetAt(formIndex);
   if (form.GetParentID() == kNone) return;
-  PlaceInnerPoints(form.GetComposedPntArray(), ParentPoints(*this).Of(formIndex));
+  Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+  ParentPoints parents(*this);
+  PlaceInnerPoints(points, InnerPoints(points), parents.Of(formIndex));
 }
 
 void Vorn_BuildFormArray::CalcPavePointGhDist() {
+  struct Derived {
+    int form;
+    std::vector<int> innerPoints;
+  };
   ParentPoints parents(*this);
+  std::vector<Derived> derived;  // before the first form changes: placed once more, a form may get other heights
   for (int i = 0; i < GetSize(); ++i) {
-    if (GetAt(i).GetParentID() != kNone) PlaceInnerPoints(GetAt(i).GetComposedPntArray(), parents.Of(i));
+    if (GetAt(i).GetParentID() == kNone) continue;
+    derived.push_back({i, InnerPoints(GetAt(i).GetComposedPntArray())});
+    parents.Prepare(i);
+  }
+  for (const Derived& one : derived) {
+    PlaceInnerPoints(GetAt(one.form).GetComposedPntArray(), one.innerPoints, parents.Of(one.form));
   }
 }

@@ -12,6 +12,13 @@
 class VornExistingComposedPnt : public Vorn_Base {
  public:
   VornExistingComposedPnt();
+  VornExistingComposedPnt(const VornExistingComposedPnt&) = default;
+  VornExistingComposedPnt(VornExistingComposedPnt&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornExistingComposedPnt& operator=(const VornExistingComposedPnt& other) {
+    return *this = VornExistingComposedPnt(other);
+  }
+  VornExistingComposedPnt& operator=(VornExistingComposedPnt&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;
@@ -71,6 +78,11 @@ class VornExistingBuildForm : public Vorn_Base {
   static constexpr std::uint32_t kLeastArchiveBytes = 9;
 
   VornExistingBuildForm();
+  VornExistingBuildForm(const VornExistingBuildForm&) = default;
+  VornExistingBuildForm(VornExistingBuildForm&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornExistingBuildForm& operator=(const VornExistingBuildForm& other) { return *this = VornExistingBuildForm(other); }
+  VornExistingBuildForm& operator=(VornExistingBuildForm&&) noexcept = default;
 
   /// Writes nothing, and succeeds, for a form with fewer than two points.
   bool toXML(PimIterator* cursor) override;

@@ -7,6 +7,11 @@
 class VornFileInfo : public Vorn_Base {
  public:
   VornFileInfo();
+  VornFileInfo(const VornFileInfo&) = default;
+  VornFileInfo(VornFileInfo&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornFileInfo& operator=(const VornFileInfo& other) { return *this = VornFileInfo(other); }
+  VornFileInfo& operator=(VornFileInfo&&) noexcept = default;
 
   /// The note rides on the change date: without one it is not written. Intended, so set a change date with a note.
   bool toXML(PimIterator* cursor) override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 int VornUIntArray::Find(std::uint32_t value) const {
   const auto found = std::find(begin(), end(), value);
@@ -14,6 +15,9 @@ void VornUIntArray::Remove(std::uint32_t value) {
 
 void VornUIntArray::RemoveDup() {
   std::unordered_set<std::uint32_t> seen;
-  const auto repeated = [&seen](std::uint32_t value) { return !seen.insert(value).second; };
-  SetSize(static_cast<int>(std::remove_if(begin(), end(), repeated) - begin()));
+  VornUIntArray kept;
+  for (const std::uint32_t value : *this) {
+    if (seen.insert(value).second) kept.Add(value);
+  }
+  *this = std::move(kept);
 }

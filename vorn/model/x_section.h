@@ -15,6 +15,11 @@ class VornGroundProfile;
 class VornXSection : public Vorn_Base {
  public:
   VornXSection();
+  VornXSection(const VornXSection&) = default;
+  VornXSection(VornXSection&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornXSection& operator=(const VornXSection& other) { return *this = VornXSection(other); }
+  VornXSection& operator=(VornXSection&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;
@@ -143,7 +148,7 @@ class VornXSection : public Vorn_Base {
   /// is not left is the right.
   int GetCrossPoint(VornLocation side, KelPointArray& points) const;
   /// Recomputes the crossing points of both sides: on each, the one farthest from the centre line; then which points
-  /// exist.
+  /// exist. When memory runs out, crossing points may be gone that were not found again yet: another call finds them.
   void CalcCrossPoint();
 
   // Splitting, joining and retyping (cross_section_typing.cpp). `forms` is the section's build form collection.

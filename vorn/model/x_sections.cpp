@@ -99,11 +99,15 @@ void VornXSections::ReformSelf() {
 }
 
 void VornXSections::ConvFormCtrlTarget() {
+  std::vector<VornFormCtrlTarget> gathered;  // all before the first comes in: gathered again, it would be there twice
   for (const VornXSection& section : m_xSectionArray) {
     for (const VornBuildForm& form : section.GetBuildFormArray()) {
-      for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) m_formCtrlTargetArray.Add(target);
+      const Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
+      gathered.insert(gathered.end(), targets.begin(), targets.end());
     }
   }
+  m_formCtrlTargetArray.Reserve(m_formCtrlTargetArray.GetSize() + static_cast<int>(gathered.size()));
+  for (VornFormCtrlTarget& target : gathered) m_formCtrlTargetArray.Add(std::move(target));
 }
 
 void VornXSections::CreateFormCtrlTargetPnt(VornFormCtrlTarget& target, NurReal distance) {

@@ -15,6 +15,11 @@ class VornXSections : public Vorn_Base {
   static constexpr std::uint32_t kLeastArchiveBytes = 10;
 
   VornXSections();
+  VornXSections(const VornXSections&) = default;
+  VornXSections(VornXSections&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornXSections& operator=(const VornXSections& other) { return *this = VornXSections(other); }
+  VornXSections& operator=(VornXSections&&) noexcept = default;
 
   /// From edition 4.0 on the build forms' control targets are first gathered into the set's own, behind those that are
   /// there already. Whoever writes more than once resets the set's targets in between.

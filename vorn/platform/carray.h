@@ -16,6 +16,8 @@
 ///
 /// An array that never held anything takes one pointer: a composed point has four that are nearly always empty, and
 /// there are a million composed points.
+///
+/// A lack of memory throws `std::bad_alloc` and leaves the array as it was; its elements have to be moved without one.
 template <typename Type, typename ArgType = const Type&>
 class CArray {
  public:
@@ -63,9 +65,9 @@ class CArray {
   void SetAtGrow(int index, ArgType item) {
     if (index < GetSize()) return SetAt(index, item);
     if (index == std::numeric_limits<int>::max()) throw CInvalidArgException();
-    const Type kept = item;  // item may lie in this array, which is about to move
+    Type kept = item;  // item may lie in this array, which is about to move
     SetSize(index + 1);
-    SetAt(index, kept);
+    GetAt(index) = std::move(kept);
   }
 
   /// Appends, and returns the index of the new element.
@@ -84,12 +86,20 @@ class CArray {
       const CArray copy(other);
       return Append(copy);
     }
-    if (!other.IsEmpty()) Items().insert(Items().end(), other.begin(), other.end());
+    if (other.IsEmpty()) return first;
+    // Room first: a vector that grows while it copies has moved its own elements away when a copy fails.
+    const std::size_t size = Items().size() + other.m_items->size();
+    if (size > Items().capacity()) Items().reserve(std::max(size, 2 * Items().capacity()));
+    Items().insert(Items().end(), other.begin(), other.end());
     return first;
   }
   void Copy(const CArray& other) {
     if (other.IsEmpty()) return RemoveAll();
-    Items() = *other.m_items;
+    if constexpr (std::is_trivially_copyable_v<Type>) {
+      Items() = *other.m_items;  // either all memory is there before the first element changes, or none is needed
+    } else if (&other != this) {
+      m_items = std::make_unique<std::vector<Type>>(*other.m_items);
+    }
   }
 
   /// Inserts before index; an index behind the end first grows the array.
@@ -97,13 +107,16 @@ class CArray {
     if (index < 0 || count < 0 || count > std::numeric_limits<int>::max() - std::max(index, GetSize())) {
       throw CInvalidArgException();
     }
-    if (index > GetSize()) {
-      const Type kept = item;  // item may lie in this array, which is about to move
-      SetSize(index);
-      Items().insert(Items().end(), static_cast<std::size_t>(count), kept);
+    const int size = GetSize();
+    if (count == 1 && index <= size) {
+      Items().insert(Items().begin() + index, item);
       return;
     }
-    if (count > 0) Items().insert(Items().begin() + index, static_cast<std::size_t>(count), item);
+    // The copies first: with one that cannot be made in its place, the elements behind it would have moved already.
+    std::vector<Type> copies(static_cast<std::size_t>(count), item);
+    SetSize(std::max(index, size) + count);
+    if (index < size) std::move_backward(begin() + index, begin() + size, end());
+    std::move(copies.begin(), copies.end(), begin() + index);
   }
   /// Removes count elements from index on; the later ones move down.
   void RemoveAt(int index, int count = 1) {

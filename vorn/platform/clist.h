@@ -32,6 +32,14 @@ class CList {
   [[nodiscard]] bool IsEmpty() const { return m_items.empty(); }
   void AddTail(const Type& item) { Append(item); }
   void AddTail(Type&& item) { Append(std::move(item)); }
+  /// Takes over the elements of another list, behind its own: whatever their number, that needs no memory.
+  void AddTail(CList&& other) noexcept {
+    if (other.IsEmpty()) return;
+    m_items.splice_after(m_last, other.m_items);
+    m_last = other.m_last;
+    m_count += other.m_count;
+    other.RemoveAll();
+  }
   void RemoveAll() {
     m_items.clear();
     m_last = m_items.before_begin();

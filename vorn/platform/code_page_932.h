@@ -139,8 +139,10 @@ struct LiteralBytes {
   }
 };
 
+/// With its type told, as g++ otherwise takes some of them for data that may change, and linkers of Windows then find
+/// them twice.
 template <Utf8Literal kLiteral>
-inline constexpr LiteralBytes kLiteralBytes{kLiteral};
+inline constexpr LiteralBytes<sizeof(kLiteral.text)> kLiteralBytes{kLiteral};
 
 }  // namespace detail
 }  // namespace code_page_932

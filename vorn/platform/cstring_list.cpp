@@ -15,9 +15,11 @@ void CStringList::Serialize(CArchive& ar) {
   if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max() - GetCount())) {
     throw CArchiveException(CArchiveException::badIndex);
   }
+  CStringList loaded;
   for (; count > 0; --count) {
     CString text;
     ar >> text;
-    AddTail(std::move(text));
+    loaded.AddTail(std::move(text));
   }
+  AddTail(std::move(loaded));
 }

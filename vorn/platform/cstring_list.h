@@ -16,6 +16,6 @@ class CStringList : public CList<CString> {
   virtual ~CStringList() = default;
 
   /// The number of texts (16 bits, or 0xFFFF and 32 bits), then each text. Loading appends them; more than a list
-  /// can hold are refused by an archive exception before the first is read.
+  /// can hold are refused by an archive exception before the first is read. What throws leaves the list.
   virtual void Serialize(CArchive& ar);
 };

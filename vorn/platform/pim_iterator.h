@@ -10,6 +10,11 @@ class PimAttribute {
  public:
   PimAttribute() = default;
   PimAttribute(const char* name, const char* value) : m_name(name), m_value(value) {}
+  PimAttribute(const PimAttribute&) = default;
+  PimAttribute(PimAttribute&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  PimAttribute& operator=(const PimAttribute& other) { return *this = PimAttribute(other); }
+  PimAttribute& operator=(PimAttribute&&) noexcept = default;
 
   [[nodiscard]] const CString& GetName() const { return m_name; }
   [[nodiscard]] const CString& GetValue() const { return m_value; }

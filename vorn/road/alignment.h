@@ -15,6 +15,13 @@ class VornAlignment : public VornRecord {
   /// That of an old record, which ends before the cross sections.
   static constexpr std::uint32_t kLeastArchiveBytes = 9;
 
+  VornAlignment() = default;
+  VornAlignment(const VornAlignment&) = default;
+  VornAlignment(VornAlignment&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornAlignment& operator=(const VornAlignment& other) { return *this = VornAlignment(other); }
+  VornAlignment& operator=(VornAlignment&&) noexcept = default;
+
   /// The record of the project archive. Cross sections and dates are always written, but read only in road-geometry
   /// data and, from "02.50" on, in form-control data; what is not read stays. Intended, since older form-control data
   /// do not have them. Archive and file exceptions pass through.

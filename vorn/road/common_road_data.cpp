@@ -1,5 +1,7 @@
 // What the construction information and the road-centre data have in common, and how one takes it from the other.
 
+#include <utility>
+
 #include "vorn/road/info_constrcut.h"
 #include "vorn/road/road_center_data.h"
 
@@ -7,11 +9,13 @@ namespace {
 
 template <typename Target, typename Source>
 void TakeCommonData(Target& target, const Source& source) {
-  target.SetCrsArray(source.GetCrsArray());
-  target.GetRoadGm().SetAlignments(source.GetRoadGm().GetAlignments());
   const VornRoadInfo& from = source.GetRoadGm().GetRoadInfo();
   VornRoadInfo& to = target.GetRoadGm().GetRoadInfo();
-  to.SetName(from.GetName());
+  VornCrsArray systems = source.GetCrsArray();
+  VornAlignmentsArray alignments = source.GetRoadGm().GetAlignments();
+  to.SetName(from.GetName());  // the last that needs memory
+  target.GetCrsArray() = std::move(systems);
+  target.GetRoadGm().GetAlignments() = std::move(alignments);
   to.SetClassificat(from.GetClassificat());
   to.SetDesignSpeed(from.GetSpeed());
   to.SetTraffic(from.GetTraffic());

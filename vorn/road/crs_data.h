@@ -12,6 +12,13 @@ class VornCrsData : public VornRecord {
  public:
   static constexpr std::uint32_t kLeastArchiveBytes = 23;
 
+  VornCrsData() = default;
+  VornCrsData(const VornCrsData&) = default;
+  VornCrsData(VornCrsData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornCrsData& operator=(const VornCrsData& other) { return *this = VornCrsData(other); }
+  VornCrsData& operator=(VornCrsData&&) noexcept = default;
+
   /// Horizontal geodetic datum.
   enum class GeoDatum : std::int32_t {
     Unset = -1,

@@ -11,6 +11,11 @@ class VornCtrlPoints : public VornRecord {
  public:
   /// Without points, but with one group of ground points, which is empty.
   VornCtrlPoints() { m_gmPnts.Add(VornGmPnts()); }
+  VornCtrlPoints(const VornCtrlPoints&) = default;
+  VornCtrlPoints(VornCtrlPoints&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornCtrlPoints& operator=(const VornCtrlPoints& other) { return *this = VornCtrlPoints(other); }
+  VornCtrlPoints& operator=(VornCtrlPoints&&) noexcept = default;
 
   /// The record of the project archive, the same for every store version. It does not tell whether it has the ground
   /// points: whoever loads has to know. What is not loaded stays. Archive and file exceptions pass through.

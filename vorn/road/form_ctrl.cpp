@@ -1,5 +1,7 @@
 #include "vorn/road/form_ctrl.h"
 
+#include <utility>
+
 #include "vorn/framework/enum_table.h"
 #include "vorn/platform/code_page_932.h"
 
@@ -39,8 +41,12 @@ void VornFormCtrl::LoadRegistry(WexKey* parent) {
   const WexKeyGroup together(parent);
   WexKey key;
   if (!key.Open(parent, kSettingsKey)) return;
-  for (std::size_t i = 0; i < NameCount; ++i) m_names[i] = kItemNames[i].setting.Load(key);
-  for (std::size_t i = 0; i < MarkCount; ++i) m_marks[i] = static_cast<CtrlMarkType>(kMarkSettings[i].Load(key));
+  Names names;
+  Marks marks{};
+  for (std::size_t i = 0; i < NameCount; ++i) names[i] = kItemNames[i].setting.Load(key);
+  for (std::size_t i = 0; i < MarkCount; ++i) marks[i] = static_cast<CtrlMarkType>(kMarkSettings[i].Load(key));
+  m_names = std::move(names);
+  m_marks = marks;
 }
 
 void VornFormCtrl::StoreRegistry(WexKey* parent) const {

@@ -49,6 +49,11 @@ class VornFormCtrl : public VornRecord {
   static constexpr const char* kSettingsKey = "FormCtrl";
 
   VornFormCtrl() { Init(); }
+  VornFormCtrl(const VornFormCtrl&) = default;
+  VornFormCtrl(VornFormCtrl&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornFormCtrl& operator=(const VornFormCtrl& other) { return *this = VornFormCtrl(other); }
+  VornFormCtrl& operator=(VornFormCtrl&&) noexcept = default;
 
   /// The record of the project archive. One older than "02.50" lacks the names of the other items and the road and
   /// other marks; its names are discarded: intended, all ten are as `Init` sets them afterwards. Archive and file

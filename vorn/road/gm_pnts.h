@@ -10,6 +10,13 @@ class VornGmPnt : public VornRecord {
  public:
   static constexpr std::uint32_t kLeastArchiveBytes = 3;
 
+  VornGmPnt() = default;
+  VornGmPnt(const VornGmPnt&) = default;
+  VornGmPnt(VornGmPnt&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornGmPnt& operator=(const VornGmPnt& other) { return *this = VornGmPnt(other); }
+  VornGmPnt& operator=(VornGmPnt&&) noexcept = default;
+
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
@@ -35,6 +42,13 @@ class VornGmPntArray : public VornNumberedArray<VornGmPnt> {};
 class VornGmPnts : public VornRecord {
  public:
   static constexpr std::uint32_t kLeastArchiveBytes = 6;
+
+  VornGmPnts() = default;
+  VornGmPnts(const VornGmPnts&) = default;
+  VornGmPnts(VornGmPnts&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornGmPnts& operator=(const VornGmPnts& other) { return *this = VornGmPnts(other); }
+  VornGmPnts& operator=(VornGmPnts&&) noexcept = default;
 
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);

@@ -14,6 +14,13 @@ class VornRoadCenterData;
 /// how the as-built control items are called.
 class VornInfoConstrcut : public VornRecord {
  public:
+  VornInfoConstrcut() = default;
+  VornInfoConstrcut(const VornInfoConstrcut&) = default;
+  VornInfoConstrcut(VornInfoConstrcut&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornInfoConstrcut& operator=(const VornInfoConstrcut& other) { return *this = VornInfoConstrcut(other); }
+  VornInfoConstrcut& operator=(VornInfoConstrcut&&) noexcept = default;
+
   /// The record of the project archive, with its own store version at its head. Loading one newer than the library
   /// writes throws `false`, with nothing but the version read. Archive and file exceptions pass through.
   void Serialize(CArchive& ar);

@@ -11,6 +11,13 @@ class VornLandXMLAlignment : public VornRecord {
   static constexpr std::uint32_t kLeastArchiveBytes = 12;
   static constexpr std::uint16_t kNoCode = 0xFFFF;
 
+  VornLandXMLAlignment() = default;
+  VornLandXMLAlignment(const VornLandXMLAlignment&) = default;
+  VornLandXMLAlignment(VornLandXMLAlignment&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornLandXMLAlignment& operator=(const VornLandXMLAlignment& other) { return *this = VornLandXMLAlignment(other); }
+  VornLandXMLAlignment& operator=(VornLandXMLAlignment&&) noexcept = default;
+
   /// The record of the project archive, the same for every version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag, const char* version);
 

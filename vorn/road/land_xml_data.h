@@ -22,6 +22,13 @@ class VornLandXMLData : public VornRecord {
   /// The store version that is written, and the newest that is read.
   static constexpr const char* kNewestStoreVersion = "01.11";
 
+  VornLandXMLData() = default;
+  VornLandXMLData(const VornLandXMLData&) = default;
+  VornLandXMLData(VornLandXMLData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornLandXMLData& operator=(const VornLandXMLData& other) { return *this = VornLandXMLData(other); }
+  VornLandXMLData& operator=(VornLandXMLData&&) noexcept = default;
+
   /// The record of the project archive, with its own store version at its head. Loading a newer one throws `false`
   /// before anything else is read. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);

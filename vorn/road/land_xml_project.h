@@ -6,6 +6,13 @@
 /// Name and description of the project in the LandXML export.
 class VornLandXMLProject : public VornRecord {
  public:
+  VornLandXMLProject() = default;
+  VornLandXMLProject(const VornLandXMLProject&) = default;
+  VornLandXMLProject(VornLandXMLProject&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornLandXMLProject& operator=(const VornLandXMLProject& other) { return *this = VornLandXMLProject(other); }
+  VornLandXMLProject& operator=(VornLandXMLProject&&) noexcept = default;
+
   /// The record of the project archive, the same for every version. Archive and file exceptions pass through.
   /// @param tag     store version of the project
   /// @param version store version of the LandXML data

@@ -9,6 +9,13 @@
 /// All road and survey reference data of a project: what a host keeps in its project archive.
 class VornLinearXMLData : public VornRecord {
  public:
+  VornLinearXMLData() = default;
+  VornLinearXMLData(const VornLinearXMLData&) = default;
+  VornLinearXMLData(VornLinearXMLData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornLinearXMLData& operator=(const VornLinearXMLData& other) { return *this = VornLinearXMLData(other); }
+  VornLinearXMLData& operator=(VornLinearXMLData&&) noexcept = default;
+
   /// The record of the project archive. Each of the three parts carries its own store version; loading a newer one
   /// throws `false`, with the parts before it read. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);

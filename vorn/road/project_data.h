@@ -11,6 +11,13 @@ class VornCreatorInfoData : public VornRecord {
  public:
   static constexpr std::uint32_t kLeastArchiveBytes = 2;
 
+  VornCreatorInfoData() = default;
+  VornCreatorInfoData(const VornCreatorInfoData&) = default;
+  VornCreatorInfoData(VornCreatorInfoData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornCreatorInfoData& operator=(const VornCreatorInfoData& other) { return *this = VornCreatorInfoData(other); }
+  VornCreatorInfoData& operator=(VornCreatorInfoData&&) noexcept = default;
+
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
@@ -33,6 +40,11 @@ class VornProjectData : public VornRecord {
 
   /// In the construction phase, with an invalid date.
   VornProjectData() { m_date.SetStatus(COleDateTime::invalid); }
+  VornProjectData(const VornProjectData&) = default;
+  VornProjectData(VornProjectData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornProjectData& operator=(const VornProjectData& other) { return *this = VornProjectData(other); }
+  VornProjectData& operator=(VornProjectData&&) noexcept = default;
 
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);

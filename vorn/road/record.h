@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "vorn/platform/carchive.h"
 #include "vorn/platform/kel_array.h"
@@ -70,12 +71,15 @@ class VornNumberedArray : public VornRecordArray<Type> {
   /// is here already: what is here stays as it is. Returns the resulting count. O(n) in both arrays.
   int Composition(const VornNumberedArray& other) {
     std::bitset<std::numeric_limits<std::uint16_t>::max() + std::size_t{1}> present;
+    KelArray<Type> added;
     for (const Type& point : *this) present.set(point.GetNumber());
     for (const Type& point : other) {
       if (present.test(point.GetNumber())) continue;
       present.set(point.GetNumber());
-      this->Add(point);
+      added.Add(point);
     }
+    this->Reserve(this->GetSize() + added.GetSize());
+    for (Type& point : added) this->Add(std::move(point));
     return this->GetSize();
   }
 };

@@ -14,6 +14,13 @@ class VornInfoConstrcut;
 /// road geometry.
 class VornRoadCenterData : public VornRecord {
  public:
+  VornRoadCenterData() = default;
+  VornRoadCenterData(const VornRoadCenterData&) = default;
+  VornRoadCenterData(VornRoadCenterData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornRoadCenterData& operator=(const VornRoadCenterData& other) { return *this = VornRoadCenterData(other); }
+  VornRoadCenterData& operator=(VornRoadCenterData&&) noexcept = default;
+
   /// The record of the project archive, with its own store version at its head; the one given is not looked at.
   /// Loading one newer than the library writes throws `false`, with nothing but the version read. Archive and file
   /// exceptions pass through.

@@ -11,9 +11,12 @@ void VornRoadGmData::LoadRegistry() {
   if (!VornGetBaseRegKey(&root)) return;
   WexKey key;
   key.Open(&root, kSettingsKey);  // a key that is not there stays closed, and gives the defaults
-  m_roadInfo.SetClassificat(static_cast<Classificat>(kClassificatSetting.Load(key)));
-  m_roadInfo.SetDesignSpeed(static_cast<DesignSpeed>(kSpeedSetting.Load(key)));
-  m_roadInfo.SetTraffic(kTrafficSetting.Load(key));
+  const auto classificat = static_cast<Classificat>(kClassificatSetting.Load(key));
+  const auto speed = static_cast<DesignSpeed>(kSpeedSetting.Load(key));
+  const std::int32_t traffic = kTrafficSetting.Load(key);
+  m_roadInfo.SetClassificat(classificat);
+  m_roadInfo.SetDesignSpeed(speed);
+  m_roadInfo.SetTraffic(traffic);
 }
 
 void VornRoadGmData::StoreRegistry() const {

@@ -27,6 +27,13 @@ class VornRoadGmData : public VornRecord {
   static constexpr VornIntegerSetting kSpeedSetting{"speed", 0};
   static constexpr VornIntegerSetting kTrafficSetting{"traffic", 1};
 
+  VornRoadGmData() = default;
+  VornRoadGmData(const VornRoadGmData&) = default;
+  VornRoadGmData(VornRoadGmData&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornRoadGmData& operator=(const VornRoadGmData& other) { return *this = VornRoadGmData(other); }
+  VornRoadGmData& operator=(VornRoadGmData&&) noexcept = default;
+
   /// The record of the project archive; the store version is compared as a number here. Archive and file exceptions
   /// pass through.
   void Serialize(CArchive& ar, const char* tag, VORN_DataKind kind);

@@ -48,6 +48,13 @@ class VornRoadInfo {
     Kmh20 = 7,
   };
 
+  VornRoadInfo() = default;
+  VornRoadInfo(const VornRoadInfo&) = default;
+  VornRoadInfo(VornRoadInfo&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornRoadInfo& operator=(const VornRoadInfo& other) { return *this = VornRoadInfo(other); }
+  VornRoadInfo& operator=(VornRoadInfo&&) noexcept = default;
+
   /// Name, road class, design speed and traffic class, as the record of the road data has them; the other members are
   /// not archived. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);

@@ -14,6 +14,13 @@ class VornSurveyPoint : public VornRecord {
  public:
   static constexpr std::uint32_t kLeastArchiveBytes = 7;
 
+  VornSurveyPoint() = default;
+  VornSurveyPoint(const VornSurveyPoint&) = default;
+  VornSurveyPoint(VornSurveyPoint&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornSurveyPoint& operator=(const VornSurveyPoint& other) { return *this = VornSurveyPoint(other); }
+  VornSurveyPoint& operator=(VornSurveyPoint&&) noexcept = default;
+
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "vorn/framework/enum_table.h"
 #include "vorn/framework/schema.h"
@@ -83,8 +84,9 @@ void VornStructureType::Initialize() {
 }
 
 bool VornStructureType::GetStructureTypes(CStringArray& names) {
-  names.RemoveAll();
-  for (const auto& row : kTypes) names.Add(CString(row.text));
+  CStringArray all;
+  for (const auto& row : kTypes) all.Add(CString(row.text));
+  names = std::move(all);
   return !names.IsEmpty();
 }
 

@@ -25,6 +25,11 @@ class VornStructureType : public Vorn_Base {
   enum class MinistryType : std::int32_t { Land = 0, Agriculture = 1 };
 
   VornStructureType();
+  VornStructureType(const VornStructureType&) = default;
+  VornStructureType(VornStructureType&&) noexcept = default;
+  /// Without the memory for a copy of all of it, the object stays as it was.
+  VornStructureType& operator=(const VornStructureType& other) { return *this = VornStructureType(other); }
+  VornStructureType& operator=(VornStructureType&&) noexcept = default;
 
   bool toXML(PimIterator* cursor) override;
   bool fromXML(PimIterator* cursor) override;

@@ -1,6 +1,7 @@
 #include "vorn/types/type_manager.h"
 
 #include <array>
+#include <utility>
 
 #include "vorn/framework/schema.h"
 #include "vorn/platform/code_page_932.h"
@@ -37,20 +38,23 @@ constexpr VornFormAttr kUnknown = {u8"不明"_cp932.data(), {}};
 
 template <typename Forms>
 void Append(const Forms& forms, VornTypeManager::List& list) {
+  list.Reserve(list.GetSize() + static_cast<int>(forms.size()));
   for (const VornFormAttr& form : forms) list.Add(form);
 }
 
 }  // namespace
 
 void VornTypeManager::Type(WorkType type, List& list, bool includeOther) const {
-  list.RemoveAll();
+  List forms;
+  const bool earthwork = type == WorkType::RoadEarthwork || type == WorkType::RiverCoastErosionControl;
   if (VornSchema::Instance().IsVer2()) {
-    if (type == WorkType::RoadEarthwork || type == WorkType::RiverCoastErosionControl) Append(kEdition20Forms, list);
-    return;
+    if (earthwork) Append(kEdition20Forms, forms);
+  } else {
+    if (type == WorkType::RoadEarthwork) Road(forms);
+    if (type == WorkType::RiverCoastErosionControl) River(forms);
+    if (type == WorkType::Other || includeOther) Other(forms);
   }
-  if (type == WorkType::RoadEarthwork) Road(list);
-  if (type == WorkType::RiverCoastErosionControl) River(list);
-  if (type == WorkType::Other || includeOther) Other(list);
+  list = std::move(forms);
 }
 
 void VornTypeManager::Road(List& list) const { Append(kRoadForms, list); }

@@ -1,7 +1,7 @@
 // Judges every file of a corpus without a fuzzer, so that what was found once stays mended:
-//   vorn_archive_replay FILE_OR_DIRECTORY...
+//   vorn_<target>_replay FILE_OR_DIRECTORY...
 // or writes the inputs that the fuzzer starts from:
-//   vorn_archive_replay --make-seeds DIRECTORY
+//   vorn_<target>_replay --make-seeds DIRECTORY
 
 #include <algorithm>
 #include <cstdio>
@@ -10,20 +10,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
 #include <vector>
 
-#include "fuzz/archive_target.h"
+#include "fuzz/target.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The names of the records, in the order of `RecordKind`.
-constexpr const char* kKindNames[] = {
-    "sets", "registry", "structure_type", "file_infos", "small_file_info", "pavement", "table", "texts",
-    "date", "section",  "form",           "point",      "targets",         "ground",   "road",  "land_xml"};
-static_assert(std::size(kKindNames) == vorn_fuzz::kRecordKinds);
 
 bool JudgeFile(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -32,9 +25,9 @@ bool JudgeFile(const fs::path& path) {
   // Said before, so that a crash leaves the name behind.
   std::printf("%s ", path.string().c_str());
   std::fflush(stdout);
-  const bool loaded = vorn_fuzz::JudgeArchive({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
-  std::printf("%s\n", loaded ? "loaded" : "refused");
-  return loaded;
+  const bool taken = vorn_fuzz::Judge({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  std::printf("%s\n", taken ? "taken" : "refused");
+  return taken;
 }
 
 std::vector<fs::path> FilesIn(const std::vector<fs::path>& paths) {
@@ -54,20 +47,18 @@ std::vector<fs::path> FilesIn(const std::vector<fs::path>& paths) {
 
 int Replay(const std::vector<fs::path>& paths) {
   const std::vector<fs::path> files = FilesIn(paths);
-  const auto loaded = std::count_if(files.begin(), files.end(), JudgeFile);
-  std::printf("%d inputs, %d of them loaded\n", static_cast<int>(files.size()), static_cast<int>(loaded));
-  return loaded > 0 ? 0 : 1;  // a corpus that is empty or loads nothing is a mistake
+  const auto taken = std::count_if(files.begin(), files.end(), JudgeFile);
+  std::printf("%d inputs, %d of them taken\n", static_cast<int>(files.size()), static_cast<int>(taken));
+  return taken > 0 ? 0 : 1;  // a corpus that is empty or only refused is a mistake
 }
 
 void MakeSeedFiles(const fs::path& directory) {
   fs::create_directories(directory);
   for (const vorn_fuzz::Seed& seed : vorn_fuzz::MakeSeeds()) {
-    const std::string name =
-        std::string(kKindNames[static_cast<std::size_t>(seed.kind)]) + "_" + vorn_fuzz::kStoreVersions[seed.version];
-    std::ofstream file(directory / name, std::ios::binary);
+    std::ofstream file(directory / seed.name, std::ios::binary);
     file.write(reinterpret_cast<const char*>(seed.input.data()), static_cast<std::streamsize>(seed.input.size()));
     file.close();
-    if (!file) throw fs::filesystem_error("cannot be written", name, std::make_error_code(std::errc::io_error));
+    if (!file) throw fs::filesystem_error("cannot be written", seed.name, std::make_error_code(std::errc::io_error));
   }
 }
 

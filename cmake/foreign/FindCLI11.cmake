@@ -1,0 +1,10 @@
+include(VornForeign)
+include(FindPackageHandleStandardArgs)
+
+if(NOT TARGET CLI11::CLI11)
+  vorn_foreign_headers(CLI11::CLI11 "CLI")
+endif()
+if(TARGET CLI11::CLI11)
+  set(CLI11_HEADERS "/usr/include/CLI")
+endif()
+find_package_handle_standard_args(CLI11 REQUIRED_VARS CLI11_HEADERS)

@@ -1,0 +1,10 @@
+include(VornForeign)
+include(FindPackageHandleStandardArgs)
+
+if(NOT TARGET nlohmann_json::nlohmann_json)
+  vorn_foreign_headers(nlohmann_json::nlohmann_json "nlohmann")
+endif()
+if(TARGET nlohmann_json::nlohmann_json)
+  set(nlohmann_json_HEADERS "/usr/include/nlohmann")
+endif()
+find_package_handle_standard_args(nlohmann_json REQUIRED_VARS nlohmann_json_HEADERS)

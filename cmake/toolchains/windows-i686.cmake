@@ -1,0 +1,4 @@
+# 32-bit programs for Windows.
+set(CMAKE_SYSTEM_PROCESSOR i686)
+set(VORN_MINGW i686-w64-mingw32)
+include("${CMAKE_CURRENT_LIST_DIR}/mingw.cmake")
