@@ -20,7 +20,7 @@
 /// machine and from hour to hour, ratios of one run do not. The table says which targets are missed.
 ///
 /// What is to be compared runs in rounds, one after the other and then all again: on a machine that others use too,
-/// both sides of a ratio then have the same share of the disturbances.
+/// both sides of a ratio then have the same chances of an undisturbed time.
 class BenchReporter : public benchmark::ConsoleReporter {
  public:
   using Names = std::vector<std::string>;  ///< of benchmarks, with their argument ("Crossings/2000")
@@ -136,7 +136,7 @@ class BenchReporter : public benchmark::ConsoleReporter {
         m_errors.push_back(name + ": " + run.error_message);
         continue;
       }
-      if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
+      if (run.run_type == Run::RT_Aggregate) continue;
       const double unit = benchmark::GetTimeUnitMultiplier(run.time_unit);
       const bool wallClock = !run.run_name.time_type.empty();
       const auto counted = run.counters.find(kCpuCounter);
@@ -147,7 +147,7 @@ class BenchReporter : public benchmark::ConsoleReporter {
   }
 
   /// Prints the table: what the shortest times give beside what the medians give. The shortest times decide: whatever
-  /// else the machine does can only make a round longer, and hardly ever both sides by the same share.
+  /// else the machine does can only make a round longer.
   /// False when a target is missed, or a benchmark gave an error instead of a time.
   [[nodiscard]] bool PrintSummary() const {
     bool good = m_errors.empty();

@@ -17,8 +17,6 @@ DesignDocument MakeDocument(int sections) {
   return vorn_host::ToDocument(vorn_host::MakeSampleDesign(options));
 }
 
-std::filesystem::path ScratchFolder() { return std::filesystem::path(VORN_BENCH_SCRATCH); }
-
 void AddPoints(const VornXSection& section, DocumentTally& tally) {
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     ++tally.forms;
@@ -91,6 +89,8 @@ DocumentTally TallyOf(const DesignDocument& document) {
   return tally;
 }
 
+std::filesystem::path ScratchFolder() { return std::filesystem::path(VORN_BENCH_SCRATCH); }
+
 std::filesystem::path SampleFile(std::int64_t megabytes) {
   std::filesystem::path path = ScratchFolder() / ("sample-" + std::to_string(megabytes) + ".xml");
   const std::string& text = DocumentSample::Of(megabytes).text;
@@ -100,7 +100,7 @@ std::filesystem::path SampleFile(std::int64_t megabytes) {
   return path;
 }
 
-void RemoveSampleFiles() {
+void RemoveScratchFiles() {
   std::error_code error;
   std::filesystem::remove_all(ScratchFolder(), error);
   std::filesystem::create_directories(ScratchFolder(), error);

@@ -21,7 +21,9 @@ struct DocumentSample {
 [[nodiscard]] std::string WriteText(vorn_host::DesignDocument& document);
 [[nodiscard]] DocumentTally TallyOf(const vorn_host::DesignDocument& document);
 
-/// Where a sample's document lies as a file, on the disk that holds the build; it is written when first asked for.
+/// The folder of the benchmarks' files, on the disk that holds the build.
+[[nodiscard]] std::filesystem::path ScratchFolder();
+/// Where a sample's document lies as a file; it is written when first asked for.
 [[nodiscard]] std::filesystem::path SampleFile(std::int64_t megabytes);
-/// Removes these files.
-void RemoveSampleFiles();
+/// Removes all files of the folder.
+void RemoveScratchFiles();

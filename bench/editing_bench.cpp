@@ -305,7 +305,6 @@ void SplitForm(benchmark::State& state) {
 /// The two sizes between which growth is told.
 void Sizes(benchmark::internal::Benchmark* bench) {
   bench->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond)->MinTime(0.2)->Repetitions(3);
-  bench->ReportAggregatesOnly();
 }
 
 BENCHMARK(CrossingsOfRoad)->Arg(2'000)->Unit(benchmark::kMillisecond)->Iterations(1);

@@ -109,22 +109,26 @@ void MeasureApart(BenchReporter& reporter, const std::string& filter) {
     benchmark::RunSpecifiedBenchmarks(&reporter, filter);
     return;
   }
-  const std::string out = program + ".times";
+  const std::string out = (ScratchFolder() / "times").string();
   const std::string command =
       "\"" + program + "\" " + kMeasureOption + " \"" + filter + "\" \"" + out + "\" >/dev/null";
-  if (std::system(command.c_str()) != 0) reporter.AddError("a process of its own failed: " + filter);
-  if (std::ifstream file(out); file) reporter.TakeOverTimes(file);
+  const int exitCode = std::system(command.c_str());
+  std::ifstream file(out);
+  if (exitCode != 0 || !file) reporter.AddError("a process of its own failed: " + filter);
+  reporter.TakeOverTimes(file);
   std::filesystem::remove(out);
 }
 
 void RunAll(BenchReporter& reporter) {
   // The smaller documents first: what is made for the large ones stays.
   const std::string own = "ParseAlone|ParseInPlace|ReadCopy|ReadDocument|SaveAlone|WriteDocument|ReadIntoStructs";
-  const auto bindingOf = [&](const char* size) {
-    return [&reporter, size] { MeasureApart(reporter, std::string("^(ReadBinding|WriteBinding)/") + size + "/"); };
+  const auto inEachRound = [&]([[maybe_unused]] const std::string& size) {
+#ifdef VORN_HAS_BINDING
+    MeasureApart(reporter, "^(ReadBinding|WriteBinding)/" + size + "/");
+#endif
   };
-  reporter.RunInRounds("^(" + own + "|ConvertWithTool)/20/", 9, bindingOf("20"));
-  reporter.RunInRounds("^(" + own + ")/200/", 5, bindingOf("200"));
+  reporter.RunInRounds("^(" + own + "|ConvertWithTool)/20/", 9, [&] { inEachRound("20"); });
+  reporter.RunInRounds("^(" + own + ")/200/", 5, [&] { inEachRound("200"); });
   if (const std::optional<ReadingMemory> memory = ReadingMemoryOf(SampleFile(200).string())) {
     reporter.SetFigure("peak", memory->peak);
     reporter.SetFigure("allocated", memory->allocated);
@@ -138,7 +142,7 @@ void RunAll(BenchReporter& reporter) {
   const std::string road = "^(CrossingsOfRoad|AllPairsOfRoad)/";
   reporter.RunInRounds(road, 5);
   benchmark::RunSpecifiedBenchmarks(&reporter, "-/(iterations:[0-9]+)");
-  RemoveSampleFiles();
+  RemoveScratchFiles();
 }
 
 }  // namespace

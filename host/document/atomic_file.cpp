@@ -73,7 +73,7 @@ File Open(const fs::path& place, Opening opening, const fs::path& path, const ch
   return file;
 }
 
-/// Asks for large pages of memory: the system gives out a large text in hundredths of the steps then. Does nothing
+/// Asks for large pages of memory: the system gives out a large text in far fewer steps then. Does nothing
 /// where it has none.
 void UseLargePages([[maybe_unused]] std::string& text) {
 #ifdef MADV_HUGEPAGE
