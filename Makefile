@@ -5,7 +5,7 @@ FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -pri
 CLANG_FORMAT = clang-format-14
 
 .PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean \
-  thorough m32 win64 win32 platform-dependencies
+  thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -15,13 +15,22 @@ test: configure
 	cmake --build --preset release
 	ctest --preset release
 
-# What takes too long for every change.
-thorough: m32 win64 win32
+# What takes too long for every change: some three hours on two cores. .ci/run does the rest.
+thorough: clang static-analysis valgrind m32 win64 win32 fuzz
 
+clang: dependencies
 m32 win64: platform-dependencies
+clang m32 win64:
 	cmake --preset $@
 	cmake --build --preset $@
 	ctest --preset $@
+
+# clang-tidy and cppcheck.
+static-analysis: configure
+	tools/static_analysis.sh build/release
+
+valgrind: test
+	tools/valgrind_tests.sh build/release
 
 # Nothing runs 32-bit programs of Windows here.
 win32: platform-dependencies
