@@ -73,7 +73,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using host_test::ErrorOf;
-using host_test::FileSizeLimit;
 using host_test::TemporaryDirectory;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -249,7 +248,7 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenWritingStopsHalfway) {
   directory.Write("a", "old");
   std::string error;
   {
-    const FileSizeLimit limit(10'000);
+    const host_test::FileSizeLimit limit(10'000);
     error = WriteError(directory / "a", std::string(50'000, 'x'));
   }
   EXPECT_THAT(error, AllOf(StartsWith((directory / "a").string()), HasSubstr(": cannot be written: ")));

@@ -9,6 +9,7 @@
 #include <array>
 #include <chrono>
 #include <cmath>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -341,7 +342,7 @@ TEST(SectionDrawingLabels, TellCodesAndGrades) {
   EXPECT_THAT(TextsOf(drawing, DrawingKind::Grade), testing::UnorderedElementsAre("-2.0%", "-2.0%", "1:1.5", "1:1.5"));
   for (const DrawnText& text : drawing.texts) {
     if (text.text != "1:1.5") continue;
-    const double slope = std::atan2(4.0, 6.0) * 180.0 / M_PI;
+    const double slope = std::atan2(4.0, 6.0) * 180.0 / std::numbers::pi;
     EXPECT_NEAR(text.angle, text.place.offset < 0.0 ? slope : -slope, 1e-9) << "along the slope, never upside down";
   }
 }
@@ -359,7 +360,8 @@ TEST(SectionDrawingLabels, BelongToTheirPoints) {
 
 TEST(SectionDrawingLabels, FollowTheExaggeratedSlope) {
   const SectionDrawing drawing = Draw(RoadView(), {2.0});
-  EXPECT_NEAR(TextOf(drawing, DrawingKind::Grade, "1:1.5").angle, std::atan2(8.0, 6.0) * 180.0 / M_PI, 1e-9);
+  EXPECT_NEAR(TextOf(drawing, DrawingKind::Grade, "1:1.5").angle, std::atan2(8.0, 6.0) * 180.0 / std::numbers::pi,
+              1e-9);
   ExpectSound(drawing);
 }
 
@@ -556,7 +558,8 @@ TEST(SectionDrawingDimensions, ShowLengthsOfSeveralSegmentsOnTheLongestOne) {
   SectionView view = RoadView();
   view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {0, 2}, 10.7118)};
   const DrawnText value = TextOf(Draw(view), DrawingKind::Dimension, "SL=10.712");
-  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9) << "along the slope, which the chord is not";
+  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / std::numbers::pi, 1e-9)
+      << "along the slope, which the chord is not";
 }
 
 TEST(SectionDrawingDimensions, LeadToLengthsThatFindNoRoomAlongTheirSlopes) {
@@ -690,7 +693,7 @@ TEST(SectionDrawingDimensions, ShowLengthsAlongSlopes) {
   SectionView view = RoadView();
   view.targets = {TargetOf(ViewTarget::Item::SlopeLength, {1, 2}, 7.2111)};
   const DrawnText value = TextOf(Draw(view), DrawingKind::Dimension, "SL=7.211");
-  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / M_PI, 1e-9);
+  EXPECT_NEAR(value.angle, std::atan2(4.0, 6.0) * 180.0 / std::numbers::pi, 1e-9);
   EXPECT_LT(value.liftMm, 0.0) << "the ratio stands on the other side";
 }
 
