@@ -27,6 +27,7 @@ import shutil
 import signal
 import subprocess
 import sys
+import threading
 import time
 from collections import namedtuple
 
@@ -330,8 +331,24 @@ class Workshop:
         self.tests = sorted(glob.glob("tests/**/*_test.cpp", root_dir=ROOT, recursive=True))
         self.commands = self._commands()
         self.dependents = self._dependents()
-        self._link_all()
-        self.test_seconds = {program: self._time_tests(program) for program in PROGRAMS}
+        self._seconds = {}
+        self._timing = threading.Lock()
+
+    def _link(self, program):
+        """Makes a program that loads the library; once for each state of the objects."""
+        made = [os.path.join(self.directory, name) for name in (LIBRARY, program)]
+        objects = [os.path.join(self.build, target) for target in self.commands if target.endswith(".o")]
+        if all(map(os.path.exists, made)) and max(map(os.path.getmtime, objects)) < min(map(os.path.getmtime, made)):
+            return True
+        return self.link_library(self.directory, {}) and self.link_program(program, self.directory, {})
+
+    def test_seconds(self, program):
+        with self._timing:
+            if program not in self._seconds:
+                if not self._link(program):
+                    raise RuntimeError("The build is not complete: make coverage")
+                self._seconds[program] = self._time_tests(program)
+            return self._seconds[program]
 
     def _time_tests(self, program):
         """How much of the processor's time the tests take when nothing is changed; they have to pass."""
@@ -404,17 +421,6 @@ class Workshop:
         command[command.index("-o") + 1] = os.path.join(folder, program)
         return run_limited(command, COMPILER_SECONDS, cwd=self.build) == 0
 
-    def _link_all(self):
-        """Once for each state of the objects."""
-        made = [os.path.join(self.directory, name) for name in (LIBRARY, *PROGRAMS)]
-        objects = [os.path.join(self.build, target) for target in self.commands if target.endswith(".o")]
-        if all(map(os.path.exists, made)) and max(map(os.path.getmtime, objects)) < min(map(os.path.getmtime, made)):
-            return
-        linked = [self.link_library(self.directory, {})]
-        linked += [self.link_program(program, self.directory, {}) for program in PROGRAMS]
-        if not all(linked):
-            raise RuntimeError("The build is not complete: make coverage")
-
 
 def tests_of(workshop, path):
     """A filter of the tests that stand where the file's own would: those of its name, or of its folder."""
@@ -479,6 +485,7 @@ class Trial:
 
     def _ask(self, program, replaced):
         folder = self.workshop.directory
+        seconds = self.workshop.test_seconds(program)
         if any(f"/{program}.dir/" in target for target in replaced):
             folder = self.folder
             if not self.workshop.link_program(program, folder, replaced):
@@ -486,7 +493,6 @@ class Trial:
         environment = dict(UNCOUNTED, LD_LIBRARY_PATH=self.folder, TMPDIR=self.folder)
         command = [os.path.join(folder, program), "--gtest_fail_fast", "--gtest_brief=1"]
         near = tests_of(self.workshop, self.mutant.path)
-        seconds = self.workshop.test_seconds[program]
         runs = [(["--gtest_filter=-" + SLOW_TESTS], 3 * seconds + 2)]
         if program == "vorn_tests" and near:
             runs.insert(0, ([f"--gtest_filter={near}"], 2 * seconds + 2))
