@@ -4,8 +4,8 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean \
-  thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind
+.PHONY: demo test docs bench instruction-counts coverage mutants fuzz dependencies configure format check-format \
+  clean thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -51,6 +51,20 @@ PRESET = release
 instruction-counts: dependencies
 	cmake --preset $(PRESET)
 	cmake --build --preset $(PRESET) --target vorn_renew_instruction_counts
+
+# What the library's own tests run of it. The page for the browser is build/coverage/coverage/index.html.
+coverage: dependencies
+	cmake --preset coverage
+	cmake --build --preset coverage --target vorn_tests vorn_allocation_failure_tests vorn_archive_memory_tests
+	tools/coverage.py
+
+# Changes the library in one place at a time and asks its tests. More of them: make mutants MUTANTS=3000 MUTANT_SEED=2
+MUTANTS = 300
+MUTANT_SEED = 1
+MUTANT_JOBS = 1
+
+mutants: coverage
+	tools/mutate.py --count $(MUTANTS) --seed $(MUTANT_SEED) --jobs $(MUTANT_JOBS)
 
 # Starts from the corpus in the sources and keeps what it finds in the build. One target: make fuzz FUZZ_TARGET=document
 FUZZ_TARGETS = archive document project text editing

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -384,6 +385,29 @@ TEST(ComposedPntArchive0600, AddsEveryAutomaticLineToThoseAlreadyThere) {
   point.SetAutoConnect(0x40);
   ReadInto(point, PointBytes({"06.00", Way::Read}, 3).All(), "06.00");
   EXPECT_EQ(point.IsAutoConnect(), 0x7F);
+}
+
+// The second role is kept only where it says something, and any one of its values is something.
+TEST(ComposedPntArchive0600, ReadsASubDetailThatHasASingleValue) {
+  using Change = void (*)(VornComposedPnt&);
+  const std::array<Change, 6> changes = {
+      [](VornComposedPnt& point) { point.SetCode("code", PntType::Sub); },
+      [](VornComposedPnt& point) { point.SetXSectType(1, PntType::Sub); },
+      [](VornComposedPnt& point) { point.SetXSectNameID(1, PntType::Sub); },
+      [](VornComposedPnt& point) { point.SetXSectName("name", PntType::Sub); },
+      [](VornComposedPnt& point) { point.SetDekiPairID(1, PntType::Sub); },
+      [](VornComposedPnt& point) {
+        point.Measure(PntType::Sub).Add({0, 1});
+      },
+  };
+  const auto plain = StoredAs(VornComposedPnt(), "06.00");
+  for (const Change change : changes) {
+    VornComposedPnt point;
+    change(point);
+    const auto stored = StoredAs(point, "06.00");
+    EXPECT_NE(stored, plain);
+    EXPECT_EQ(StoredAs(ReadBack<VornComposedPnt>(stored, "06.00"), "06.00"), stored);
+  }
 }
 
 TEST(ComposedPntArchive0650, ReadingLeavesTheAutomaticLinesAlone) {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -698,9 +698,9 @@ TEST_P(BuildFormInEarlyEdition, LooksForEarthworkInAVeryLongNameWithoutDelay) {
   // Half a million places look like the character for a cut, and each lies across two characters.
   std::string name(kStraddlingExcavation.substr(0, 2));
   for (int i = 0; i < 500'000; ++i) name += kStraddlingExcavation.substr(2);
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();  // the processor's time: other programs may keep it busy
   EXPECT_EQ(TypeAfterReading({"name='", name, "'"}), "former");
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
 }
 
 TEST_P(BuildFormInEarlyEdition, PrefersATypeThatFollowsTheName) {

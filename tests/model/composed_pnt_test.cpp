@@ -621,6 +621,22 @@ TEST(ComposedPnt, SetsTheAutomaticLinesOfBothRecords) {
   }
 }
 
+TEST(ComposedPnt, SetsOneAutomaticLineAndClearsTheOther) {
+  const auto expectLines = [](const VornComposedPnt& point, std::int32_t prev, std::int32_t next) {
+    for (const PntType role : {PntType::Main, PntType::Sub}) {
+      EXPECT_EQ(point.IsConnectionAutoLinePrev(role), prev);
+      EXPECT_EQ(point.IsConnectionAutoLineNext(role), next);
+    }
+  };
+  VornComposedPnt point;
+  point.SetConnectionAutoLine(0, 0);
+  expectLines(point, 0, 0);
+  point.SetConnectionAutoLine(0, 5);
+  expectLines(point, 0, 5);
+  point.SetConnectionAutoLine(4, 0);
+  expectLines(point, 4, 0);
+}
+
 TEST(ComposedPnt, RemembersTheLastCodeWhateverItsRole) {
   VornComposedPnt point;
   for (const auto& [code, role] : {std::pair("A", PntType::Main), std::pair("B", PntType::Sub),

@@ -1,0 +1,639 @@
+#!/usr/bin/env python3
+"""Changes vorn/ in one place at a time and asks the tests: tools/mutate.py [--count N] [--seed S] [--file PATTERN]
+
+A mutant that no test notices shows what the tests do not look at. Mutants that do not compile, or whose machine code is
+that of the original, do not count. The sources stay as they are: a changed file stands in a folder of its own, and only
+what includes it is compiled anew, with the rest of BUILD, a build of the preset `coverage`. Which programs run a line
+comes from what `make coverage` left there. BUILD/mutants/outcomes.jsonl keeps what became of every mutant, from which
+the next run resumes; BUILD/mutants/survivors.txt lists what was not caught. Exits with 1 where fewer than 95 % are.
+
+Sources are taken to be formatted: an operator between blanks has two operands, `<` without them opens a template's
+arguments.
+"""
+
+import argparse
+import concurrent.futures
+import fnmatch
+import glob
+import hashlib
+import json
+import math
+import os
+import random
+import re
+import resource
+import shlex
+import shutil
+import signal
+import subprocess
+import sys
+import threading
+import time
+from collections import namedtuple
+
+from coverage import PROGRAMS, ROOT, report_path
+
+LEAST_CAUGHT = 95.0
+LIBRARY = "libvorn.so"
+
+DATA_TABLES = "vorn/platform/code_page_932*table.h"  # numbers by the thousand, which no one wrote by hand
+
+# Of headers only those that few objects include: each of these is compiled anew.
+MOST_DEPENDENTS = 14
+HEADER_SHARE = 0.1
+
+# What mutants run does not count as covered: where it would be written to is no folder.
+UNCOUNTED = dict(os.environ, GCOV_PREFIX="/dev/null", CCACHE_DISABLE="1")
+
+# Tests that try inputs by the thousand and take as long as all others together: only asked about files they stand near.
+SLOW_TESTS = "CountedArchive.DoesNotGrowAgain*:*/Damaged*Archive.*:OleDateTime.KeepsEvery*:FixedDecimal.Rounds*AsByHand"
+
+COMPILER_SECONDS = 120
+WALL_SECONDS = 900  # for what sleeps; everything else is limited by the processor's time
+MEMORY = 8 << 30
+
+# --- Reading the sources ---------------------------------------------------------------------------------------------
+
+Token = namedtuple("Token", "kind text start end")
+Mutation = namedtuple("Mutation", "kind start end replacement")
+
+TOKEN = re.compile(
+    r"""
+    (?P<comment>//[^\n]*|/\*.*?\*/)
+  | (?P<directive>^[ \t]*\#(?:[^\n\\]|\\.|\\\n)*)
+  | (?P<raw>(?:u8|[uUL])?R"(?P<mark>[^(\s]*)\(.*?\)(?P=mark)")
+  | (?P<text>(?:u8|[uUL])?"(?:[^"\\\n]|\\.)*"|(?:u8|[uUL])?'(?:[^'\\\n]|\\.)+')
+  | (?P<number>(?:0[xX][0-9a-fA-F']+|(?:\d[\d']*\.?[\d']*|\.\d+)(?:[eE][+-]?\d+)?)[uUlLfF]*)
+  | (?P<word>[A-Za-z_]\w*)
+  | (?P<sign><=>|<<=|>>=|\.\.\.|->|::|\+\+|--|<<|<=|>=|==|!=|&&|\|\||[-+*/%&|^]=|\[\[|\]\]|[-+*/%&|^~!<>=?:;,.(){}\[\]])
+    """,
+    re.VERBOSE | re.MULTILINE | re.DOTALL,
+)
+NO_CODE = ("comment", "directive")
+
+
+def tokens_of(text):
+    tokens = (Token(found.lastgroup, found.group(), found.start(), found.end()) for found in TOKEN.finditer(text))
+    return [token for token in tokens if token.kind not in NO_CODE]
+
+
+OPEN = {"(": ")", "[": "]", "{": "}", "[[": "]]"}
+CLOSE = {close: opening for opening, close in OPEN.items()}
+
+
+def matching(tokens, index):
+    """Where the bracket at an index closes."""
+    depth = 0
+    for at in range(index, len(tokens)):
+        depth += tokens[at].text in OPEN
+        depth -= tokens[at].text in CLOSE
+        if depth == 0:
+            return at
+    return len(tokens) - 1
+
+
+def matching_angle(tokens, index):
+    depth = 0
+    for at in range(index, len(tokens)):
+        depth += tokens[at].text == "<"
+        depth -= {">": 1, ">>": 2}.get(tokens[at].text, 0)
+        if depth <= 0:
+            return at
+    return len(tokens) - 1
+
+
+def left_alone(tokens):
+    """The indices of tokens that are no code that runs: heads of templates, static_assert, attributes."""
+    alone = set()
+    for at, token in enumerate(tokens[:-1]):
+        if token.text == "template" and tokens[at + 1].text == "<":
+            alone.update(range(at, matching_angle(tokens, at + 1) + 1))
+        elif token.text in ("static_assert", "noexcept", "explicit", "decltype") and tokens[at + 1].text == "(":
+            alone.update(range(at, matching(tokens, at + 1) + 1))
+        elif token.text == "[[":
+            alone.update(range(at, matching(tokens, at) + 1))
+        elif token.text == "operator":
+            alone.update((at, at + 1))
+        elif token.text in ("concept", "using"):
+            end = next((i for i in range(at, len(tokens)) if tokens[i].text == ";"), at)
+            alone.update(range(at, end + 1))
+    return alone
+
+
+# --- The kinds of mutations ------------------------------------------------------------------------------------------
+
+OTHER_OPERATORS = {
+    "relational": {
+        "<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"), "==": ("!=",), "!=": ("==",),
+    },
+    "arithmetic": {
+        "+": ("-",), "-": ("+",), "*": ("/",), "/": ("*",), "%": ("*",), "&": ("|",), "|": ("&",), "^": ("&",),
+        "<<": (">>",), ">>": ("<<",), "+=": ("-=",), "-=": ("+=",), "*=": ("/=",), "/=": ("*=",), "|=": ("&=",),
+        "&=": ("|=",),
+    },
+    "logical": {"&&": ("||",), "||": ("&&",)},
+}  # fmt: skip
+OPERANDS_END = ("number", "word", "text", "raw")
+NOT_A_STATEMENT = set(
+    """
+    return if else for while do switch case default using namespace template class struct enum union public private
+    protected friend typedef static constexpr const constinit auto operator try catch throw goto extern inline explicit
+    virtual static_assert
+    """.split()
+)
+LABELS = ("case", "default", "public", "private", "protected")
+ASSIGNMENTS = {"=", "+=", "-=", "*=", "/=", "|=", "&=", "%=", "^=", "<<=", ">>="}
+
+
+def mutate_operators(text, tokens):
+    for token in tokens:
+        between_blanks = text[token.start - 1].isspace() and text[token.end : token.end + 1].isspace()
+        if token.kind != "sign" or not between_blanks:
+            continue
+        for kind, others in OTHER_OPERATORS.items():
+            for other in others.get(token.text, ()):
+                yield Mutation(kind, token.start, token.end, other)
+
+
+def begins_operand(before):
+    return before.text == "return" or before.kind == "sign" and before.text not in (")", "]")
+
+
+def mutate_unary(text, tokens):
+    for before, token, after in zip(tokens, tokens[1:], tokens[2:]):
+        if token.text in ("++", "--"):
+            yield Mutation("increment", token.start, token.end, "--" if token.text == "++" else "++")
+        elif token.text == "!" and after.text != "=":
+            yield Mutation("negation", token.start, token.end, "")
+        elif token.text == "-" and after.start == token.end and begins_operand(before):
+            yield Mutation("arithmetic", token.start, token.end, "")
+
+
+def other_numbers(number):
+    whole = re.fullmatch(r"(0[xX][0-9a-fA-F]+|\d+)([uUlL]*)", number.replace("'", ""))
+    if whole:
+        value = int(whole[1], 16 if whole[1][:2] in ("0x", "0X") else 10)
+        return [f"{other}{whole[2]}" for other in (value + 1, value - 1) if other >= 0]
+    if "e" in number.lower():
+        return [f"({number} * 2.0)", f"({number} / 2.0)"]
+    return [f"({number} + 1.0)", f"({number} - 1.0)"]
+
+
+def mutate_constants(text, tokens):
+    for token in tokens:
+        if token.kind == "number":
+            for other in other_numbers(token.text):
+                yield Mutation("constant", token.start, token.end, other)
+        elif token.text in ("true", "false"):
+            yield Mutation("constant", token.start, token.end, "false" if token.text == "true" else "true")
+
+
+def mutate_conditions(text, tokens):
+    for at, token in enumerate(tokens[:-1]):
+        if token.text not in ("if", "while") or tokens[at + 1].text != "(":
+            continue
+        end = matching(tokens, at + 1)
+        inside = tokens[at + 2 : end]
+        first = next((i + 1 for i, inner in enumerate(inside) if inner.text == ";"), 0)
+        if not inside[first:] or inside[first].text == "!" and not {"&&", "||"} & {inner.text for inner in inside}:
+            continue  # changed as a negation
+        start, stop = inside[first].start, inside[-1].end
+        yield Mutation("condition", start, stop, f"!({text[start:stop]})")
+
+
+def statement_end(tokens, at):
+    """The semicolon that ends what begins at an index; those of lambdas within are passed over."""
+    while tokens[at].text != ";":
+        at = matching(tokens, at) + 1 if tokens[at].text in OPEN else at + 1
+    return at
+
+
+def mutate_returns(text, tokens):
+    for at, token in enumerate(tokens[:-1]):
+        if token.text != "return" or tokens[at + 1].text in (";", "{", "["):
+            continue
+        end = statement_end(tokens, at)
+        start, stop = tokens[at + 1].start, tokens[end - 1].end
+        if end - at == 2 and (tokens[at + 1].kind == "number" or tokens[at + 1].text in ("true", "false", "nullptr")):
+            continue  # changed as a constant
+        yield Mutation("return", start, stop, f"!({text[start:stop]})")
+
+
+def ends_type(before, first):
+    """Whether a word behind this names what is declared."""
+    return before.kind == "word" or before.text in (">", "&", "*", "&&") and before is not first
+
+
+def is_removable(statement):
+    """Whether tokens up to a semicolon are a call or an assignment, and no declaration."""
+    words = [token.text for token in statement]
+    if words in (["break"], ["continue"], ["return"]):
+        return True
+    if words[0] in NOT_A_STATEMENT or words[-1] in ("default", "delete"):
+        return False
+    if statement[0].kind != "word" and words[0] not in ("++", "--", "*", "("):
+        return False
+    depth = 0
+    for before, token in zip([None, *statement], statement):
+        if token.text in ASSIGNMENTS and depth == 0:
+            return True
+        if depth == 0 and before and token.kind == "word" and ends_type(before, statement[0]):
+            return False
+        depth += token.text in OPEN
+        depth -= token.text in CLOSE
+    return words[-1] == ")" or words[0] in ("++", "--") or words[-1] in ("++", "--")
+
+
+def mutate_statements(text, tokens):
+    start = 0
+    for at, token in enumerate(tokens):
+        if at < start:
+            continue  # within the parentheses of a loop or a condition
+        if token.text == ";" and at > start and is_removable(tokens[start:at]):
+            yield Mutation("statement", tokens[start].start, tokens[at - 1].end, "")
+        if token.text in (";", "{", "}", "else") or token.text == ":" and tokens[start].text in LABELS:
+            start = at + 1
+        elif token.text in ("if", "for", "while", "switch") and at + 2 < len(tokens):
+            start = matching(tokens, at + 1 + (tokens[at + 1].text == "constexpr")) + 1
+
+
+MUTATORS = [
+    mutate_operators, mutate_unary, mutate_constants, mutate_conditions, mutate_returns, mutate_statements,
+]  # fmt: skip
+
+
+def mutations_of(text):
+    every = tokens_of(text)
+    alone = left_alone(every)
+    spans = [(every[i].start, every[i].end) for i in alone]
+    found = {mutation for mutator in MUTATORS for mutation in mutator(text, every)}
+    starts = {start for start, _ in spans}
+    return sorted(mutation for mutation in found if mutation.start not in starts)
+
+
+# --- The sample ------------------------------------------------------------------------------------------------------
+
+
+class Mutant:
+    """One change of one file."""
+
+    def __init__(self, path, text, mutation):
+        self.path = path
+        self.mutation = mutation
+        self.line = text.count("\n", 0, mutation.start) + 1
+        self.last_line = text.count("\n", 0, mutation.end) + 1
+        self.text = text[: mutation.start] + mutation.replacement + text[mutation.end :]
+        before = text[mutation.start : mutation.end]
+        self.change = f"{' '.join(before.split())}  ->  {' '.join(mutation.replacement.split()) or '(nothing)'}"
+        self.key = hashlib.sha256(f"{path}\0{self.text}".encode()).hexdigest()[:16]
+
+
+def draw_mutants(paths, count, seed):
+    """So many mutants, at least one of every file, otherwise as many of each as there is to change in it."""
+    everything = {}
+    for path in sorted(paths):
+        with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+            text = file.read()
+        mutants = [Mutant(path, text, mutation) for mutation in mutations_of(text)]
+        random.Random(f"{seed} {path}").shuffle(mutants)
+        if mutants:
+            everything[path] = mutants
+    total = sum(len(mutants) for mutants in everything.values())
+    share = count / total if total else 0.0
+    drawn = []
+    for mutants in everything.values():
+        drawn += mutants[: max(1, math.floor(share * len(mutants) + 0.5))]
+    return drawn
+
+
+# --- Building and running --------------------------------------------------------------------------------------------
+
+
+def run_limited(command, cpu_seconds, **options):
+    """The exit code of a program that may take so much time and memory; None where it took more time."""
+    limits = ["prlimit", f"--cpu={cpu_seconds}:{cpu_seconds + 5}", f"--as={MEMORY}", "--core=0"]
+    options.setdefault("stdout", subprocess.DEVNULL)
+    silent = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+    try:
+        code = subprocess.run([*limits, *command], check=False, timeout=WALL_SECONDS, **silent, **options).returncode
+    except subprocess.TimeoutExpired:
+        return None
+    return None if code == -signal.SIGXCPU else code
+
+
+class Workshop:
+    """The build that mutants are put into piece by piece. Nothing in it changes."""
+
+    def __init__(self, build):
+        self.build = build
+        self.directory = os.path.join(build, "mutants")
+        os.makedirs(self.directory, exist_ok=True)
+        self.tests = sorted(glob.glob("tests/**/*_test.cpp", root_dir=ROOT, recursive=True))
+        self.commands = self._commands()
+        self.dependents = self._dependents()
+        self._seconds = {}
+        self._timing = threading.Lock()
+
+    def _link(self, program):
+        """Makes a program that loads the library; once for each state of the objects."""
+        made = [os.path.join(self.directory, name) for name in (LIBRARY, program)]
+        objects = [os.path.join(self.build, target) for target in self.commands if target.endswith(".o")]
+        if all(map(os.path.exists, made)) and max(map(os.path.getmtime, objects)) < min(map(os.path.getmtime, made)):
+            return True
+        return self.link_library(self.directory, {}) and self.link_program(program, self.directory, {})
+
+    def test_seconds(self, program):
+        with self._timing:
+            if program not in self._seconds:
+                if not self._link(program):
+                    raise RuntimeError("The build is not complete: make coverage")
+                self._seconds[program] = self._time_tests(program)
+            return self._seconds[program]
+
+    def _time_tests(self, program):
+        """How much of the processor's time the tests take when nothing is changed; they have to pass."""
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        environment = dict(UNCOUNTED, LD_LIBRARY_PATH=self.directory)
+        command = [os.path.join(self.directory, program), "--gtest_brief=1", "--gtest_filter=-" + SLOW_TESTS]
+        log = os.path.join(self.directory, program + ".log")
+        with open(log, "w", encoding="utf-8") as output:
+            if run_limited(command, WALL_SECONDS, env=environment, stdout=output) != 0:
+                raise RuntimeError(f"{program} fails without any change: {log}")
+        after = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return math.ceil(after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime)
+
+    def _ninja(self, *arguments):
+        command = ["ninja", "-C", self.build, *arguments]
+        return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+    def _commands(self):
+        """How each object, the library and each program are made."""
+        commands = {}
+        programs = ["tests/" + program for program in PROGRAMS]
+        for command in self._ninja("-t", "commands", *programs).split("\n"):
+            for part in command.split(" && "):
+                output = re.search(r" -o (\S+)", part)
+                if output and "g++" in part:
+                    commands[output.group(1)] = shlex.split(part)
+        return commands
+
+    def _dependents(self):
+        """The objects that include each file."""
+        dependents = {}
+        target = None
+        for line in self._ninja("-t", "deps").split("\n"):
+            if line and not line.startswith(" "):
+                target = line.split(":")[0]
+            elif line and target in self.commands:
+                path = os.path.relpath(os.path.join(self.build, line.strip()), ROOT)
+                dependents.setdefault(path, []).append(target)
+        return dependents
+
+    def compile(self, target, folder, mutant, optimize=False):
+        """The object as the mutant makes it, None where it does not compile."""
+        command = list(self.commands[target])
+        output = os.path.join(folder, target.replace("/", "_") + (".optimized" if optimize else ""))
+        command[command.index("-o") + 1] = output
+        for option in ("-MF", "-MT"):
+            at = command.index(option)
+            del command[at : at + 2]
+        command.remove("-MD")
+        if mutant:
+            changed = {os.path.join(ROOT, mutant.path): os.path.join(folder, mutant.path)}
+            command = [changed.get(word, word) for word in command]
+            own = next(at for at, word in enumerate(command) if word.startswith("-I"))
+            command.insert(own, "-I" + folder)  # a changed header takes the place of the original
+        if optimize:
+            command += ["-O2", "-fno-profile-arcs", "-fno-test-coverage"]
+        done = run_limited([*command, "-w"], COMPILER_SECONDS, cwd=self.build, env=UNCOUNTED) == 0
+        return output if done else None
+
+    def link_library(self, folder, replaced):
+        """The library as one that programs load, with some of its objects replaced."""
+        objects = [replaced.get(target, target) for target in self.commands if target.startswith("vorn/")]
+        command = ["g++", "--coverage", "-shared", "-Wl,-soname," + LIBRARY, "-o", os.path.join(folder, LIBRARY)]
+        return run_limited(command + objects, COMPILER_SECONDS, cwd=self.build) == 0
+
+    def link_program(self, program, folder, replaced):
+        """A test program that loads the library, with some of its objects replaced."""
+        command = [replaced.get(word, word) for word in self.commands["tests/" + program]]
+        command = [os.path.join(folder, LIBRARY) if word.endswith("libvorn.a") else word for word in command]
+        command[command.index("-o") + 1] = os.path.join(folder, program)
+        return run_limited(command, COMPILER_SECONDS, cwd=self.build) == 0
+
+
+def tests_of(workshop, path):
+    """A filter of the tests that stand where the file's own would: those of its name, or of its folder."""
+    folder, name = os.path.split(os.path.splitext(path)[0])
+    folder = folder.replace("vorn/", "tests/", 1)
+    stem = re.sub(r"_record$", "", name)
+    near = [test for test in workshop.tests if os.path.basename(test) == stem + "_test.cpp"]
+    near = near or [test for test in workshop.tests if test.startswith(folder + "/")]
+    suites = set()
+    for test in near:
+        with open(os.path.join(ROOT, test), encoding="utf-8") as file:
+            suites.update(re.findall(r"^\s*(?:TYPED_)?TEST(?:_[FP])?\(\s*(\w+),", file.read(), re.MULTILINE))
+    return ":".join(pattern for suite in sorted(suites) for pattern in (f"{suite}.*", f"*/{suite}.*", f"{suite}/*.*"))
+
+
+class Trial:
+    """Finds out what becomes of one mutant."""
+
+    def __init__(self, workshop, lines_run, mutant):
+        self.workshop = workshop
+        self.lines_run = lines_run
+        self.mutant = mutant
+        self.folder = os.path.join(workshop.directory, "trials", mutant.key)
+
+    def outcome(self):
+        """What became of it, and which tests caught it."""
+        shutil.rmtree(self.folder, ignore_errors=True)
+        file = os.path.join(self.folder, self.mutant.path)
+        os.makedirs(os.path.dirname(file))
+        with open(file, "w", encoding="utf-8") as copy:
+            copy.write(self.mutant.text)
+        try:
+            return self._try()
+        finally:
+            shutil.rmtree(self.folder, ignore_errors=True)
+
+    def _try(self):
+        targets = [t for t in self.workshop.dependents.get(self.mutant.path, ()) if t in self.workshop.commands]
+        replaced = {}
+        for target in targets:
+            compiled = self.workshop.compile(target, self.folder, self.mutant)
+            if not compiled:
+                return "does not compile", ""
+            replaced[target] = compiled
+        if not self.workshop.link_library(self.folder, replaced):
+            return "does not compile", ""
+        programs = [p for p in PROGRAMS if self._runs_line(p)]
+        for program in programs:
+            caught = self._ask(program, replaced)
+            if caught:
+                return caught, program
+        if self._same_code(targets):
+            return "same code", ""
+        return ("survived", "") if programs else ("survived", "no test runs the line")
+
+    def _runs_line(self, program):
+        """Lines that no program knows are no code, such as constants: anybody may use these."""
+        numbers = range(self.mutant.line, self.mutant.last_line + 1)
+        counts = {p: [self.lines_run[p].get((self.mutant.path, n)) for n in numbers] for p in PROGRAMS}
+        known = any(count is not None for of_program in counts.values() for count in of_program)
+        return not known or any(counts[program])
+
+    def _ask(self, program, replaced):
+        folder = self.workshop.directory
+        seconds = self.workshop.test_seconds(program)
+        if any(f"/{program}.dir/" in target for target in replaced):
+            folder = self.folder
+            if not self.workshop.link_program(program, folder, replaced):
+                return "does not compile"
+        environment = dict(UNCOUNTED, LD_LIBRARY_PATH=self.folder, TMPDIR=self.folder)
+        command = [os.path.join(folder, program), "--gtest_fail_fast", "--gtest_brief=1"]
+        near = tests_of(self.workshop, self.mutant.path)
+        runs = [(["--gtest_filter=-" + SLOW_TESTS], 3 * seconds + 2)]
+        if program == "vorn_tests" and near:
+            runs.insert(0, ([f"--gtest_filter={near}"], 2 * seconds + 2))
+        for arguments, limit in runs:
+            code = run_limited(command + arguments, limit, env=environment, cwd=self.folder)
+            if code is None:
+                return "took too long"
+            if code != 0:
+                return "caught"
+        return None
+
+    def _same_code(self, targets):
+        """Whether the optimizer makes the same of it: then it is the same program."""
+        for target in targets:
+            changed = self.workshop.compile(target, self.folder, self.mutant, optimize=True)
+            content = read_code(changed)
+            if content != read_code(self.workshop.compile(target, self.folder, None, optimize=True)):
+                return False
+        return bool(targets)
+
+
+def read_code(path):
+    subprocess.run(["strip", "--strip-unneeded", "--remove-section=.comment", path], check=True)
+    subprocess.run(["objcopy", "--remove-section=.note*", path], check=True)
+    with open(path, "rb") as file:
+        return file.read()
+
+
+# --- The whole -------------------------------------------------------------------------------------------------------
+
+CAUGHT = ("caught", "took too long")
+
+
+def lines_that_run(build):
+    """How often each program runs each line: {program: {(path, line): count}}."""
+    lines = {}
+    for program in PROGRAMS:
+        with open(report_path(build, program), encoding="utf-8") as file:
+            files = json.load(file)["files"]
+        lines[program] = {(f["file"], line["line_number"]): line["count"] for f in files for line in f["lines"]}
+    return lines
+
+
+def checksum_of_tests():
+    digest = hashlib.sha256()
+    for path in sorted(glob.glob(os.path.join(ROOT, "tests/**/*.*"), recursive=True)):
+        if path.endswith((".cpp", ".h")):
+            with open(path, "rb") as file:
+                digest.update(file.read())
+    return digest.hexdigest()[:16]
+
+
+def former_outcomes(path, tests):
+    """What is known already; what survived is asked again when the tests have changed."""
+    if not os.path.exists(path):
+        return {}
+    with open(path, encoding="utf-8") as file:
+        outcomes = {outcome["key"]: outcome for outcome in map(json.loads, file)}
+    return {key: o for key, o in outcomes.items() if o["outcome"] != "survived" or o["tests"] == tests}
+
+
+def try_mutants(workshop, mutants, lines_run, jobs, minutes):
+    """The outcomes of as many mutants as the time allows."""
+    deadline = time.monotonic() + 60 * minutes
+    path = os.path.join(workshop.directory, "outcomes.jsonl")
+    tests = checksum_of_tests()
+    outcomes = former_outcomes(path, tests)
+    waiting = [mutant for mutant in mutants if mutant.key not in outcomes]
+
+    def attempt(mutant):
+        start = time.monotonic()
+        if start > deadline:
+            return None
+        outcome, by = Trial(workshop, lines_run, mutant).outcome()
+        return {
+            "key": mutant.key, "outcome": outcome, "by": by, "tests": tests, "kind": mutant.mutation.kind,
+            "place": f"{mutant.path}:{mutant.line}", "change": mutant.change,
+            "seconds": round(time.monotonic() - start, 1),
+        }  # fmt: skip
+
+    with open(path, "a", encoding="utf-8") as file, concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        for number, outcome in enumerate(pool.map(attempt, waiting), 1):
+            if not outcome:
+                continue
+            outcomes[outcome["key"]] = outcome
+            file.write(json.dumps(outcome, ensure_ascii=False) + "\n")
+            file.flush()
+            what = f"{outcome['outcome']}: {outcome['place']}: {outcome['change']}"
+            print(f"[{number}/{len(waiting)}] {what}", flush=True)
+    return [outcomes[mutant.key] for mutant in mutants if mutant.key in outcomes]
+
+
+def sum_up(directory, outcomes):
+    survivors = [o for o in outcomes if o["outcome"] == "survived"]
+    caught = sum(o["outcome"] in CAUGHT for o in outcomes)
+    with open(os.path.join(directory, "survivors.txt"), "w", encoding="utf-8") as file:
+        for o in survivors:
+            file.write(f"{o['place']}: {o['kind']}: {o['change']}{' (' + o['by'] + ')' if o['by'] else ''}\n")
+    kinds = sorted({o["kind"] for o in outcomes})
+    print(f"\n{'':<14}{'mutants':>9}{'caught':>9}{'survived':>10}{'same code':>11}{'no program':>12}")
+    for kind in [*kinds, "all"]:
+        of_kind = [o["outcome"] for o in outcomes if kind in (o["kind"], "all")]
+        row = [sum(o in CAUGHT for o in of_kind), *map(of_kind.count, ("survived", "same code", "does not compile"))]
+        print(f"{kind:<14}{len(of_kind):>9}{row[0]:>9}{row[1]:>10}{row[2]:>11}{row[3]:>12}")
+    counted = caught + len(survivors)
+    share = 100.0 * caught / counted if counted else 100.0
+    seconds = sum(o["seconds"] for o in outcomes)
+    print(f"{caught} of {counted} caught, {share:.1f} %, in {seconds / 60:.0f} minutes")
+    return share
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser.add_argument("--count", type=int, default=300, help="about how many mutants to try")
+    parser.add_argument("--seed", type=int, default=1, help="another number gives other mutants")
+    parser.add_argument("--file", default="vorn/*", help="only those files, such as 'vorn/model/*'")
+    parser.add_argument("--jobs", type=int, default=1, help="how many mutants at a time")
+    parser.add_argument("--minutes", type=float, default=math.inf, help="how long to go on; the next run resumes")
+    parser.add_argument("--build", default=os.path.join(ROOT, "build", "coverage"), help="of the preset coverage")
+    parser.add_argument("--list", action="store_true", help="show the mutants and try none")
+    options = parser.parse_args()
+
+    workshop = Workshop(os.path.abspath(options.build))
+    named = {path for path in workshop.dependents if fnmatch.fnmatch(path, options.file) and path.startswith("vorn/")}
+    units = [path for path in named if path.endswith(".cpp")]
+    headers = [
+        path for path in named if path.endswith(".h") and len(workshop.dependents[path]) <= MOST_DEPENDENTS
+        and not fnmatch.fnmatch(path, DATA_TABLES)
+    ]  # fmt: skip
+    of_headers = round(options.count * HEADER_SHARE) if units else options.count
+    mutants = draw_mutants(units, options.count - of_headers, options.seed)
+    mutants += draw_mutants(headers, of_headers, options.seed)
+    # Whatever comes first when the time is up stands for all of it.
+    random.Random(options.seed).shuffle(mutants)
+    if options.list:
+        for mutant in mutants:
+            print(f"{mutant.path}:{mutant.line}: {mutant.mutation.kind}: {mutant.change}")
+        return 0
+    outcomes = try_mutants(workshop, mutants, lines_that_run(workshop.build), options.jobs, options.minutes)
+    return 0 if sum_up(workshop.directory, outcomes) >= LEAST_CAUGHT else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
