@@ -12,17 +12,19 @@ namespace vorn_host {
 
 /// The library's parsers are members of what they fill.
 struct ParserScratch {
-  VornComposedPnt point;
-  VornFormCtrlTarget target;
+  VornComposedPnt point;      ///< for the attributes of points
+  VornFormCtrlTarget target;  ///< for those of control targets
 };
 
 /// What the values of one attribute have to be. An empty value is always fine: it says that there is none.
 struct AttributeRule {
-  std::string_view name;
-  bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
-  std::string (*whyNot)(std::string_view value);
+  std::string_view name;  ///< of the attribute
+  bool (*isUnderstood)(ParserScratch& scratch,
+                       std::string_view value);   ///< whether the library reads the value as what it says
+  std::string (*whyNot)(std::string_view value);  ///< what is wrong with one that it does not
 };
 
+/// Where the numbers of an element stand.
 enum class NumbersIn { None, Text, TextIfAny };
 
 /// What the values in an element have to be, so that the library reads them as what they say.
@@ -31,13 +33,15 @@ struct ElementRule {
   const char* identity = "";
   /// The rules of the known attributes, in their order; null where any text will do.
   std::array<const AttributeRule*, kMostAttributes> attributes{};
-  NumbersIn numbers = NumbersIn::None;
+  NumbersIn numbers = NumbersIn::None;  ///< what the text has to be
 };
 
+/// The rule of an element of that kind.
 [[nodiscard]] const ElementRule& RuleOf(ElementKind kind);
 
 /// Whether a whole text is a number; the library reads the leading number and ignores the rest.
 [[nodiscard]] bool IsNumber(std::string_view text);
+/// What is wrong with a text that is no number.
 [[nodiscard]] std::string WhyNoNumber(std::string_view text);
 
 }  // namespace vorn_host
