@@ -2,7 +2,7 @@
 """Checks that what the documentation points to is there.
 
 In every Markdown file of the project: relative links and their anchors, files and folders in backticks, functions and
-classes in backticks (`VornXSection::SwapLR`), and the targets of `make`. Prints one line for each that is missing,
+classes in backticks (`VornXSection::SwapLR`), tests (`XSectionShift.LeavesEveryHeight`), and the targets of `make`. Prints one line for each that is missing,
 file:line: message, and exits with 1 if there is any.
 """
 
@@ -19,6 +19,7 @@ CODE = re.compile(r"`([^`]+)`")
 PATH = re.compile(r"\.?[\w<>*+.-]+(/[\w<>*+.-]+)*/?")
 QUALIFIED = re.compile(r"(?:vorn_host::)?([A-Za-z_]\w*)::(~?[A-Za-z_]\w*)(?:\(.*\))?")
 OWN_NAME = re.compile(r"(?:Vorn|VORN_|Nur|Wex|Pim|Kel)[A-Z_0-9]\w*")
+TEST = re.compile(r"([A-Z]\w+)\.([A-Z]\w+)")
 MAKE = re.compile(r"make ([a-z][\w-]*)$")
 FILE_SUFFIXES = (".h", ".cpp", ".cmake", ".py", ".sh", ".md", ".js", ".css", ".html", ".dox", ".in", ".yml", ".txt")
 # Files of the user, of an installation or of a build, which the project does not hold.
@@ -65,6 +66,9 @@ class Project:
         self.basenames = {os.path.basename(name) for name in self.files}
         code = [name for name in self.files if name.endswith((".h", ".cpp", ".inc", ".pyi", ".js"))]
         self.words = set(re.findall(r"\w+", "\n".join(text_of(name) for name in code)))
+        tests = "\n".join(text_of(name) for name in code if name.startswith("tests/"))
+        self.tests = set(re.findall(r"\bTEST\w*\(\s*(\w+),\s*(\w+)\)", tests))
+        self.test_cases = {case for case, _ in self.tests}
         self.make_targets = set()
         if "Makefile" in self.files:
             self.make_targets = set(re.findall(r"^([a-z][\w %-]*):", text_of("Makefile"), re.M))
@@ -124,6 +128,15 @@ def make_problem(project, code):
     return None
 
 
+def test_problem(project, code):
+    test = TEST.fullmatch(code)
+    if test and test.group(1) in project.test_cases and test.groups() not in project.tests:
+        return f"there is no test {code}"
+    if test and test.group(1).endswith("Test") and test.group(1) not in project.test_cases:
+        return f"there are no tests {test.group(1)}"
+    return None
+
+
 def problems_of(project, name):
     in_block = False
     for number, line in enumerate(text_of(name).split("\n"), 1):
@@ -138,6 +151,7 @@ def problems_of(project, name):
             yield number, path_problem(project, name, code)
             yield number, name_problem(project, code)
             yield number, make_problem(project, code)
+            yield number, test_problem(project, code)
 
 
 def main():
