@@ -64,7 +64,7 @@ class Project:
             self.folders.update("/".join(parts[:at]) for at in range(1, len(parts)))
         self.top = {name.split("/")[0] for name in self.files}
         self.basenames = {os.path.basename(name) for name in self.files}
-        code = [name for name in self.files if name.endswith((".h", ".cpp", ".inc", ".pyi", ".js"))]
+        code = [name for name in self.files if name.endswith((".h", ".cpp", ".inc", ".pyi", ".js", ".cmake", "CMakeLists.txt"))]
         self.words = set(re.findall(r"\w+", "\n".join(text_of(name) for name in code)))
         tests = "\n".join(text_of(name) for name in code if name.startswith("tests/"))
         self.tests = set(re.findall(r"\bTEST\w*\(\s*(\w+),\s*(\w+)\)", tests))
@@ -98,7 +98,7 @@ def link_problem(project, name, target):
 
 
 def path_problem(project, name, code):
-    if not PATH.fullmatch(code) or code.startswith(ELSEWHERE) or "<" in code:
+    if not PATH.fullmatch(code) or code.startswith((*ELSEWHERE, "_")) or "<" in code:
         return None
     is_path = "/" in code and code.split("/")[0] in project.top
     is_file = code.endswith(FILE_SUFFIXES) and ("/" in code or "_" in code)
