@@ -6,6 +6,8 @@
 - A comment, but for its parameters, speaks for the accessors and overloads of the same name right below it: that of `GetX` for the other
   `GetX`, for `SetX` and for `X`, that of `GetAttr1` for `GetAttr2`, that of `begin` for `end`.
 - The comment behind several variables of one line speaks for each of them.
+
+Lines keep their numbers, so that messages lead to the place in the header.
 """
 
 import re
@@ -63,15 +65,21 @@ def filtered(lines):
             if pending:
                 comment, stem = pending, own
             elif own is not None and own == stem:
-                yield from (said for said in comment if "@param" not in said)
+                line = said_again(comment) + line.strip()
         pending = []
         variables = VARIABLES.match(line)
         if variables:
-            indented, names, said = variables.groups()
-            yield from (f"{indented}{name.strip()};{said}" for name in names.split(","))
+            type_name, names, said = variables.groups()
+            said = said.strip().removeprefix("///<").strip()
+            yield " ".join(f"{type_name.strip()} {name.strip()}; /**< {said} */" for name in names.split(","))
         else:
             yield line
         depth = body_depth(line, depth)
+
+
+def said_again(comment):
+    """A comment on one line, without what it says of parameters."""
+    return "/** " + " ".join(line.strip()[3:].strip() for line in comment if "@param" not in line) + " */ "
 
 
 def body_depth(line, depth):
@@ -90,8 +98,8 @@ def main(path):
     if group:
         # Doxygen leaves a group at the beginning of a namespace.
         begin, end = (HOST_BEGIN, HOST_END) if HOST_BEGIN in text else ("#pragma once", None)
-        text = text.replace(begin, f"{begin}\n/// @addtogroup {group}\n/// @{{", 1)
-        text = text.replace(end, f"/// @}}\n{end}", 1) if end else text + "\n/// @}\n"
+        text = text.replace(begin, f"{begin} /** @addtogroup {group} */ /** @{{ */", 1)
+        text = text.replace(end, f"\n/** @}} */ {end.strip()}", 1) if end else text + "/** @} */\n"
     sys.stdout.write(text)
 
 
