@@ -19,9 +19,10 @@ struct ParserScratch {
 /// What the values of one attribute have to be. An empty value is always fine: it says that there is none.
 struct AttributeRule {
   std::string_view name;  ///< of the attribute
-  bool (*isUnderstood)(ParserScratch& scratch,
-                       std::string_view value);   ///< whether the library reads the value as what it says
-  std::string (*whyNot)(std::string_view value);  ///< what is wrong with one that it does not
+  /// Whether the library reads the value as what it says.
+  bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
+  /// What is wrong with one that it does not.
+  std::string (*whyNot)(std::string_view value);
 };
 
 /// Where the numbers of an element stand.
