@@ -4,7 +4,7 @@ FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 
-.PHONY: demo test docs bench instruction-counts fuzz dependencies configure format check-format clean \
+.PHONY: demo test bench instruction-counts fuzz dependencies configure format check-format clean \
   thorough m32 win64 win32 platform-dependencies
 
 demo: configure
@@ -32,6 +32,7 @@ platform-dependencies:
 	@tools/install_dependencies.sh --platforms
 
 # The reference, a page for each subsystem: build/release/docs/html/index.html.
+.PHONY: docs
 docs: configure
 	cmake --build --preset release --target vorn_docs
 

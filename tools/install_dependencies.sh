@@ -7,9 +7,8 @@ packages=(
   g++ cmake ninja-build pkg-config
   libpugixml-dev libtomlplusplus-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcereal-dev libxml2-dev xsdcxx libxerces-c-dev strace valgrind
-  doxygen
   clang-14 clang-format-14 libclang-rt-14-dev
-  chromium chromium-driver fonts-noto-cjk
+  chromium chromium-driver fonts-noto-cjk doxygen
   git python3 python3-ezdxf python3-selenium
 )
 if [[ ${1:-} == --platforms ]]; then
