@@ -4,11 +4,11 @@
 set -euo pipefail
 
 packages=(
-  g++ cmake ninja-build pkg-config
+  g++ cmake ninja-build pkg-config doxygen
   libpugixml-dev libtomlplusplus-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcereal-dev libxml2-dev xsdcxx libxerces-c-dev strace valgrind
   clang-14 clang-format-14 libclang-rt-14-dev
-  chromium chromium-driver fonts-noto-cjk doxygen
+  chromium chromium-driver fonts-noto-cjk
   git python3 python3-ezdxf python3-selenium
 )
 if [[ ${1:-} == --platforms ]]; then
