@@ -40,6 +40,11 @@ win32: platform-dependencies
 platform-dependencies:
 	@tools/install_dependencies.sh --platforms
 
+# The reference, a page for each subsystem: build/release/docs/html/index.html.
+.PHONY: docs
+docs: configure
+	cmake --build --preset release --target vorn_docs
+
 bench: configure
 	cmake --build --preset release --target vorn_bench
 	build/release/bench/vorn_bench

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  g++ cmake ninja-build pkg-config
+  g++ cmake ninja-build pkg-config doxygen
   libpugixml-dev libtomlplusplus-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcereal-dev libxml2-dev xsdcxx libxerces-c-dev strace valgrind
   clang-14 clang-format-14 clang-tidy-14 cppcheck gcovr libclang-rt-14-dev

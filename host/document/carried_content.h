@@ -29,7 +29,7 @@ class CarriedContent {
   /// One row of a report: what is carried over, and how often.
   struct Row {
     std::string name;  ///< "rgm:RoadGm", "comment", "attribute version of tsf:BuildForm"
-    int count = 0;
+    int count = 0;     ///< how often
   };
 
   /// Where elements are after a change of the model, told by the paths that they had before.
@@ -43,7 +43,9 @@ class CarriedContent {
 
   CarriedContent();
   ~CarriedContent();
+  /// Takes the content over.
   CarriedContent(CarriedContent&&) noexcept;
+  /// Takes the content over in place of its own.
   CarriedContent& operator=(CarriedContent&&) noexcept;
 
   /// Takes everything out of a source document that the library leaves alone when reading it.
@@ -66,6 +68,7 @@ class CarriedContent {
   /// not read from a document.
   [[nodiscard]] const std::vector<int>& SectionOrder(int set) const;
 
+  /// Whether nothing is carried over.
   [[nodiscard]] bool IsEmpty() const { return Rows().empty(); }
   /// The items by name and number, in the order of the document, attributes of the root included.
   [[nodiscard]] std::vector<Row> Rows() const;
@@ -100,6 +103,7 @@ class CarriedContent {
 /// Counts carried items by name, the names in the order in which they come.
 class RowCounter {
  public:
+  /// Counts an item of that name.
   void Add(const std::string& name);
   /// The rows; the counter is empty then.
   [[nodiscard]] std::vector<CarriedContent::Row> Take();

@@ -15,26 +15,29 @@ namespace vorn_host {
 /// One element on the way from the root: the n-th of its tag below its parent, in the order of the model.
 struct ElementStep {
   std::string_view tag;  ///< of a `KnownElement`
-  int index = 0;
+  int index = 0;         ///< among the siblings of its tag, from 0
 
   friend bool operator==(const ElementStep&, const ElementStep&) = default;
 };
+/// The way to an element from the root, which is no step itself.
 using ElementPath = std::vector<ElementStep>;
 
 /// One node (or attribute) that is carried over, and where it stood.
 struct CarriedItem {
+  /// Where a node stood.
   enum class Place { BeforeRoot, AfterRoot, InElement };
 
-  Place place = Place::InElement;
-  ElementPath parent;
+  Place place = Place::InElement;  ///< where the node stood
+  ElementPath parent;              ///< the element that held it
   /// The modelled siblings before it, the last of each tag, the nearest first.
   std::vector<ElementStep> anchors;
-  pugi::xml_node node;  ///< in the store of the carried content; empty for an attribute
-  std::string attributeName;
-  std::string attributeValue;
-  std::string name;  ///< for reports
+  pugi::xml_node node;         ///< in the store of the carried content; empty for an attribute
+  std::string attributeName;   ///< of an attribute
+  std::string attributeValue;  ///< of an attribute
+  std::string name;            ///< for reports
 };
 
+/// Whether a value is among those of a range.
 template <typename Range, typename Value>
 bool Contains(const Range& range, const Value& value) {
   return std::find(std::begin(range), std::end(range), value) != std::end(range);
@@ -72,12 +75,12 @@ void WalkNodes(pugi::xml_node top, Visit&& visit) {
 
 /// All that a document holds beside the model.
 struct CarriedContent::Impl {
-  pugi::xml_document store;  ///< holds the nodes of the items
-  std::vector<CarriedItem> items;
-  std::string rootTag;
-  std::vector<std::pair<std::string, std::string>> rootAttributes;
-  std::vector<std::string_view> rootOrder;      ///< of `kRootChildren`
-  std::vector<std::vector<int>> sectionOrders;  ///< of each set
+  pugi::xml_document store;                                         ///< holds the nodes of the items
+  std::vector<CarriedItem> items;                                   ///< in the order of the document
+  std::string rootTag;                                              ///< empty for a new document
+  std::vector<std::pair<std::string, std::string>> rootAttributes;  ///< as they stood, in order
+  std::vector<std::string_view> rootOrder;                          ///< of `kRootChildren`
+  std::vector<std::vector<int>> sectionOrders;                      ///< of each set
 };
 
 }  // namespace vorn_host

@@ -18,10 +18,10 @@ class CarriedPlaces {
  public:
   /// An element that holds carried items, itself or further below. Indices count what is written.
   struct Element {
-    std::vector<const CarriedItem*> attributes;
-    std::vector<const CarriedItem*> nodes;
-    std::map<std::pair<std::string_view, int>, std::unique_ptr<Element>> children;
-    bool isWritten = false;
+    std::vector<const CarriedItem*> attributes;  ///< carried attributes
+    std::vector<const CarriedItem*> nodes;       ///< carried nodes, in the order of the document
+    std::map<std::pair<std::string_view, int>, std::unique_ptr<Element>> children;  ///< by tag and index
+    bool isWritten = false;  ///< whether the element is written by now
 
     /// The child of that tag and index; null when nothing is carried there.
     [[nodiscard]] Element* Child(std::string_view tag, int index);
@@ -30,8 +30,11 @@ class CarriedPlaces {
   /// Both have to outlive the places, and the edition that is selected is the one to be written.
   CarriedPlaces(const CarriedContent& carried, const Vorn_XSectionsArray& sets);
 
+  /// The root of the document.
   [[nodiscard]] Element& Root() { return m_root; }
+  /// What stands before the root.
   [[nodiscard]] const std::vector<const CarriedItem*>& BeforeRoot() const { return m_beforeRoot; }
+  /// What stands behind the root.
   [[nodiscard]] const std::vector<const CarriedItem*>& AfterRoot() const { return m_afterRoot; }
   /// What could not be put back, once the document is written: the element that held it was not.
   [[nodiscard]] std::vector<CarriedContent::Row> Unplaced() const;

@@ -27,6 +27,7 @@ namespace vorn_host {
 ///     document.Write("design.xml");
 class DesignDocument {
  public:
+  /// How a document is read.
   struct ReadOptions {
     /// Edition of a document that is not recognised; without one, such a document is refused.
     std::optional<Edition> assume;
@@ -36,12 +37,14 @@ class DesignDocument {
     /// as much (elements of four bytes each): whoever takes documents from strangers sets what the machine can bear.
     std::uint64_t mostBytes = kLargestFile;
   };
+  /// How a document is written.
   struct WriteOptions {
-    TextEncoding encoding = TextEncoding::Utf8;
+    TextEncoding encoding = TextEncoding::Utf8;  ///< of the document
     /// As for reading; only Shift_JIS output can lack a character then.
     bool lossy = false;
   };
 
+  /// What writing a document did.
   struct WriteReport {
     /// How many characters were replaced (0 unless lossy).
     std::size_t replacedCharacters = 0;
@@ -66,7 +69,7 @@ class DesignDocument {
   /// The bytes that `Write` writes; name stands for the file in messages.
   [[nodiscard]] std::string ToBytes(const std::string& name, const WriteOptions& options, WriteReport& report);
 
-  Edition edition = Edition::V41;
+  Edition edition = Edition::V41;  ///< which one it is written in
   /// Whether `edition` was not recognised but assumed.
   bool assumed = false;
   /// What the document calls its encoding, "UTF-8" in a new one.
@@ -76,11 +79,11 @@ class DesignDocument {
   /// What was read as something else or not at all; it is not in the model and will not be written.
   std::vector<UnreadValue> unreadValues;
 
-  VornFileInfoArray fileInfos;
-  VornStructureType structureType;
+  VornFileInfoArray fileInfos;      ///< when the document was created and changed
+  VornStructureType structureType;  ///< the kind of work
   /// Whether the document has (is to have) a structure type.
   bool hasStructureType = false;
-  Vorn_XSectionsArray sets;
+  Vorn_XSectionsArray sets;  ///< the cross sections
 
   /// What is carried over unchanged.
   CarriedContent carried;

@@ -8,9 +8,13 @@ namespace vorn_host {
 
 /// Places in a design as messages name them, in UTF-8: "set 1 (CL-1) > station 120.0000 (No.6) > form 路面".
 
+/// "set 1 (CL-1)".
 [[nodiscard]] std::string SetPath(const VornXSections& set, int index);
+/// "... > station 120.0000 (No.6)".
 [[nodiscard]] std::string SectionPath(const std::string& setPath, const VornXSection& section);
+/// "... > form 路面".
 [[nodiscard]] std::string FormPath(const std::string& sectionPath, const CString& formName);
+/// "... > point L1"; its number where it has no code.
 [[nodiscard]] std::string PointPath(const std::string& formPath, const CString& code, int index);
 /// "control target 3 (Width L1 R1)", below a set or a form.
 [[nodiscard]] std::string TargetPath(const std::string& ownerPath, const VornFormCtrlTarget& target, int index);

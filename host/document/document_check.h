@@ -15,24 +15,24 @@ enum class Severity { Error, Note };
 /// -1 where it is about more than one of them, or none. A control target that a set holds is about the section at which
 /// its points are.
 struct FindingPlace {
-  int set = -1;
-  int section = -1;
-  int form = -1;
-  int point = -1;
+  int set = -1;      ///< of the document
+  int section = -1;  ///< of the set
+  int form = -1;     ///< of the section
+  int point = -1;    ///< of the form
 
   friend bool operator==(const FindingPlace&, const FindingPlace&) = default;
 };
 
 /// One thing found wrong in a document.
 struct Finding {
-  Severity severity = Severity::Error;
+  Severity severity = Severity::Error;  ///< how bad it is
   /// What kind of thing, the same text for like findings: "tsf:ComposedPnt not enabled", "station doubled".
   std::string kind;
   /// Where: set, station, form, point code, control target ("set 1 > station 120.0000 > form 路面 > point L1").
   std::string path;
   /// Why, in words ("existence is missing").
   std::string reason;
-  FindingPlace place;
+  FindingPlace place;  ///< the same place by index
 };
 
 /// Checks a document in its own edition: every value that was not understood in reading, every element that is not

@@ -11,6 +11,7 @@ namespace vorn_host {
 /// place in it and the reason.
 class DocumentError : public std::runtime_error {
  public:
+  /// An error with that sentence.
   explicit DocumentError(const std::string& message) : std::runtime_error(message) {}
 };
 

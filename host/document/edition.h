@@ -31,7 +31,9 @@ inline constexpr std::array kWritableEditions = {Edition::V20, Edition::V40, Edi
 /// object lives, and puts the former ones back.
 class EditionScope {
  public:
+  /// Selects the edition.
   explicit EditionScope(Edition edition);
+  /// Puts the former settings back.
   ~EditionScope();
   EditionScope(const EditionScope&) = delete;
   EditionScope& operator=(const EditionScope&) = delete;

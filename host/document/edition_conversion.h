@@ -11,10 +11,10 @@ namespace vorn_host {
 struct ConversionReport {
   /// Something that the target edition cannot hold and that is therefore dropped, with how often.
   struct Dropped {
-    std::string what;
-    int count = 0;
+    std::string what;  ///< as the user is told it
+    int count = 0;     ///< how often
   };
-  std::vector<Dropped> dropped;
+  std::vector<Dropped> dropped;  ///< what the target edition cannot hold
   /// What is not written in any edition, with how often.
   std::vector<Dropped> notWritten;
   /// Control targets that could not be carried, each with its place and the reason.
@@ -24,7 +24,7 @@ struct ConversionReport {
 
   /// Points whose input values were re-expressed, and the largest distance (metres) that any of them moved by it.
   int convertedPoints = 0;
-  double largestDisplacement = 0.0;
+  double largestDisplacement = 0.0;  ///< metres
   /// Place of the point that moved most, empty when none did.
   std::string largestDisplacementAt;
   /// Points that moved by more than a millimetre.

@@ -20,28 +20,30 @@ enum class ElementKind {
   FormCtrlTarget,
   FormCtrlTargetPnt,
 };
+/// How many kinds there are.
 inline constexpr std::size_t kElementKinds = 10;
 /// No element has more attributes that the library models.
 inline constexpr std::size_t kMostAttributes = 7;
 
 /// What the library reads of one kind of element. Everything else in it is carried over.
 struct KnownElement {
-  ElementKind kind;
-  std::string_view tag;
-  std::span<const std::string_view> attributes;
-  std::span<const std::string_view> children;
-  bool hasText;
+  ElementKind kind;                              ///< which one it is
+  std::string_view tag;                          ///< qualified
+  std::span<const std::string_view> attributes;  ///< that the library reads
+  std::span<const std::string_view> children;    ///< tags of the elements below that the library reads
+  bool hasText;                                  ///< whether the library reads its text
 };
 
 /// The knowledge of an element; null for one that the library does not model.
 [[nodiscard]] const KnownElement* FindKnownElement(std::string_view tag);
 
+/// The knowledge of an element of that kind.
 [[nodiscard]] const KnownElement& KnownElementOf(ElementKind kind);
 
 /// What the library reads below an element.
 struct KnownBelow {
-  std::span<const std::string_view> children;
-  bool hasText;
+  std::span<const std::string_view> children;  ///< tags
+  bool hasText;                                ///< whether the text is read
 };
 /// @param edition20 whether the document is read as one of edition 2.0, whose control targets hold text and no points
 [[nodiscard]] KnownBelow BelowOf(const KnownElement& element, bool edition20);

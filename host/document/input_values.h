@@ -10,15 +10,16 @@ enum class Reading { WidthHeight, Percent, Rate };
 
 /// The input values of a composed point: one way to write where it lies.
 struct InputValues {
-  Reading reading = Reading::WidthHeight;
-  double x = 0.0;
-  double y = 0.0;
+  Reading reading = Reading::WidthHeight;  ///< how x and y are read
+  double x = 0.0;                          ///< width, or height of a ratio, in metres
+  double y = 0.0;                          ///< height in metres, grade in percent, or ratio
 };
 
 /// Where input values lead from a place, towards a side. Positions are (distance from the centre line, height).
 [[nodiscard]] TamWorld2 Place(const InputValues& values, VornLocation side, const TamWorld2& from);
 /// The way from one place to another outward on a side, in metres.
 [[nodiscard]] double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& to);
+/// How far two places lie apart, in metres.
 [[nodiscard]] double Distance(const TamWorld2& a, const TamWorld2& b);
 /// As a document writes it; an unset value counts as zero.
 [[nodiscard]] double Rounded(double value, KelMrmFigure places);

@@ -12,6 +12,7 @@ namespace vorn_host {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
+/// The text of a path.
 [[nodiscard]] inline std::string Utf8Text(const std::filesystem::path& path) {
   const std::u8string utf8 = path.u8string();
   return {utf8.begin(), utf8.end()};

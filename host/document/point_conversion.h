@@ -6,10 +6,10 @@ namespace vorn_host {
 
 /// How far points moved when their input values were re-expressed for another edition.
 struct PointDisplacement {
-  int convertedPoints = 0;
-  double largest = 0.0;  ///< metres
-  int largestAt = -1;    ///< index of the point in its form
-  int farPoints = 0;     ///< points that moved by more than a millimetre
+  int convertedPoints = 0;  ///< points that got other input values
+  double largest = 0.0;     ///< metres
+  int largestAt = -1;       ///< index of the point in its form
+  int farPoints = 0;        ///< points that moved by more than a millimetre
 
   /// Takes account of a point that moved by a distance (metres).
   void Note(double distance, int index);

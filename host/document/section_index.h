@@ -11,6 +11,7 @@ namespace vorn_host {
 /// without a station is not taken for one at station 0: what is measured there would be shown in the wrong section.
 class SectionIndex {
  public:
+  /// The set has to outlive the index and to stay as it is meanwhile.
   explicit SectionIndex(const VornXSections& set);
 
   /// Index of the first section less than 1e-6 m from the station with that change-of-shape flag; -1 without one. A

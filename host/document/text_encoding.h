@@ -20,7 +20,7 @@ enum class TextEncoding { Utf8, ShiftJis };
 
 /// A document's text in UTF-8, without a byte-order mark.
 struct DecodedText {
-  std::string utf8;
+  std::string utf8;  ///< the text
   /// What the document calls its encoding.
   std::string encodingName;
 };
@@ -37,9 +37,10 @@ struct DecodedText {
 
 /// Line and column (in characters) of a byte position, from 1.
 struct TextPosition {
-  std::size_t line = 1;
-  std::size_t column = 1;
+  std::size_t line = 1;    ///< from 1
+  std::size_t column = 1;  ///< in characters, from 1
 };
+/// Where a byte lies.
 [[nodiscard]] TextPosition PositionAt(std::string_view utf8, std::size_t offset);
 
 /// A character as messages show it: "é (U+00E9)".
@@ -47,6 +48,7 @@ struct TextPosition {
 
 /// 〓, which stands for a character that cannot be held, in both encodings.
 inline constexpr std::string_view kGetaMark932 = "\x81\xAC";
+/// The same in UTF-8.
 inline constexpr std::string_view kGetaMarkUtf8 = "\xE3\x80\x93";
 
 /// The byte-order mark of UTF-8.
@@ -73,14 +75,16 @@ inline constexpr std::string_view kXmlBlanks = " \t\r\n";
 
 /// Text that did not go through a conversion, as the cursors and writers on one document collect it.
 struct TextProblems {
+  /// A text that did not go through.
   struct Problem {
     std::string what;           ///< "é (U+00E9)"
     std::ptrdiff_t offset = 0;  ///< of the element, in the text that was parsed; -1 when there is none
   };
 
-  std::optional<Problem> first;
-  std::size_t count = 0;
+  std::optional<Problem> first;  ///< the first one; none when all went through
+  std::size_t count = 0;         ///< how many there were
 
+  /// Adds one.
   void Add(std::string what, std::ptrdiff_t offset) {
     if (!first) first = Problem{std::move(what), offset};
     ++count;

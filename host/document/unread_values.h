@@ -8,7 +8,7 @@ namespace vorn_host {
 /// A value of a document that the library reads as something else, or not at all: rewriting the document falsifies it.
 /// The library reads leniently and never tells; whoever rewrites a document has to be told what will change.
 struct UnreadValue {
-  std::size_t line = 0;
+  std::size_t line = 0;  ///< from 1
   /// "tsf:ComposedPnt L1, attribute location"
   std::string where;
   /// As the document has it, shortened when it is long; empty when there is none.

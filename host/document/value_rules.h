@@ -12,8 +12,8 @@ namespace vorn_host {
 
 /// The library's parsers are members of what they fill.
 struct ParserScratch {
-  VornComposedPnt point;
-  VornFormCtrlTarget target;
+  VornComposedPnt point;      ///< for the attributes of points
+  VornFormCtrlTarget target;  ///< for those of control targets
 };
 
 /// What the library makes of an empty value: mostly it says that there is none.
@@ -21,12 +21,15 @@ enum class EmptyValue { SaysNone, IsMisread };
 
 /// What the values of one attribute have to be.
 struct AttributeRule {
-  std::string_view name;
+  std::string_view name;  ///< of the attribute
+  /// Whether the library reads the value as what it says.
   bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
+  /// What is wrong with one that it does not.
   std::string (*whyNot)(std::string_view value);
   EmptyValue empty = EmptyValue::SaysNone;
 };
 
+/// Where the numbers of an element stand.
 enum class NumbersIn { None, Text, TextIfAny };
 
 /// What the values in an element have to be, so that the library reads them as what they say.
@@ -35,13 +38,15 @@ struct ElementRule {
   const char* identity = "";
   /// The rules of the known attributes, in their order; null where any text will do.
   std::array<const AttributeRule*, kMostAttributes> attributes{};
-  NumbersIn numbers = NumbersIn::None;
+  NumbersIn numbers = NumbersIn::None;  ///< what the text has to be
 };
 
+/// The rule of an element of that kind.
 [[nodiscard]] const ElementRule& RuleOf(ElementKind kind);
 
 /// Whether a whole text is a number; the library reads the leading number and ignores the rest.
 [[nodiscard]] bool IsNumber(std::string_view text);
+/// What is wrong with a text that is no number.
 [[nodiscard]] std::string WhyNoNumber(std::string_view text);
 
 }  // namespace vorn_host

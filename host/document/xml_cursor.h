@@ -35,6 +35,7 @@ class XmlCursor : public PimIterator {
   bool VisitText(TextVisitor visit) const override;
   bool VisitAttributes(AttributeVisitor visit) const override;
 
+  /// The element that the cursor stands on.
   [[nodiscard]] pugi::xml_node Element() const { return m_element; }
 
  private:

@@ -20,27 +20,36 @@ namespace vorn_host {
 /// Every section is added first, which tells how much room they need; only then are the sheets' places known.
 class SheetGrid {
  public:
+  /// Makes room for a section.
   void Add(const SectionView& view, const SectionDrawing& drawing);
 
+  /// How many sections there are.
   [[nodiscard]] int Count() const { return m_count; }
   /// 1:scale on paper, the smallest of all sections.
   [[nodiscard]] double Scale() const { return m_scale; }
   /// Whether all sections were drawn at that scale, as they have to be for one sheet.
   [[nodiscard]] bool HasOneScale() const { return m_count == 0 || m_scale == m_largestScale; }
+  /// How long a millimetre on paper is in the drawing, in metres.
   [[nodiscard]] double MetresPerMillimetre() const { return m_scale / 1000.0; }
 
   /// "S0012" for the twelfth: what the index and the named view are called.
   [[nodiscard]] std::string NameOf(int sheet) const;
+  /// Where the centre line of a sheet's section lies at the reference height.
   [[nodiscard]] DxfPlace OriginOf(int sheet) const;
+  /// The area of a sheet.
   [[nodiscard]] DxfArea AreaOf(int sheet) const;
   /// All sheets and the index.
   [[nodiscard]] DxfArea Extents() const;
 
   /// Where the index has the line of a sheet, and the parts of one.
   [[nodiscard]] DxfPlace IndexPlaceOf(int sheet) const;
+  /// Where the title of the index stands.
   [[nodiscard]] DxfPlace IndexTitlePlace() const;
+  /// Height of the texts of the index, in metres.
   [[nodiscard]] double IndexTextHeight() const;
+  /// How far from the beginning of a line the station stands, in metres.
   [[nodiscard]] double IndexStationAt() const;
+  /// How far from the beginning of a line the name stands, in metres.
   [[nodiscard]] double IndexNameAt() const;
 
  private:
@@ -84,6 +93,7 @@ class DxfSectionWriter {
 
   /// Writes the next section; the order is that of the grid.
   void Add(const SectionView& view, const SectionDrawing& drawing);
+  /// Ends the drawing.
   void Finish() { m_writer.Finish(); }
 
  private:

@@ -9,9 +9,9 @@ namespace vorn_host {
 
 /// A way for a label to stand at its place, in millimetres on paper.
 struct LabelStand {
-  double right = 0.0;  ///< from the place to where the text is anchored
-  double lift = 0.0;   ///< from the place up to the base line of the text
-  DrawnText::Anchor anchor = DrawnText::Anchor::Middle;
+  double right = 0.0;                                    ///< from the place to where the text is anchored
+  double lift = 0.0;                                     ///< from the place up to the base line of the text
+  DrawnText::Anchor anchor = DrawnText::Anchor::Middle;  ///< which end of the text stands there
 };
 
 /// The size of all labels of a section.
@@ -28,12 +28,14 @@ inline constexpr double kLabelSizeMm = 2.5;
 
 /// A line from a place to a label that had to go far from it.
 struct LabelLeader {
-  PaperPlace from;
-  PaperPlace to;
+  PaperPlace from;  ///< the place
+  PaperPlace to;    ///< the label
 
+  /// In millimetres.
   [[nodiscard]] double Length() const;
   /// The place so far along it.
   [[nodiscard]] PaperPlace At(double along) const;
+  /// How far a place lies from the line, in millimetres.
   [[nodiscard]] double DistanceTo(const PaperPlace& place) const;
 };
 

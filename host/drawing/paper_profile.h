@@ -12,13 +12,14 @@ class PaperProfile {
  public:
   /// The upper and lower end of what lies somewhere; the lowest lies above the highest where nothing does.
   struct Reach {
-    double lowest = 1e300;
-    double highest = -1e300;
+    double lowest = 1e300;    ///< lower end
+    double highest = -1e300;  ///< upper end
   };
 
   /// @param left,right what lies farther out counts as lying there
   PaperProfile(double left, double right);
 
+  /// Adds a line.
   void Include(const PaperPlace& from, const PaperPlace& to);
   /// Between two places, rounded outward to whole columns.
   [[nodiscard]] Reach Between(double left, double right) const;

@@ -32,6 +32,7 @@ class SectionCsvWriter {
 
   /// A view without a section adds its control targets, with nothing where the section would be told.
   void Add(const SectionView& view);
+  /// How many rows there are below the header.
   [[nodiscard]] int RowCount() const { return m_rows; }
 
  private:

@@ -30,10 +30,10 @@ enum class DrawingKind {
 
 /// A line through places, in metres of the section plane.
 struct DrawnLine {
-  DrawingKind kind = DrawingKind::Frame;
-  std::vector<SectionPlace> places;
-  int form = -1;    ///< index into `SectionView::forms`; -1 where it belongs to none
-  int target = -1;  ///< index into `SectionDrawing::measured`; -1 where it belongs to none
+  DrawingKind kind = DrawingKind::Frame;  ///< what it shows
+  std::vector<SectionPlace> places;       ///< one after the other
+  int form = -1;                          ///< index into `SectionView::forms`; -1 where it belongs to none
+  int target = -1;                        ///< index into `SectionDrawing::measured`; -1 where it belongs to none
   /// Of the leader of a label, the place that it leads to. Who enlarges the drawing leaves it as long as it is on
   /// paper, around this place, as the label stays as large.
   std::optional<SectionPlace> leadsTo = {};
@@ -44,41 +44,43 @@ struct DrawnLine {
 
 /// A mark at a place: a circle at a point, a triangle at a height, the arrow of a dimension.
 struct DrawnMark {
+  /// What a mark looks like.
   enum class Shape { Point, Crossing, Height, Arrow };
-  DrawingKind kind = DrawingKind::Code;
-  Shape shape = Shape::Point;
-  SectionPlace place;
-  double angle = 0.0;  ///< degrees, counter-clockwise: where triangles point
-  int form = -1;
-  int point = -1;  ///< index into the points of the form
-  int target = -1;
+  DrawingKind kind = DrawingKind::Code;  ///< what it shows
+  Shape shape = Shape::Point;            ///< what it looks like
+  SectionPlace place;                    ///< where it is
+  double angle = 0.0;                    ///< degrees, counter-clockwise: where triangles point
+  int form = -1;                         ///< index into `SectionView::forms`; -1 where it belongs to none
+  int point = -1;                        ///< index into the points of the form
+  int target = -1;                       ///< index into `SectionDrawing::measured`; -1 where it belongs to none
 };
 
 /// A text at a place. Its size and how far from the place it stands are in millimetres on paper, whatever the scale.
 struct DrawnText {
+  /// Which end of a text stands at its place.
   enum class Anchor { Start, Middle, End };
-  DrawingKind kind = DrawingKind::Code;
-  SectionPlace place;    ///< what it says something about
-  double alongMm = 0.0;  ///< how far from the place it is anchored, in the direction of reading
-  double liftMm = 0.0;   ///< how far above the place the text's base line lies, across that direction
-  double angle = 0.0;    ///< degrees, counter-clockwise
-  double sizeMm = 2.5;
-  Anchor anchor = Anchor::Middle;
-  std::string text = {};  ///< UTF-8, as it is: not escaped for any format
-  int form = -1;
-  int target = -1;
+  DrawingKind kind = DrawingKind::Code;  ///< what it shows
+  SectionPlace place;                    ///< what it says something about
+  double alongMm = 0.0;                  ///< how far from the place it is anchored, in the direction of reading
+  double liftMm = 0.0;                   ///< how far above the place the text's base line lies, across that direction
+  double angle = 0.0;                    ///< degrees, counter-clockwise
+  double sizeMm = 2.5;                   ///< height of the letters on paper
+  Anchor anchor = Anchor::Middle;        ///< which end stands at the place
+  std::string text = {};                 ///< UTF-8, as it is: not escaped for any format
+  int form = -1;                         ///< index into `SectionView::forms`; -1 where it belongs to none
+  int target = -1;                       ///< index into `SectionDrawing::measured`; -1 where it belongs to none
 };
 
 /// A cross section as a drawing: everything to be drawn, independent of any file format. SVG, the report's page and
 /// DXF all draw this.
 struct SectionDrawing {
   /// What the drawing shows, in metres, with a margin around the design.
-  double left = 0.0, right = 0.0, bottom = 0.0, top = 0.0;
-  double scale = 100.0;       ///< 1:scale on paper
-  double exaggeration = 1.0;  ///< how many times heights are drawn larger than widths
-  std::vector<DrawnLine> lines;
-  std::vector<DrawnMark> marks;
-  std::vector<DrawnText> texts;
+  double left = 0.0, right = 0.0, bottom = 0.0, top = 0.0;  ///< its sides
+  double scale = 100.0;                                     ///< 1:scale on paper
+  double exaggeration = 1.0;                                ///< how many times heights are drawn larger than widths
+  std::vector<DrawnLine> lines;                             ///< in the order in which they are drawn
+  std::vector<DrawnMark> marks;                             ///< in the order in which they are drawn
+  std::vector<DrawnText> texts;                             ///< in the order in which they are drawn
   /// What the dimensions show: of each the control targets that measure it, as they ask for the same at one place.
   /// Indices into `SectionView::targets`.
   std::vector<std::vector<int>> measured;
@@ -87,8 +89,9 @@ struct SectionDrawing {
   int lengthsLeftOut = 0;  ///< slope lengths that did not
 };
 
+/// How a section is drawn.
 struct DrawingOptions {
-  double exaggeration = 1.0;
+  double exaggeration = 1.0;  ///< how many times heights are drawn larger than widths
   /// 1:scale on paper; 0 takes the largest usual scale (1:50, 1:100, 1:200, 1:250, 1:500, ...) that fits an A3 sheet.
   double scale = 0.0;
   Language language = Language::English;  ///< of the drawing's own words

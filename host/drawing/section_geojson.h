@@ -16,10 +16,14 @@ namespace vorn_host {
 /// sections, forms and points count from 1, as in messages.
 class SectionGeoJsonWriter {
  public:
+  /// Writes the beginning of the collection.
   explicit SectionGeoJsonWriter(TextSink sink);
 
+  /// Writes the features of a section.
   void Add(const SectionView& view);
+  /// Ends the collection.
   void Finish();
+  /// How many features were written.
   [[nodiscard]] int FeatureCount() const { return m_features; }
 
  private:

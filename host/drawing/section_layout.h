@@ -8,8 +8,8 @@ namespace vorn_host {
 
 /// What of a section a drawing shows: offsets from left to right in metres.
 struct SectionWindow {
-  double left = 0.0;
-  double right = 0.0;
+  double left = 0.0;   ///< negative on the left
+  double right = 0.0;  ///< positive on the right
 };
 
 /// The window of a section: its forms with some of the ground on either side; the ground alone where there is no form.

@@ -25,25 +25,26 @@ enum class SectionPart { Start, Roadbed, Slope, Berm, Other };
 
 /// The two input values of a point, and how they are read.
 struct ViewInput {
+  /// How the two values are read.
   enum class Reading {
     WidthHeight,  ///< x: width in metres, y: height in metres
     Percent,      ///< x: width in metres, y: grade in percent
     Rate,         ///< x: height in metres, y: ratio 1:y, the width for each metre of height
   };
-  Reading reading = Reading::WidthHeight;
-  std::optional<double> x = {};
-  std::optional<double> y = {};
+  Reading reading = Reading::WidthHeight;  ///< how x and y are read
+  std::optional<double> x = {};            ///< first value; none when the document has none
+  std::optional<double> y = {};            ///< second value; none when the document has none
 
   friend bool operator==(const ViewInput&, const ViewInput&) = default;
 };
 
 /// A point of a build form.
 struct ViewPoint {
-  SectionPlace place;
-  std::string code;  ///< the survey name; may be empty
-  int from = -1;     ///< index of the point that this one is placed from; -1 for a start point
-  SectionPart part = SectionPart::Start;
-  std::string side;         ///< as the document says: "Center", "Left", "Right"; may be empty
+  SectionPlace place;                     ///< where it lies
+  std::string code;                       ///< the survey name; may be empty
+  int from = -1;                          ///< index of the point that this one is placed from; -1 for a start point
+  SectionPart part = SectionPart::Start;  ///< what leads to it
+  std::string side;                       ///< as the document says: "Center", "Left", "Right"; may be empty
   std::string input;        ///< the input values as people write them: "3.500 m, -1.501 %", "-5.000 m, 1:1.500"
   std::string grade;        ///< of the segment from `from`: "-1.5%" on roadbeds and berms, "1:1.5" on slopes
   bool exists = true;       ///< false: a point that the section does not build (beyond a crossing)
@@ -63,10 +64,10 @@ enum class FormRole {
 
 /// A build form with all its points placed.
 struct ViewForm {
-  std::string name;
-  std::string xSectType;
-  FormRole role = FormRole::Other;
-  std::vector<ViewPoint> points;  ///< in the order of the document
+  std::string name;                 ///< of the form
+  std::string xSectType;            ///< its cross-section type; may be empty
+  FormRole role = FormRole::Other;  ///< what it shows
+  std::vector<ViewPoint> points;    ///< in the order of the document
   /// The lines that the form draws, each from left to right: indices of points, one line where all are connected.
   std::vector<std::vector<int>> lines;
   int documentIndex = -1;  ///< among the forms of the section in the document, which messages count by
@@ -87,8 +88,8 @@ struct ViewForm {
 
 /// The existing ground, from left to right.
 struct ViewGround {
-  std::string name;
-  std::vector<SectionPlace> line;
+  std::string name;                ///< of the ground; may be empty
+  std::vector<SectionPlace> line;  ///< from left to right
 
   friend bool operator==(const ViewGround&, const ViewGround&) = default;
 };
@@ -106,7 +107,9 @@ struct ViewTarget {
 
     friend bool operator==(const Elsewhere&, const Elsewhere&) = default;
   };
+  /// What is measured.
   enum class Item { SlopeLength, Width, Height, Thickness, Depth, SectionArea, Length, Area, Other };
+  /// A point that a control target names.
   struct Pnt {
     int form = -1;     ///< index into `SectionView::forms`
     int point = -1;    ///< index into its points; both -1 where the point does not exist in this section
@@ -117,13 +120,13 @@ struct ViewTarget {
 
     friend bool operator==(const Pnt&, const Pnt&) = default;
   };
-  Item item = Item::Other;
-  std::string itemText;    ///< the control item as the document says it: "Width"
-  std::string formName;    ///< the build form that holds it
-  std::string workType;    ///< may be empty
-  std::string scope;       ///< target scope; may be empty
-  std::string regulation;  ///< target regulation; may be empty
-  std::vector<Pnt> points;
+  Item item = Item::Other;  ///< what is measured
+  std::string itemText;     ///< the control item as the document says it: "Width"
+  std::string formName;     ///< the build form that holds it
+  std::string workType;     ///< may be empty
+  std::string scope;        ///< target scope; may be empty
+  std::string regulation;   ///< target regulation; may be empty
+  std::vector<Pnt> points;  ///< in the order of the document
   /// Metres: the width, the elevation, the length along the form, or the thickness or depth between two points at one
   /// offset that the design has. None for a height of several points, each of which has its own, for a thickness
   /// between points at different offsets, and for what a section cannot tell, such as an area.
@@ -141,14 +144,14 @@ struct SectionView {
   std::optional<double> station;  ///< cumulative distance in metres
   std::string stationText;        ///< "No.6+0.0000" where the document counts by numbers, else "120.0000"
   bool isBehindChange = false;    ///< of two sections at one station, the one behind the change of shape
-  bool isControlSection = false;
+  bool isControlSection = false;  ///< whether it is an as-built control section
   /// Height of the centre line above the datum in metres, where it is known; heights are elevations then.
   std::optional<double> centerHeight;
-  bool isHeightAssumed = false;  ///< nobody told that height: it is taken from where the design ends on the ground
-  std::vector<ViewForm> forms;
+  bool isHeightAssumed = false;     ///< nobody told that height: it is taken from where the design ends on the ground
+  std::vector<ViewForm> forms;      ///< in the order of the document
   std::vector<ViewGround> grounds;  ///< empty where the height of the centre line is not known
-  std::vector<ViewTarget> targets;
-  std::vector<ViewNote> notes;
+  std::vector<ViewTarget> targets;  ///< those that have a point in this section
+  std::vector<ViewNote> notes;      ///< what could not be shown
 
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
@@ -160,6 +163,7 @@ struct SectionView {
 /// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.
 class SectionViewer {
  public:
+  /// The document has to outlive the viewer.
   explicit SectionViewer(const DesignDocument& document);
 
   /// The cross section of a set, at its indices in the document. Points are placed from their input values where they

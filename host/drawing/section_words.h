@@ -8,6 +8,7 @@ namespace vorn_host {
 
 /// What exchange files call the kinds of a view.
 
+/// "start", "roadbed", "slope", "berm", "other".
 [[nodiscard]] constexpr std::string_view WordOf(SectionPart part) {
   switch (part) {
     case SectionPart::Start:
@@ -45,6 +46,7 @@ namespace vorn_host {
   return view.isHeightAssumed ? "ground" : "told";
 }
 
+/// "design surface", "layer", "other".
 [[nodiscard]] constexpr std::string_view WordOf(FormRole role) {
   switch (role) {
     case FormRole::DesignSurface:
@@ -57,6 +59,7 @@ namespace vorn_host {
   return "other";
 }
 
+/// "slope length", "width" and so on; "other" for an item that is none of these.
 [[nodiscard]] constexpr std::string_view WordOf(ViewTarget::Item item) {
   switch (item) {
     case ViewTarget::Item::SlopeLength:

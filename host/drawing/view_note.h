@@ -8,6 +8,7 @@ namespace vorn_host {
 
 /// What of a cross section could not be shown, and why; or where what is shown was taken from.
 struct ViewNote {
+  /// What it is about.
   enum class Kind {
     FormWithoutPoints,
     FormOutOfReach,     ///< its start point lies farther away than anything of a cross section
@@ -23,10 +24,10 @@ struct ViewNote {
     LengthsLeftOut,         ///< slope lengths that found none
     TargetsWithoutSection,  ///< control targets of which no point is at the station of a cross section
   };
-  Kind kind = Kind::FormWithoutPoints;
-  std::string name = {};  ///< of the form or the ground; may be empty
-  int points = 0;         ///< how many points, dimensions or control targets it is about
-  double height = 0.0;    ///< of the centre line, in metres
+  Kind kind = Kind::FormWithoutPoints;  ///< what it is about
+  std::string name = {};                ///< of the form or the ground; may be empty
+  int points = 0;                       ///< how many points, dimensions or control targets it is about
+  double height = 0.0;                  ///< of the centre line, in metres
 
   friend bool operator==(const ViewNote&, const ViewNote&) = default;
 };

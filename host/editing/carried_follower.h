@@ -22,8 +22,9 @@ class CarriedFollower {
 
   /// To be called before a section changes, and when it has; in between, its forms, points and control targets
   /// bear marks in their type, drawing and serial identifiers.
-  /// @param mirrored whether the existing ground was put in reverse order
   void Mark(int set, int section);
+  /// To be called when the section has changed.
+  /// @param mirrored whether the existing ground was put in reverse order
   void Trace(int set, int section, bool mirrored);
   /// To be called when targets of a set were removed or their points swapped.
   void FollowTargets(int set, const std::vector<TargetFate>& fates);

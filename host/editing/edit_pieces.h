@@ -8,6 +8,7 @@
 
 namespace vorn_host {
 
+/// A text of the model for reports.
 [[nodiscard]] std::string Utf8(const CString& text);
 /// A length with the decimals of a document.
 [[nodiscard]] std::string Metres(double value);

@@ -9,13 +9,15 @@ namespace vorn_host {
 
 /// What one editing step changed.
 struct EditReport {
+  /// A total.
   struct Count {
     std::string what;  ///< "crossing points", plural
-    int count = 0;
+    int count = 0;     ///< how often
   };
+  /// What a step did in one section.
   struct Change {
     std::string path;  ///< of the cross section
-    std::string what;
+    std::string what;  ///< in words
   };
 
   std::string step;  ///< as the user named it
@@ -28,6 +30,7 @@ struct EditReport {
   /// What the user has to know besides, one sentence each.
   std::vector<std::string> notes;
 
+  /// Whether the step changed anything.
   [[nodiscard]] bool HasChanged() const { return !changes.empty() || !counts.empty(); }
   /// Adds to the total of that text.
   void Add(const std::string& what, int count);
@@ -37,6 +40,7 @@ struct EditReport {
 /// must not be written.
 class EditError : public DocumentError {
  public:
+  /// What cannot be done, and where.
   EditError(const std::string& path, const std::string& reason) : DocumentError(path + ": " + reason) {}
 };
 

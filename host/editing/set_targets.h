@@ -33,7 +33,7 @@ void ForEachTargetPoint(VornXSections& set, Visit&& visit) {
 
 /// What became of a control target.
 struct TargetFate {
-  bool removed = false;
+  bool removed = false;    ///< the target is gone
   bool swapped = false;    ///< its two points changed places
   bool reordered = false;  ///< they did, or its type changed
   bool irregular = false;  ///< it cannot be put into the canonical form

@@ -25,16 +25,18 @@ namespace vorn_host {
 /// A file with a design, whichever of the two kinds it is: a document, or a project, whose design then is worked on as
 /// a document.
 struct DesignFile {
+  /// How a design is written.
   struct WriteOptions {
-    DesignDocument::WriteOptions document;
+    DesignDocument::WriteOptions document;  ///< for a document
     /// For a project: the store version to write. Without one, that of the project that was read, when it can be
     /// written, else the newest.
     std::string storeVersion;
     /// `IsWrittenAsProject` of the file, when it has been looked at already.
     std::optional<bool> asProject;
   };
+  /// What writing a design did.
   struct WriteReport {
-    DesignDocument::WriteReport document;
+    DesignDocument::WriteReport document;  ///< of a document
     /// Empty when a document was written.
     std::string storeVersion;
     /// What the store version could not hold.
@@ -53,7 +55,7 @@ struct DesignFile {
   /// from where it is and not needed afterwards. Throws `DocumentError`.
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options) &&;
 
-  DesignDocument design;
+  DesignDocument design;  ///< the design itself
   /// The project that the design was read from.
   std::optional<Project> project;
 };

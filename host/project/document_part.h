@@ -18,14 +18,14 @@ struct DocumentPart {
   /// program added would be gone after the next save. Name stands for the file in messages.
   [[nodiscard]] static DocumentPart Parse(std::string_view text, const std::string& name);
 
-  Edition edition = Edition::V41;
-  std::string encodingName = "UTF-8";
-  bool hasStructureType = false;
+  Edition edition = Edition::V41;      ///< of the document
+  std::string encodingName = "UTF-8";  ///< what the document calls its encoding
+  bool hasStructureType = false;       ///< whether the document has a structure type
   /// The design stands in the alignments of the road centre instead of the construction information.
   bool inRoadCenter = false;
   /// Alignments whose sets hold nothing, and yet are sets of the document; ascending, each once, from 0.
   std::vector<int> emptySets;
-  CarriedContent carried;
+  CarriedContent carried;  ///< what the library does not model
 };
 
 }  // namespace vorn_host

@@ -27,9 +27,12 @@ class MemoryViewFile final : public CFile {
     return {reinterpret_cast<const std::uint8_t*>(rest.data()), rest.size()};
   }
   void Write(const void*, std::uint32_t) override { throw CFileException(CFileException::accessDenied); }
+  /// Nothing is to be written.
   void Flush() override {}
+  /// Nothing is to be closed.
   void Close() override {}
 
+  /// Number of the bytes.
   [[nodiscard]] std::uint64_t GetLength() const override { return m_bytes.size(); }
   [[nodiscard]] std::uint64_t GetPosition() const override { return m_position; }
   /// A position outside the bytes throws `CFileException`.

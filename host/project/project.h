@@ -27,12 +27,13 @@ class Project {
  public:
   /// The store version that the library's records have now, and those that it can write: older ones are only read.
   static constexpr std::string_view kNewestStoreVersion = "06.00";
+  /// Oldest first.
   static constexpr std::array<std::string_view, 3> kWritableStoreVersions = {"05.00", "05.50", kNewestStoreVersion};
 
   /// Something that an older store version cannot hold, and how often.
   struct Loss {
-    std::string what;
-    int count = 0;
+    std::string what;  ///< as the user is told it
+    int count = 0;     ///< how often
   };
 
   /// A new project: no road data, and the settings' names of the as-built control items.

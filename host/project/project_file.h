@@ -15,7 +15,7 @@ namespace vorn_host {
 struct ProjectFile {
   /// Store version that the record was written in, two digits, a point, two digits.
   std::string storeVersion;
-  std::string_view record;
+  std::string_view record;  ///< the archive record of the road data
   /// UTF-8; empty in a project that came from no document.
   std::string_view document;
 

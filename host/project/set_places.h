@@ -16,6 +16,7 @@ class SetPlaces {
   /// Notes that the sets are handed out: their alignments refer to nothing until they are back.
   void HandOut();
 
+  /// How many sets there are.
   [[nodiscard]] int GetSize() const { return static_cast<int>(m_sets.size()); }
   /// What a set referred to when it was remembered.
   [[nodiscard]] const CString& ReferenceOf(int set) const { return m_sets[static_cast<std::size_t>(set)].given; }

@@ -9,6 +9,7 @@
 
 namespace vorn_host {
 
+/// How a report is made.
 struct ReportOptions {
   std::string file;  ///< name of the design, as the page shows it
   /// Height of the centre line above the datum in metres, where the design does not tell it.
@@ -20,10 +21,10 @@ struct ReportOptions {
 /// A design for the browser: one page with every cross section, its drawing, its control targets and what is wrong
 /// with it. The page needs nothing but itself, and runs nothing but the script that it comes with.
 struct DesignReport {
-  std::string html;
-  int sections = 0;
-  int errors = 0;
-  int notes = 0;
+  std::string html;               ///< the page
+  int sections = 0;               ///< how many it shows
+  int errors = 0;                 ///< how many were found
+  int notes = 0;                  ///< how many were found
   int targetsWithoutSection = 0;  ///< control targets that no cross section shows
 };
 

@@ -11,9 +11,10 @@ struct PageParts {
   std::string_view script;  ///< of the one script element, a module
   /// SHA-256 of style and script in hexadecimal digits: the browser runs these two and nothing else.
   std::string_view styleSha256;
-  std::string_view scriptSha256;
+  std::string_view scriptSha256;  ///< of the script
 };
 
+/// The page that this program has.
 extern const PageParts kReportPage;
 
 }  // namespace vorn_host

@@ -11,10 +11,10 @@ namespace vorn_host {
 
 /// What the report tells of one cross section.
 struct SectionReport {
-  SectionView view;
-  SectionDrawing drawing;   ///< with English words
-  SectionDrawing japanese;  ///< the same with Japanese words
-  std::vector<Finding> findings;
+  SectionView view;               ///< what the section holds
+  SectionDrawing drawing;         ///< with English words
+  SectionDrawing japanese;        ///< the same with Japanese words
+  std::vector<Finding> findings;  ///< what is wrong with it
 };
 
 /// The section as the page reads it. Places on the drawing are in millimetres on paper from where its centre line is

@@ -13,7 +13,9 @@ namespace vorn_host {
 /// The codes are "CL", then "L1", "L2" ... and "R1", "R2" ... outward.
 class FormBuilder {
  public:
+  /// What leads to a point.
   using Component = VornComposedPnt::ComponentType;
+  /// The finer kind of it.
   using Element = VornComposedPnt::ElementType;
 
   /// @param serial running number of the form within its section: 0 for the design surface
@@ -41,10 +43,11 @@ class FormBuilder {
     std::int64_t cutRatio = 10;        ///< of the lowest cut slope
     std::int64_t upperCutRatio = 12;   ///< of the cut slopes above the first berm
     Millimetres fillStage = 5'000;     ///< height of a fill slope between berms
-    Millimetres cutStage = 7'000;
-    Millimetres bermWidth = 1'500;
-    bool bermByHeight = false;  ///< berms by width and height instead of percent
+    Millimetres cutStage = 7'000;      ///< height of a cut slope between berms
+    Millimetres bermWidth = 1'500;     ///< width of a berm
+    bool bermByHeight = false;         ///< berms by width and height instead of percent
   };
+  /// Goes on outward to the ground.
   void SlopesToGround(const GroundLine& ground, const SlopeShape& shape);
 
   /// Whether the ground lies above the place reached, or above one so far outward and upward from there.

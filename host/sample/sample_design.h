@@ -12,19 +12,20 @@ namespace vorn_host {
 /// What kind of work a sample describes: a road with cuts and fills, a river levee, a farm field.
 enum class SampleKind { Road, River, Farm };
 
+/// What a sample is to be.
 struct SampleOptions {
   /// Number of cross sections, the second one of the change-of-shape pair included (a pair needs three or more).
   int sections = 20;
-  SampleKind kind = SampleKind::Road;
+  SampleKind kind = SampleKind::Road;  ///< what it describes
   /// Another seed gives another terrain under another line.
   std::uint64_t seed = 1;
 };
 
 /// A design in terms of the editions from 4.0 on: points carry data types, and the control targets stand in the set.
 struct SampleDesign {
-  VornFileInfoArray fileInfos;
-  VornStructureType structureType;
-  Vorn_XSectionsArray sets;
+  VornFileInfoArray fileInfos;      ///< when it was created
+  VornStructureType structureType;  ///< the kind of work
+  Vorn_XSectionsArray sets;         ///< the cross sections
 };
 
 /// Makes a realistic synthetic design for trying out, tests and benchmarks. The same options give the same design on

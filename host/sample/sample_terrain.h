@@ -13,18 +13,19 @@ using Millimetres = std::int64_t;
 
 /// A vertex of the existing ground: signed offset from the centre line (negative on the left), and height.
 struct GroundVertex {
-  Millimetres offset = 0;
-  Millimetres height = 0;
+  Millimetres offset = 0;  ///< from the centre line, negative on the left
+  Millimetres height = 0;  ///< above the datum
 };
 /// The existing ground of a cross section from left to right.
 using GroundLine = std::vector<GroundVertex>;
 
 /// A smooth curve along the line that swings around zero, made of parabolas.
 struct SampleWave {
-  Millimetres period = 2;  ///< even
-  Millimetres phase = 0;
-  std::int64_t amplitude = 0;
+  Millimetres period = 2;      ///< even
+  Millimetres phase = 0;       ///< where the curve begins
+  std::int64_t amplitude = 0;  ///< how far it swings to either side
 
+  /// The curve's value at a station.
   [[nodiscard]] std::int64_t At(Millimetres station) const;
 };
 
@@ -32,6 +33,7 @@ struct SampleWave {
 /// it, and the crossfall of the surface.
 class SampleTerrain {
  public:
+  /// The country that a seed gives for a kind of work.
   SampleTerrain(SampleKind kind, std::uint64_t seed);
 
   /// Height of the centre line.

@@ -13,17 +13,18 @@ namespace vorn_host {
 
 /// An integer setting, and which values a user may choose.
 struct IntegerSetting : VornIntegerSetting {
-  std::int32_t min = std::numeric_limits<std::int32_t>::min();
-  std::int32_t max = std::numeric_limits<std::int32_t>::max();
+  std::int32_t min = std::numeric_limits<std::int32_t>::min();  ///< smallest value that a user may choose
+  std::int32_t max = std::numeric_limits<std::int32_t>::max();  ///< largest value that a user may choose
   /// What a value stands for, in UTF-8; empty for one that stands for nothing. Null when the setting is a plain number.
   std::string (*meaning)(std::int32_t value) = nullptr;
 };
 
 /// A setting of the construction-information dialogs.
 struct KnownSetting {
-  const char* group;  ///< the key that it lies in
-  std::variant<IntegerSetting, VornTextSetting> kind;
+  const char* group;                                   ///< the key that it lies in
+  std::variant<IntegerSetting, VornTextSetting> kind;  ///< an integer or a text
 
+  /// Name of the value in its key.
   [[nodiscard]] const char* Name() const;
 };
 

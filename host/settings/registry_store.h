@@ -15,7 +15,7 @@ namespace vorn_host {
 /// value is stored at once, in a group too: only single values are whole.
 class RegistryStore final : public SettingsStore {
  public:
-  /// The store is the key at the path, which need not exist: Software\Company\Application, in UTF-8.
+  /// The store is the key at the path, which need not exist: `Software\Company\Application`, in UTF-8.
   RegistryStore(std::string rootPath, ProblemHandler report);
 
   [[nodiscard]] std::string Place() const override { return PlaceOf({}); }

@@ -28,8 +28,8 @@ inline constexpr std::size_t kMostNames = 100;
 
 /// A value in a store, whether or not a settings key can read it.
 struct SettingsEntry {
-  SettingsPath path;
-  std::string name;
+  SettingsPath path;                  ///< the key that it lies in
+  std::string name;                   ///< as it is spelled in the store
   std::optional<SettingValue> value;  ///< none when it is neither a text nor an integer of 32 bits
   std::string shown;                  ///< the value as a person is shown it: 3, "道路中心", 2024-04-01
 
@@ -41,9 +41,9 @@ struct SettingsEntry {
 
 /// A value that is to be stored.
 struct SettingChange {
-  SettingsPath path;
-  std::string name;
-  SettingValue value;
+  SettingsPath path;   ///< the key
+  std::string name;    ///< of the value
+  SettingValue value;  ///< what is to be stored
 };
 
 /// A store that outlasts the process. As the library asks it, it never throws: what cannot be read is not there, and
@@ -74,8 +74,10 @@ class SettingsStore : public WexStore {
   bool WriteString(std::string_view path, std::string_view name, std::string_view value) final;
 
  protected:
+  /// What was tried.
   enum class Access : std::size_t { Read, Write };
 
+  /// A store whose problems are told to the handler.
   explicit SettingsStore(ProblemHandler report);
 
   /// Whether a key is stored.
@@ -83,6 +85,7 @@ class SettingsStore : public WexStore {
   /// Stores a value, with its key if that is not there yet; false, and a report, when that cannot be done.
   virtual bool Keep(SettingChange change) = 0;
 
+  /// Tells the handler.
   void Report(const std::string& problem) const { m_report(problem); }
   /// Reports a problem unless it is the one that was reported last. A store of several places that succeed or fail on
   /// their own says which one it is about.
@@ -119,6 +122,7 @@ class SettingsStore : public WexStore {
 /// What a settings key is given of a stored value: an integer, or a text that code page 932 can hold and that has no
 /// NUL within, where whoever takes it for a C text would cut it short.
 [[nodiscard]] std::optional<std::int32_t> IntegerOf(const std::optional<SettingValue>& value);
+/// As above, for a text.
 [[nodiscard]] std::optional<CString> TextOf(const std::optional<SettingValue>& value);
 /// A stored value as a person is shown it: 3, "道路中心".
 [[nodiscard]] std::string ShownText(const SettingValue& value);

@@ -14,6 +14,7 @@ namespace vorn_host {
 /// A settings text that cannot be read. The message is the line, the column and the reason.
 class SettingsSyntaxError : public std::runtime_error {
  public:
+  /// A mistake at a place.
   explicit SettingsSyntaxError(const std::string& message) : std::runtime_error(message) {}
 };
 
@@ -26,10 +27,13 @@ class SettingsText {
   SettingsText();
   /// Reads a text, with or without a byte-order mark; throws `SettingsSyntaxError`.
   explicit SettingsText(std::string text);
+  /// Takes the text over.
   SettingsText(SettingsText&&) noexcept;
+  /// Takes the text over in place of its own.
   SettingsText& operator=(SettingsText&&) noexcept;
   ~SettingsText();
 
+  /// The text itself.
   [[nodiscard]] const std::string& Text() const { return m_text; }
 
   /// Whether there is such a key. Names are looked up as they are spelled, then without regard to case.
@@ -38,6 +42,7 @@ class SettingsText {
   [[nodiscard]] std::optional<SettingValue> Find(const SettingsPath& path, std::string_view name) const;
   /// As `Find`, but also for a value of another kind, and with path and name as they are spelled in the text.
   [[nodiscard]] std::optional<SettingsEntry> FindEntry(const SettingsPath& path, std::string_view name) const;
+  /// All values, in the order of the text.
   [[nodiscard]] std::vector<SettingsEntry> Entries() const;
 
   /// The text with one value in place of whatever has the name, or added. None when the text leaves no room for it:

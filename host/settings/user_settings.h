@@ -11,8 +11,8 @@ namespace vorn_host {
 
 /// Names an application among those that keep settings for a user.
 struct ApplicationName {
-  std::string_view company;
-  std::string_view application;
+  std::string_view company;      ///< of the company
+  std::string_view application;  ///< of the application
 };
 
 /// What the `vorn` tool keeps its settings under.
@@ -22,8 +22,8 @@ inline constexpr ApplicationName kVornTool{"vorn", "vorn"};
 /// HOME. None when neither is set.
 [[nodiscard]] std::optional<std::filesystem::path> UserConfigurationDirectory();
 
-/// Opens the user's settings of an application: the file COMPANY/APPLICATION.toml in the configuration directory, or on
-/// Windows the key Software\COMPANY\APPLICATION of HKEY_CURRENT_USER. Null when there is no place for them.
+/// Opens the user's settings of an application: the file `COMPANY/APPLICATION.toml` in the configuration directory, or
+/// on Windows the key `Software\COMPANY\APPLICATION` of HKEY_CURRENT_USER. Null when there is no place for them.
 [[nodiscard]] std::shared_ptr<SettingsStore> OpenUserSettings(const ApplicationName& name,
                                                               SettingsStore::ProblemHandler report);
 

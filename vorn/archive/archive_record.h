@@ -38,15 +38,19 @@ class ArchiveRecord {
   /// A record that is the same in every store version; its parts have to be so too.
   explicit ArchiveRecord(CArchive& ar) : ArchiveRecord(ar, kNoVersion) {}
 
+  /// Whether the record is read.
   [[nodiscard]] bool IsLoading() const { return m_ar.IsLoading(); }
+  /// Whether the record is written.
   [[nodiscard]] bool IsStoring() const { return m_ar.IsStoring(); }
   /// Whether the store version is that one or later.
   [[nodiscard]] bool IsFrom(std::string_view version) const { return m_tag.Compare(version) >= 0; }
+  /// Whether the store version is later than that one.
   [[nodiscard]] bool IsAfter(std::string_view version) const { return m_tag.Compare(version) > 0; }
 
   /// A slot in which later versions can carry values: written empty, read and forgotten.
   void ExtensionTable() { DovDataTable::SerializeEmpty(m_ar); }
 
+  /// Stores or loads a value, or a part with a record of its own.
   template <typename T>
   void Field(T& value) {
     if constexpr (ArchivePart<T>) {

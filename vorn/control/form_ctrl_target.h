@@ -14,7 +14,9 @@ class VornBuildForm;
 /// text and the target inside its build form; later editions carry target points, and the target inside the set.
 class VornFormCtrlTarget : public Vorn_Base {
  public:
+  /// Cut or fill (attribute "workType", in edition 2.0 only).
   enum class WorkType : std::int32_t { Unset = -1, CutWork = 0, FillWork = 1 };
+  /// What is measured (attribute "controlItem").
   enum class ControlItem : std::int32_t {
     Unset = -1,
     SlopeLength = 0,
@@ -54,15 +56,21 @@ class VornFormCtrlTarget : public Vorn_Base {
   /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
   virtual void Serialize(CArchive& ar, const CString& tag);
 
+  /// Text of a work type; empty for an unknown value.
   [[nodiscard]] static CString GetWorkTypeString(WorkType type);
   [[nodiscard]] CString GetWorkTypeString() const { return GetWorkTypeString(m_workType); }
+  /// Text of a control item; empty for an unknown value.
   [[nodiscard]] static CString GetControlItemString(ControlItem item);
   [[nodiscard]] CString GetControlItemString() const { return GetControlItemString(m_controlItem); }
+  /// Text of a point-pair type; empty for an unknown value.
   [[nodiscard]] static CString GetTargetPntTypeString(TargetPntType type);
   [[nodiscard]] CString GetTargetPntTypeString() const { return GetTargetPntTypeString(m_targetPntType); }
   // Each resets the member to unset first; false when the text is none of the table (compared exactly).
+  /// Takes the work type of a text.
   bool SetWorkTypeString(std::string_view text);
+  /// Takes the control item of a text.
   bool SetControlItemString(std::string_view text);
+  /// Takes the point-pair type of a text.
   bool SetTargetPntTypeString(std::string_view text);
 
   /// The codes of the points: in edition 2.0 the code text as it stands, otherwise the points' codes joined by single
@@ -70,12 +78,14 @@ class VornFormCtrlTarget : public Vorn_Base {
   [[nodiscard]] CString GetCode() const;
   /// The first and the second code; empty when there is none.
   [[nodiscard]] CString GetCode1() const { return CodePiece(0); }
+  /// The second code; empty when there is none.
   [[nodiscard]] CString GetCode2() const { return CodePiece(1); }
   /// The code of target point n; empty in edition 2.0, otherwise an n outside the points throws
   /// `CInvalidArgException`.
   [[nodiscard]] CString GetCodeN(int n) const;
   /// The code text as it stands.
   [[nodiscard]] CString GetCodeName() const { return m_code; }
+  /// Sets the code text, which only edition 2.0 writes.
   void SetCode(const CString& code) { m_code = code; }
 
   /// Whether any target point names the build form (compared exactly); never in edition 2.0.
@@ -83,24 +93,31 @@ class VornFormCtrlTarget : public Vorn_Base {
   /// Whether any target point stands on the composed point with that identifier.
   [[nodiscard]] bool FindPnt(std::uint32_t id) const;
 
+  /// Cut or fill.
   [[nodiscard]] const WorkType& GetWorkType() const { return m_workType; }
   [[nodiscard]] WorkType& GetWorkType() { return m_workType; }
   void SetWorkType(const WorkType& type) { m_workType = type; }
+  /// What is measured.
   [[nodiscard]] const ControlItem& GetControlItem() const { return m_controlItem; }
   [[nodiscard]] ControlItem& GetControlItem() { return m_controlItem; }
   void SetControlItem(const ControlItem& item) { m_controlItem = item; }
+  /// Over what extent is measured, such as "全延長" (attribute "targetScope").
   [[nodiscard]] const CString& GetTargetScope() const { return m_targetScope; }
   [[nodiscard]] CString& GetTargetScope() { return m_targetScope; }
   void SetTargetScope(const CString& scope) { m_targetScope = scope; }
+  /// Where is measured, such as "管理断面" (attribute "targetRegio").
   [[nodiscard]] const CString& GetTargetRegio() const { return m_targetRegio; }
   [[nodiscard]] CString& GetTargetRegio() { return m_targetRegio; }
   void SetTargetRegio(const CString& region) { m_targetRegio = region; }
+  /// Which pair of points bounds the measurement.
   [[nodiscard]] const TargetPntType& GetTargetPntType() const { return m_targetPntType; }
   [[nodiscard]] TargetPntType& GetTargetPntType() { return m_targetPntType; }
   void SetTargetPntType(const TargetPntType& type) { m_targetPntType = type; }
+  /// The side of the centre line. Documents do not hold it.
   [[nodiscard]] const VornLocation& GetLR() const { return m_lr; }
   [[nodiscard]] VornLocation& GetLR() { return m_lr; }
   void SetLR(const VornLocation& side) { m_lr = side; }
+  /// The points, from edition 4.0 on.
   [[nodiscard]] const VornFormCtrlTargetPntArray& GetTargetPntArray() const { return m_targetPntArray; }
   [[nodiscard]] VornFormCtrlTargetPntArray& GetTargetPntArray() { return m_targetPntArray; }
   /// Non-zero: the target is written to documents.
@@ -122,7 +139,9 @@ class VornFormCtrlTarget : public Vorn_Base {
   bool Regulate();
   /// Gives every point the station dist.
   void RegulateDist(const NurReal& dist);
+  /// `VornFormCtrlTargetPntArray::SwapBuildFormID` on the points.
   void SwapBuildFormID(const std::uint32_t& sectionID, const std::uint32_t& a, const std::uint32_t& b);
+  /// `VornFormCtrlTargetPntArray::ChangeID` on the points.
   void ChangeID(const std::uint32_t& oldSectionID, const std::uint32_t& oldBuildFormID,
                 const std::uint32_t& oldSerialID, const std::uint32_t& newSectionID,
                 const std::uint32_t& newBuildFormID, const std::uint32_t& newSerialID);
@@ -158,15 +177,19 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
 
   // Each copies the target into place and numbers it: one without a serial gets the next one, one that brings its own
   // raises the next serial above it.
+  /// Appends a copy, and returns its index.
   int Add(const VornFormCtrlTarget& target);
   int Add(VornFormCtrlTarget&& target);
   /// Reads a target from the cursor's element to the end of the array; nothing is added when it cannot be read.
   bool AddFromXML(PimIterator* cursor);
   /// Reads a run as `fromXML`, which leaves targets unnumbered, and numbers them.
   bool AddRunFromXML(PimIterator* cursor);
+  /// Inserts a copy before index.
   void InsertAt(int index, const VornFormCtrlTarget& target);
+  /// Replaces the target at index by a copy.
   void SetAt(int index, const VornFormCtrlTarget& target);
   void SetAtGrow(int index, const VornFormCtrlTarget& target) = delete;  // would not number
+  /// Replaces all targets and the next serial by another collection's.
   void Copy(const Vorn_FormCtrlTargetArray& other) { *this = other; }
 
   /// Index of the first target with that serial; -1 when there is none.
@@ -188,7 +211,9 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   void ChangeDist(const double& oldDist, const double& newDist, bool xSectChg);
   /// `VornFormCtrlTargetPntArray::ChangeDist` on the targets for a length or an area only.
   void ChangeDistH(const double& oldDist, const double& newDist, bool xSectChg);
+  /// `VornFormCtrlTargetPntArray::SwapBuildFormID` on every target.
   void SwapBuildFormID(const std::uint32_t& sectionID, const std::uint32_t& a, const std::uint32_t& b);
+  /// `VornFormCtrlTargetPntArray::ChangeID` on every target.
   void ChangeID(const std::uint32_t& oldSectionID, const std::uint32_t& oldBuildFormID,
                 const std::uint32_t& oldSerialID, const std::uint32_t& newSectionID,
                 const std::uint32_t& newBuildFormID, const std::uint32_t& newSerialID);
@@ -197,6 +222,7 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
 
  protected:
+  /// Numbers the target at index.
   void SetSerialID(int index);
 
  private:

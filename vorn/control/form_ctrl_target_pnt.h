@@ -39,6 +39,7 @@ class VornFormCtrlTargetPnt : public Vorn_Base {
   /// Height in metres; unset until filled.
   [[nodiscard]] double GetElevation() const { return m_elevation; }
   void SetElevation(double elevation) { m_elevation = elevation; }
+  /// Side of the centre line that the point lies on.
   [[nodiscard]] VornLocation GetSide() const { return m_side; }
   void SetSide(VornLocation side) { m_side = side; }
 
@@ -50,28 +51,36 @@ class VornFormCtrlTargetPnt : public Vorn_Base {
   [[nodiscard]] const bool& GetXSectChg() const { return m_xSectChg; }
   [[nodiscard]] bool& GetXSectChg() { return m_xSectChg; }
   void SetXSectChg(const bool& xSectChg) { m_xSectChg = xSectChg; }
+  /// Name of the build form that holds the point stood on.
   [[nodiscard]] const CString& GetBuildFormName() const { return m_buildFormName; }
   [[nodiscard]] CString& GetBuildFormName() { return m_buildFormName; }
   void SetBuildFormName(const CString& name) { m_buildFormName = name; }
+  /// Code of the composed point stood on.
   [[nodiscard]] const CString& GetCode() const { return m_code; }
   [[nodiscard]] CString& GetCode() { return m_code; }
   void SetCode(const CString& code) { m_code = code; }
 
+  /// Serial of the composed point stood on.
   [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
   [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
   void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
+  /// Serial of the build form that holds it.
   [[nodiscard]] const std::uint32_t& GetBuildFormID() const { return m_buildFormID; }
   [[nodiscard]] std::uint32_t& GetBuildFormID() { return m_buildFormID; }
   void SetBuildFormID(const std::uint32_t& id) { m_buildFormID = id; }
+  /// Identifier of the cross section.
   [[nodiscard]] const std::uint32_t& GetSectionID() const { return m_sectionID; }
   [[nodiscard]] std::uint32_t& GetSectionID() { return m_sectionID; }
   void SetSectionID(const std::uint32_t& id) { m_sectionID = id; }
+  /// Identifier of the cross-section (work) type.
   [[nodiscard]] const std::uint32_t& GetXSectType() const { return m_xSectType; }
   [[nodiscard]] std::uint32_t& GetXSectType() { return m_xSectType; }
   void SetXSectType(const std::uint32_t& id) { m_xSectType = id; }
+  /// Identifier of the cross section's name.
   [[nodiscard]] const std::uint32_t& GetSectNameID() const { return m_sectNameID; }
   [[nodiscard]] std::uint32_t& GetSectNameID() { return m_sectNameID; }
   void SetSectNameID(const std::uint32_t& id) { m_sectNameID = id; }
+  /// What the point is at a crossing of forms.
   [[nodiscard]] const CrossPointType& GetCrossPointType() const { return m_crossPointType; }
   [[nodiscard]] CrossPointType& GetCrossPointType() { return m_crossPointType; }
   void SetCrossPointType(const CrossPointType& type) { m_crossPointType = type; }

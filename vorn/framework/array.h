@@ -55,6 +55,7 @@ class Vorn_Array : public VornArray<Type, ArgType> {
     return parts > 1 ? ReadParts(cursor, parts) : ReadRun(cursor);
   }
 
+  /// How many elements the schema asks for.
   [[nodiscard]] virtual VORN_Occurs occurs() const { return VORN_Occurs::ExactlyOne; }
   /// The tag of the collection's elements.
   [[nodiscard]] virtual CString tagName() const { return CString(); }

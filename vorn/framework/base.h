@@ -25,8 +25,10 @@ enum class VORN_DataKind : std::int32_t {
 class VornTagName {
  public:
   constexpr VornTagName() = default;
+  /// Takes a literal only.
   consteval VornTagName(const char* literal) : m_text(literal) {}  // NOLINT(google-explicit-constructor)
 
+  /// The tag as text.
   [[nodiscard]] constexpr std::string_view View() const { return m_text; }
 
  private:
@@ -51,17 +53,23 @@ class Vorn_Base {
 
   /// The data kind of all elements. The host sets it; the library only reads it.
   static VORN_DataKind m_staticDataKind;
+  /// Whether the data kind is road geometry.
   [[nodiscard]] static bool IsRoadGeometry() { return m_staticDataKind == VORN_DataKind::RoadGeometry; }
 
   // Cursor moves: true when the cursor moved.
+  /// To the first child element; true when the cursor moved.
   static bool GoChild(PimIterator* cursor) { return cursor->Child(); }
+  /// To the next sibling element; true when the cursor moved.
   static bool GoNextSibling(PimIterator* cursor) { return cursor->NextSibling(); }
+  /// To the previous sibling element; true when the cursor moved.
   static bool GoPrevSibling(PimIterator* cursor) { return cursor->PrevSibling(); }
+  /// Back to the parent element; true when the cursor moved.
   static bool ReturnParent(PimIterator* cursor) { return cursor->Parent(); }
   /// The current element's tag as the document writes it, prefix included.
   static bool QueryTagName(const PimIterator* cursor, CString& tag) { return cursor->GetTagName(tag); }
 
   // Tag tests: exact and case-sensitive, by bytes.
+  /// Whether a name of a document is this element's tag, or the given one, but for the "rgm:" of road geometry.
   [[nodiscard]] bool IsMatchTagName(std::string_view name) const { return IsMatchTagName(name, m_tagName.View()); }
   [[nodiscard]] static bool IsMatchTagName(std::string_view name, std::string_view tag) { return DelRgm(tag) == name; }
   /// The text without a leading "rgm:" in a road-geometry document; otherwise the text as it is.
@@ -83,6 +91,7 @@ class Vorn_Base {
   static bool AddAttr(PimIterator* cursor, const char* name, NurLong value, bool negativeZero);
   /// Sets a date-time as "%Y-%m-%dT%H:%M:%S"; a null or invalid one is written empty, not left out.
   static bool AddAttr(PimIterator* cursor, const char* name, const COleDateTime& value);
+  /// Sets the text content.
   static bool SetValue(PimIterator* cursor, std::string_view text) { return cursor->SetText(text); }
   /// Sets the text content to the date alone, "%Y-%m-%d", empty unless valid. `QueryValue` reads the form with the
   /// time part and takes a bare date for 30 December 1899: the two forms differ on purpose.
@@ -119,6 +128,7 @@ class Vorn_Base {
 
  protected:
   Vorn_Base() = default;
+  /// An element with that tag.
   explicit Vorn_Base(VornTagName tag) : m_tagName(tag) {}
   Vorn_Base(const Vorn_Base&) = default;
   Vorn_Base(Vorn_Base&&) noexcept = default;
@@ -140,6 +150,7 @@ class Vorn_Base {
   template <typename Read>
   static bool ForEachChild(PimIterator* cursor, Read&& read);
 
+  /// The qualified tag; empty for an element that has none.
   VornTagName m_tagName;
 };
 

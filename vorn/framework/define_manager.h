@@ -7,11 +7,13 @@
 /// keeps its settings apart from the ordinary edition's.
 class VornDefineManager {
  public:
+  /// The settings of the process.
   static VornDefineManager& GetInstance();
   virtual ~VornDefineManager() = default;
   VornDefineManager(const VornDefineManager&) = default;
   VornDefineManager& operator=(const VornDefineManager&) = default;
 
+  /// Whether settings are those of the total-station edition from now on.
   void SetTSFlag(bool totalStation) { m_totalStation = totalStation; }
 
   /// Name of the settings key of the construction-information dialogs.

@@ -8,8 +8,8 @@
 /// One row of an enumeration's table: the value and the text that documents carry for it.
 template <typename Enum>
 struct EnumText {
-  Enum value;
-  std::string_view text;
+  Enum value;             ///< the value
+  std::string_view text;  ///< what documents carry for it
 };
 
 /// The text of a value, or the fallback for a value outside the table.

@@ -5,6 +5,7 @@
 /// With how many decimal places each kind of quantity is written. Process-wide; follows the schema edition.
 class VornNumericalPrecision {
  public:
+  /// The places of the process.
   static VornNumericalPrecision& GetInstance();
   virtual ~VornNumericalPrecision() = default;
   VornNumericalPrecision(const VornNumericalPrecision&) = default;

@@ -7,20 +7,22 @@
 
 /// Hosts of the namespace URIs, without a trailing slash. A host application may replace them at start-up.
 struct VornNamespaceHosts {
-  CString gis = "http://www.gis.nilim.go.jp";
-  CString main = "http://www.nilim.go.jp";
-  CString ministry = "http://www.maff.go.jp";
+  CString gis = "http://www.gis.nilim.go.jp";  ///< of edition 2.0
+  CString main = "http://www.nilim.go.jp";     ///< of the later editions
+  CString ministry = "http://www.maff.go.jp";  ///< of the agricultural edition
 };
 
 /// The process-wide edition of the schema that is being read or written.
 class VornSchema {
  public:
+  /// The versions of the document family; the agricultural edition has version 4.1.
   enum Version : std::int32_t { VersionUnknown = -2, Version20 = 0, Version40 = 1, Version41 = 2 };
   /// The document families: form control, road geometry (root "RoadGmxml"), the ministry's agricultural edition 1.0.
   static constexpr int KindTsf = 0;
-  static constexpr int KindRoadGm = 1;
-  static constexpr int KindMaff = 2;
+  static constexpr int KindRoadGm = 1;  ///< the root is "RoadGmxml"
+  static constexpr int KindMaff = 2;    ///< the agricultural edition
 
+  /// The edition of the process.
   static VornSchema& Instance();
   // Copies hold an edition for a while: a host saves the instance, selects another edition and puts the copy back.
   VornSchema(const VornSchema&) = default;
@@ -28,10 +30,13 @@ class VornSchema {
 
   /// The namespace hosts of every edition.
   static const VornNamespaceHosts& NamespaceHosts();
+  /// Replaces the hosts, for all editions at once.
   static void SetNamespaceHosts(const VornNamespaceHosts& hosts);
 
+  /// The version of the edition.
   [[nodiscard]] Version GetVersion() const { return m_version; }
   void SetVersion(Version version) { m_version = version; }
+  /// Which of the document families: `KindTsf`, `KindRoadGm`, `KindMaff`.
   [[nodiscard]] int Kind() const { return m_kind; }
   void Kind(int kind) { m_kind = kind; }
 
@@ -39,6 +44,7 @@ class VornSchema {
   [[nodiscard]] bool IsValid() const { return static_cast<std::uint32_t>(m_version) < 3; }
   /// Edition 2.0; an unrecognised version counts as 2.0 too.
   [[nodiscard]] bool IsVer2() const { return m_version < Version40; }
+  /// Whether the edition is the agricultural one.
   [[nodiscard]] bool IsMaff() const { return m_kind == KindMaff; }
 
   /// URI of the "tsf" namespace. The agricultural edition has one URI for every version.

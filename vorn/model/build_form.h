@@ -36,6 +36,7 @@ class VornBuildForm : public Vorn_Base {
   /// Non-zero: the form is not written to documents, in any edition.
   [[nodiscard]] const std::int32_t& GetOmitFlag() const { return m_omitFlag; }
   void SetOmitFlag(const std::int32_t& omit) { m_omitFlag = omit; }
+  /// The name, by which control targets know the form (attribute "name").
   [[nodiscard]] const CString& GetName() const { return m_name; }
   /// A flag of the host; joining two forms takes the second one's over. Documents do not depend on it.
   [[nodiscard]] const std::int32_t& GetExportForm() const { return m_exportForm; }
@@ -50,9 +51,11 @@ class VornBuildForm : public Vorn_Base {
   void SetOrgSurface(const bool& orgSurface) { m_orgSurface = orgSurface; }
   /// Identifier of the cross-section (work) type.
   [[nodiscard]] const std::uint32_t& GetXSectTypeID() const { return m_xSectTypeID; }
+  /// Where the form crosses another one on the left.
   [[nodiscard]] const VornCrossPointInfo& GetCrossLeft() const { return m_crossLeft; }
   [[nodiscard]] VornCrossPointInfo& GetCrossLeft() { return m_crossLeft; }
   void SetCrossLeft(const VornCrossPointInfo& info) { m_crossLeft = info; }
+  /// Where the form crosses another one on the right.
   [[nodiscard]] const VornCrossPointInfo& GetCrossRight() const { return m_crossRight; }
   [[nodiscard]] VornCrossPointInfo& GetCrossRight() { return m_crossRight; }
   void SetCrossRight(const VornCrossPointInfo& info) { m_crossRight = info; }
@@ -66,12 +69,15 @@ class VornBuildForm : public Vorn_Base {
   void SetPaveSetIdx(const std::uint8_t& index) { m_paveSetIdx = index; }
   /// Text of the cross-section type (attribute "xSectType", from edition 4.0 on).
   [[nodiscard]] const CString& GetXSectType() const { return m_xSectType; }
+  /// The points of the polyline.
   [[nodiscard]] const Vorn_ComposedPntArray& GetComposedPntArray() const { return m_composedPntArray; }
   [[nodiscard]] Vorn_ComposedPntArray& GetComposedPntArray() { return m_composedPntArray; }
   void SetComposedPntArray(const Vorn_ComposedPntArray& points) { m_composedPntArray = points; }
+  /// The control targets that are measured on the form; edition 2.0 writes them here.
   [[nodiscard]] const Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() const { return m_formCtrlTargetArray; }
   [[nodiscard]] Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() { return m_formCtrlTargetArray; }
   void SetFormCtrlTargetArray(const Vorn_FormCtrlTargetArray& targets) { m_formCtrlTargetArray = targets; }
+  /// What the form is for.
   [[nodiscard]] const TargetPntCategory& GetCategory() const { return m_category; }
   [[nodiscard]] TargetPntCategory& GetCategory() { return m_category; }
   void SetCategory(const TargetPntCategory& category) { m_category = category; }
@@ -82,6 +88,7 @@ class VornBuildForm : public Vorn_Base {
 
   /// Whether this is the design surface.
   [[nodiscard]] bool IsSurface() const { return m_serialID == 0; }
+  /// Whether the form is a structure.
   [[nodiscard]] bool IsStructure() const { return m_category == TargetPntCategory::Structure; }
   /// Whether the form crosses another one on either side.
   [[nodiscard]] bool IsCrossPoint() const { return m_crossLeft.GetDist().IsSet() || m_crossRight.GetDist().IsSet(); }
@@ -103,6 +110,7 @@ class VornBuildForm : public Vorn_Base {
   void SetName(const CString& name, std::uint32_t nameID, VornComposedPnt::PntType pntType);
   /// Gives all points the identifier of the form's name in a role.
   void SetNameID(std::uint32_t nameID, VornComposedPnt::PntType pntType);
+  /// Sets the text of the cross-section type, and the identifier where one is given; the points keep theirs.
   void SetXSectType(const CString& text) { m_xSectType = text; }
   void SetXSectType(const CString& text, std::uint32_t id);
   /// The kind of earthwork that a form's name tells, as edition 2.0 has it, which writes no cross-section type:

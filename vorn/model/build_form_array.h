@@ -34,6 +34,7 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   /// the section without one, unless the form brings serial 0.
   void SetAt(int index, const VornBuildForm& form);
   void SetAtGrow(int index, const VornBuildForm& form) = delete;  // would not number
+  /// Replaces all forms and the next serial by another collection's.
   void Copy(const Vorn_BuildFormArray& other) { *this = other; }
   /// Adds copies, and then numbers each of them anew, even one that `Add` made the design surface: intended, so a
   /// section that was empty has no design surface afterwards. Returns the index of the first.
@@ -49,10 +50,12 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
 
   // Searches give the index of the first form found, -1 when there is none. A start of -1 means from the first form on.
 
+  /// By serial.
   [[nodiscard]] int Find(std::uint32_t serialID) const;
   [[nodiscard]] int Find(int serialID) const { return Find(static_cast<std::uint32_t>(serialID)); }
   /// By name, ignoring case.
   [[nodiscard]] int Find(const CString& name, int start) const;
+  /// By the serial of the parent form.
   [[nodiscard]] int FindParent(std::uint32_t parentID, int start) const;
   /// Serial of the org surface; 0xFFFFFFFF when there is none.
   [[nodiscard]] std::uint32_t QueryOrgSurfaceID() const;

@@ -98,7 +98,7 @@ class VornComposedPnt : public Vorn_Base {
 
   /// Bits of `GetPointType`.
   static constexpr std::uint16_t kKePoint = 0x1;
-  static constexpr std::uint16_t kCrossPoint = 0x2;
+  static constexpr std::uint16_t kCrossPoint = 0x2;  ///< the point is a crossing with the existing ground
 
   VornComposedPnt();
   VornComposedPnt(const VornComposedPnt&) = default;
@@ -147,6 +147,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] const bool& GetSeriesPnt() const { return m_seriesPnt; }
   [[nodiscard]] bool& GetSeriesPnt() { return m_seriesPnt; }
   void SetSeriesPnt(const bool& series) { m_seriesPnt = series; }
+  /// Whether the point exists (attribute "existence").
   [[nodiscard]] const VORN_Existence& GetExistence() const { return m_existence; }
   [[nodiscard]] VORN_Existence& GetExistence() { return m_existence; }
   void SetExistence(const VORN_Existence& existence) { m_existence = existence; }
@@ -154,9 +155,11 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] const std::uint32_t& GetCtrlFlags() const { return m_ctrlFlags; }
   [[nodiscard]] std::uint32_t& GetCtrlFlags() { return m_ctrlFlags; }
   void SetCtrlFlags(const std::uint32_t& flags) { m_ctrlFlags = flags; }
+  /// Side of the centre line (attribute "location").
   [[nodiscard]] const VornLocation& GetLocation() const { return m_location; }
   [[nodiscard]] VornLocation& GetLocation() { return m_location; }
   void SetLocation(const VornLocation& location) { m_location = location; }
+  /// Kind of surface that leads to the point (attribute "componentType").
   [[nodiscard]] const ComponentType& GetComponentType() const { return m_componentType; }
   /// Keeps the former type as `GetOldCmpType`.
   void SetComponentType(ComponentType type) {
@@ -165,12 +168,15 @@ class VornComposedPnt : public Vorn_Base {
   }
   /// The component type before the last `SetComponentType`.
   [[nodiscard]] const ComponentType& GetOldCmpType() const { return m_oldCmpType; }
+  /// How Y is read in edition 2.0.
   [[nodiscard]] const SlopeType& GetSlopeType() const { return m_slopeType; }
   [[nodiscard]] SlopeType& GetSlopeType() { return m_slopeType; }
   void SetSlopeType(const SlopeType& type) { m_slopeType = type; }
+  /// How X and Y are read in later editions.
   [[nodiscard]] const DataType& GetDataType() const { return m_dataType; }
   [[nodiscard]] DataType& GetDataType() { return m_dataType; }
   void SetDataType(const DataType& type) { m_dataType = type; }
+  /// Finer kind of road element.
   [[nodiscard]] const ElementType& ElmType() const { return m_elementType; }
   void ElmType(ElementType type) { m_elementType = type; }
   /// Bit 0: KE point; bit 1: cross point.
@@ -180,10 +186,15 @@ class VornComposedPnt : public Vorn_Base {
 
   /// The slope type is "Rate".
   [[nodiscard]] bool IsSlope() const { return m_slopeType == SlopeType::Rate; }
+  /// Whether the point lies on the centre line, by its side.
   [[nodiscard]] bool IsCenter() const { return m_location == VornLocation::Center; }
+  /// Whether the point is on the left, by its side.
   [[nodiscard]] bool IsLeft() const { return m_location == VornLocation::Left; }
+  /// Whether the point is on the right, by its side.
   [[nodiscard]] bool IsRight() const { return m_location == VornLocation::Right; }
+  /// Whether the point is a KE point.
   [[nodiscard]] bool IsKePoint() const { return (m_pointType & kKePoint) != 0; }
+  /// Whether the point is a crossing with the existing ground.
   [[nodiscard]] bool IsCrossPoint() const { return (m_pointType & kCrossPoint) != 0; }
 
   /// Derives the component type from the element type, or (fromElement false) the element type from the component
@@ -223,29 +234,38 @@ class VornComposedPnt : public Vorn_Base {
   // into it is good until the point is assigned; one that a const point gave before the record was made stays that of a
   // new record.
 
+  /// The design code, by which control targets know the point (attribute "code").
   [[nodiscard]] const CString& GetCode(PntType t = PntType::Main) const { return DetailOf(t).Code; }
   /// Also stores the code as the last code, whatever the role.
   void SetCode(const CString& code, PntType t = PntType::Main);
   /// The code of the last `SetCode`.
   [[nodiscard]] const CString& GetLastCode() const { return m_lastCode; }
+  /// Identifier of the cross-section (work) type.
   [[nodiscard]] std::uint32_t GetXSectType(PntType t = PntType::Main) const { return DetailOf(t).XSectType; }
   void SetXSectType(std::uint32_t type, PntType t = PntType::Main);
+  /// Name of the cross section.
   [[nodiscard]] const CString& GetXSectName(PntType t = PntType::Main) const { return DetailOf(t).XSectName; }
   void SetXSectName(const CString& name, PntType t = PntType::Main);
   /// Name and identifier together.
   void SetXSectName(const CString& name, std::uint32_t id, PntType t);
+  /// Identifier of the cross section's name.
   [[nodiscard]] std::uint32_t GetXSectNameID(PntType t = PntType::Main) const { return DetailOf(t).XSectNameID; }
   void SetXSectNameID(std::uint32_t id, PntType t = PntType::Main);
+  /// Identifier of the as-built pair; 0xFFFFFFFF for none.
   [[nodiscard]] std::uint32_t GetDekiPairID(PntType t = PntType::Main) const { return DetailOf(t).DekiPairID; }
   void SetDekiPairID(std::uint32_t id, PntType t = PntType::Main);
+  /// The measurement records.
   [[nodiscard]] const VornMeasureInfos& Measure(PntType t = PntType::Main) const { return DetailOf(t).Measure; }
   [[nodiscard]] VornMeasureInfos& Measure(PntType t = PntType::Main) { return DetailOf(t).Measure; }
+  /// Identifier of the build form that owns the point in that role.
   [[nodiscard]] const std::uint32_t& FormID(PntType t = PntType::Main) const { return DetailOf(t).FormID; }
   [[nodiscard]] std::uint32_t& FormID(PntType t = PntType::Main) { return DetailOf(t).FormID; }
+  /// Non-zero: connects to the previous point by itself.
   [[nodiscard]] std::int32_t IsConnectionAutoLinePrev(PntType t = PntType::Main) const {
     return DetailOf(t).AutoLinePrev;
   }
   void SetConnectionAutoLinePrev(std::int32_t on, PntType t = PntType::Main);
+  /// Non-zero: connects to the next point by itself.
   [[nodiscard]] std::int32_t IsConnectionAutoLineNext(PntType t = PntType::Main) const {
     return DetailOf(t).AutoLineNext;
   }
@@ -260,6 +280,7 @@ class VornComposedPnt : public Vorn_Base {
   static void InitDetail(Detail& detail);
   /// Copies both records, measurements and form identifiers included.
   void CopyDetail(const VornComposedPnt& other);
+  /// Makes the sub record a copy of the main one.
   void FromMainToSub() { m_sub.Change() = Detail(m_main); }
   /// Whether the sub record is in use: it has a type or a name of its own.
   [[nodiscard]] bool IsUsedSub() const;
@@ -276,8 +297,10 @@ class VornComposedPnt : public Vorn_Base {
   /// Identifiers of the three-dimensional pairs that this point connects to.
   [[nodiscard]] const VornUIntArray& ThDPairIDs() const { return m_thDPairIDs; }
   [[nodiscard]] VornUIntArray& ThDPairIDs() { return m_thDPairIDs; }
+  /// Non-zero: the point is to be connected by itself.
   [[nodiscard]] std::int32_t IsAutoConnect() const { return m_autoConnect; }
   void SetAutoConnect(std::int32_t on) { m_autoConnect = on; }
+  /// Non-zero: the point is connected.
   [[nodiscard]] std::int32_t IsConnected() const { return m_connected; }
   void SetConnected(std::int32_t on) { m_connected = on; }
   /// Whether the point belongs to an as-built pair or to a three-dimensional one.
@@ -295,24 +318,34 @@ class VornComposedPnt : public Vorn_Base {
   // --- texts of the enumerations ---------------------------------------------------------------------------------
   // Texts are those of the XML attributes; an unknown value gives an empty text, "WidthHeight" for a data type.
 
+  /// Text of a side.
   [[nodiscard]] static CString GetLocationStr(VornLocation location);
+  /// Text of an existence.
   [[nodiscard]] static CString GetExistenceString(VORN_Existence existence);
+  /// Text of a component type.
   [[nodiscard]] static CString GetComponentTypeStr(ComponentType type);
+  /// Text of a slope type.
   [[nodiscard]] static CString GetSlopeTypeStr(SlopeType type);
+  /// Text of a data type.
   [[nodiscard]] static CString GetDataTypeStr(DataType type);
   /// Japanese display names.
   [[nodiscard]] static CString ComponentTypeName(ComponentType type);
+  /// Japanese display name of an element type.
   [[nodiscard]] static CString ElmTypeName(ElementType type);
   [[nodiscard]] CString ElmTypeName() const { return ElmTypeName(m_elementType); }
 
   // Parsers, exact. The first four reset the member first and leave it unset when nothing matches; the data type and
   // the element type keep what they had. Documents rely on the difference.
 
+  /// Takes the side of a text.
   bool SetLocationStr(std::string_view text);
+  /// Takes the existence of a text.
   bool SetExistenceString(std::string_view text);
   /// Loses the old component type as well: it becomes unset.
   bool SetComponentTypeStr(std::string_view text);
+  /// Takes the slope type of a text.
   bool SetSlopeTypeStr(std::string_view text);
+  /// Takes the data type of a text.
   bool SetDataTypeStr(std::string_view text);
   /// Takes the last element type of that display name.
   void ElmType(std::string_view text);
@@ -323,6 +356,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] TamWorld2 Pos() const { return {m_clDist.Value(), m_gh.Value()}; }
   /// Moves the position by the other point's input values.
   void Shift(const VornComposedPnt& other) { ApplyOffset(other.m_x.Value(), other.m_y.Value()); }
+  /// Moves the position sideways and upward (metres).
   void ApplyOffset(double dx, double dy);
   /// Computes the position from the previous point of the form, as the edition reads X and Y.
   void Regulate(const VornComposedPnt& prev);

@@ -25,13 +25,17 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   /// At least two points, or with single at least one.
   [[nodiscard]] bool IsValid(bool single) const { return GetSize() >= (single ? 1 : 2); }
 
+  /// Appends a copy, numbers it, and returns its index.
   int Add(const VornComposedPnt& point);
   int Add(VornComposedPnt&& point);
   /// Reads a point from the cursor's element to the end of the array; nothing is added when it cannot be read.
   bool AddFromXML(PimIterator* cursor);
+  /// Inserts a copy before index, and numbers it.
   void InsertAt(int index, const VornComposedPnt& point);
+  /// Replaces the point at index by a copy, and numbers it.
   void SetAt(int index, const VornComposedPnt& point);
   void SetAtGrow(int index, const VornComposedPnt& point) = delete;  // would not number
+  /// Replaces all points and the next serial by another collection's.
   void Copy(const Vorn_ComposedPntArray& other) { *this = other; }
   /// Appends copies that all get fresh serials.
   void Append(const Vorn_ComposedPntArray& other);
@@ -48,10 +52,14 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   /// By main code, exactly.
   [[nodiscard]] int Find(const CString& code) const;
   [[nodiscard]] int Find(const char* code) const { return Find(CString(code)); }
+  /// By serial.
   [[nodiscard]] int Find(std::uint32_t serialID) const;
   [[nodiscard]] int Find(int serialID) const { return Find(static_cast<std::uint32_t>(serialID)); }
+  /// By the serial of the point copied from.
   [[nodiscard]] int FindOrg(std::uint32_t id) const;
+  /// By the serial of the parent form's point.
   [[nodiscard]] int FindParent(std::uint32_t id) const;
+  /// By the connection identifier.
   [[nodiscard]] int FindID(std::uint32_t id) const;
   /// 0 for a drawing identifier of 0, without a search and even in an empty array: intended, so an answer of 0 says
   /// nothing about the first point then.

@@ -34,6 +34,7 @@ class VornCrossPointInfo {
   /// Non-zero: the crossing connects to the previous (next) point by itself.
   [[nodiscard]] std::int32_t IsConnectionAutoLinePrev() const { return m_autoLinePrev; }
   void SetConnectionAutoLinePrev(std::int32_t on) { m_autoLinePrev = on; }
+  /// Non-zero: the crossing connects to the next point by itself.
   [[nodiscard]] std::int32_t IsConnectionAutoLineNext() const { return m_autoLineNext; }
   void SetConnectionAutoLineNext(std::int32_t on) { m_autoLineNext = on; }
 

@@ -35,6 +35,7 @@ class VornExistingComposedPnt : public Vorn_Base {
   [[nodiscard]] const NurReal& GetGh() const { return m_gh; }
   [[nodiscard]] NurReal& GetGh() { return m_gh; }
   void SetGh(const NurReal& height) { m_gh = height; }
+  /// Name of the point (attribute "name").
   [[nodiscard]] const CString& GetName() const { return m_name; }
   [[nodiscard]] CString& GetName() { return m_name; }
   void SetName(const CString& name) { m_name = name; }
@@ -92,9 +93,11 @@ class VornExistingBuildForm : public Vorn_Base {
   /// The record of the project archive (vorn/archive/). Archive and file exceptions pass through.
   virtual void Serialize(CArchive& ar, const CString& tag);
 
+  /// Name of the ground form (attribute "name").
   [[nodiscard]] const CString& GetName() const { return m_name; }
   [[nodiscard]] CString& GetName() { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// The points, in the order of the document.
   [[nodiscard]] const VornExistingComposedPntArray& GetComposedPntArray() const { return m_composedPntArray; }
   [[nodiscard]] VornExistingComposedPntArray& GetComposedPntArray() { return m_composedPntArray; }
   void SetComposedPntArray(const VornExistingComposedPntArray& points) { m_composedPntArray = points; }

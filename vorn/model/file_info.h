@@ -23,12 +23,15 @@ class VornFileInfo : public Vorn_Base {
   /// A record for hosts, the same for every store version: the table comes first. Collections archive the other one.
   void Serialize(CArchive& ar, const char* storeVersion);
 
+  /// When the document was created.
   [[nodiscard]] const COleDateTime& GetCreateDate() const { return m_createDate; }
   [[nodiscard]] COleDateTime& GetCreateDate() { return m_createDate; }
   void SetCreateDate(const COleDateTime& date) { m_createDate = date; }
+  /// When it was last changed.
   [[nodiscard]] const COleDateTime& GetChangeDate() const { return m_changeDate; }
   [[nodiscard]] COleDateTime& GetChangeDate() { return m_changeDate; }
   void SetChangeDate(const COleDateTime& date) { m_changeDate = date; }
+  /// A free note, which is written with a change date only.
   [[nodiscard]] const CString& GetNote() const { return m_note; }
   [[nodiscard]] CString& GetNote() { return m_note; }
   void SetNote(const CString& note) { m_note = note; }

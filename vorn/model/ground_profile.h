@@ -15,6 +15,7 @@
 /// in metres.
 class VornGroundProfile {
  public:
+  /// Prepares the ground of these points.
   explicit VornGroundProfile(const VornExistingComposedPntArray& points);
 
   /// Where the segment from a to b crosses the ground, on the earliest ground segment in the order of the points that

@@ -37,6 +37,7 @@ class VornXSection : public Vorn_Base {
   /// Section identifier of the project archive; 0xFFFFFFFF when unassigned.
   [[nodiscard]] const std::uint32_t& GetSectionID() const { return m_sectionID; }
   void SetSectionID(const std::uint32_t& id) { m_sectionID = id; }
+  /// Name of the cross section, such as "No.6" (attribute "name").
   [[nodiscard]] const CString& GetName() const { return m_name; }
   [[nodiscard]] CString& GetName() { return m_name; }
   void SetName(const CString& name) { m_name = name; }
@@ -52,11 +53,13 @@ class VornXSection : public Vorn_Base {
   [[nodiscard]] const NurReal& GetHeight() const { return m_height; }
   /// The mutable getter keeps the spelling that hosts call.
   [[nodiscard]] NurReal& GetHeigt() { return m_height; }
+  /// Sets the height of the centre line in metres.
   void SetHeight(const NurReal& height) { m_height = height; }
   /// The station: cumulative distance along the centre line in metres.
   [[nodiscard]] const NurReal& GetCumulativeDist() const { return m_cumulativeDist; }
   [[nodiscard]] NurReal& GetCumulativeDist() { return m_cumulativeDist; }
   void SetCumulativeDist(const NurReal& dist) { m_cumulativeDist = dist; }
+  /// The build forms: the design surface and what is derived from it.
   [[nodiscard]] const Vorn_BuildFormArray& GetBuildFormArray() const { return m_buildFormArray; }
   [[nodiscard]] Vorn_BuildFormArray& GetBuildFormArray() { return m_buildFormArray; }
   void SetBuildFormArray(const Vorn_BuildFormArray& forms) { m_buildFormArray = forms; }
@@ -64,9 +67,11 @@ class VornXSection : public Vorn_Base {
   [[nodiscard]] const NurReal& GetShiftGH() const { return m_shiftGH; }
   [[nodiscard]] NurReal& GetShiftGH() { return m_shiftGH; }
   void SetShiftGH(const NurReal& shift) { m_shiftGH = shift; }
+  /// Shift of the section in metres, sideways.
   [[nodiscard]] const NurReal& GetShiftDist() const { return m_shiftDist; }
   [[nodiscard]] NurReal& GetShiftDist() { return m_shiftDist; }
   void SetShiftDist(const NurReal& shift) { m_shiftDist = shift; }
+  /// The existing ground, from edition 4.0 on.
   [[nodiscard]] const VornExistingBuildFormArray& GetExistingBuildFormArray() const { return m_existingBuildFormArray; }
   [[nodiscard]] VornExistingBuildFormArray& GetExistingBuildFormArray() { return m_existingBuildFormArray; }
   void SetExistingBuildFormArray(const VornExistingBuildFormArray& forms) { m_existingBuildFormArray = forms; }
@@ -74,6 +79,7 @@ class VornXSection : public Vorn_Base {
   [[nodiscard]] const CString& GetDirectionAngle() const { return m_directionAngle; }
   [[nodiscard]] CString& GetDirectionAngle() { return m_directionAngle; }
   void SetDirectionAngle(const CString& angle) { m_directionAngle = angle; }
+  /// Identifier of a survey point, kept as the document writes it.
   [[nodiscard]] const CString& GetTargetPntID() const { return m_targetPntID; }
   [[nodiscard]] CString& GetTargetPntID() { return m_targetPntID; }
   void SetTargetPntID(const CString& id) { m_targetPntID = id; }

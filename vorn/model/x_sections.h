@@ -41,15 +41,19 @@ class VornXSections : public Vorn_Base {
   [[nodiscard]] const CString& GetRefVertical() const { return m_refVertical; }
   [[nodiscard]] CString& GetRefVertical() { return m_refVertical; }
   void SetRefVertical(const CString& name) { m_refVertical = name; }
+  /// The cross sections, ordered by station.
   [[nodiscard]] const Vorn_XSectionArray& GetXSectionArray() const { return m_xSectionArray; }
   [[nodiscard]] Vorn_XSectionArray& GetXSectionArray() { return m_xSectionArray; }
   void SetXSectionArray(const Vorn_XSectionArray& sections) { m_xSectionArray = sections; }
+  /// Phase of the project, from edition 4.0 on (attribute "projectPhase").
   [[nodiscard]] const CString& GetProjectPhase() const { return m_projectPhase; }
   [[nodiscard]] CString& GetProjectPhase() { return m_projectPhase; }
   void SetProjectPhase(const CString& phase) { m_projectPhase = phase; }
+  /// Whether the sections stand on an alignment (attribute "alignment", written only when false).
   [[nodiscard]] const bool& GetAlignment() const { return m_alignment; }
   [[nodiscard]] bool& GetAlignment() { return m_alignment; }
   void SetAlignment(const bool& alignment) { m_alignment = alignment; }
+  /// The set's own control targets; from edition 4.0 on documents hold them here.
   [[nodiscard]] const Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() const { return m_formCtrlTargetArray; }
   [[nodiscard]] Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() { return m_formCtrlTargetArray; }
   void SetFormCtrlTargetArray(const Vorn_FormCtrlTargetArray& targets) { m_formCtrlTargetArray = targets; }
@@ -95,5 +99,6 @@ class Vorn_XSectionsArray : public Vorn_Array<VornXSections> {
 
   /// Removes all sets.
   void Initialize() { RemoveAll(); }
+  /// `VornXSections::ChangeRefAlign` of every set.
   void ChangeRefAlign(const CString& oldName, const CString& newName);
 };

@@ -31,10 +31,12 @@ class CArchiveException : public CException {
     badIndex = 5,          ///< the bytes are not in the archive's form
   };
 
+  /// An error of that cause.
   explicit CArchiveException(Cause cause = genericException) : m_cause(cause) {}
+  /// The cause in words.
   [[nodiscard]] const char* what() const noexcept override;
 
-  Cause m_cause;
+  Cause m_cause;  ///< why the archive failed
 };
 
 /// A number that archives as its own bytes. A type whose width differs between machines, such as `long`, is taken only
@@ -74,7 +76,9 @@ class CArchive {
   /// Closes the archive and keeps quiet about errors: whoever stores calls `Close` first, to learn of them.
   ~CArchive();
 
+  /// Whether values are read.
   [[nodiscard]] bool IsLoading() const { return (m_mode & load) != 0; }
+  /// Whether values are written.
   [[nodiscard]] bool IsStoring() const { return !IsLoading(); }
 
   /// Reads up to count bytes and gives their number; fewer only at the end of the file.
@@ -88,6 +92,7 @@ class CArchive {
   void ReadExactly(void* bytes, std::uint32_t count) {
     if (Read(bytes, count) != count) throw CArchiveException(CArchiveException::endOfFile);
   }
+  /// Writes count bytes.
   void Write(const void* bytes, std::uint32_t count) {
     if (count == 0 || count > Room()) return WriteThroughBuffer(bytes, count);
     std::memcpy(m_free, bytes, count);
@@ -113,14 +118,17 @@ class CArchive {
 
   /// A number of elements: 16 bits, or 0xFFFF and 32 bits when it is 0xFFFF or more.
   void WriteCount(std::uint32_t count);
+  /// Reads what `WriteCount` wrote.
   [[nodiscard]] std::uint32_t ReadCount();
 
+  /// Stores a number, an enumeration as 32 bits, or a boolean as one byte, 0 or 1.
   template <ArchiveNumber T>
   CArchive& operator<<(T value) {
     const auto bytes = InLittleEndian(std::bit_cast<std::array<std::uint8_t, sizeof(T)>>(value));
     Write(bytes.data(), sizeof(T));
     return *this;
   }
+  /// Loads what was stored; any byte but 0 is true.
   template <ArchiveNumber T>
   CArchive& operator>>(T& value) {
     std::array<std::uint8_t, sizeof(T)> bytes;
@@ -143,6 +151,7 @@ class CArchive {
   CArchive& operator<<(T value) {
     return *this << static_cast<std::int32_t>(value);
   }
+  /// Loads 32 bits, whatever the enumeration names.
   template <ArchiveEnum T>
   CArchive& operator>>(T& value) {
     std::int32_t number = 0;

@@ -22,8 +22,10 @@ template <typename Type, typename ArgType = const Type&>
 class CArray {
  public:
   CArray() = default;
+  /// The copy has memory of its own.
   CArray(const CArray& other) { Copy(other); }
   CArray(CArray&&) noexcept = default;
+  /// Replaces the elements by copies.
   CArray& operator=(const CArray& other) {
     Copy(other);
     return *this;
@@ -31,9 +33,12 @@ class CArray {
   CArray& operator=(CArray&&) noexcept = default;
   virtual ~CArray() = default;
 
+  /// The number of elements; `GetCount` is the same.
   [[nodiscard]] int GetSize() const { return m_items ? static_cast<int>(m_items->size()) : 0; }
   [[nodiscard]] int GetCount() const { return GetSize(); }
+  /// Index of the last element; -1 in an empty array.
   [[nodiscard]] int GetUpperBound() const { return GetSize() - 1; }
+  /// Whether there is no element.
   [[nodiscard]] bool IsEmpty() const { return !m_items || m_items->empty(); }
   /// Cuts or fills up with default elements; a negative size throws `CInvalidArgException`.
   void SetSize(int size) {
@@ -46,10 +51,12 @@ class CArray {
   void Reserve(int size) {
     if (size > 0) Items().reserve(static_cast<std::size_t>(size));
   }
+  /// Removes all elements, and keeps their room.
   void RemoveAll() {
     if (m_items) m_items->clear();
   }
 
+  /// The element at an index.
   [[nodiscard]] Type& GetAt(int index) {
     const std::size_t at = Checked(index);
     return (*m_items)[at];
@@ -58,8 +65,10 @@ class CArray {
     const std::size_t at = Checked(index);
     return (*m_items)[at];
   }
+  /// The element at an index.
   Type& operator[](int index) { return GetAt(index); }
   const Type& operator[](int index) const { return GetAt(index); }
+  /// Replaces the element at an index.
   void SetAt(int index, ArgType item) { GetAt(index) = item; }
   /// As `SetAt`, and grows the array when index lies behind its end.
   void SetAtGrow(int index, ArgType item) {
@@ -93,6 +102,7 @@ class CArray {
     Items().insert(Items().end(), other.begin(), other.end());
     return first;
   }
+  /// Replaces the elements by copies of another array's.
   void Copy(const CArray& other) {
     if (other.IsEmpty()) return RemoveAll();
     if constexpr (std::is_trivially_copyable_v<Type>) {
@@ -124,14 +134,17 @@ class CArray {
     if (count > 0) m_items->erase(m_items->begin() + index, m_items->begin() + index + count);
   }
 
+  /// The elements one behind the other; null in an array that never held anything.
   [[nodiscard]] Type* GetData() { return m_items ? m_items->data() : nullptr; }
   [[nodiscard]] const Type* GetData() const { return m_items ? m_items->data() : nullptr; }
 
+  /// The first element, and the end behind the last.
   [[nodiscard]] Type* begin() { return GetData(); }
   [[nodiscard]] Type* end() { return GetData() + GetSize(); }
   [[nodiscard]] const Type* begin() const { return GetData(); }
   [[nodiscard]] const Type* end() const { return GetData() + GetSize(); }
 
+  /// Whether both hold equal elements in one order.
   friend bool operator==(const CArray& a, const CArray& b) requires requires(const Type& x) { x == x; }
   { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 

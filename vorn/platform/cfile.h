@@ -22,16 +22,19 @@ class CFileException : public CException {
     endOfFile = 14,
   };
 
+  /// An error of that cause.
   explicit CFileException(Cause cause = genericException) : m_cause(cause) {}
+  /// The cause in words.
   [[nodiscard]] const char* what() const noexcept override;
 
-  Cause m_cause;
+  Cause m_cause;  ///< why the file failed
 };
 
 /// A stream of bytes with a position: the framework's file, as far as an archive needs it. Errors throw
 /// `CFileException`.
 class CFile {
  public:
+  /// What an offset counts from.
   enum SeekPosition : std::uint32_t { begin = 0, current = 1, end = 2 };
 
   CFile() = default;
@@ -48,14 +51,20 @@ class CFile {
   virtual std::span<const std::uint8_t> ReadInPlace() { return {}; }
   /// Writes all bytes at the position, or throws; then it is not known how many of them were written.
   virtual void Write(const void* bytes, std::uint32_t count) = 0;
+  /// Hands everything written to where it is kept.
   virtual void Flush() = 0;
+  /// Ends the use of the file.
   virtual void Close() = 0;
 
+  /// Length in bytes.
   [[nodiscard]] virtual std::uint64_t GetLength() const = 0;
+  /// Position in bytes from the beginning.
   [[nodiscard]] virtual std::uint64_t GetPosition() const = 0;
   /// Moves to an offset from the given end or the position, and gives the new position. It may lie behind the end.
   virtual std::uint64_t Seek(std::int64_t offset, SeekPosition from) = 0;
+  /// Moves to the beginning.
   void SeekToBegin() { Seek(0, begin); }
+  /// Moves to the end, and gives the length.
   std::uint64_t SeekToEnd() { return Seek(0, end); }
 };
 
@@ -63,12 +72,14 @@ class CFile {
 class CMemFile : public CFile {
  public:
   CMemFile() = default;
+  /// A file of these bytes, at its beginning.
   explicit CMemFile(std::vector<std::uint8_t> bytes) { Attach(std::move(bytes)); }
 
   /// Makes the bytes the content of the file and goes to its beginning.
   void Attach(std::vector<std::uint8_t> bytes);
   /// Takes the content out and leaves an empty file.
   [[nodiscard]] std::vector<std::uint8_t> Detach();
+  /// The content.
   [[nodiscard]] const std::vector<std::uint8_t>& Bytes() const { return m_bytes; }
 
   /// A subclass that reads in its own way overrides both: an archive asks for the bytes in place first.

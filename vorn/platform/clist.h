@@ -13,23 +13,30 @@ class CList {
  public:
   /// @param blockSize how many nodes the framework allocates at once; taken for source compatibility only
   explicit CList([[maybe_unused]] int blockSize = 10) {}
+  /// The copy has memory of its own.
   CList(const CList& other) {
     for (const Type& item : other) AddTail(item);
   }
+  /// Takes over the elements of another list, which is empty afterwards.
   CList(CList&& other) noexcept { Take(other); }
+  /// Replaces the elements by copies.
   CList& operator=(const CList& other) {
     if (this != &other) *this = CList(other);
     return *this;
   }
+  /// Replaces the elements by those of another list, which is empty afterwards.
   CList& operator=(CList&& other) noexcept {
     if (this != &other) Take(other);
     return *this;
   }
   ~CList() = default;
 
+  /// The number of elements; `GetSize` is the same.
   [[nodiscard]] int GetCount() const { return m_count; }
   [[nodiscard]] int GetSize() const { return GetCount(); }
+  /// Whether there is no element.
   [[nodiscard]] bool IsEmpty() const { return m_items.empty(); }
+  /// Appends an element.
   void AddTail(const Type& item) { Append(item); }
   void AddTail(Type&& item) { Append(std::move(item)); }
   /// Takes over the elements of another list, behind its own: whatever their number, that needs no memory.
@@ -40,12 +47,14 @@ class CList {
     m_count += other.m_count;
     other.RemoveAll();
   }
+  /// Removes all elements.
   void RemoveAll() {
     m_items.clear();
     m_last = m_items.before_begin();
     m_count = 0;
   }
 
+  /// The first element, and the end behind the last.
   [[nodiscard]] auto begin() { return m_items.begin(); }
   [[nodiscard]] auto end() { return m_items.end(); }
   [[nodiscard]] auto begin() const { return m_items.begin(); }

@@ -8,7 +8,9 @@
 template <typename Key, typename Value>
 class CMap {
  public:
+  /// The number of associations.
   [[nodiscard]] int GetCount() const { return static_cast<int>(m_values.size()); }
+  /// Whether there is none.
   [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
   /// Copies the value of a key; false, and the output untouched, when there is none.
   bool Lookup(const Key& key, Value& value) const {
@@ -29,8 +31,10 @@ class CMap {
   Value& operator[](const Key& key) { return m_values[key]; }
   /// False when there was no such key.
   bool RemoveKey(const Key& key) { return m_values.erase(key) > 0; }
+  /// Removes all associations.
   void RemoveAll() { m_values.clear(); }
 
+  /// The first association in the order of the keys, and the end behind the last.
   [[nodiscard]] auto begin() { return m_values.begin(); }
   [[nodiscard]] auto end() { return m_values.end(); }
   [[nodiscard]] auto begin() const { return m_values.begin(); }

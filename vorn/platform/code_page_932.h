@@ -14,10 +14,12 @@
 /// whoever looks for a byte has to ask `IsCharacterStart`.
 namespace code_page_932 {
 
+/// Whether a byte begins a character of two bytes.
 [[nodiscard]] constexpr bool IsLeadByte(unsigned char byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
 
+/// Whether a byte can end a character of two bytes.
 [[nodiscard]] constexpr bool IsTrailByte(unsigned char byte) { return byte >= 0x40 && byte <= 0xFC && byte != 0x7F; }
 
 /// Bytes of the character that starts at a position inside the text: 1 or 2. A lead byte without a trail byte stands
@@ -40,7 +42,7 @@ namespace code_page_932 {
 
 /// First and number of the code points that stand for the user-defined area, rows F0 to F9.
 inline constexpr char32_t kUserDefinedFirst = 0xE000;
-inline constexpr char32_t kUserDefinedCount = 1880;
+inline constexpr char32_t kUserDefinedCount = 1880;  ///< how many they are
 /// Trail bytes of a row.
 inline constexpr std::size_t kRowLength = 188;
 
@@ -80,17 +82,19 @@ inline constexpr std::size_t kRowLength = 188;
 /// How a conversion ended, and where to take it up again: at `position + length` of the input, once the caller has
 /// put in place of the fault whatever it likes (〓, say).
 struct Conversion {
+  /// What a conversion stopped at.
   enum class Fault : std::uint8_t {
     kNone,        ///< everything is converted
     kInvalid,     ///< the bytes at the position are no character of the input's encoding
     kUnmappable,  ///< the character at the position has no form in code page 932
   };
 
-  Fault fault = Fault::kNone;
-  std::size_t position = 0;  ///< input bytes converted; the input's size when there is no fault
-  std::size_t length = 0;    ///< input bytes of the fault
-  char32_t codePoint = 0;    ///< the character that could not be held (`kUnmappable` only)
+  Fault fault = Fault::kNone;  ///< why the conversion ended
+  std::size_t position = 0;    ///< input bytes converted; the input's size when there is no fault
+  std::size_t length = 0;      ///< input bytes of the fault
+  char32_t codePoint = 0;      ///< the character that could not be held (`kUnmappable` only)
 
+  /// Whether everything is converted.
   explicit operator bool() const { return fault == Fault::kNone; }
 };
 
@@ -102,8 +106,9 @@ struct Conversion {
 /// The text of a `u8""_cp932` literal before its conversion.
 template <std::size_t kSize>
 struct Utf8Literal {
-  char8_t text[kSize];
+  char8_t text[kSize];  ///< the bytes of the literal, in UTF-8
 
+  /// Takes a literal.
   consteval Utf8Literal(const char8_t (&literal)[kSize]) {  // NOLINT(google-explicit-constructor)
     for (std::size_t i = 0; i < kSize; ++i) text[i] = literal[i];
   }
@@ -114,9 +119,10 @@ namespace detail {
 /// Room for a literal's bytes; no character takes more of them here than in UTF-8.
 template <std::size_t kSize>
 struct LiteralBytes {
-  std::array<char, kSize> bytes{};
-  std::size_t length = 0;
+  std::array<char, kSize> bytes{};  ///< the converted bytes
+  std::size_t length = 0;           ///< how many they are
 
+  /// Converts while compiling.
   consteval explicit LiteralBytes(const Utf8Literal<kSize>& literal) {
     for (std::size_t at = 0; at + 1 < kSize;) Append(Next(literal, at));
   }

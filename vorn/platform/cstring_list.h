@@ -7,6 +7,7 @@
 /// The framework's linked list of texts.
 class CStringList : public CList<CString> {
  public:
+  /// As the list's own.
   using CList::CList;
   CStringList() = default;
   CStringList(const CStringList&) = default;

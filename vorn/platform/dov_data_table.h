@@ -30,8 +30,11 @@ class DovDataTable {
 
   /// False when there was no such key.
   bool RemoveKey(std::int32_t key) { return m_values.erase(key) > 0; }
+  /// Removes all values.
   void RemoveAll() { m_values.clear(); }
+  /// The number of values.
   [[nodiscard]] int GetCount() const { return static_cast<int>(m_values.size()); }
+  /// Whether there is no value.
   [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
 
   /// The 32-bit count, then for each value, in ascending order of the keys: the 32-bit key, the type byte, the value.

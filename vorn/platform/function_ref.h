@@ -8,9 +8,11 @@
 template <typename Signature>
 class FunctionRef;
 
+/// As above, for a signature.
 template <typename Result, typename... Args>
 class FunctionRef<Result(Args...)> {
  public:
+  /// Refers to the callable, which has to outlive the reference.
   template <typename Callable>
   requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
            std::is_invocable_r_v<Result, Callable&, Args...>)
@@ -20,6 +22,7 @@ class FunctionRef<Result(Args...)> {
           return (*static_cast<std::remove_reference_t<Callable>*>(object))(std::forward<Args>(args)...);
         }) {}
 
+  /// Calls it.
   Result operator()(Args... args) const { return m_call(m_object, std::forward<Args>(args)...); }
 
  private:

@@ -6,8 +6,8 @@
 
 /// A line segment: where it begins, and the way from there to its end.
 struct TamyLine {
-  TamWorld2 origin;
-  TamWorld2 direction;
+  TamWorld2 origin;     ///< where it begins
+  TamWorld2 direction;  ///< the way to its end
 };
 
 /// Whether a point lies on a segment, end points included, within the tiny distance.
@@ -15,7 +15,9 @@ struct TamyLine {
 [[nodiscard]] bool TamyIntersectDotLine(TamWorld2& result, const TamWorld2& point, const TamyLine& segment);
 
 /// Bits that tell about a crossing: whether it is an end, within the tiny length, of the first or the second segment.
+/// The crossing is an end of the first segment.
 inline constexpr std::uint16_t kNurCrossAtEndOfFirst = 0x1;
+/// The crossing is an end of the second segment.
 inline constexpr std::uint16_t kNurCrossAtEndOfSecond = 0x2;
 
 /// Crossing of the segment 1-2 with the segment 3-4. Touching ends count, and so does an end that stops short of the

@@ -17,8 +17,10 @@ template <typename Type>
 class OnDemand {
  public:
   OnDemand() = default;
+  /// The copy has a value of its own where the other one has.
   OnDemand(const OnDemand& other) : m_value(other.m_value ? std::make_unique<Type>(*other.m_value) : nullptr) {}
   OnDemand(OnDemand&&) noexcept = default;
+  /// Replaces the value as a whole.
   OnDemand& operator=(const OnDemand& other) {
     if (this != &other) *this = OnDemand(other);
     return *this;

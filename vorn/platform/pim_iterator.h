@@ -9,6 +9,7 @@
 class PimAttribute {
  public:
   PimAttribute() = default;
+  /// An attribute of that name and value.
   PimAttribute(const char* name, const char* value) : m_name(name), m_value(value) {}
   PimAttribute(const PimAttribute&) = default;
   PimAttribute(PimAttribute&&) noexcept = default;
@@ -16,7 +17,9 @@ class PimAttribute {
   PimAttribute& operator=(const PimAttribute& other) { return *this = PimAttribute(other); }
   PimAttribute& operator=(PimAttribute&&) noexcept = default;
 
+  /// The qualified name, prefix included.
   [[nodiscard]] const CString& GetName() const { return m_name; }
+  /// The value.
   [[nodiscard]] const CString& GetValue() const { return m_value; }
 
  private:
@@ -51,6 +54,7 @@ class PimIterator {
   /// Appends a new child element behind the existing children and moves onto it.
   /// @param namespaceUri the namespace of the tag's prefix, or null for none
   virtual bool InsertChild(const char* tag, const char* namespaceUri) = 0;
+  /// Sets the text content of the current element.
   virtual bool SetText(std::string_view text) = 0;
   /// Adds or replaces an attribute.
   virtual bool SetTextAttribute(const char* name, std::string_view value) = 0;
@@ -59,6 +63,7 @@ class PimIterator {
   /// room for them at once. 0 when the host does not count them.
   [[nodiscard]] virtual int CountRun() const { return 0; }
 
+  /// Reads one part of a run through a cursor of its own.
   using PartReader = FunctionRef<void(int part, PimIterator& cursor)>;
 
   /// In how many parts the host lets the run of `CountRun` be read at the same time; 1 when it has no threads for it.
@@ -69,7 +74,9 @@ class PimIterator {
   /// reaches the caller when no part is being read any more.
   virtual void ReadParts(PartReader) {}
 
+  /// Is handed a tag or a text.
   using TextVisitor = FunctionRef<void(std::string_view text)>;
+  /// Is handed the name and the value of an attribute.
   using AttributeVisitor = FunctionRef<void(std::string_view name, std::string_view value)>;
 
   /// Hands the tag to the visitor; the view is valid during the call only.

@@ -16,9 +16,12 @@ class SmallText {
   static constexpr std::size_t kInPlace = 15;
 
   SmallText() noexcept { SetInPlaceSize(0); }
+  /// A copy of the text.
   explicit SmallText(std::string_view text) : SmallText() { assign(text); }
+  /// The copy has memory of its own.
   SmallText(const SmallText& other) : SmallText() { assign(other.View()); }
   SmallText(SmallText&& other) noexcept : m_bytes(other.m_bytes) { other.SetInPlaceSize(0); }
+  /// Replaces the text.
   SmallText& operator=(const SmallText& other) {
     assign(other.View());
     return *this;
@@ -29,20 +32,26 @@ class SmallText {
     return *this;
   }
   ~SmallText() {
+    /// Gives memory of its own back.
     if (IsApart()) Release(GetApart());
   }
 
+  /// The number of bytes.
   [[nodiscard]] std::size_t size() const { return IsApart() ? GetApart().size : kInPlace - Tag(); }
+  /// Whether there is no byte.
   [[nodiscard]] bool empty() const { return size() == 0; }
   /// The bytes, with a terminator behind them; valid until the text changes or moves.
   [[nodiscard]] const char* data() const { return IsApart() ? GetApart().bytes : m_bytes.data(); }
   [[nodiscard]] char* data() { return IsApart() ? GetApart().bytes : m_bytes.data(); }
+  /// The bytes without a copy; valid until the text changes or moves.
   [[nodiscard]] std::string_view View() const { return {data(), size()}; }
 
   // The argument may be a part of this text. A text of 4 GiB throws `std::length_error`; like a lack of memory, that
   // leaves the text as it was.
 
+  /// Replaces the text.
   void assign(std::string_view text);
+  /// Appends to the text.
   void append(std::string_view text);
   /// Cuts the text or makes it longer, and gives its bytes. Those that are new are to be written: what is in them is
   /// not defined until then.

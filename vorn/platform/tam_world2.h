@@ -5,9 +5,10 @@
 /// A plane point. In a cross section most operations hold (distance from the centre line, height) in metres; those
 /// that hold the height first say so.
 struct TamWorld2 {
-  double x = 0.0;
-  double y = 0.0;
+  double x = 0.0;  ///< first component; mostly the distance from the centre line in metres
+  double y = 0.0;  ///< second component; mostly the height in metres
 
+  /// Whether both components are equal, exactly.
   friend constexpr bool operator==(const TamWorld2& a, const TamWorld2& b) { return a.x == b.x && a.y == b.y; }
 };
 

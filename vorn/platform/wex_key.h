@@ -19,15 +19,19 @@ class WexKey {
   bool Open(const WexKey* parent, const char* subKey);
   /// As `Open`, but creates the key if it does not exist.
   bool Create(const WexKey* parent, const char* subKey);
+  /// Closes the key; a closed key stays as it is.
   void Close();
+  /// Whether the key is open.
   [[nodiscard]] bool IsOpen() const { return m_store != nullptr; }
 
   /// The value of a name; the default when there is none, or when what is stored is not of this kind.
   [[nodiscard]] std::int32_t GetInt(const char* name, std::int32_t defaultValue) const;
+  /// The text of a name; the default when there is none, or when an integer is stored.
   [[nodiscard]] CString GetString(const char* name, const char* defaultValue) const;
 
   /// Stores a value; false when it could not be stored.
   bool SetInt(const char* name, std::int32_t value);
+  /// Stores a text; false when it could not be stored.
   bool SetString(const char* name, const char* value);
 
  private:
@@ -49,6 +53,7 @@ class WexKeyGroup {
   explicit WexKeyGroup(const WexKey* parent);
   WexKeyGroup(const WexKeyGroup&) = delete;
   WexKeyGroup& operator=(const WexKeyGroup&) = delete;
+  /// Ends the group.
   ~WexKeyGroup();
 
  private:

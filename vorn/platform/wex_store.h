@@ -13,6 +13,7 @@
 /// has to look for the separator with `CString::Find`.
 class WexStore {
  public:
+  /// What stands between the names of a path.
   static constexpr char kSeparator = '\\';
 
   WexStore() = default;
@@ -32,12 +33,14 @@ class WexStore {
 
   /// Stores a value in place of whatever has the name; false when the key does not exist or cannot be written.
   virtual bool WriteInt(std::string_view path, std::string_view name, std::int32_t value) = 0;
+  /// Stores a text, as `WriteInt` an integer.
   virtual bool WriteString(std::string_view path, std::string_view name, std::string_view value) = 0;
 
   /// Begin and end of calls that belong together, for `WexKeyGroup`; groups may lie within each other. A store that
   /// shares its values with others answers all questions of a group from one state, and keeps what the group writes
   /// together at the end of the outermost one, where it can. Without need for that, nothing happens. Must not throw.
   virtual void BeginGroup() {}
+  /// Ends what `BeginGroup` began.
   virtual void EndGroup() {}
 };
 

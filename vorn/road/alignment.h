@@ -27,6 +27,7 @@ class VornAlignment : public VornRecord {
   /// do not have them. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag, VORN_DataKind kind);
 
+  /// Name of the alignment.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
   /// Name of the `VornCrsData` that the alignment's coordinates refer to.
@@ -35,6 +36,7 @@ class VornAlignment : public VornRecord {
   /// A text and three numbers that the library keeps and does not look into.
   [[nodiscard]] const CString& GetAuxText() const { return m_auxText; }
   void SetAuxText(const CString& text) { m_auxText = text; }
+  /// The three numbers.
   [[nodiscard]] std::uint16_t GetAttr1() const { return m_attr1; }
   void SetAttr1(std::uint16_t attr) { m_attr1 = attr; }
   [[nodiscard]] std::uint16_t GetAttr2() const { return m_attr2; }
@@ -47,6 +49,7 @@ class VornAlignment : public VornRecord {
   [[nodiscard]] const VornXSections& GetXSections() const { return m_xSections.Get(); }
   [[nodiscard]] VornXSections& GetXSections() { return m_xSections.Change(); }
   void SetXSections(const VornXSections& sections) { m_xSections.Change() = sections; }
+  /// The three dates.
   [[nodiscard]] const VornUpDate& GetUpDate() const { return m_upDate; }
   [[nodiscard]] VornUpDate& GetUpDate() { return m_upDate; }
   void SetUpDate(const VornUpDate& dates) { m_upDate = dates; }
@@ -80,6 +83,7 @@ class VornAlignmentsArray : public VornRecordArray<VornAlignment> {
 
   /// Index of the current alignment; -1 for none. Nothing keeps it within the array.
   [[nodiscard]] std::int32_t GetCurrent() const { return m_current; }
+  /// Sets the index of the current alignment.
   void SetCurrent(std::int32_t index) { m_current = index; }
 
   /// Whether an alignment refers to the coordinate reference system of that name (exactly). No system has an empty

@@ -35,8 +35,10 @@ inline constexpr std::array kVornBMClassTexts = {
 /// A levelling bench mark.
 class VornBenchMark : public VornSurveyPoint<VornBMClass, kVornBMClassTexts> {
  public:
+  /// The class of these points.
   using BMClass = VornBMClass;
 
+  /// Class of the bench mark.
   [[nodiscard]] BMClass GetBMClass() const { return m_class; }
   void SetBMClass(BMClass bmClass) { m_class = bmClass; }
 };

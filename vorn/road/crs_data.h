@@ -10,6 +10,7 @@
 /// survey values refer to. Alignments refer to it by its name.
 class VornCrsData : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 23;
 
   VornCrsData() = default;
@@ -56,8 +57,10 @@ class VornCrsData : public VornRecord {
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
+  /// Name of the system, by which alignments refer to it.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// The horizontal geodetic datum.
   [[nodiscard]] GeoDatum GetGeoDatum() const { return m_geoDatum; }
   void SetGeoDatum(GeoDatum datum) { m_geoDatum = datum; }
   /// Designation of the vertical datum, such as those of `kVornVerticalDatums`.
@@ -66,16 +69,19 @@ class VornCrsData : public VornRecord {
   /// A length in metres that goes with the vertical datum.
   [[nodiscard]] double GetVerticalHeight() const { return m_verticalHeight; }
   void SetVerticalHeight(double height) { m_verticalHeight = height; }
+  /// The horizontal coordinates.
   [[nodiscard]] HorizonCoordinate GetHorizonCoordinate() const { return m_horizonCoordinate; }
   void SetHorizonCoordinate(HorizonCoordinate coordinate) { m_horizonCoordinate = coordinate; }
   /// A code and a text that the library keeps and does not look into.
   [[nodiscard]] std::int32_t GetAuxCode() const { return m_auxCode; }
   void SetAuxCode(std::int32_t code) { m_auxCode = code; }
+  /// The text that goes with the code.
   [[nodiscard]] const CString& GetAuxText() const { return m_auxText; }
   void SetAuxText(const CString& text) { m_auxText = text; }
 
   /// Japanese display texts; an unknown value gives an empty text.
   [[nodiscard]] static CString GetGeoDatumStr(GeoDatum datum);
+  /// Japanese display text of horizontal coordinates; an unknown value gives an empty text.
   [[nodiscard]] static CString HorizonCoordStr(HorizonCoordinate coordinate);
 
   /// Code of a horizontal datum, such as "JGD2011". Empty for the world geodetic system and for an unknown value.

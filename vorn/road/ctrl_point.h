@@ -37,8 +37,10 @@ inline constexpr std::array kVornCtrlClassTexts = {
 /// A horizontal control point.
 class VornCtrlPoint : public VornSurveyPoint<VornCtrlClass, kVornCtrlClassTexts> {
  public:
+  /// The class of these points.
   using CtrlClass = VornCtrlClass;
 
+  /// Class of the control point.
   [[nodiscard]] CtrlClass GetCtrlClass() const { return m_class; }
   void SetCtrlClass(CtrlClass ctrlClass) { m_class = ctrlClass; }
 };

@@ -22,14 +22,18 @@ class VornCtrlPoints : public VornRecord {
   /// @param withGmPnts whether the groups of ground points are part of it
   void Serialize(CArchive& ar, const char* tag, bool withGmPnts);
 
+  /// Name of the site's points.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// The horizontal control points.
   [[nodiscard]] const VornCtrlPosArray& GetCtrlPos() const { return m_ctrlPos; }
   [[nodiscard]] VornCtrlPosArray& GetCtrlPos() { return m_ctrlPos; }
   void SetCtrlPos(const VornCtrlPosArray& points) { m_ctrlPos = points; }
+  /// The bench marks.
   [[nodiscard]] const VornBenchMkArray& GetBenchMarks() const { return m_benchMarks; }
   [[nodiscard]] VornBenchMkArray& GetBenchMarks() { return m_benchMarks; }
   void SetBenchMarks(const VornBenchMkArray& benchMarks) { m_benchMarks = benchMarks; }
+  /// The groups of ground points.
   [[nodiscard]] const VornGmPntsArray& GetGmPnts() const { return m_gmPnts; }
   [[nodiscard]] VornGmPntsArray& GetGmPnts() { return m_gmPnts; }
   void SetGmPnts(const VornGmPntsArray& groups) { m_gmPnts = groups; }

@@ -33,13 +33,15 @@ class VornFormCtrl : public VornRecord {
   /// The series of labels that mark points.
   enum class CtrlMarkType : std::int32_t { Digits = 0, Capitals = 1, SmallLetters = 2 };
 
+  /// Names by `NameIndex`.
   using Names = std::array<CString, NameCount>;
+  /// Marks by `MarkIndex`.
   using Marks = std::array<CtrlMarkType, MarkCount>;
 
   /// What a control item is called in a new object, and the setting of its name. Intended: the two defaults differ.
   struct ItemName {
-    std::string_view initial;
-    VornTextSetting setting;
+    std::string_view initial;  ///< the name in a new object
+    VornTextSetting setting;   ///< the setting of its name
   };
   /// By `NameIndex`.
   static const std::array<ItemName, NameCount> kItemNames;

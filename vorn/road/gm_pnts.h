@@ -8,6 +8,7 @@
 /// A ground point, by its number and its name.
 class VornGmPnt : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 3;
 
   VornGmPnt() = default;
@@ -23,6 +24,7 @@ class VornGmPnt : public VornRecord {
   /// Identifier of the point within its array.
   [[nodiscard]] std::uint16_t GetNumber() const { return m_number; }
   void SetNumber(std::uint16_t number) { m_number = number; }
+  /// Name of the point.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
 
@@ -36,11 +38,13 @@ class VornGmPnt : public VornRecord {
   CString m_name;
 };
 
+/// The ground points of a group.
 class VornGmPntArray : public VornNumberedArray<VornGmPnt> {};
 
 /// A group of ground points, with two names.
 class VornGmPnts : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 6;
 
   VornGmPnts() = default;
@@ -53,10 +57,13 @@ class VornGmPnts : public VornRecord {
   /// The record of the project archive, the same for every store version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
+  /// First name of the group.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// Second name of the group.
   [[nodiscard]] const CString& GetName2() const { return m_name2; }
   void SetName2(const CString& name) { m_name2 = name; }
+  /// The points of the group.
   [[nodiscard]] const VornGmPntArray& GetPoints() const { return m_points; }
   [[nodiscard]] VornGmPntArray& GetPoints() { return m_points; }
   void SetPoints(const VornGmPntArray& points) { m_points = points; }
@@ -72,4 +79,5 @@ class VornGmPnts : public VornRecord {
   VornGmPntArray m_points;
 };
 
+/// The groups of ground points.
 class VornGmPntsArray : public VornRecordArray<VornGmPnts> {};

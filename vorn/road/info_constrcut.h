@@ -31,17 +31,22 @@ class VornInfoConstrcut : public VornRecord {
   [[nodiscard]] const CString& GetStoreVersion() const { return m_storeVersion; }
   /// The version that the library writes, and the newest that it reads; "05.00" at first.
   [[nodiscard]] const CString& GetLibVersion() const { return m_libVersion; }
+  /// Sets the version that the library writes, and takes for the newest.
   void SetStoreVersion(const char* version) { m_libVersion = version; }
 
+  /// The coordinate reference systems.
   [[nodiscard]] const VornCrsArray& GetCrsArray() const { return m_crsArray; }
   [[nodiscard]] VornCrsArray& GetCrsArray() { return m_crsArray; }
   void SetCrsArray(const VornCrsArray& systems) { m_crsArray = systems; }
+  /// The survey control points.
   [[nodiscard]] const VornCtrlPoints& GetCtrlPoints() const { return m_ctrlPoints; }
   [[nodiscard]] VornCtrlPoints& GetCtrlPoints() { return m_ctrlPoints; }
   void SetCtrlPoints(const VornCtrlPoints& points) { m_ctrlPoints = points; }
+  /// The road geometry, with the design.
   [[nodiscard]] const VornRoadGmData& GetRoadGm() const { return m_roadGm; }
   [[nodiscard]] VornRoadGmData& GetRoadGm() { return m_roadGm; }
   void SetRoadGm(const VornRoadGmData& roadGm) { m_roadGm = roadGm; }
+  /// How the as-built control items are called.
   [[nodiscard]] const VornFormCtrl& GetFormCtrl() const { return m_formCtrl; }
   [[nodiscard]] VornFormCtrl& GetFormCtrl() { return m_formCtrl; }
   void SetFormCtrl(const VornFormCtrl& formCtrl) { m_formCtrl = formCtrl; }

@@ -8,7 +8,9 @@
 /// An alignment's entry in the LandXML export. The library keeps all of it; of the flag it only asks whether it is 0.
 class VornLandXMLAlignment : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 12;
+  /// A code that is not set.
   static constexpr std::uint16_t kNoCode = 0xFFFF;
 
   VornLandXMLAlignment() = default;
@@ -21,10 +23,13 @@ class VornLandXMLAlignment : public VornRecord {
   /// The record of the project archive, the same for every version. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag, const char* version);
 
+  /// Name of the alignment.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// A text that the library keeps.
   [[nodiscard]] const CString& GetText() const { return m_text; }
   void SetText(const CString& text) { m_text = text; }
+  /// Not 0 when the alignment is selected; what else it says is the host's.
   [[nodiscard]] std::int32_t GetFlag() const { return m_flag; }
   void SetFlag(std::int32_t flag) { m_flag = flag; }
   /// Codes; `kNoCode` when not set.
@@ -44,4 +49,5 @@ class VornLandXMLAlignment : public VornRecord {
   std::uint16_t m_code3 = kNoCode;
 };
 
+/// The alignments of the export.
 class VornLandXMLAlignmentsArray : public VornRecordArray<VornLandXMLAlignment> {};

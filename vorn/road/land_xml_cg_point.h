@@ -7,6 +7,7 @@
 /// A ground point that is selected for the LandXML export, by its number.
 class VornLandXMLCgPoint : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 2;
 
   /// The record of the project archive, the same for every version. Archive and file exceptions pass through.

@@ -35,12 +35,15 @@ class VornLandXMLData : public VornRecord {
 
   /// The version that was last read or written.
   [[nodiscard]] const CString& GetStoreVersion() const { return m_storeVersion; }
+  /// Name and description of the project.
   [[nodiscard]] const VornLandXMLProject& GetProject() const { return m_project; }
   [[nodiscard]] VornLandXMLProject& GetProject() { return m_project; }
   void SetProject(const VornLandXMLProject& project) { m_project = project; }
+  /// The selected ground points.
   [[nodiscard]] const VornLandXMLCgPointsArray& GetCgPoints() const { return m_cgPoints; }
   [[nodiscard]] VornLandXMLCgPointsArray& GetCgPoints() { return m_cgPoints; }
   void SetCgPoints(const VornLandXMLCgPointsArray& points) { m_cgPoints = points; }
+  /// The alignments.
   [[nodiscard]] const VornLandXMLAlignmentsArray& GetAlignments() const { return m_alignments; }
   [[nodiscard]] VornLandXMLAlignmentsArray& GetAlignments() { return m_alignments; }
   void SetAlignments(const VornLandXMLAlignmentsArray& alignments) { m_alignments = alignments; }
@@ -54,11 +57,14 @@ class VornLandXMLData : public VornRecord {
   /// Not archived.
   [[nodiscard]] std::int32_t GetOption2() const { return m_option2; }
   void SetOption2(std::int32_t option) { m_option2 = option; }
+  /// A third option, archived.
   [[nodiscard]] std::int32_t GetOption3() const { return m_option3; }
   void SetOption3(std::int32_t option) { m_option3 = option; }
+  /// Texts that the library keeps.
   [[nodiscard]] const VornStringList& GetTexts() const { return m_texts; }
   [[nodiscard]] VornStringList& GetTexts() { return m_texts; }
   void SetTexts(const VornStringList& texts) { m_texts = texts; }
+  /// A number that the library keeps.
   [[nodiscard]] double GetValue() const { return m_value; }
   void SetValue(double value) { m_value = value; }
 

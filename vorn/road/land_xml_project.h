@@ -18,8 +18,10 @@ class VornLandXMLProject : public VornRecord {
   /// @param version store version of the LandXML data
   void Serialize(CArchive& ar, const char* tag, const char* version);
 
+  /// Name of the project.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// Description of the project.
   [[nodiscard]] const CString& GetDesc() const { return m_desc; }
   void SetDesc(const CString& desc) { m_desc = desc; }
 

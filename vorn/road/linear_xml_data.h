@@ -22,14 +22,18 @@ class VornLinearXMLData : public VornRecord {
 
   /// Marks the data as to be saved. Nothing but assignment takes the mark back; it is not archived.
   void SetSave() { m_save = true; }
+  /// Whether the data are marked as to be saved.
   [[nodiscard]] bool IsSave() const { return m_save; }
 
+  /// The construction information, with the design.
   [[nodiscard]] const VornInfoConstrcut& GetInfoConstrcut() const { return m_infoConstrcut; }
   [[nodiscard]] VornInfoConstrcut& GetInfoConstrcut() { return m_infoConstrcut; }
   void SetInfoConstrcut(const VornInfoConstrcut& info) { m_infoConstrcut = info; }
+  /// The road-centre data.
   [[nodiscard]] const VornRoadCenterData& GetRoadCenter() const { return m_roadCenter; }
   [[nodiscard]] VornRoadCenterData& GetRoadCenter() { return m_roadCenter; }
   void SetRoadCenter(const VornRoadCenterData& roadCenter) { m_roadCenter = roadCenter; }
+  /// What the export to LandXML is set to.
   [[nodiscard]] const VornLandXMLData& GetLandXml() const { return m_landXml; }
   [[nodiscard]] VornLandXMLData& GetLandXml() { return m_landXml; }
   void SetLandXml(const VornLandXMLData& landXml) { m_landXml = landXml; }

@@ -30,17 +30,22 @@ class VornRoadCenterData : public VornRecord {
   [[nodiscard]] const CString& GetStoreVersion() const { return m_storeVersion; }
   /// The version that the library writes, and the newest that it reads; "05.00" at first.
   [[nodiscard]] const CString& GetLibVersion() const { return m_libVersion; }
+  /// Sets the version that the library writes, and takes for the newest.
   void SetStoreVersion(const char* version) { m_libVersion = version; }
 
+  /// The project.
   [[nodiscard]] const VornProjectData& GetProject() const { return m_project; }
   [[nodiscard]] VornProjectData& GetProject() { return m_project; }
   void SetProject(const VornProjectData& project) { m_project = project; }
+  /// The coordinate reference systems.
   [[nodiscard]] const VornCrsArray& GetCrsArray() const { return m_crsArray; }
   [[nodiscard]] VornCrsArray& GetCrsArray() { return m_crsArray; }
   void SetCrsArray(const VornCrsArray& systems) { m_crsArray = systems; }
+  /// The groups of ground points.
   [[nodiscard]] const VornGmPntsArray& GetGmPnts() const { return m_gmPnts; }
   [[nodiscard]] VornGmPntsArray& GetGmPnts() { return m_gmPnts; }
   void SetGmPnts(const VornGmPntsArray& groups) { m_gmPnts = groups; }
+  /// The road geometry.
   [[nodiscard]] const VornRoadGmData& GetRoadGm() const { return m_roadGm; }
   [[nodiscard]] VornRoadGmData& GetRoadGm() { return m_roadGm; }
   void SetRoadGm(const VornRoadGmData& roadGm) { m_roadGm = roadGm; }

@@ -17,14 +17,18 @@
 /// the edition of the schema in which the data were made.
 class VornRoadGmData : public VornRecord {
  public:
+  /// Road class.
   using Classificat = VornRoadInfo::Classificat;
+  /// Design speed.
   using DesignSpeed = VornRoadInfo::DesignSpeed;
 
   /// Name of the key that the settings lie in.
   static constexpr const char* kSettingsKey = "RoadInfo";
   /// The settings: values of `Classificat` and of `DesignSpeed`, and the traffic class.
   static constexpr VornIntegerSetting kClassificatSetting{"classificat", 0};
+  /// The setting of the design speed.
   static constexpr VornIntegerSetting kSpeedSetting{"speed", 0};
+  /// The setting of the traffic class.
   static constexpr VornIntegerSetting kTrafficSetting{"traffic", 1};
 
   VornRoadGmData() = default;
@@ -47,21 +51,26 @@ class VornRoadGmData : public VornRecord {
   /// Keeps road class, design speed and traffic class in the settings, as far as these can be written.
   void StoreRegistry() const;
 
+  /// What the road is.
   [[nodiscard]] const VornRoadInfo& GetRoadInfo() const { return m_roadInfo; }
   [[nodiscard]] VornRoadInfo& GetRoadInfo() { return m_roadInfo; }
   void SetRoadInfo(const VornRoadInfo& info) { m_roadInfo = info; }
+  /// The alignments with their cross sections.
   [[nodiscard]] const VornAlignmentsArray& GetAlignments() const { return m_alignments; }
   [[nodiscard]] VornAlignmentsArray& GetAlignments() { return m_alignments; }
   void SetAlignments(const VornAlignmentsArray& alignments) { m_alignments = alignments; }
   /// Edition in which the data were made.
   [[nodiscard]] VornSchema::Version GetSchemaVersion() const { return m_schemaVersion; }
   void SetSchemaVersion(VornSchema::Version version) { m_schemaVersion = version; }
+  /// When its document was created and changed.
   [[nodiscard]] const VornFileInfoArray& GetFileInfos() const { return m_fileInfos; }
   [[nodiscard]] VornFileInfoArray& GetFileInfos() { return m_fileInfos; }
   void SetFileInfos(const VornFileInfoArray& fileInfos) { m_fileInfos = fileInfos; }
+  /// The kind of work.
   [[nodiscard]] const VornStructureType& GetStructureType() const { return m_structureType; }
   [[nodiscard]] VornStructureType& GetStructureType() { return m_structureType; }
   void SetStructureType(const VornStructureType& type) { m_structureType = type; }
+  /// The type of cross section.
   [[nodiscard]] const VornXSectType& GetXSectType() const { return m_xSectType; }
   [[nodiscard]] VornXSectType& GetXSectType() { return m_xSectType; }
   void SetXSectType(const VornXSectType& type) { m_xSectType = type; }
@@ -70,6 +79,7 @@ class VornRoadGmData : public VornRecord {
   void SetOption(std::int32_t option) { m_option = option; }
   [[nodiscard]] std::int32_t GetOption2() const { return m_option2; }
   void SetOption2(std::int32_t option) { m_option2 = option; }
+  /// The text among these.
   [[nodiscard]] const CString& GetText() const { return m_text; }
   void SetText(const CString& text) { m_text = text; }
 

@@ -36,6 +36,7 @@ class VornRoadInfo {
     Class2 = 1,
     None = 2,  ///< has no text: what an empty text sets
   };
+  /// Design speed, by the speeds that the ordinance knows.
   enum class DesignSpeed : std::int32_t {
     Unset = -1,
     Kmh120 = 0,
@@ -59,12 +60,16 @@ class VornRoadInfo {
   /// not archived. Archive and file exceptions pass through.
   void Serialize(CArchive& ar, const char* tag);
 
+  /// Name of the road.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
+  /// Road class.
   [[nodiscard]] Classificat GetClassificat() const { return m_classificat; }
   void SetClassificat(Classificat classificat) { m_classificat = classificat; }
+  /// River class.
   [[nodiscard]] ClassRiver GetClassRiver() const { return m_classRiver; }
   void SetClassRiver(ClassRiver classRiver) { m_classRiver = classRiver; }
+  /// Traffic class.
   [[nodiscard]] std::int32_t GetTraffic() const { return m_traffic; }
   void SetTraffic(std::int32_t traffic) { m_traffic = traffic; }
   /// Two texts that the library keeps and does not look into.
@@ -82,8 +87,10 @@ class VornRoadInfo {
   // --- classes -----------------------------------------------------------------------------------------------------
   // Texts are such as "第3種第2級" for a road and "1級" for a river; an unknown value gives an empty text.
 
+  /// Text of a road class, or of the own one.
   [[nodiscard]] static CString GetClassificatRoad(Classificat classificat);
   [[nodiscard]] CString GetClassificatRoad() const { return GetClassificatRoad(m_classificat); }
+  /// Text of a river class, or of the own one.
   [[nodiscard]] static CString GetClassificatRiver(ClassRiver classRiver);
   [[nodiscard]] CString GetClassificatRiver() const { return GetClassificatRiver(m_classRiver); }
   /// Takes the road class of a text (exactly). False, and nothing changed, for any other text.
@@ -97,7 +104,9 @@ class VornRoadInfo {
 
   // --- design speed ------------------------------------------------------------------------------------------------
 
+  /// The own design speed.
   [[nodiscard]] DesignSpeed GetSpeed() const { return m_designSpeed; }
+  /// Sets the own design speed.
   void SetDesignSpeed(DesignSpeed speed) { m_designSpeed = speed; }
   /// A design speed in km/h; -1 for an unknown value.
   [[nodiscard]] static std::int32_t GetSpeed(DesignSpeed speed);

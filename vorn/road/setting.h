@@ -8,8 +8,8 @@
 
 /// An integer that outlasts a session: its name in a settings key, and what holds while none is stored.
 struct VornIntegerSetting {
-  const char* name;
-  std::int32_t defaultValue;
+  const char* name;           ///< of the value in the settings key
+  std::int32_t defaultValue;  ///< what holds while none is stored
 
   /// The stored integer; the default when there is none, or when the key is closed.
   [[nodiscard]] std::int32_t Load(const WexKey& key) const { return key.GetInt(name, defaultValue); }
@@ -19,8 +19,8 @@ struct VornIntegerSetting {
 
 /// A text that outlasts a session. The default is in code page 932 and ended by a NUL.
 struct VornTextSetting {
-  const char* name;
-  std::string_view defaultValue;
+  const char* name;               ///< of the value in the settings key
+  std::string_view defaultValue;  ///< what holds while none is stored
 
   /// The stored text; the default when there is none, or when the key is closed.
   [[nodiscard]] CString Load(const WexKey& key) const { return key.GetString(name, defaultValue.data()); }

@@ -12,6 +12,7 @@
 template <typename ClassType, const auto& kClassTexts>
 class VornSurveyPoint : public VornRecord {
  public:
+  /// What the shortest record takes.
   static constexpr std::uint32_t kLeastArchiveBytes = 7;
 
   VornSurveyPoint() = default;
@@ -27,6 +28,7 @@ class VornSurveyPoint : public VornRecord {
   /// Identifier of the point within its array.
   [[nodiscard]] std::uint16_t GetNumber() const { return m_number; }
   void SetNumber(std::uint16_t number) { m_number = number; }
+  /// Name of the point.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
 
@@ -43,7 +45,7 @@ class VornSurveyPoint : public VornRecord {
   }
 
  protected:
-  std::uint16_t m_number = 0;
-  ClassType m_class = ClassType::Unset;
-  CString m_name;
+  std::uint16_t m_number = 0;            ///< identifier within the array
+  ClassType m_class = ClassType::Unset;  ///< class of the point
+  CString m_name;                        ///< name of the point
 };

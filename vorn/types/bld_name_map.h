@@ -11,11 +11,14 @@
 /// The name of a build form as the registry lists it.
 class VornBuildItem {
  public:
+  /// Color of a new item.
   static constexpr std::uint32_t kDefaultColor = 0xFF8000;
 
   VornBuildItem() = default;
+  /// An item of that name.
   explicit VornBuildItem(const char* name) : m_name(name) {}
 
+  /// Name of the build form.
   [[nodiscard]] const CString& GetName() const { return m_name; }
   void SetName(const CString& name) { m_name = name; }
   /// Color for the host.
@@ -67,6 +70,7 @@ class VornBldNameList : public CList<VornBuildItem> {
 /// process; nothing locks it.
 class VornBldNameMap : private CMap<CString, VornBldNameList> {
  public:
+  /// The registry of the process.
   static VornBldNameMap& Instance() { return m_instance; }
 
   VornBldNameMap() = default;
@@ -82,9 +86,13 @@ class VornBldNameMap : private CMap<CString, VornBldNameList> {
 
   /// Iteration gives each (full-width) key with its list, in the order of the keys by unsigned bytes.
   using CMap::begin;
+  /// The end of the iteration.
   using CMap::end;
+  /// How many keys there are.
   using CMap::GetCount;
+  /// Whether there is no key.
   using CMap::IsEmpty;
+  /// Removes all keys.
   using CMap::RemoveAll;
 
   /// Copies the list of a key; 0, and out unchanged, when there is none.
@@ -99,6 +107,7 @@ class VornBldNameMap : private CMap<CString, VornBldNameList> {
   void SetAt(CString key, VornBldNameList&& list);
   /// False when there was no such key.
   bool RemoveKey(const CString& key);
+  /// Whether the list of a key has that name; false without the key.
   [[nodiscard]] bool IsExist(CString key, const CString& name) const;
   /// Adds a name to the list of a key, at its end, unless it is there.
   void Set(CString key, const CString& name);

@@ -38,13 +38,16 @@ class VornXSectType : public VornHosoType {
 /// Pavement settings: numbers that the host gives to a pavement, a scale, and fourteen kinds. 0 stands for not set.
 class VornTsHosoType : public VornHosoType {
  public:
+  /// How many kinds there are.
   static constexpr int kKindCount = 14;
 
   /// As the base; what a loaded table does not hold becomes 0. A table that cannot be read leaves the settings.
   void Serialize(CArchive& ar, const CString& tag) override;
 
+  /// The number of the pavement.
   [[nodiscard]] std::uint32_t GetPaveID() const { return m_paveID; }
   void SetPaveID(std::uint32_t id) { m_paveID = id; }
+  /// The number of the scale.
   [[nodiscard]] std::uint32_t GetScaleID() const { return m_scaleID; }
   void SetScaleID(std::uint32_t id) { m_scaleID = id; }
   /// A kind, index 0 to 13. No index is checked in a release build.

@@ -50,13 +50,16 @@ class VornStructureType : public Vorn_Base {
   /// Takes the name of the type. `Unknown` and values past the list change nothing; one below `Unknown` throws
   /// `CInvalidArgException`.
   void SetType(Type type);
+  /// Sets the work type's name as it stands (attribute "type").
   void SetType(const CString& name) { m_type = name; }
   /// The work type's name as it stands (attribute "type").
   [[nodiscard]] const CString& GetTypeStr() const { return m_type; }
 
+  /// Name of the job (attribute "jobName").
   [[nodiscard]] const CString& GetJobName() const { return m_jobName; }
   [[nodiscard]] CString& GetJobName() { return m_jobName; }
   void SetJobName(const CString& jobName) { m_jobName = jobName; }
+  /// Name of the company (attribute "company").
   [[nodiscard]] const CString& GetCompany() const { return m_company; }
   [[nodiscard]] CString& GetCompany() { return m_company; }
   void SetCompany(const CString& company) { m_company = company; }
@@ -65,6 +68,7 @@ class VornStructureType : public Vorn_Base {
   [[nodiscard]] CString& GetStationType() { return m_stationType; }
   void SetStationType(const CString& stationType) { m_stationType = stationType; }
 
+  /// The ministry of a type; an unknown type counts as the land ministry.
   [[nodiscard]] static MinistryType Ministry(Type type);
   /// The ministry of the own type; an unknown type counts as the land ministry.
   [[nodiscard]] MinistryType Ministry() const { return Ministry(GetType()); }

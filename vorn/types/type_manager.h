@@ -8,6 +8,7 @@
 /// The build forms that each work type has, by name. Holds nothing itself: all tables are fixed.
 class VornTypeManager {
  public:
+  /// A list of forms.
   using List = KelArray<VornFormAttr>;
 
   /// Replaces the list by the forms of a work type in the current edition. Edition 2.0 has only fill and cut, for
@@ -16,8 +17,11 @@ class VornTypeManager {
   void Type(VornStructureType::Type type, List& list, bool includeOther) const;
 
   // Appending one table, whatever the edition.
+  /// Appends the forms of road earthwork.
   void Road(List& list) const;
+  /// Appends the forms of river earthwork.
   void River(List& list) const;
+  /// Appends the forms of other work.
   void Other(List& list) const;
 
   /// The first form of that name in a list; null when there is none. Names are compared exactly, but half-width
