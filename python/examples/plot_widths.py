@@ -12,6 +12,7 @@ import argparse
 import matplotlib
 
 matplotlib.use("Agg")  # the picture goes into a file
+matplotlib.rcParams["font.family"] = ["DejaVu Sans", "Noto Sans CJK JP"]  # names are Japanese
 import matplotlib.pyplot as plt
 
 import vorn
@@ -45,6 +46,9 @@ def main() -> None:
     parser.add_argument("-o", "--output", default="widths.png", help="the picture (widths.png)")
     parser.add_argument("--codes", default=",", help="codes of the edges on the left and on the right, such as L1,R1")
     arguments = parser.parse_args()
+    codes = arguments.codes.split(",")
+    if len(codes) != 2:
+        parser.error("--codes takes two codes with a comma between them")
 
     design = vorn.DesignDocument.read(arguments.design)
     # Documents hold no positions: they are computed from the input values, here relative to the centre line.
@@ -52,7 +56,7 @@ def main() -> None:
 
     figure, rows = plt.subplots(len(design.sets), figsize=(10, 4 * len(design.sets)), squeeze=False)
     for axes, section_set in zip(rows[:, 0], design.sets):
-        plot(axes, section_set, arguments.codes.split(","))
+        plot(axes, section_set, codes)
     figure.tight_layout()
     figure.savefig(arguments.output, dpi=120)
 

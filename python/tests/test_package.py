@@ -77,10 +77,14 @@ def test_the_example(tmp_path: Path) -> None:
 
 @pytest.mark.skipif("VORN_TEST_INSTALL" not in os.environ, reason="takes minutes: VORN_TEST_INSTALL=1 runs it")
 def test_installing_without_the_network(tmp_path: Path) -> None:
-    environment = tmp_path / "venv"
-    subprocess.run([sys.executable, "-m", "venv", "--system-site-packages", environment], check=True)
-    python = environment / "bin" / "python"
-    subprocess.run([python, "-m", "pip", "install", "--no-build-isolation", "--no-index", PYTHON], check=True)
+    venv = tmp_path / "venv"
+    outside = {key: value for key, value in SYSTEM.items() if key != "PYTHONPATH"}
+    subprocess.run([sys.executable, "-m", "venv", "--system-site-packages", venv], check=True)
+    python = venv / "bin" / "python"
+    subprocess.run([python, "-m", "pip", "install", "--no-build-isolation", "--no-index", PYTHON], check=True,
+                   env=outside)
     program = "import vorn; print(len(vorn.sample(sections=3).sets[0].sections), vorn.__file__)"
-    result = subprocess.run([python, "-c", program], capture_output=True, text=True, check=True, cwd=tmp_path)
-    assert result.stdout.startswith("3 ") and str(environment) in result.stdout
+    result = subprocess.run([python, "-c", program], capture_output=True, text=True, check=True, cwd=tmp_path,
+                            env=outside)
+    assert result.stdout.startswith("3 ") and str(venv) in result.stdout
+    assert (Path(result.stdout.split()[1]).parent / "__init__.pyi").exists()
