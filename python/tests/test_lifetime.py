@@ -109,7 +109,7 @@ def test_others_go_on_while_a_document_is_read() -> None:
         ticks += 1
         time.sleep(0.001)
     thread.join()
-    assert ticks > 10
+    assert ticks > 3  # with the lock held there would be one or two
 
 
 def test_a_design_at_work_is_busy() -> None:
@@ -121,7 +121,10 @@ def test_a_design_at_work_is_busy() -> None:
     seen = []
 
     def write() -> None:
-        design.to_bytes()
+        for _ in range(100):
+            design.to_bytes()
+            if seen:
+                break
         done.set()
 
     thread = threading.Thread(target=write)
