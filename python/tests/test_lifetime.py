@@ -118,7 +118,7 @@ def test_a_design_at_work_is_busy() -> None:
     x = design.sets[0].sections[0].forms[0].x
     first = x[0]
     done = threading.Event()
-    seen = []
+    seen: list[float] = []
 
     def write() -> None:
         for _ in range(100):

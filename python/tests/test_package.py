@@ -56,7 +56,8 @@ def test_everything_has_a_docstring() -> None:
 def test_mypy() -> None:
     environment = {**SYSTEM, "MYPYPATH": os.pathsep.join([str(PACKAGE.parent), str(PYTHON / "tests")])}
     result = subprocess.run(
-        [sys.executable, "-m", "mypy", "--config-file", PYTHON / "pyproject.toml", "--no-error-summary", "--cache-dir", PACKAGE.parent / ".mypy_cache",
+        [sys.executable, "-m", "mypy", "--config-file", PYTHON / "pyproject.toml", "--no-error-summary",
+         "--cache-dir", PACKAGE.parent / ".mypy_cache",
          *sorted((PYTHON / "tests").glob("*.py")), PYTHON / "examples" / "plot_widths.py"],
         capture_output=True, text=True, env=environment, cwd=PYTHON / "tests")
     assert result.returncode == 0, result.stdout + result.stderr

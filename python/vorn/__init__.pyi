@@ -671,6 +671,9 @@ class GroundPoint:
     def is_valid(self) -> bool:
         """Whether offset and height are both set."""
 
+class GroundPoints(_Collection[GroundPoint]):
+    """The points of a ground form."""
+
 class GroundForm:
     """The terrain before construction in one cross section."""
     def __init__(self, name: str = ...) -> None:
@@ -696,9 +699,6 @@ class GroundForm:
     @property
     def is_valid(self) -> bool:
         """Whether the form has a name and at least two valid points."""
-
-class GroundPoints(_Collection[GroundPoint]):
-    """The points of a ground form."""
 
 class GroundForms(_Collection[GroundForm]):
     """The ground forms of a cross section."""
@@ -1021,6 +1021,9 @@ class SurveyPoint:
     @name.setter
     def name(self, value: str) -> None: ...
 
+class SurveyPoints(_Collection[SurveyPoint]):
+    """The points of a survey group."""
+
 class SurveyGroup:
     """A group of ground points, with two names."""
     def __init__(self) -> None: ...
@@ -1047,9 +1050,6 @@ class HorizontalPoints(_Collection[ControlPoint]):
 
 class BenchMarks(_Collection[BenchMark]):
     """The bench marks of a site."""
-
-class SurveyPoints(_Collection[SurveyPoint]):
-    """The points of a survey group."""
 
 class SurveyGroups(_Collection[SurveyGroup]):
     """The groups of ground points of a site."""
