@@ -1,6 +1,6 @@
 # The short commands. The build itself is CMake's: see CMakePresets.json.
 
-FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples)
+FORMATTED_DIRS = $(wildcard vorn host tests bench fuzz examples python)
 FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -print0
 CLANG_FORMAT = clang-format-14
 

@@ -1,0 +1,14 @@
+#include "python/src/binding.h"
+#include "python/src/enumerations.h"
+
+PYBIND11_MODULE(_vorn, module) {
+  module.doc() = "The compiled part of the package vorn.";
+  vorn_python::AddErrors(module);
+  vorn_python::AddEnumerations(module);
+  vorn_python::AddControl(module);
+  vorn_python::AddModel(module);
+  vorn_python::AddRoad(module);
+  vorn_python::AddDocuments(module);
+  vorn_python::AddEditing(module);
+  vorn_python::AddProjects(module);
+}

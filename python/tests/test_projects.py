@@ -1,0 +1,102 @@
+"""Projects of each store version."""
+
+from __future__ import annotations
+
+import datetime
+from pathlib import Path
+from typing import Callable
+
+import pytest
+
+import vorn
+from conftest import PROJECTS, SAMPLES, stem
+
+FILES = sorted(PROJECTS.glob("road-*.vorn"))
+
+
+@pytest.mark.parametrize("path", FILES, ids=stem)
+def test_reading_every_store_version(path: Path, tmp_path: Path) -> None:
+    project = vorn.Project.read(path)
+    assert project.store_version == path.stem.removeprefix("road-")
+    project.save(tmp_path / "a.vorn")
+    again = vorn.Project.read(tmp_path / "a.vorn")
+    assert again.store_version == "06.00"
+    assert again.give_design().to_bytes() == project.give_design().to_bytes()
+
+
+@pytest.mark.parametrize("version", ["05.00", "05.50", "06.00"])
+def test_saving_every_store_version(version: str, tmp_path: Path) -> None:
+    project = vorn.Project()
+    project.take_design(vorn.DesignDocument.read(SAMPLES / "road-4.1.xml"))
+    project.save(tmp_path / "a.vorn", version)
+    project.save(tmp_path / "a.vorn", store_version=version)
+    assert (tmp_path / "a.vorn.bak").exists()
+    read = vorn.Project.from_bytes((tmp_path / "a.vorn").read_bytes())
+    assert read.store_version == version
+    assert len(read.give_design().sets[0].sections) == 10
+    with pytest.raises(vorn.DocumentError):
+        project.save(tmp_path / "b.vorn", "04.00")
+    assert not (tmp_path / "b.vorn").exists()
+
+
+def test_the_design_goes_out_and_back(tmp_path: Path) -> None:
+    project = vorn.Project()
+    design = vorn.sample(sections=3)
+    section = design.sets[0].sections[0]
+    project.take_design(design)
+    uses: list[Callable[[], object]] = [
+        lambda: design.edition, lambda: section.name, lambda: len(design.sets), lambda: design.check()]
+    for use in uses:
+        with pytest.raises(vorn.ExpiredError):
+            use()
+    geometry = project.data.construction.road_geometry
+    inside = geometry.alignments[0].section_set
+    assert len(inside.sections) == 3
+    given = project.give_design()
+    assert not project.holds_road_data
+    with pytest.raises(vorn.ExpiredError):
+        inside.sections
+    with pytest.raises(vorn.DocumentError, match="handed out"):
+        project.save(tmp_path / "a.vorn")
+    given.sets[0].sections[0].name = "始点"
+    project.take_design(given)
+    assert geometry.alignments[0].section_set.sections[0].name == "始点"
+    project.save(tmp_path / "a.vorn")
+
+
+def test_road_data(tmp_path: Path) -> None:
+    project = vorn.Project()
+    data = project.data
+    road = data.construction.road_geometry.road
+    road.name, road.speed_kmh, road.road_class = "環状線", 60, vorn.RoadClass.TYPE3_CLASS2
+    crs = vorn.CoordinateSystem()
+    crs.name, crs.geodetic_datum, crs.coordinates = "9系", vorn.GeodeticDatum.JGD2011, vorn.HorizontalCoordinates.PLANE9
+    data.construction.coordinate_systems.append(crs)
+    mark = vorn.BenchMark()
+    mark.number, mark.name, mark.point_class = 3, "BM-3", vorn.BenchMarkClass.GRADE1
+    data.construction.control_points.bench_marks.append(mark)
+    geometry = data.construction.road_geometry
+    geometry.alignments.append(vorn.Alignment("本線"))
+    geometry.current_alignment = geometry.alignments[0]
+    data.road_center.project.name = "工事"
+    data.road_center.project.date = datetime.datetime(2024, 4, 1)
+    data.construction.control_names.road_left = "左"
+    project.save(tmp_path / "a.vorn")
+
+    read = vorn.Project.read(tmp_path / "a.vorn").data
+    geometry = read.construction.road_geometry
+    assert (geometry.road.name, geometry.road.speed_kmh, geometry.road.road_class_text) == ("環状線", 60, "第3種第2級")
+    [crs] = read.construction.coordinate_systems
+    assert (crs.name, crs.datum_code, crs.system_code) == ("9系", "JGD2011", "9(X,Y)")
+    [mark] = read.construction.control_points.bench_marks
+    assert (mark.number, mark.name, mark.point_class) == (3, "BM-3", vorn.BenchMarkClass.GRADE1)
+    assert geometry.current_alignment is geometry.alignments[0]
+    assert geometry.alignments[0].dates == [None, None, None]
+    assert read.road_center.project.date == datetime.datetime(2024, 4, 1)
+    assert read.construction.control_names.road_left == "左"
+    with pytest.raises(ValueError):
+        geometry.current_alignment = vorn.Alignment("another")
+
+
+def test_project_names() -> None:
+    assert vorn.is_project_name("a.VORN") and not vorn.is_project_name(Path("a.xml"))
