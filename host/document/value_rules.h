@@ -26,7 +26,7 @@ struct AttributeRule {
   bool (*isUnderstood)(ParserScratch& scratch, std::string_view value);
   /// What is wrong with one that it does not.
   std::string (*whyNot)(std::string_view value);
-  EmptyValue empty = EmptyValue::SaysNone;
+  EmptyValue empty = EmptyValue::SaysNone;  ///< what an empty value is taken for
 };
 
 /// Where the numbers of an element stand.
