@@ -106,10 +106,12 @@ TEST(ReadFile, SaysInAPlainSentenceWhatIsWrong) {
   EXPECT_EQ(ReadError(directory / "empty"), (directory / "empty").string() + ": the file is empty");
 }
 
+#ifndef _WIN32  // a name that is too long is that of no file there
 TEST(ReadFile, DoesNotCallAFileMissingThatItCannotLookAt) {
   const std::string name(5000, 'x');
   EXPECT_THAT(ReadError(name), AllOf(HasSubstr(": cannot be opened: "), HasSubstr("too long")));
 }
+#endif
 
 TEST(ReadFile, RefusesWhatIsLargerThanAllowed) {
   const TemporaryDirectory directory;

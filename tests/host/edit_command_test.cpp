@@ -256,7 +256,9 @@ TEST_F(EditCommand, RefusesNamesThatCodePage932CannotHold) {
   ExpectRefused({"--remove-form", "é"}, AllOf(HasSubstr("é"), HasSubstr("code page 932")));
   ExpectRefused({"--rename", "盛土工:S=😀"}, HasSubstr("code page 932"));
   ExpectRefused({"--rename", "盛土工:S=a\x01z"}, HasSubstr("a name holds the control character (U+0001)"));
+#ifndef _WIN32  // command lines there are Unicode
   ExpectRefused({"--retype", "盛土工,\xff"}, HasSubstr("code page 932"));
+#endif
 }
 
 TEST_F(EditCommand, RefusesAnUnknownStep) { ExpectRefused({"--mirror", "--flip"}, HasSubstr("--flip")); }

@@ -523,6 +523,7 @@ TEST_F(SettingsFileTest, AWriteGivesUpOnAFileThatKeepsChanging) {
   EXPECT_THAT(m_problems, ElementsAre(AllOf(StartsWith(Path().string()), HasSubstr("another program"))));
 }
 
+#ifndef _WIN32  // a file that another program has open cannot be replaced there
 TEST_F(SettingsFileTest, KeepsTheFormerFileWhenSettingsAreGone) {
   WriteText("[Grid]\nWidth = 7\nHeight = 8\n");
   EXPECT_EQ(m_file.ReadInt("Grid", "Width"), 7);
@@ -540,6 +541,7 @@ TEST_F(SettingsFileTest, KeepsTheFormerFileWhenSettingsAreGone) {
   EXPECT_TRUE(m_file.WriteInt("Grid", "Size", 3));
   EXPECT_THAT(m_directory.Names(), ElementsAre("vorn.toml", "vorn.toml.lock")) << "no need of one otherwise";
 }
+#endif
 
 TEST_F(SettingsFileTest, KeepsTheFormerFileWhenAllSettingsAreGone) {
   WriteText("[Grid]\nWidth = 7\n");
