@@ -130,7 +130,8 @@ def of_class(cls: type) -> str:
         if isinstance(value, property):
             lines += of_property(name, value)
         elif name in ("__copy__", "__deepcopy__"):
-            lines += f"    def {name}(self{', memo: Dict[Any, Any]' if 'deep' in name else ''}) -> {cls.__name__}: ...\n"
+            memo = ", memo: Dict[Any, Any]" if name == "__deepcopy__" else ""
+            lines += f"    def {name}(self{memo}) -> {cls.__name__}: ...\n"
         elif not name.startswith("_"):
             lines += method(name, getattr(cls, name), "    ", isinstance(value, staticmethod))
     return lines
