@@ -5,7 +5,7 @@ FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -pri
 CLANG_FORMAT = clang-format-14
 
 .PHONY: demo test docs bench instruction-counts coverage mutants fuzz dependencies configure format check-format \
-  clean thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind
+  clean thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind python-install
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -16,7 +16,7 @@ test: configure
 	ctest --preset release
 
 # What takes too long for every change: some three hours on two cores. .ci/run does the rest.
-thorough: clang static-analysis valgrind m32 win64 win32 fuzz
+thorough: clang static-analysis valgrind python-install coverage m32 win64 win32 fuzz
 
 clang: dependencies
 m32 win64: platform-dependencies
@@ -28,6 +28,11 @@ clang m32 win64:
 # clang-tidy and cppcheck.
 static-analysis: configure
 	tools/static_analysis.sh build/release
+
+# Installs the Python package with pip, into an environment of its own and without the network.
+python-install: configure
+	cmake --build --preset release
+	ctest --preset release -C Long -R '^python_install$$'
 
 valgrind: test
 	tools/valgrind_tests.sh build/release
