@@ -5,8 +5,9 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build=${1:-build/release}
-check=(valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite,indirect,possible
-  --suppressions=tests/valgrind.supp)
+# A text points to its characters, behind the length of their block: what only such a pointer leads to is not lost.
+check=(valgrind --quiet --error-exitcode=9 --leak-check=full --show-leak-kinds=definite,indirect
+  --errors-for-leak-kinds=definite,indirect --suppressions=tests/valgrind.supp)
 
 # Millions of values and gigabytes of text are for the processor itself. Programs that tests start are not looked into.
 "${check[@]}" "$build/tests/vorn_tests" --gtest_brief=1 \
