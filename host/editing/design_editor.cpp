@@ -106,12 +106,12 @@ void DesignEditor::ForEachSection(EditReport& report, const EditSection& edit, b
 
 void DesignEditor::Finish(EditReport& report) {
   const std::vector<CarriedContent::Row> dropped = m_follower.Apply();
-  if (!dropped.empty()) report.notes.push_back("Lost, with the element that held it: " + Describe(dropped));
+  if (!dropped.empty()) report.notes.emplace_back("Lost, with the element that held it: " + Describe(dropped));
 }
 
 void DesignEditor::NoteRoadGeometry(EditReport& report) const {
   if (!report.HasChanged() || !m_document.carried.HasRoadGeometry()) return;
-  report.notes.push_back("The road geometry is carried over unchanged: it does not follow the cross sections.");
+  report.notes.emplace_back("The road geometry is carried over unchanged: it does not follow the cross sections.");
 }
 
 char& DesignEditor::ElevationsKnown(const Site& site) {
@@ -149,7 +149,7 @@ EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
     report.Add("points placed", moved);
     return moved > 0 ? std::to_string(moved) + " points placed from height " + Metres(height.Value()) : std::string();
   });
-  report.notes.push_back("Positions serve the steps that follow; a project keeps them, a document does not.");
+  report.notes.emplace_back("Positions serve the steps that follow; a project keeps them, a document does not.");
   Finish(report);
   return report;
 }
@@ -203,11 +203,11 @@ EditReport DesignEditor::Shift(double dist, double height) {
     return "shifted by " + Metres(dist) + " sideways" + (height == 0.0 ? "" : "; " + Metres(height) + " upward noted");
   });
   if (height != 0.0) {
-    report.notes.push_back(
+    report.notes.emplace_back(
         "The shift in height is kept with the cross sections and moves no point; documents do not hold it.");
   }
   if (hasGround) {
-    report.notes.push_back("The existing ground stays where it is: the crossings with it have to be recomputed.");
+    report.notes.emplace_back("The existing ground stays where it is: the crossings with it have to be recomputed.");
   }
   NoteRoadGeometry(report);
   Finish(report);

@@ -66,11 +66,12 @@ void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std:
   if (set.GetFormCtrlTargetArray().IsEmpty()) return;
   const SectionIndex sections(set);
   CodeIndex index;
+  const std::string inSet = setPath + " > ";
   for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
       if (StandsOn(point, set, sections, index) != nullptr) continue;
       const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
-      AddDangling(target, FormPath(setPath + " > " + station, point.GetBuildFormName()), point.GetCode(), lines);
+      AddDangling(target, FormPath(inSet + station, point.GetBuildFormName()), point.GetCode(), lines);
     }
   }
 }
