@@ -2,17 +2,20 @@
 """Checks that what the documentation points to is there.
 
 In every Markdown file of the project: relative links and their anchors, files and folders in backticks, functions and
-classes in backticks (`VornXSection::SwapLR`), tests (`XSectionShift.LeavesEveryHeight`), and the targets of `make`. Prints one line for each that is missing,
-file:line: message, and exits with 1 if there is any.
+classes in backticks (`VornXSection::SwapLR`), tests (`XSectionShift.LeavesEveryHeight`), and the targets of `make`.
+Prints one line for each that is missing, file:line: message, and exits with 1 if there is any.
 """
 
 import fnmatch
 import os
 import re
-import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.path.insert(0, os.path.join(ROOT, "tools"))
+sys.dont_write_bytecode = True  # the sources stay as they are
+
+from check_layers import project_files  # noqa: E402
 
 LINK = re.compile(r"(?<!`)\[[^\]]*\]\(([^)\s]+)\)")
 CODE = re.compile(r"`([^`]+)`")
@@ -26,22 +29,6 @@ FILE_SUFFIXES = (".h", ".cpp", ".cmake", ".py", ".sh", ".md", ".js", ".css", ".h
 ELSEWHERE = ("build/", "out/", "~/", "vorn/vorn.toml", "lib/", "share/", "include/")
 # Names that belong to the language and to other libraries.
 FOREIGN_SCOPES = {"std", "pugi", "testing", "benchmark", "GTest", "vorn", "toml", "nlohmann"}
-
-
-def project_files():
-    listing = subprocess.run(
-        ["git", "-c", "safe.directory=*", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
-        cwd=ROOT,
-        capture_output=True,
-    )
-    if listing.returncode == 0:
-        names = listing.stdout.decode("utf-8").split("\0")
-    else:  # An unpacked archive rather than a clone.
-        names = []
-        for directory, folders, files in os.walk(ROOT):
-            folders[:] = [name for name in folders if name not in (".git", "build", "out")]
-            names += [os.path.relpath(os.path.join(directory, name), ROOT).replace(os.sep, "/") for name in files]
-    return sorted(name for name in set(names) if name and os.path.isfile(os.path.join(ROOT, name)))
 
 
 def text_of(name):

@@ -103,6 +103,22 @@ inline vorn_host::SectionView ViewWithPiecesLeftOut() {
   return view;
 }
 
+/// What is left of a design when its sections are taken: a control target that stands at none of them.
+inline vorn_host::SectionView ViewOfTargetWithoutSection() {
+  using namespace vorn_host;
+  SectionView view;
+  view.section = -1;
+  view.targets = {{ViewTarget::Item::Width,
+                   "Width",
+                   "S",
+                   "",
+                   "",
+                   "",
+                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
+                   {}}};
+  return view;
+}
+
 /// What might be drawn of it, with one of everything.
 inline vorn_host::SectionDrawing HandMadeDrawing() {
   using namespace vorn_host;

@@ -191,16 +191,7 @@ TEST(SectionCsv, TakesANegativeStationForANumber) {
 }
 
 TEST(SectionCsv, HasARowForATargetWithoutASection) {
-  SectionView view;
-  view.section = -1;
-  view.targets = {{ViewTarget::Item::Width,
-                   "Width",
-                   "S",
-                   "",
-                   "",
-                   "",
-                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
-                   {}}};
+  const SectionView view = ViewOfTargetWithoutSection();
   auto rows = TableRows(TableOf(view, CsvContent::Targets));
   ASSERT_THAT(rows, SizeIs(1));
   EXPECT_EQ(rows[0]["set"], "1");

@@ -93,17 +93,7 @@ TEST(SectionGeoJson, HasTheInputValuesAsNumbers) {
 }
 
 TEST(SectionGeoJson, HasAFeatureForATargetWithoutASection) {
-  SectionView view;
-  view.section = -1;
-  view.targets = {{ViewTarget::Item::Width,
-                   "Width",
-                   "S",
-                   "",
-                   "",
-                   "",
-                   {{-1, -1, "S L1", {}, ViewTarget::Elsewhere{30.0, "30.0000", true}}},
-                   {}}};
-  const Json features = CollectionOf({view})["features"];
+  const Json features = CollectionOf({ViewOfTargetWithoutSection()})["features"];
   ASSERT_EQ(features.size(), 1u) << "no feature for a section that is not there";
   EXPECT_EQ(features[0]["geometry"], nullptr);
   EXPECT_EQ(features[0]["properties"]["section"], nullptr);
