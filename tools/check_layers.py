@@ -16,6 +16,10 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 LAYERS = ["platform", "framework", "types", "control", "model", "archive", "road", "umbrella", "host"]
 RANK = {layer: rank for rank, layer in enumerate(LAYERS)}
 
+# The folders of the host. Those of one row know nothing of each other.
+HOST_ROWS = [["document"], ["editing", "project", "sample", "settings"], ["drawing"], ["report"], ["cli"]]
+HOST_RANK = {folder: rank for rank, row in enumerate(HOST_ROWS) for folder in row}
+
 # The build-name registry reads cross sections: it lives in types/ but belongs to the model's layer, so neither
 # types/ nor control/ may include it in turn.
 MOVED = {"vorn/types/bld_name_map.*": "model"}
@@ -103,13 +107,23 @@ def include_problem(path, quoted, angled):
         return "this folder has no place among the layers"
     if other is None:
         return f'"{quoted}" has no place among the layers'
-    if path.startswith("host/") and not path.startswith("host/cli/") and quoted.startswith("host/cli/"):
-        return f'"{quoted}": the host library does not depend on the tool'
+    if own == other == "host":
+        return host_include_problem(path, quoted)
     if RANK[other] <= RANK[own]:
         return None
     if any(fnmatch.fnmatch(path, who) and quoted == what for who, what in ALLOWED):
         return None
     return f'"{quoted}": {own} must not include {other}, which stands above it'
+
+
+def host_include_problem(path, quoted):
+    own, other = path.split("/")[1], quoted.split("/")[1]
+    for folder in (own, other):
+        if folder not in HOST_RANK:
+            return f"host/{folder} has no place among the host's folders"
+    if own == other or HOST_RANK[other] < HOST_RANK[own]:
+        return None
+    return f'"{quoted}": host/{own} must not include host/{other}, which does not stand below it'
 
 
 def check_code(path, lines):
