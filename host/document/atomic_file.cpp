@@ -77,11 +77,11 @@ File Open(const fs::path& place, Opening opening, const fs::path& path, const ch
 /// where it has none.
 void UseLargePages([[maybe_unused]] std::string& text) {
 #ifdef MADV_HUGEPAGE
-  constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
-  const auto first = reinterpret_cast<std::uintptr_t>(text.data());
-  const std::uintptr_t begin = (first + kLargePage - 1) / kLargePage * kLargePage;
-  const std::uintptr_t end = (first + text.capacity()) / kLargePage * kLargePage;
-  if (begin < end) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+  constexpr std::size_t kLargePage = std::size_t{1} << 21;
+  const std::size_t behindBoundary = reinterpret_cast<std::uintptr_t>(text.data()) % kLargePage;
+  const std::size_t before = (kLargePage - behindBoundary) % kLargePage;
+  if (text.capacity() < before + kLargePage) return;
+  madvise(text.data() + before, (text.capacity() - before) / kLargePage * kLargePage, MADV_HUGEPAGE);
 #endif
 }
 

@@ -344,7 +344,7 @@ class GatheredTargets {
   }
   GatheredTargets(const GatheredTargets&) = delete;
   GatheredTargets& operator=(const GatheredTargets&) = delete;
-  ~GatheredTargets() {
+  ~GatheredTargets() {  // NOLINT(bugprone-exception-escape): a collection that shrinks asks for no memory
     for (int i = 0; i < m_sets.GetSize(); ++i) {
       m_sets[i].GetFormCtrlTargetArray().SetSize(m_counts[static_cast<std::size_t>(i)]);
     }

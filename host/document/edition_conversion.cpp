@@ -292,7 +292,7 @@ void ConvertFrom20(DesignDocument& document, Edition target, ConversionReport& r
                            std::string(EditionName(target)) + " asks for it and edition 2.0 has none.");
   }
   if (!document.hasStructureType) {
-    report.notes.push_back(
+    report.notes.emplace_back(
         "The document has no structure type (work type, job, company), which edition 2.0 does not hold.");
   }
 }

@@ -195,8 +195,9 @@ std::string EncodeShiftJis(std::string_view utf8, const std::string& name, bool 
     if (!lossy) {
       const std::string character =
           done.fault == Fault::kUnmappable ? DescribeCharacter(done.codePoint) : "a byte that is not UTF-8";
-      throw DocumentError(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
-                          character + "; --lossy replaces it with 〓");
+      const std::string line = std::to_string(PositionAt(utf8, at).line);
+      throw DocumentError(name + ": line " + line + ": Shift_JIS cannot hold " + character +
+                          "; --lossy replaces it with 〓");
     }
     bytes += kGetaMark932;
     ++replaced;

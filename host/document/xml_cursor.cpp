@@ -132,7 +132,7 @@ XmlCursor::Run XmlCursor::RunFromHere() const {
 
 int XmlCursor::PartsOf(const Run& run) const {
   // A part should be worth the move between threads, and there should be enough of them for threads of unlike speed.
-  constexpr std::ptrdiff_t kLeastText = 64 * 1024;
+  constexpr std::ptrdiff_t kLeastText = std::ptrdiff_t{64} * 1024;
   constexpr std::ptrdiff_t kPartsOfThread = 8;
   const std::ptrdiff_t text = run.last.offset_debug() - m_element.offset_debug();
   return static_cast<int>(std::clamp<std::ptrdiff_t>(std::min<std::ptrdiff_t>(text / kLeastText, run.count), 1,

@@ -169,8 +169,9 @@ std::string SheetGrid::NameOf(int sheet) const {
 }
 
 DxfPlace SheetGrid::OriginOf(int sheet) const {
-  const int columns = Columns();
-  return {(sheet % columns) * ColumnPitch(), -(sheet / columns) * RowPitch()};
+  const int row = sheet / Columns();
+  const int column = sheet % Columns();
+  return {column * ColumnPitch(), -row * RowPitch()};
 }
 
 DxfArea SheetGrid::AreaOf(int sheet) const {
@@ -206,9 +207,11 @@ int SheetGrid::IndexRows() const {
 
 DxfPlace SheetGrid::IndexPlaceOf(int sheet) const {
   const int rows = IndexRows();
+  const int column = sheet / rows;
+  const int row = sheet % rows;
   const double line = kIndexLine * IndexTextHeight();
   const double bottom = m_room.top + 2 * kGap * MetresPerMillimetre();
-  return {m_room.left + (sheet / rows) * IndexEntryWidth(), bottom + (rows - 1 - sheet % rows) * line};
+  return {m_room.left + column * IndexEntryWidth(), bottom + (rows - 1 - row) * line};
 }
 
 DxfPlace SheetGrid::IndexTitlePlace() const {

@@ -383,6 +383,7 @@ std::vector<SectionDrawing> DrawInEach(std::span<const Language> languages, cons
     const bool doFit = std::all_of(sheets.begin(), sheets.end(), [](const Sheet& sheet) { return sheet.Fits(); });
     if (!isChosen && !doFit && scale < kSmallestScale) continue;
     std::vector<SectionDrawing> drawings;
+    drawings.reserve(sheets.size());
     for (Sheet& sheet : sheets) drawings.push_back(sheet.Take());
     return drawings;
   }

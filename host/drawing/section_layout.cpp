@@ -636,8 +636,9 @@ class Layout {
     const ViewTarget::Pnt& first = target.points[0];
     const ViewTarget::Pnt& second = target.points[1];
     if (first.form != second.form) return {OnPaper(*PointOf(first)), OnPaper(*PointOf(second))};
-    std::vector<PaperPlace> places;
     const std::vector<int> path = PathBetween(Form(first.form), first.point, second.point);
+    std::vector<PaperPlace> places;
+    places.reserve(path.size());
     for (const int point : path) places.push_back(OnPaper(Point(first.form, point)));
     return places;
   }

@@ -251,6 +251,7 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
 
 std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
   std::vector<std::string> texts;
+  texts.reserve(notes.size());
   for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
   return texts;
 }
