@@ -135,6 +135,15 @@ std::string FromShiftJis(std::string_view bytes, const std::string& name) {
   return utf8;
 }
 
+/// @param stopped why the conversion stopped at that byte
+[[noreturn]] void ThrowNotInShiftJis(std::string_view utf8, std::size_t at, const code_page_932::Conversion& stopped,
+                                     const std::string& name) {
+  const bool isCharacter = stopped.fault == code_page_932::Conversion::Fault::kUnmappable;
+  throw DocumentError(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
+                      (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8") +
+                      "; --lossy replaces it with 〓");
+}
+
 }  // namespace
 
 std::string_view EncodingName(TextEncoding encoding) {
@@ -184,21 +193,14 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
 }
 
 std::string EncodeShiftJis(std::string_view utf8, const std::string& name, bool lossy, std::size_t& replaced) {
-  using Fault = code_page_932::Conversion::Fault;
   std::string bytes;
   bytes.reserve(utf8.size());
   std::size_t at = 0;
   while (true) {
-    const auto done = code_page_932::AppendFromUtf8(utf8.substr(at), bytes);
+    const code_page_932::Conversion done = code_page_932::AppendFromUtf8(utf8.substr(at), bytes);
     if (done) return bytes;
     at += done.position;
-    if (!lossy) {
-      const std::string character =
-          done.fault == Fault::kUnmappable ? DescribeCharacter(done.codePoint) : "a byte that is not UTF-8";
-      const std::string line = std::to_string(PositionAt(utf8, at).line);
-      throw DocumentError(name + ": line " + line + ": Shift_JIS cannot hold " + character +
-                          "; --lossy replaces it with 〓");
-    }
+    if (!lossy) ThrowNotInShiftJis(utf8, at, done, name);
     bytes += kGetaMark932;
     ++replaced;
     at += done.length;
