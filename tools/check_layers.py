@@ -24,9 +24,6 @@ HOST_RANK = {folder: rank for rank, row in enumerate(HOST_ROWS) for folder in ro
 # types/ nor control/ may include it in turn.
 MOVED = {"vorn/types/bld_name_map.*": "model"}
 
-# A control target's regulation looks at the build form that owns it.
-ALLOWED = [("vorn/control/*regulation*.cpp", "vorn/model/build_form.h")]
-
 STANDARD_HEADERS = set(
     """
     algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts condition_variable
@@ -110,8 +107,6 @@ def include_problem(path, quoted, angled):
     if own == other == "host":
         return host_include_problem(path, quoted)
     if RANK[other] <= RANK[own]:
-        return None
-    if any(fnmatch.fnmatch(path, who) and quoted == what for who, what in ALLOWED):
         return None
     return f'"{quoted}": {own} must not include {other}, which stands above it'
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Everything public, in the order of the layers.
+// Everything public.
 
 #include "vorn/archive/archive_record.h"
 #include "vorn/control/form_ctrl_target.h"
@@ -9,6 +9,7 @@
 #include "vorn/framework/base.h"
 #include "vorn/framework/define_manager.h"
 #include "vorn/framework/enum_table.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/framework/numerical_precision.h"
 #include "vorn/framework/schema.h"
 #include "vorn/framework/tolerance.h"

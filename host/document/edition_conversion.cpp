@@ -149,7 +149,7 @@ void MoveTargetsToSet(VornXSections& set, const std::string& setPath, Conversion
           report.lostTargets.push_back(TargetPath(FormPath(SectionPath(setPath, section), form.GetName()), target, i) +
                                        ": it names no code, so that its form and station cannot be told any more");
         }
-        target.SetSerialID(0xFFFFFFFF);  // numbered anew among the set's
+        target.SetSerialID(kVornNoID);  // numbered anew among the set's
         set.GetFormCtrlTargetArray().Add(std::move(target));
         ++report.movedTargets;
       }
@@ -164,7 +164,7 @@ void MoveTargetsToSet(VornXSections& set, const std::string& setPath, Conversion
 bool NamesOneForm(const VornFormCtrlTargetPntArray& points) {
   const VornFormCtrlTargetPnt& first = points[0];
   return std::all_of(points.begin(), points.end(), [&](const VornFormCtrlTargetPnt& point) {
-    return std::abs(point.GetCumulativeDist().Value() - first.GetCumulativeDist().Value()) < kSameStation &&
+    return IsSameStation(point.GetCumulativeDist().Value(), first.GetCumulativeDist().Value()) &&
            point.GetXSectChg() == first.GetXSectChg() && point.GetBuildFormName() == first.GetBuildFormName();
   });
 }
@@ -222,7 +222,7 @@ struct WorkTypeCounts {
 void PutIntoForm(VornFormCtrlTarget&& target, const Destination& destination, WorkTypeCounts& counts) {
   target.SetCode(target.GetCode());  // the points' codes, joined by blanks
   target.GetTargetPntArray().RemoveAll();
-  target.SetSerialID(0xFFFFFFFF);
+  target.SetSerialID(kVornNoID);
   if (target.GetWorkType() == WorkType::Unset) {
     target.SetWorkType(WorkTypeOf(*destination.section, *destination.form));
     ++(target.GetWorkType() == WorkType::Unset ? counts.unknown : counts.derived);

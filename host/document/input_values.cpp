@@ -34,8 +34,6 @@ double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& t
 
 double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-double Rounded(double value, KelMrmFigure places) {
-  return KelIsShoki(value) ? 0.0 : NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value);
-}
+double Rounded(double value, KelMrmFigure places) { return KelIsShoki(value) ? 0.0 : NurMrm(places).ZMrm(value); }
 
 }  // namespace vorn_host

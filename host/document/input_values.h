@@ -6,7 +6,7 @@
 namespace vorn_host {
 
 /// How the two input values of a composed point are read.
-enum class Reading { WidthHeight, Percent, Rate };
+using Reading = VornComposedPnt::Reading;
 
 /// The input values of a composed point: one way to write where it lies.
 struct InputValues {

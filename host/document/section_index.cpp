@@ -30,7 +30,7 @@ int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
   int found = -1;
   auto entry = std::lower_bound(m_byStation.begin(), m_byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
   for (; entry != m_byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
-    const bool hit = std::abs(entry->first - wanted) < kSameStation && IsBehindChange(entry->second) == xSectChg;
+    const bool hit = IsSameStation(entry->first, wanted) && IsBehindChange(entry->second) == xSectChg;
     if (hit && (found < 0 || entry->second < found)) found = entry->second;
   }
   return found;

@@ -42,20 +42,8 @@ bool IsWithinReach(double value) { return std::abs(value) <= kFarthest; }  // fa
 
 // --- texts of a point ------------------------------------------------------------------------------------------------
 
-/// How the edition reads the two input values of a point.
-Reading ReadingOf(const VornComposedPnt& point) {
-  // A centre point holds a distance and a height in every edition.
-  if (point.IsCenter()) return Reading::WidthHeight;
-  if (VornSchema::Instance().IsVer2()) return point.IsSlope() ? Reading::Rate : Reading::Percent;
-  switch (point.GetDataType()) {
-    case DataType::Rate:
-      return Reading::Rate;
-    case DataType::Percent:
-      return Reading::Percent;
-    default:
-      return Reading::WidthHeight;
-  }
-}
+/// A centre point holds a distance and a height in every edition.
+Reading ReadingOf(const VornComposedPnt& point) { return point.IsCenter() ? Reading::WidthHeight : point.GetReading(); }
 
 ViewInput InputOf(const VornComposedPnt& point) {
   const auto told = [](const NurReal& value) { return value.IsSet() ? std::optional(value.Value()) : std::nullopt; };
@@ -675,10 +663,9 @@ class SectionBuilder {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
       const std::string formName = Utf8(point.GetBuildFormName());
       if (added.formName.empty()) added.formName = formName;
-      const bool isHere =
-          point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
-          point.GetXSectChg() == m_section.GetXSectChg() &&
-          std::abs(point.GetCumulativeDist().Value() - m_section.GetCumulativeDist().Value()) < kSameStation;
+      const bool isHere = point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
+                          point.GetXSectChg() == m_section.GetXSectChg() &&
+                          IsSameStation(point.GetCumulativeDist().Value(), m_section.GetCumulativeDist().Value());
       const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
       added.points.push_back(PntOf(form, point.GetCode(), formName + " " + Utf8(point.GetCode())));
       if (!isHere) added.points.back().elsewhere = PlaceOf(point);

@@ -26,11 +26,7 @@ enum class SectionPart { Start, Roadbed, Slope, Berm, Other };
 /// The two input values of a point, and how they are read.
 struct ViewInput {
   /// How the two values are read.
-  enum class Reading {
-    WidthHeight,  ///< x: width in metres, y: height in metres
-    Percent,      ///< x: width in metres, y: grade in percent
-    Rate,         ///< x: height in metres, y: ratio 1:y, the width for each metre of height
-  };
+  using Reading = VornComposedPnt::Reading;
   Reading reading = Reading::WidthHeight;  ///< how x and y are read
   std::optional<double> x = {};            ///< first value; none when the document has none
   std::optional<double> y = {};            ///< second value; none when the document has none

@@ -15,13 +15,11 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
-
 /// Forms of a document come without serials. The first one is the design surface; none is marked as the org surface,
 /// which a document does not know.
 void NumberForms(Vorn_BuildFormArray& forms) {
   for (int i = 0; i < forms.GetSize(); ++i) {
-    if (forms[i].GetSerialID() == kUnassigned) forms.SetSerialID(i, true);
+    if (forms[i].GetSerialID() == kVornNoID) forms.SetSerialID(i, true);
   }
 }
 

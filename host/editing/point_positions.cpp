@@ -27,7 +27,7 @@ class EditionReadings {
   }
 
   [[nodiscard]] InputValues Of(const VornComposedPnt& point) const {
-    return {ReadingOf(point), point.GetX().Value(), point.GetY().Value()};
+    return {point.GetReading(), point.GetX().Value(), point.GetY().Value()};
   }
 
   void Apply(const InputValues& values, VornComposedPnt& point) const {
@@ -46,7 +46,7 @@ class EditionReadings {
     const double width = Rounded(outward, m_dist);
     const double rise = Rounded(to.y - from.y, m_height);
     std::vector<InputValues> candidates;
-    const Reading own = ReadingOf(point);
+    const Reading own = point.GetReading();
     const auto addPercents = [&] {
       if (own == Reading::Percent) candidates.push_back({own, width, point.GetY().Value()});
       if (width != 0.0) {
@@ -70,18 +70,6 @@ class EditionReadings {
   }
 
  private:
-  [[nodiscard]] Reading ReadingOf(const VornComposedPnt& point) const {
-    if (m_ver2) return point.IsSlope() ? Reading::Rate : Reading::Percent;
-    switch (point.GetDataType()) {
-      case DataType::Percent:
-        return Reading::Percent;
-      case DataType::Rate:
-        return Reading::Rate;
-      default:
-        return Reading::WidthHeight;
-    }
-  }
-
   bool m_ver2;
   KelMrmFigure m_dist = 0;
   KelMrmFigure m_height = 0;

@@ -148,7 +148,7 @@ bool IsSubOfItsOwn(const VornComposedPnt& point) {
   const auto differs = [](const auto& sub, const auto& main, const auto& unset) { return sub != unset && sub != main; };
   return differs(point.GetXSectType(PntType::Sub), point.GetXSectType(), 0u) ||
          differs(point.GetXSectNameID(PntType::Sub), point.GetXSectNameID(), 0u) ||
-         differs(point.GetDekiPairID(PntType::Sub), point.GetDekiPairID(), 0xFFFFFFFFu) ||
+         differs(point.GetDekiPairID(PntType::Sub), point.GetDekiPairID(), kVornNoID) ||
          differs(point.GetXSectName(PntType::Sub), point.GetXSectName(), CString()) ||
          differs(point.GetCode(PntType::Sub), point.GetCode(), CString()) || !point.Measure(PntType::Sub).IsEmpty();
 }

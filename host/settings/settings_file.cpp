@@ -154,9 +154,10 @@ bool SettingsFile::HasKey(const SettingsPath& path) const { return Current()->Ha
 bool SettingsFile::Keep(SettingChange change) {
   if (m_groups == 0) return WriteTogether({&change, 1});
   std::optional<SettingsText> changed = Current()->With(change.path, change.name, change.value);
-  if (changed) m_snapshot = std::make_shared<const SettingsText>(*std::move(changed));
+  const bool isWritable = changed.has_value();
+  if (isWritable) m_snapshot = std::make_shared<const SettingsText>(*std::move(changed));
   m_changes.push_back(std::move(change));  // if there is no room for it, that is told at the end
-  return changed.has_value();
+  return isWritable;
 }
 
 void SettingsFile::EndGroup() {

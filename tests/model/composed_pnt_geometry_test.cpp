@@ -32,6 +32,10 @@ TEST(ComposedPntGeometry, GivesThePositionAsDistanceAndHeight) {
   EXPECT_EQ(PointAtPosition(-3.0, 12.0).Pos(), (TamWorld2{-3.0, 12.0}));
 }
 
+TEST(ComposedPntGeometry, GivesThePositionAsHeightAndDistance) {
+  EXPECT_EQ(PointAtPosition(-3.0, 12.0).HeightAndDist(), (TamWorld2{12.0, -3.0}));
+}
+
 TEST(ComposedPntGeometry, ShiftsByTheInputValuesOfAnotherPoint) {
   VornComposedPnt point = PointAtPosition(1.0, 10.0);
   VornComposedPnt other = PointWith(VornLocation::Left, DataType::Rate, 2.0, -0.5);

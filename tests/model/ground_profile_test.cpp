@@ -46,9 +46,7 @@ VornExistingComposedPntArray GroundPoints(const Polyline& positions) {
 }
 
 std::optional<TamWorld2> Crossing(const VornGroundProfile& ground, const TamWorld2& a, const TamWorld2& b) {
-  TamWorld2 crossing;
-  if (!ground.FindCrossing(a, b, crossing)) return std::nullopt;
-  return crossing;
+  return ground.FindCrossing(a, b);
 }
 
 std::optional<TamWorld2> Crossing(const Polyline& ground, const TamWorld2& a, const TamWorld2& b) {
@@ -62,12 +60,9 @@ TEST(GroundProfile, FindsWhereADesignSegmentCrossesIt) {
   EXPECT_EQ(Crossing({{10.0, -5.0}, {10.0, 5.0}, {12.0, 9.0}}, {8.0, 7.0}, {14.0, 7.0}), (TamWorld2{11.0, 7.0}));
 }
 
-TEST(GroundProfile, LeavesTheCrossingUntouchedWhenThereIsNone) {
-  TamWorld2 crossing = {-7.0, -8.0};
-  const VornGroundProfile ground(GroundPoints({{10.0, -5.0}, {10.0, 5.0}}));
-  EXPECT_FALSE(ground.FindCrossing({8.0, 1.0}, {9.0, 3.0}, crossing));
-  EXPECT_FALSE(ground.FindCrossing({8.0, 6.0}, {12.0, 6.0}, crossing));
-  EXPECT_EQ(crossing, (TamWorld2{-7.0, -8.0}));
+TEST(GroundProfile, IsNotCrossedBelowItOrBesideIt) {
+  EXPECT_EQ(Crossing({{10.0, -5.0}, {10.0, 5.0}}, {8.0, 1.0}, {9.0, 3.0}), std::nullopt);
+  EXPECT_EQ(Crossing({{10.0, -5.0}, {10.0, 5.0}}, {8.0, 6.0}, {12.0, 6.0}), std::nullopt);
 }
 
 TEST(GroundProfile, CrossesNothingWithFewerThanTwoPoints) {

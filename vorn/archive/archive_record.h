@@ -1,9 +1,9 @@
 #pragma once
 
-#include <concepts>
 #include <cstdint>
 #include <string_view>
 
+#include "vorn/framework/identifier.h"
 #include "vorn/platform/carchive.h"
 #include "vorn/platform/cstring.h"
 #include "vorn/platform/dov_data_table.h"
@@ -90,8 +90,10 @@ class ArchiveRecord {
 };
 
 /// The next serial of a collection that numbers its elements. Data older than "05.00" have none and leave it at 0.
-inline void SerializeNextSerialID(CArchive& ar, const CString& tag, std::uint32_t& nextSerialID) {
+inline void SerializeNextSerialID(CArchive& ar, const CString& tag, VornSerialCounter& serials) {
   ArchiveRecord record(ar, tag);
-  if (record.IsLoading()) nextSerialID = 0;
-  record.ReadSince("05.00", nextSerialID);
+  if (record.IsLoading()) serials = VornSerialCounter(0);
+  std::uint32_t next = serials.Next();
+  record.ReadSince("05.00", next);
+  serials = VornSerialCounter(next);
 }

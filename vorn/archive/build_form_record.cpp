@@ -46,6 +46,6 @@ void VornCrossPointInfo::Serialize(CArchive& ar, const CString& tag) {
 }
 
 void Vorn_BuildFormArray::Serialize(CArchive& ar, const CString& tag) {
-  SerializeNextSerialID(ar, tag, m_nextSerialID);
+  SerializeNextSerialID(ar, tag, m_serials);
   Vorn_Array::Serialize(ar, tag);
 }

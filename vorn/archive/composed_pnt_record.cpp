@@ -16,21 +16,32 @@ void AutoLine(ArchiveRecord& record, std::int32_t& flag, std::int32_t& autoConne
   autoConnect |= flag;
 }
 
+void TransferDetail(ArchiveRecord& record, VornComposedPnt::Detail& detail, bool hasAutoLines,
+                    std::int32_t& autoConnect) {
+  record.Field(detail.Code);
+  record.Field(detail.XSectType);
+  record.Field(detail.XSectNameID);
+  record.Field(detail.XSectName);
+  record.Field(detail.DekiPairID);
+  if (hasAutoLines) {
+    AutoLine(record, detail.AutoLinePrev, autoConnect);
+    AutoLine(record, detail.AutoLineNext, autoConnect);
+  }
+  record.Field(detail.Measure);
+  record.ExtensionTable();
+}
+
 }  // namespace
 
 void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
   ArchiveRecord record(ar, tag);
   if (!record.IsFrom("06.00")) {
     Serialize550Before(ar, tag);
-    return SpreadOneDetail();
+    return SpreadOneDetail();  // also when it is written: intended, what has no place there is given up
   }
   const bool hasAutoLines = !record.IsAfter("06.00");
 
-  if (record.IsStoring()) {
-    DovDataTable::StoreInteger(ar, kElementTypeKey, static_cast<std::int32_t>(m_elementType));
-  } else if (std::int32_t value = 0; DovDataTable::LoadInteger(ar, kElementTypeKey, value)) {
-    m_elementType = static_cast<ElementType>(value);
-  }
+  TransferElementType(ar);
   record.Field(m_dataType);
   record.Field(m_clDist);
   record.Field(m_gh);
@@ -54,28 +65,21 @@ void VornComposedPnt::Serialize(CArchive& ar, const CString& tag) {
   }
   record.Field(m_ratio);
   record.Field(m_percent);
-  const auto transfer = [&](Detail& detail) {
-    record.Field(detail.Code);
-    record.Field(detail.XSectType);
-    record.Field(detail.XSectNameID);
-    record.Field(detail.XSectName);
-    record.Field(detail.DekiPairID);
-    if (hasAutoLines) {
-      AutoLine(record, detail.AutoLinePrev, m_autoConnect);
-      AutoLine(record, detail.AutoLineNext, m_autoConnect);
-    }
-    record.Field(detail.Measure);
-    record.ExtensionTable();
-  };
-  transfer(m_main);
+  TransferDetail(record, m_main, hasAutoLines, m_autoConnect);
   if (m_sub.IsMade()) {
-    transfer(m_sub.Change());
+    TransferDetail(record, m_sub.Change(), hasAutoLines, m_autoConnect);
   } else {
     Detail sub;
-    transfer(sub);
+    TransferDetail(record, sub, hasAutoLines, m_autoConnect);
     if (record.IsLoading() && !(sub == m_sub.Get())) m_sub.Change() = std::move(sub);
   }
   if (record.IsLoading()) m_oldCmpType = m_componentType;
+}
+
+void VornComposedPnt::TransferElementType(CArchive& ar) {
+  if (ar.IsStoring()) return DovDataTable::StoreInteger(ar, kElementTypeKey, static_cast<std::int32_t>(m_elementType));
+  std::int32_t type = 0;
+  if (DovDataTable::LoadInteger(ar, kElementTypeKey, type)) m_elementType = static_cast<ElementType>(type);
 }
 
 void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
@@ -96,24 +100,22 @@ void VornComposedPnt::Serialize550Before(CArchive& ar, const CString& tag) {
   record.Field(m_componentType);
   record.Field(m_slopeType);
   if (!record.IsFrom("05.00")) return;
-  Detail& main = m_main;
   record.Field(m_serialID);
   record.Field(m_parentID);
   record.Field(m_id);
-  record.Field(main.DekiPairID);
+  record.Field(m_main.DekiPairID);
   record.Field(m_thDPairIDs);
-  record.Field(main.XSectType);
-  record.Field(main.XSectName);
-  record.Field(main.XSectNameID);
-  AutoLine(record, main.AutoLinePrev, m_autoConnect);
-  AutoLine(record, main.AutoLineNext, m_autoConnect);
+  record.Field(m_main.XSectType);
+  record.Field(m_main.XSectName);
+  record.Field(m_main.XSectNameID);
+  AutoLine(record, m_main.AutoLinePrev, m_autoConnect);
+  AutoLine(record, m_main.AutoLineNext, m_autoConnect);
   record.Field(m_ratio);
   record.Field(m_percent);
-  record.Field(main.Measure);
+  record.Field(m_main.Measure);
 }
 
 void VornComposedPnt::SpreadOneDetail() {
-  // Writing an old version does this to the point as well: intended, what has no place there is given up.
   CString code = m_lastCode;
   Detail sub = m_main;
   sub.Code = code;
@@ -123,7 +125,7 @@ void VornComposedPnt::SpreadOneDetail() {
 }
 
 void Vorn_ComposedPntArray::Serialize(CArchive& ar, const CString& tag) {
-  SerializeNextSerialID(ar, tag, m_nextSerialID);
+  SerializeNextSerialID(ar, tag, m_serials);
   Vorn_Array::Serialize(ar, tag);
 }
 

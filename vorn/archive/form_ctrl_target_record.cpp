@@ -39,6 +39,6 @@ void VornFormCtrlTargetPnt::Serialize(CArchive& ar, const CString& tag) {
 }
 
 void Vorn_FormCtrlTargetArray::Serialize(CArchive& ar, const CString& tag) {
-  SerializeNextSerialID(ar, tag, m_nextSerialID);
+  SerializeNextSerialID(ar, tag, m_serials);
   Vorn_Array::Serialize(ar, tag);
 }

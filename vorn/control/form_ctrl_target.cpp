@@ -8,6 +8,7 @@
 
 #include "vorn/framework/enum_table.h"
 #include "vorn/framework/schema.h"
+#include "vorn/framework/tolerance.h"
 
 namespace {
 
@@ -82,7 +83,7 @@ CString VornFormCtrlTarget::CodePiece(int index) const {
 }
 
 CString VornFormCtrlTarget::GetCodeN(int n) const {
-  if (VornSchema::Instance().GetVersion() < VornSchema::Version40) return CString();
+  if (VornSchema::Instance().IsVer2()) return CString();
   return m_targetPntArray[n].GetCode();
 }
 
@@ -126,7 +127,7 @@ bool VornFormCtrlTarget::fromXML(PimIterator* cursor) {
     }
   });
   cursor->VisitText([this](std::string_view text) { m_code = text; });
-  if (VornSchema::Instance().GetVersion() < VornSchema::Version40) return true;
+  if (VornSchema::Instance().IsVer2()) return true;
   const CString pointTag = m_targetPntArray.tagName();
   return ForEachChild(cursor, [&] { return !IsOnTag(cursor, pointTag.View()) || m_targetPntArray.fromXML(cursor); });
 }
@@ -178,19 +179,10 @@ void Vorn_FormCtrlTargetArray::SetAt(int index, const VornFormCtrlTarget& target
   SetSerialID(index);
 }
 
-void Vorn_FormCtrlTargetArray::SetSerialID(int index) {
-  VornFormCtrlTarget& target = GetAt(index);
-  if (target.GetSerialID() == 0xFFFFFFFF) {
-    target.SetSerialID(m_nextSerialID++);
-  } else if (m_nextSerialID <= target.GetSerialID()) {
-    m_nextSerialID = target.GetSerialID() + 1;
-  }
-}
+void Vorn_FormCtrlTargetArray::SetSerialID(int index) { m_serials.Number(GetAt(index)); }
 
 int Vorn_FormCtrlTargetArray::Find(std::uint32_t serialID) const {
-  const auto found = std::find_if(
-      begin(), end(), [serialID](const VornFormCtrlTarget& target) { return target.GetSerialID() == serialID; });
-  return found == end() ? -1 : static_cast<int>(found - begin());
+  return FindFirst([=](const VornFormCtrlTarget& target) { return target.GetSerialID() == serialID; });
 }
 
 bool Vorn_FormCtrlTargetArray::FindPnt(std::uint32_t id) const {
@@ -221,7 +213,7 @@ void Vorn_FormCtrlTargetArray::SetBuildFormNames(const CString& name, Matches&& 
 }
 
 int VornIsPoint_LR(VornLocation side, double offset) {
-  const bool left = offset < -1e-6;
+  const bool left = offset < -kAtCenterLine;
   if (side == VornLocation::Left) return left ? 1 : 0;
   if (side == VornLocation::Right) return left ? 0 : 1;
   return 1;

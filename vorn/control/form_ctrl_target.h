@@ -5,6 +5,7 @@
 #include "vorn/control/form_ctrl_target_pnt.h"
 #include "vorn/framework/array.h"
 #include "vorn/framework/base.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/types/location.h"
 
 class VornBuildForm;
@@ -76,7 +77,7 @@ class VornFormCtrlTarget : public Vorn_Base {
   /// The codes of the points: in edition 2.0 the code text as it stands, otherwise the points' codes joined by single
   /// blanks.
   [[nodiscard]] CString GetCode() const;
-  /// The first and the second code; empty when there is none.
+  /// The first code; empty when there is none.
   [[nodiscard]] CString GetCode1() const { return CodePiece(0); }
   /// The second code; empty when there is none.
   [[nodiscard]] CString GetCode2() const { return CodePiece(1); }
@@ -124,15 +125,21 @@ class VornFormCtrlTarget : public Vorn_Base {
   [[nodiscard]] const std::int32_t& GetExport() const { return m_export; }
   [[nodiscard]] std::int32_t& GetExport() { return m_export; }
   void SetExport(const std::int32_t& exported) { m_export = exported; }
-  /// Running identifier within the collection; 0xFFFFFFFF when unassigned.
+  /// Running identifier within the collection; `kVornNoID` when unassigned.
   [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
   [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
   void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
 
+  /// Whether the target is a length or an area, which runs over several cross sections and keeps the stations of its
+  /// own points.
+  [[nodiscard]] bool SpansSections() const {
+    return m_controlItem == ControlItem::Length || m_controlItem == ControlItem::Area;
+  }
+
   // Regulation (form_ctrl_target_regulation.cpp).
 
   /// Creates the points of a target that has none: two for a slope length or width, one for a height, all at the
-  /// station dist.
+  /// station dist. The form is not looked at: the points are made whether or not it has composed points of these codes.
   void RegulatePnt(const NurReal& dist, VornBuildForm* form);
   /// Puts the pair of points and the point-pair type into the order that the control item asks for; false when the
   /// target cannot be put into it.
@@ -148,11 +155,10 @@ class VornFormCtrlTarget : public Vorn_Base {
 
  private:
   [[nodiscard]] CString CodePiece(int index) const;
-  void SwapPair();
-  bool RegulateSlope();
-  bool RegulateWidth();
-  bool RegulateThickness();
-  bool RegulateDepth();
+  bool RegulateSlope(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1);
+  void RegulateWidth(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1);
+  void RegulateThickness(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1);
+  void RegulateDepth(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1);
 
   CString m_code;
   WorkType m_workType = WorkType::Unset;
@@ -163,7 +169,7 @@ class VornFormCtrlTarget : public Vorn_Base {
   VornLocation m_lr = VornLocation::Unset;
   VornFormCtrlTargetPntArray m_targetPntArray;
   std::int32_t m_export = 1;
-  std::uint32_t m_serialID = 0xFFFFFFFF;
+  std::uint32_t m_serialID = kVornNoID;
 };
 
 /// The control targets of a build form or of a cross-section set. Hands out their serial identifiers, from 0 on.
@@ -219,7 +225,7 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
                 const std::uint32_t& newBuildFormID, const std::uint32_t& newSerialID);
 
   /// The serial that the next unnumbered target receives.
-  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
+  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_serials.Next(); }
 
  protected:
   /// Numbers the target at index.
@@ -230,7 +236,7 @@ class Vorn_FormCtrlTargetArray : public Vorn_Array<VornFormCtrlTarget> {
   template <typename Matches>
   void SetBuildFormNames(const CString& name, Matches&& matches);
 
-  std::uint32_t m_nextSerialID = 0;
+  VornSerialCounter m_serials{0};
 };
 
 /// 1 when a point at the signed offset (metres) lies on the given side: left means below -1e-6, right everything

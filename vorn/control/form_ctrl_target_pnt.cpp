@@ -7,7 +7,7 @@ VornFormCtrlTargetPnt::VornFormCtrlTargetPnt() : Vorn_Base("tsf:FormCtrlTargetPn
 
 bool VornFormCtrlTargetPnt::toXML(PimIterator* cursor) {
   const VornSchema& schema = VornSchema::Instance();
-  if (schema.GetVersion() < VornSchema::Version40) return true;
+  if (schema.IsVer2()) return true;
   return MakeChild(cursor, m_tagName.View(), schema.Tsf()) &&
          AddAttr(cursor, "cumulativeDist", m_cumulativeDist.Value(),
                  VornNumericalPrecision::GetInstance().GetDecimalPlaceDist()) &&

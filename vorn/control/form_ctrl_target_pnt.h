@@ -4,6 +4,7 @@
 
 #include "vorn/framework/array.h"
 #include "vorn/framework/base.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/types/location.h"
 
 /// What a target point is at a crossing of forms; the values beyond the default belong to the host.
@@ -30,7 +31,7 @@ class VornFormCtrlTargetPnt : public Vorn_Base {
   /// Assigns station (metres), form name, code and change-of-shape flag in one call.
   void Set(const NurReal& cumulativeDist, const CString& buildFormName, const CString& code, bool xSectChg);
 
-  /// Identifier of the composed point stood on; 0xFFFFFFFF when the host has not filled it.
+  /// Identifier of the composed point stood on; `kVornNoID` when the host has not filled it.
   [[nodiscard]] std::uint32_t GetPntID() const { return m_pntID; }
   void SetPntID(std::uint32_t id) { m_pntID = id; }
   /// Signed horizontal distance from the centre line in metres, negative on the left; unset until filled.
@@ -86,7 +87,7 @@ class VornFormCtrlTargetPnt : public Vorn_Base {
   void SetCrossPointType(const CrossPointType& type) { m_crossPointType = type; }
 
  private:
-  std::uint32_t m_pntID = 0xFFFFFFFF;
+  std::uint32_t m_pntID = kVornNoID;
   double m_offset = kNurUnsetReal;
   double m_elevation = kNurUnsetReal;
   VornLocation m_side = VornLocation::Unset;

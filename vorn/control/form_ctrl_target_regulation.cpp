@@ -5,21 +5,13 @@
 #include <cmath>
 #include <set>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/framework/tolerance.h"
-#include "vorn/model/build_form.h"
 
 namespace {
-
-/// Whether a target keeps the stations of its own points: a length or an area runs over several cross sections.
-bool SpansSections(const VornFormCtrlTarget& target) {
-  return target.GetControlItem() == VornFormCtrlTarget::ControlItem::Length ||
-         target.GetControlItem() == VornFormCtrlTarget::ControlItem::Area;
-}
 
 VornFormCtrlTargetPnt PointAt(const NurReal& dist, const CString& code) {
   VornFormCtrlTargetPnt point;
@@ -30,7 +22,7 @@ VornFormCtrlTargetPnt PointAt(const NurReal& dist, const CString& code) {
 
 }  // namespace
 
-void VornFormCtrlTarget::RegulatePnt(const NurReal& dist, [[maybe_unused]] VornBuildForm* form) {
+void VornFormCtrlTarget::RegulatePnt(const NurReal& dist, VornBuildForm*) {
   if (!m_targetPntArray.IsEmpty()) return;
   switch (m_controlItem) {
     case ControlItem::SlopeLength:
@@ -44,7 +36,6 @@ void VornFormCtrlTarget::RegulatePnt(const NurReal& dist, [[maybe_unused]] VornB
       return;
     }
     case ControlItem::Height:
-      // The point is made whether or not the form has a composed point of that code.
       m_targetPntArray.Add(PointAt(dist, m_code));
       return;
     default:
@@ -53,15 +44,19 @@ void VornFormCtrlTarget::RegulatePnt(const NurReal& dist, [[maybe_unused]] VornB
 }
 
 bool VornFormCtrlTarget::Regulate() {
+  const bool isPair = m_targetPntArray.GetSize() == 2;
   switch (m_controlItem) {
     case ControlItem::SlopeLength:
-      return RegulateSlope();
+      return isPair && RegulateSlope(m_targetPntArray[0], m_targetPntArray[1]);
     case ControlItem::Width:
-      return RegulateWidth();
+      if (isPair) RegulateWidth(m_targetPntArray[0], m_targetPntArray[1]);
+      return isPair;
     case ControlItem::Thickness:
-      return RegulateThickness();
+      if (isPair) RegulateThickness(m_targetPntArray[0], m_targetPntArray[1]);
+      return isPair;
     case ControlItem::Depth:
-      return RegulateDepth();
+      if (isPair) RegulateDepth(m_targetPntArray[0], m_targetPntArray[1]);
+      return isPair;
     case ControlItem::Height:
     case ControlItem::XSectArea:
     case ControlItem::Length:
@@ -72,46 +67,33 @@ bool VornFormCtrlTarget::Regulate() {
   }
 }
 
-void VornFormCtrlTarget::SwapPair() { std::swap(m_targetPntArray[0], m_targetPntArray[1]); }
-
-bool VornFormCtrlTarget::RegulateSlope() {
-  if (m_targetPntArray.GetSize() != 2) return false;
-  const VornFormCtrlTargetPnt& p0 = m_targetPntArray[0];
-  const VornFormCtrlTargetPnt& p1 = m_targetPntArray[1];
+bool VornFormCtrlTarget::RegulateSlope(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1) {
   const bool acrossCenter =
       p0.GetSide() != p1.GetSide() && p0.GetSide() != VornLocation::Center && p1.GetSide() != VornLocation::Center;
   if (acrossCenter) return false;
-  if (std::abs(p1.GetOffset()) < std::abs(p0.GetOffset())) SwapPair();
+  if (std::abs(p1.GetOffset()) < std::abs(p0.GetOffset())) std::swap(p0, p1);
   m_targetPntType = p1.GetElevation() <= p0.GetElevation() ? TargetPntType::ShoulderToe : TargetPntType::ToeShoulder;
   return true;
 }
 
-bool VornFormCtrlTarget::RegulateWidth() {
-  if (m_targetPntArray.GetSize() != 2) return false;
-  const VornFormCtrlTargetPnt& p0 = m_targetPntArray[0];
-  const VornFormCtrlTargetPnt& p1 = m_targetPntArray[1];
+void VornFormCtrlTarget::RegulateWidth(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1) {
   if (p0.GetSide() != p1.GetSide()) {
     m_targetPntType = TargetPntType::LeftRight;
-    if (p1.GetOffset() < p0.GetOffset()) SwapPair();
+    if (p1.GetOffset() < p0.GetOffset()) std::swap(p0, p1);
   } else {
     m_targetPntType = TargetPntType::InnerOuter;
-    if (std::abs(p1.GetOffset()) < std::abs(p0.GetOffset())) SwapPair();
+    if (std::abs(p1.GetOffset()) < std::abs(p0.GetOffset())) std::swap(p0, p1);
   }
-  return true;
 }
 
-bool VornFormCtrlTarget::RegulateThickness() {
-  if (m_targetPntArray.GetSize() != 2) return false;
+void VornFormCtrlTarget::RegulateThickness(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1) {
   m_targetPntType = TargetPntType::LowerUpper;
-  if (m_targetPntArray[1].GetElevation() < m_targetPntArray[0].GetElevation()) SwapPair();
-  return true;
+  if (p1.GetElevation() < p0.GetElevation()) std::swap(p0, p1);
 }
 
-bool VornFormCtrlTarget::RegulateDepth() {
-  if (m_targetPntArray.GetSize() != 2) return false;
+void VornFormCtrlTarget::RegulateDepth(VornFormCtrlTargetPnt& p0, VornFormCtrlTargetPnt& p1) {
   m_targetPntType = TargetPntType::UpperLower;
-  if (m_targetPntArray[1].GetElevation() > m_targetPntArray[0].GetElevation()) SwapPair();
-  return true;
+  if (p1.GetElevation() > p0.GetElevation()) std::swap(p0, p1);
 }
 
 void VornFormCtrlTarget::RegulateDist(const NurReal& dist) {
@@ -132,8 +114,7 @@ void VornFormCtrlTarget::ChangeID(const std::uint32_t& oldSectionID, const std::
 void VornFormCtrlTargetPntArray::ChangeDist(const double& oldDist, const double& newDist, bool xSectChg) {
   for (int i = GetUpperBound(); i >= 0; --i) {
     VornFormCtrlTargetPnt& point = GetAt(i);
-    const bool hit =
-        std::abs(point.GetCumulativeDist().Value() - oldDist) < kSameStation && point.GetXSectChg() == xSectChg;
+    const bool hit = IsSameStation(point.GetCumulativeDist().Value(), oldDist) && point.GetXSectChg() == xSectChg;
     if (!hit) continue;
     if (KelIsShoki(newDist)) {
       RemoveAt(i);
@@ -178,25 +159,24 @@ void Vorn_FormCtrlTargetArray::Regulate() {
   for (const VornFormCtrlTarget& target : *this) {
     repeats.push_back(!seen.emplace(target.GetControlItem(), std::string(target.GetCode().View())).second);
   }
-  std::size_t next = 0;
-  RemoveIf([&](const VornFormCtrlTarget&) { return repeats[next++]; });
+  RemoveIndices([&](int index) { return repeats[static_cast<std::size_t>(index)]; });
 }
 
 void Vorn_FormCtrlTargetArray::RegulateDist(const NurReal& dist) {
   for (VornFormCtrlTarget& target : *this) {
-    if (!SpansSections(target)) target.RegulateDist(dist);
+    if (!target.SpansSections()) target.RegulateDist(dist);
   }
 }
 
 void Vorn_FormCtrlTargetArray::ChangeDist(const double& oldDist, const double& newDist, bool xSectChg) {
   for (VornFormCtrlTarget& target : *this) {
-    if (!SpansSections(target)) target.GetTargetPntArray().ChangeDist(oldDist, newDist, xSectChg);
+    if (!target.SpansSections()) target.GetTargetPntArray().ChangeDist(oldDist, newDist, xSectChg);
   }
 }
 
 void Vorn_FormCtrlTargetArray::ChangeDistH(const double& oldDist, const double& newDist, bool xSectChg) {
   for (VornFormCtrlTarget& target : *this) {
-    if (SpansSections(target)) target.GetTargetPntArray().ChangeDist(oldDist, newDist, xSectChg);
+    if (target.SpansSections()) target.GetTargetPntArray().ChangeDist(oldDist, newDist, xSectChg);
   }
 }
 

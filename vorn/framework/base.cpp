@@ -32,7 +32,7 @@ bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, std::string_view 
 }
 
 bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, double value, KelMrmFigure places) {
-  return AddAttr(cursor, name, NurMrm(NurMrm::kHalfAwayFromZero, 0, places).Format(value).View());
+  return AddAttr(cursor, name, NurMrm(places).Format(value).View());
 }
 
 bool Vorn_Base::AddAttr(PimIterator* cursor, const char* name, NurLong value, bool negativeZero) {
@@ -121,6 +121,15 @@ COleDateTime Vorn_Base::TurnDate(std::string_view text) {
     date.SetDateTime(TurnInt(year), TurnInt(month), TurnInt(day), TurnInt(hour), TurnInt(minute), TurnInt(text));
   }
   return date;
+}
+
+void Vorn_Base::ReadTwoReals(std::string_view text, NurReal& first, NurReal& second) {
+  int place = 0;
+  ForEachDivided(text, [&](std::string_view item) {
+    if (place == 0) first = TurnReal(item);
+    if (place == 1) second = TurnReal(item);
+    ++place;
+  });
 }
 
 void Vorn_Base::DivideString(std::string_view text, CStringArray& items) {

@@ -56,7 +56,6 @@ class Vorn_Base {
   /// Whether the data kind is road geometry.
   [[nodiscard]] static bool IsRoadGeometry() { return m_staticDataKind == VORN_DataKind::RoadGeometry; }
 
-  // Cursor moves: true when the cursor moved.
   /// To the first child element; true when the cursor moved.
   static bool GoChild(PimIterator* cursor) { return cursor->Child(); }
   /// To the next sibling element; true when the cursor moved.
@@ -134,6 +133,9 @@ class Vorn_Base {
   Vorn_Base(Vorn_Base&&) noexcept = default;
   Vorn_Base& operator=(const Vorn_Base&) = default;
   Vorn_Base& operator=(Vorn_Base&&) noexcept = default;
+
+  /// Takes the first two values of a text; what is missing stays as it was.
+  static void ReadTwoReals(std::string_view text, NurReal& first, NurReal& second);
 
   /// All attributes of the current element in document order; on failure emptied and false.
   static bool QueryNamedAttrs(const PimIterator* cursor, CArray<PimAttribute>& attributes);

@@ -27,7 +27,9 @@ class VornDefineManager {
   bool m_totalStation = false;
 };
 
-/// Opens the application's construction-information settings into the given key; false when that fails.
+/// Opens the application's construction-information settings into the given key, and makes them where there are none;
+/// false when that fails.
 bool VornGetBaseRegKey(WexKey* key);
-/// Opens the application's LandXML output settings into the given key; false when that fails.
+/// Opens the application's LandXML output settings into the given key, and makes them where there are none; false when
+/// that fails.
 bool VornGetLandXmlBaseRegKey(WexKey* key);

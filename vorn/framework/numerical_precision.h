@@ -16,47 +16,81 @@ class VornNumericalPrecision {
   void SetDecimalPlace();
 
   /// Plane coordinates.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceXY() const { return m_xy; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceXY() const { return m_places.xy; }
   /// Positions along the line (stations).
-  [[nodiscard]] KelMrmFigure GetDecimalPlacePos() const { return m_pos; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlacePos() const { return m_places.pos; }
   /// Distances.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceDist() const { return m_dist; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceDist() const { return m_places.dist; }
   /// Elevations.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceZ() const { return m_z; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceZ() const { return m_places.z; }
   /// Radii.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceRad() const { return m_rad; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceRad() const { return m_places.rad; }
   /// Clothoid parameters.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceClothoidPrm() const { return m_clothoidPrm; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceClothoidPrm() const { return m_places.clothoidPrm; }
   /// Clothoid radii.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceClothoidRad() const { return m_clothoidRad; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceClothoidRad() const { return m_places.clothoidRad; }
   /// Slant (grade in percent) of a "Percent" point.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceSlant() const { return m_slant; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceSlant() const { return m_places.slant; }
   /// Slope ratios.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceSlope() const { return m_slope; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceSlope() const { return m_places.slope; }
   /// Angles.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceAngle() const { return m_angle; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceAngle() const { return m_places.angle; }
   /// Differences of elevation datum.
-  [[nodiscard]] KelMrmFigure GetDecimalPlaceDiffTP() const { return m_diffTP; }
+  [[nodiscard]] KelMrmFigure GetDecimalPlaceDiffTP() const { return m_places.diffTP; }
   /// Percentages of edition 2.0.
-  [[nodiscard]] KelMrmFigure GetDecimalPercent() const { return m_percent; }
+  [[nodiscard]] KelMrmFigure GetDecimalPercent() const { return m_places.percent; }
   /// Rates of edition 2.0.
-  [[nodiscard]] KelMrmFigure GetDecimalRate() const { return m_rate; }
+  [[nodiscard]] KelMrmFigure GetDecimalRate() const { return m_places.rate; }
 
  private:
+  /// A number of decimal places for each kind of quantity.
+  struct Places {
+    KelMrmFigure xy;
+    KelMrmFigure pos;
+    KelMrmFigure dist;
+    KelMrmFigure z;
+    KelMrmFigure rad;
+    KelMrmFigure clothoidPrm;
+    KelMrmFigure clothoidRad;
+    KelMrmFigure slant;
+    KelMrmFigure slope;
+    KelMrmFigure angle;
+    KelMrmFigure diffTP;
+    KelMrmFigure percent;
+    KelMrmFigure rate;
+  };
+  /// Those of edition 2.0, with the places for slant that are to stay.
+  static constexpr Places Edition20(KelMrmFigure slant) {
+    return {.xy = 6,
+            .pos = 6,
+            .dist = 4,
+            .z = 3,
+            .rad = 3,
+            .clothoidPrm = 3,
+            .clothoidRad = 3,
+            .slant = slant,
+            .slope = 3,
+            .angle = 4,
+            .diffTP = 4,
+            .percent = 3,
+            .rate = 1};
+  }
+  static constexpr Places kLaterEditions = {.xy = 6,
+                                            .pos = 4,
+                                            .dist = 4,
+                                            .z = 4,
+                                            .rad = 4,
+                                            .clothoidPrm = 4,
+                                            .clothoidRad = 4,
+                                            .slant = 3,
+                                            .slope = 3,
+                                            .angle = 5,
+                                            .diffTP = 4,
+                                            .percent = 3,
+                                            .rate = 1};
+
   /// Starts with the places of edition 4.1, whatever edition is selected by then.
   VornNumericalPrecision() = default;
 
-  KelMrmFigure m_xy = 6;
-  KelMrmFigure m_pos = 4;
-  KelMrmFigure m_dist = 4;
-  KelMrmFigure m_z = 4;
-  KelMrmFigure m_rad = 4;
-  KelMrmFigure m_clothoidPrm = 4;
-  KelMrmFigure m_clothoidRad = 4;
-  KelMrmFigure m_slant = 3;
-  KelMrmFigure m_slope = 3;
-  KelMrmFigure m_angle = 5;
-  KelMrmFigure m_diffTP = 4;
-  KelMrmFigure m_percent = 3;
-  KelMrmFigure m_rate = 1;
+  Places m_places = kLaterEditions;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 #include "vorn/platform/cstring.h"
 
@@ -17,10 +16,13 @@ class VornSchema {
  public:
   /// The versions of the document family; the agricultural edition has version 4.1.
   enum Version : std::int32_t { VersionUnknown = -2, Version20 = 0, Version40 = 1, Version41 = 2 };
-  /// The document families: form control, road geometry (root "RoadGmxml"), the ministry's agricultural edition 1.0.
+  // The document families.
+  /// Form control: the editions 2.0, 4.0 and 4.1.
   static constexpr int KindTsf = 0;
-  static constexpr int KindRoadGm = 1;  ///< the root is "RoadGmxml"
-  static constexpr int KindMaff = 2;    ///< the agricultural edition
+  /// Road geometry, whose root is "RoadGmxml".
+  static constexpr int KindRoadGm = 1;
+  /// The ministry's agricultural edition 1.0.
+  static constexpr int KindMaff = 2;
 
   /// The edition of the process.
   static VornSchema& Instance();

@@ -110,9 +110,8 @@ bool VornBuildForm::toXML(PimIterator* cursor) {
   const bool ver2 = schema.IsVer2();
   if (ver2) m_export = 1;  // edition 2.0 knows no unexported forms, and writing it makes that last: intended
   if (m_export == 0 || m_composedPntArray.GetSize() < 2) return true;
-  const bool later = schema.GetVersion() >= VornSchema::Version40;
   return MakeChild(cursor, m_tagName.View(), schema.Tsf()) && AddAttr(cursor, "name", m_name.View()) &&
-         (!later || AddAttr(cursor, "xSectType", m_xSectType.View())) && m_composedPntArray.toXML(cursor) &&
+         (ver2 || AddAttr(cursor, "xSectType", m_xSectType.View())) && m_composedPntArray.toXML(cursor) &&
          (!ver2 || m_formCtrlTargetArray.toXML(cursor)) && ReturnParent(cursor);
 }
 

@@ -4,6 +4,7 @@
 
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/framework/base.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/model/composed_pnt_array.h"
 #include "vorn/model/cross_point_info.h"
 
@@ -15,8 +16,10 @@ enum class TargetPntCategory : std::int32_t { None = 0, Structure = 1 };
 /// "tsf:BuildForm".
 class VornBuildForm : public Vorn_Base {
  public:
-  /// Of a record with empty texts and collections, in the store version in which it is shortest.
+  /// What the shortest record takes, one with empty texts and collections: a larger number would refuse sound archives.
   static constexpr std::uint32_t kLeastArchiveBytes = 18;
+  /// Serial of the design surface.
+  static constexpr std::uint32_t kSurfaceSerialID = 0;
 
   VornBuildForm();
   VornBuildForm(const VornBuildForm&) = default;
@@ -42,7 +45,7 @@ class VornBuildForm : public Vorn_Base {
   [[nodiscard]] const std::int32_t& GetExportForm() const { return m_exportForm; }
   [[nodiscard]] std::int32_t& GetExportForm() { return m_exportForm; }
   void SetExportForm(const std::int32_t& exported) { m_exportForm = exported; }
-  /// Running identifier within the cross section: 0 for the design surface, 0xFFFFFFFF when unassigned.
+  /// Running identifier within the cross section: 0 for the design surface, `kVornNoID` when unassigned.
   [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
   [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
   void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
@@ -59,7 +62,7 @@ class VornBuildForm : public Vorn_Base {
   [[nodiscard]] const VornCrossPointInfo& GetCrossRight() const { return m_crossRight; }
   [[nodiscard]] VornCrossPointInfo& GetCrossRight() { return m_crossRight; }
   void SetCrossRight(const VornCrossPointInfo& info) { m_crossRight = info; }
-  /// Serial of the form that this one is derived from; 0xFFFFFFFF for none.
+  /// Serial of the form that this one is derived from; `kVornNoID` for none.
   [[nodiscard]] const std::uint32_t& GetParentID() const { return m_parentID; }
   [[nodiscard]] std::uint32_t& GetParentID() { return m_parentID; }
   void SetParentID(const std::uint32_t& id) { m_parentID = id; }
@@ -87,7 +90,7 @@ class VornBuildForm : public Vorn_Base {
   void SetExport(const std::int32_t& exported) { m_export = exported; }
 
   /// Whether this is the design surface.
-  [[nodiscard]] bool IsSurface() const { return m_serialID == 0; }
+  [[nodiscard]] bool IsSurface() const { return m_serialID == kSurfaceSerialID; }
   /// Whether the form is a structure.
   [[nodiscard]] bool IsStructure() const { return m_category == TargetPntCategory::Structure; }
   /// Whether the form crosses another one on either side.
@@ -160,12 +163,12 @@ class VornBuildForm : public Vorn_Base {
   std::int32_t m_omitFlag = 0;
   CString m_name;
   std::int32_t m_exportForm = 1;
-  std::uint32_t m_serialID = 0xFFFFFFFF;
+  std::uint32_t m_serialID = kVornNoID;
   bool m_orgSurface = false;
   std::uint32_t m_xSectTypeID = 0;
   VornCrossPointInfo m_crossLeft;
   VornCrossPointInfo m_crossRight;
-  std::uint32_t m_parentID = 0xFFFFFFFF;
+  std::uint32_t m_parentID = kVornNoID;
   std::uint8_t m_paveSetIdx = 0;
   CString m_xSectType;
   Vorn_ComposedPntArray m_composedPntArray;

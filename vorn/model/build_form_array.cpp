@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
-
 double StartHeight(const VornBuildForm& form) { return form.GetComposedPntArray()[0].GetGh().Value(); }
 
 }  // namespace
@@ -16,13 +14,10 @@ double StartHeight(const VornBuildForm& form) { return form.GetComposedPntArray(
 
 void Vorn_BuildFormArray::Number(VornBuildForm& form, bool asSurface) {
   if (asSurface) {
-    form.SetSerialID(0);
-    // After old data it is 0 too: the next form must not become a second design surface.
-    m_nextSerialID = std::max<std::uint32_t>(m_nextSerialID, 1);
-  } else if (form.GetSerialID() == kUnassigned) {
-    form.SetSerialID(m_nextSerialID++);
-  } else if (m_nextSerialID <= form.GetSerialID()) {
-    m_nextSerialID = form.GetSerialID() + 1;
+    form.SetSerialID(VornBuildForm::kSurfaceSerialID);
+    m_serials.KeepZero();
+  } else {
+    m_serials.Number(form);
   }
 }
 
@@ -63,7 +58,7 @@ int Vorn_BuildFormArray::Append(const Vorn_BuildFormArray& other) {
   for (VornBuildForm& form : copies) {
     // Numbered anew once it is added, the design surface too: intended, so none of them ever counts as the surface.
     const int index = AddNumbered(std::move(form), hadSurface);
-    GetAt(index).SetSerialID(m_nextSerialID++);
+    GetAt(index).SetSerialID(m_serials.Take());
   }
   return first;
 }
@@ -104,14 +99,12 @@ int Vorn_BuildFormArray::FindParent(std::uint32_t parentID, int start) const {
 template <typename Matches>
 int Vorn_BuildFormArray::FindFrom(int start, Matches&& matches) const {
   const int first = start == -1 ? 0 : start;
-  if (!IsRange(first)) return -1;
-  const auto found = std::find_if(begin() + first, end(), matches);
-  return found == end() ? -1 : static_cast<int>(found - begin());
+  return IsRange(first) ? FindFirst(matches, first) : -1;
 }
 
 std::uint32_t Vorn_BuildFormArray::QueryOrgSurfaceID() const {
   const int index = FindFrom(-1, [](const VornBuildForm& form) { return form.IsOrgSurface(); });
-  return index < 0 ? kUnassigned : GetAt(index).GetSerialID();
+  return index < 0 ? kVornNoID : GetAt(index).GetSerialID();
 }
 
 bool Vorn_BuildFormArray::IsRoadWL_R() const {
@@ -136,6 +129,6 @@ void Vorn_BuildFormArray::RegulateComposedPnt(const NurReal& centerHeight, NurRe
 void Vorn_BuildFormArray::CalcPointGhDist(const NurReal& centerHeight) {
   const NurReal start = centerHeight;  // may be a height that is about to change
   for (VornBuildForm& form : *this) {
-    if (form.GetParentID() == kUnassigned) form.CalcPointGhDist(start);
+    if (form.GetParentID() == kVornNoID) form.CalcPointGhDist(start);
   }
 }

@@ -42,7 +42,7 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   /// Numbers the form at index; the first one, with asSurface, becomes the design surface.
   void SetSerialID(int index, bool asSurface);
   /// The serial that the next form receives; 1 in a new array.
-  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
+  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_serials.Next(); }
 
   /// Orders the forms by the height of their start point, lowest first. Forms without points keep their places, forms
   /// at one height (within 1e-6 m) may come in either order, and a start point without a height counts as at 0.
@@ -57,7 +57,7 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   [[nodiscard]] int Find(const CString& name, int start) const;
   /// By the serial of the parent form.
   [[nodiscard]] int FindParent(std::uint32_t parentID, int start) const;
-  /// Serial of the org surface; 0xFFFFFFFF when there is none.
+  /// Serial of the org surface; `kVornNoID` when there is none.
   [[nodiscard]] std::uint32_t QueryOrgSurfaceID() const;
   /// `VornBuildForm::IsRoadWL_R` of any form.
   [[nodiscard]] bool IsRoadWL_R() const;
@@ -104,5 +104,5 @@ class Vorn_BuildFormArray : public Vorn_Array<VornBuildForm> {
   template <typename Matches>
   [[nodiscard]] int FindFrom(int start, Matches&& matches) const;
 
-  std::uint32_t m_nextSerialID = 1;
+  VornSerialCounter m_serials{1};
 };

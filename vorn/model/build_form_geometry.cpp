@@ -62,7 +62,7 @@ void VornBuildForm::PlaceOutward(const VornIndexArray& side, double sign, NurRea
 bool VornBuildForm::GetPntFromCode(const CString& code, TamWorld2& pos) const {
   for (const VornComposedPnt& point : m_composedPntArray) {
     if (point.GetCode().CompareNoCase(code.View()) != 0) continue;
-    pos = {point.GetGh().Value(), point.GetCLDist().Value()};
+    pos = point.HeightAndDist();
     return true;
   }
   return false;
@@ -96,7 +96,7 @@ bool VornBuildForm::IsSurface(const NurReal& height) const {
   constexpr KelMrmFigure kMillimetres = 3;
   constexpr double kSameHeight = 1e-6;
   if (m_composedPntArray.IsEmpty()) return false;
-  const NurMrm rounding(NurMrm::kHalfAwayFromZero, 0, kMillimetres);
+  const NurMrm rounding(kMillimetres);
   const double start = rounding.ZMrm(m_composedPntArray[0].GetGh().Value());
   return std::abs(start - rounding.ZMrm(height.Value())) < kSameHeight;
 }

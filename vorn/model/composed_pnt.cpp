@@ -262,20 +262,16 @@ void VornComposedPnt::CopyDetail(const VornComposedPnt& other) {
 }
 
 bool VornComposedPnt::IsUsedSub() const {
-  const Detail& main = m_main;
   const Detail& sub = m_sub.Get();
-  return (sub.XSectType != main.XSectType && sub.XSectType != 0) ||
-         (sub.XSectNameID != main.XSectNameID && sub.XSectNameID != 0);
+  return (sub.XSectType != m_main.XSectType && sub.XSectType != 0) ||
+         (sub.XSectNameID != m_main.XSectNameID && sub.XSectNameID != 0);
 }
 
 bool VornComposedPnt::IsSeptSectPoint(bool byID) const {
-  const Detail& main = m_main;
+  if (!IsUsedSub()) return false;
   const Detail& sub = m_sub.Get();
-  const bool typeSame = main.XSectType == sub.XSectType || sub.XSectType == 0;
-  const bool idSame = main.XSectNameID == sub.XSectNameID || sub.XSectNameID == 0;
-  if (typeSame && idSame) return false;
-  if (main.XSectType != sub.XSectType) return true;
-  return byID ? main.XSectNameID != sub.XSectNameID : !(main.XSectName == sub.XSectName);
+  if (m_main.XSectType != sub.XSectType) return true;
+  return byID ? m_main.XSectNameID != sub.XSectNameID : !(m_main.XSectName == sub.XSectName);
 }
 
 // --- connections ---------------------------------------------------------------------------------------------------
@@ -283,7 +279,7 @@ bool VornComposedPnt::IsSeptSectPoint(bool byID) const {
 void VornComposedPnt::ClearConnectInfo(bool clearCode) {
   ForEachDetail([&](Detail& detail) {
     if (clearCode) detail.Code.Empty();
-    detail.DekiPairID = 0xFFFFFFFF;
+    detail.DekiPairID = kVornNoID;
   });
   m_thDPairIDs.RemoveAll();
   m_autoConnect = 0;
@@ -308,15 +304,12 @@ void VornComposedPnt::ConnectIDs(VornUIntArray& ids) const {
 
 void VornComposedPnt::AttrCopy(const VornComposedPnt& other) {
   *this = other;
+  ClearConnectInfo(true);
   ForEachDetail([](Detail& detail) {
-    detail.Code.Empty();
-    detail.DekiPairID = 0xFFFFFFFF;
     detail.XSectType = 0;
     detail.Measure.RemoveAll();
   });
-  m_thDPairIDs.RemoveAll();
-  m_autoConnect = 0;
-  m_serialID = 0xFFFFFFFF;
+  m_serialID = kVornNoID;
 }
 
 // --- XML -----------------------------------------------------------------------------------------------------------
@@ -324,14 +317,13 @@ void VornComposedPnt::AttrCopy(const VornComposedPnt& other) {
 bool VornComposedPnt::toXML(PimIterator* cursor) {
   const VornSchema& schema = VornSchema::Instance();
   const bool ver2 = schema.IsVer2();
-  const bool later = schema.GetVersion() >= VornSchema::Version40;
   const bool existenceGiven = m_existence == VORN_Existence::False || m_existence == VORN_Existence::True;
   return MakeChild(cursor, m_tagName.View(), schema.Tsf()) && AddAttr(cursor, "code", GetCode().View()) &&
          AddAttr(cursor, "location", EnumToText(kVornLocationTexts, m_location)) &&
          (IsCenter() || AddAttr(cursor, "componentType", EnumToText(kComponentTypes, m_componentType))) &&
          (m_seriesPnt || AddAttr(cursor, "seriesPnt", "false")) &&
          (!ver2 || IsCenter() || AddAttr(cursor, "slopeType", EnumToText(kSlopeTypes, m_slopeType))) &&
-         (!later || AddAttr(cursor, "dataType", EnumToText(kDataTypes, m_dataType, "WidthHeight"))) &&
+         (ver2 || AddAttr(cursor, "dataType", EnumToText(kDataTypes, m_dataType, "WidthHeight"))) &&
          (!existenceGiven || AddAttr(cursor, "existence", EnumToText(kExistences, m_existence))) &&
          SetValue(cursor, GetTextData().View()) && ReturnParent(cursor);
 }
@@ -363,6 +355,7 @@ void VornComposedPnt::ReadAttribute(std::string_view name, std::string_view valu
 }
 
 std::array<KelMrmFigure, 2> VornComposedPnt::TextPlaces() const {
+  constexpr KelMrmFigure kPlacesOfUntyped = 9;  // nothing is lost of values that nobody knows how to read
   const VornNumericalPrecision& precision = VornNumericalPrecision::GetInstance();
   if (VornSchema::Instance().IsVer2()) {
     return {precision.GetDecimalPlaceDist(), IsSlope() ? precision.GetDecimalRate() : precision.GetDecimalPercent()};
@@ -375,23 +368,16 @@ std::array<KelMrmFigure, 2> VornComposedPnt::TextPlaces() const {
     case DataType::Rate:
       return {precision.GetDecimalPlaceZ(), precision.GetDecimalPlaceSlope()};
     default:
-      return {9, 9};
+      return {kPlacesOfUntyped, kPlacesOfUntyped};
   }
 }
 
 CString VornComposedPnt::GetTextData() const {
   const auto [placesX, placesY] = TextPlaces();
-  CString text(NurMrm(NurMrm::kHalfAwayFromZero, 0, placesX).Format(m_x.Value()).View());
+  CString text(NurMrm(placesX).Format(m_x.Value()).View());
   text += ' ';
-  text += NurMrm(NurMrm::kHalfAwayFromZero, 0, placesY).Format(m_y.Value()).View();
+  text += NurMrm(placesY).Format(m_y.Value()).View();
   return text;
 }
 
-void VornComposedPnt::GetTextVal(std::string_view text) {
-  int place = 0;
-  ForEachDivided(text, [&](std::string_view item) {
-    if (place == 0) m_x = TurnReal(item);
-    if (place == 1) m_y = TurnReal(item);
-    ++place;
-  });
-}
+void VornComposedPnt::GetTextVal(std::string_view text) { ReadTwoReals(text, m_x, m_y); }

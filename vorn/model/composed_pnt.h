@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "vorn/framework/base.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/model/measure_info.h"
 #include "vorn/model/uint_array.h"
 #include "vorn/platform/on_demand.h"
@@ -74,6 +75,13 @@ class VornComposedPnt : public Vorn_Base {
     EarthworkSurfaceFill = 22,
   };
 
+  /// How the two input values are read.
+  enum class Reading {
+    WidthHeight,  ///< X: width in metres, Y: height difference in metres
+    Percent,      ///< X: width in metres, Y: grade in percent
+    Rate,         ///< X: height difference in metres, Y: slope ratio, the width for each metre of height
+  };
+
   /// What a point is in one of its two roles.
   struct Detail {
     Detail() = default;
@@ -83,22 +91,23 @@ class VornComposedPnt : public Vorn_Base {
     Detail& operator=(const Detail& other) { return *this = Detail(other); }
     Detail& operator=(Detail&&) noexcept = default;
 
-    CString Code;                           ///< design code, the survey name (attribute "code")
-    CString XSectName;                      ///< cross-section name
-    VornMeasureInfos Measure;               ///< measurement records
-    std::uint32_t XSectType = 0;            ///< cross-section (work) type identifier
-    std::uint32_t XSectNameID = 0;          ///< identifier of the cross-section name
-    std::uint32_t DekiPairID = 0xFFFFFFFF;  ///< identifier of the as-built pair
-    std::int32_t AutoLinePrev = 0;          ///< connect to the previous point by itself
-    std::int32_t AutoLineNext = 0;          ///< connect to the next point by itself
-    std::uint32_t FormID = 0xFFFFFFFF;      ///< identifier of the build form that owns the point in this role
+    CString Code;                          ///< design code, the survey name (attribute "code")
+    CString XSectName;                     ///< cross-section name
+    VornMeasureInfos Measure;              ///< measurement records
+    std::uint32_t XSectType = 0;           ///< cross-section (work) type identifier
+    std::uint32_t XSectNameID = 0;         ///< identifier of the cross-section name
+    std::uint32_t DekiPairID = kVornNoID;  ///< identifier of the as-built pair
+    std::int32_t AutoLinePrev = 0;         ///< connect to the previous point by itself
+    std::int32_t AutoLineNext = 0;         ///< connect to the next point by itself
+    std::uint32_t FormID = kVornNoID;      ///< identifier of the build form that owns the point in this role
 
     friend bool operator==(const Detail&, const Detail&) = default;
   };
 
-  /// Bits of `GetPointType`.
+  /// Bit of `GetPointType`: a point of the design that a crossing was put on, and which stays when the crossing goes.
   static constexpr std::uint16_t kKePoint = 0x1;
-  static constexpr std::uint16_t kCrossPoint = 0x2;  ///< the point is a crossing with the existing ground
+  /// Bit of `GetPointType`: a crossing with the existing ground.
+  static constexpr std::uint16_t kCrossPoint = 0x2;
 
   VornComposedPnt();
   VornComposedPnt(const VornComposedPnt&) = default;
@@ -176,10 +185,13 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] const DataType& GetDataType() const { return m_dataType; }
   [[nodiscard]] DataType& GetDataType() { return m_dataType; }
   void SetDataType(const DataType& type) { m_dataType = type; }
+  /// How the edition reads X and Y: edition 2.0 by the slope type, where all that is not "Rate" is a grade, later ones
+  /// by the data type, where an unset one is a width and a height.
+  [[nodiscard]] Reading GetReading() const;
   /// Finer kind of road element.
   [[nodiscard]] const ElementType& ElmType() const { return m_elementType; }
   void ElmType(ElementType type) { m_elementType = type; }
-  /// Bit 0: KE point; bit 1: cross point.
+  /// A set of `kKePoint` and `kCrossPoint`.
   [[nodiscard]] const std::uint16_t& GetPointType() const { return m_pointType; }
   [[nodiscard]] std::uint16_t& GetPointType() { return m_pointType; }
   void SetPointType(const std::uint16_t& type) { m_pointType = type; }
@@ -214,7 +226,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] const std::int32_t& GetTargetIndex() const { return m_targetIndex; }
   [[nodiscard]] std::int32_t& GetTargetIndex() { return m_targetIndex; }
   void SetTargetIndex(const std::int32_t& index) { m_targetIndex = index; }
-  /// Running identifier within the form: 0 for a centre point, 0xFFFFFFFF when unassigned.
+  /// Running identifier within the form: 0 for a centre point, `kVornNoID` when unassigned.
   [[nodiscard]] const std::uint32_t& GetSerialID() const { return m_serialID; }
   [[nodiscard]] std::uint32_t& GetSerialID() { return m_serialID; }
   void SetSerialID(const std::uint32_t& id) { m_serialID = id; }
@@ -251,7 +263,7 @@ class VornComposedPnt : public Vorn_Base {
   /// Identifier of the cross section's name.
   [[nodiscard]] std::uint32_t GetXSectNameID(PntType t = PntType::Main) const { return DetailOf(t).XSectNameID; }
   void SetXSectNameID(std::uint32_t id, PntType t = PntType::Main);
-  /// Identifier of the as-built pair; 0xFFFFFFFF for none.
+  /// Identifier of the as-built pair; `kVornNoID` for none.
   [[nodiscard]] std::uint32_t GetDekiPairID(PntType t = PntType::Main) const { return DetailOf(t).DekiPairID; }
   void SetDekiPairID(std::uint32_t id, PntType t = PntType::Main);
   /// The measurement records.
@@ -304,7 +316,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] std::int32_t IsConnected() const { return m_connected; }
   void SetConnected(std::int32_t on) { m_connected = on; }
   /// Whether the point belongs to an as-built pair or to a three-dimensional one.
-  [[nodiscard]] bool IsConnect() const { return m_main.DekiPairID != 0xFFFFFFFF || !m_thDPairIDs.IsEmpty(); }
+  [[nodiscard]] bool IsConnect() const { return m_main.DekiPairID != kVornNoID || !m_thDPairIDs.IsEmpty(); }
   /// Forgets the pairs, and with clearCode the codes too.
   void ClearConnectInfo(bool clearCode);
   /// Takes over the connection of a crossing.
@@ -328,7 +340,7 @@ class VornComposedPnt : public Vorn_Base {
   [[nodiscard]] static CString GetSlopeTypeStr(SlopeType type);
   /// Text of a data type.
   [[nodiscard]] static CString GetDataTypeStr(DataType type);
-  /// Japanese display names.
+  /// Japanese display name of a component type.
   [[nodiscard]] static CString ComponentTypeName(ComponentType type);
   /// Japanese display name of an element type.
   [[nodiscard]] static CString ElmTypeName(ElementType type);
@@ -354,6 +366,8 @@ class VornComposedPnt : public Vorn_Base {
 
   /// (distance from the centre line, height).
   [[nodiscard]] TamWorld2 Pos() const { return {m_clDist.Value(), m_gh.Value()}; }
+  /// (height, distance from the centre line), the order of crossings and of searches by position.
+  [[nodiscard]] TamWorld2 HeightAndDist() const { return {m_gh.Value(), m_clDist.Value()}; }
   /// Moves the position by the other point's input values.
   void Shift(const VornComposedPnt& other) { ApplyOffset(other.m_x.Value(), other.m_y.Value()); }
   /// Moves the position sideways and upward (metres).
@@ -389,6 +403,8 @@ class VornComposedPnt : public Vorn_Base {
   template <typename Member>
   void SetDetail(Member Detail::*member, Member value, PntType t);
   void ReadAttribute(std::string_view name, std::string_view value);
+  /// The extension table of the record, which holds the element type.
+  void TransferElementType(CArchive& ar);
   /// The record of store versions before "06.00", which know one detail record only.
   void Serialize550Before(CArchive& ar, const CString& tag);
   /// The last code becomes the main one, and the sub detail a copy of the main one without its measurements.
@@ -415,10 +431,10 @@ class VornComposedPnt : public Vorn_Base {
   DataType m_dataType = DataType::Unset;
   ElementType m_elementType = ElementType::Unset;
   std::int32_t m_targetIndex = 0;
-  std::uint32_t m_drawID = 0xFFFFFFFF;
-  std::uint32_t m_serialID = 0xFFFFFFFF;
-  std::uint32_t m_orgID = 0xFFFFFFFF;
-  std::uint32_t m_parentID = 0xFFFFFFFF;
+  std::uint32_t m_drawID = kVornNoID;
+  std::uint32_t m_serialID = kVornNoID;
+  std::uint32_t m_orgID = kVornNoID;
+  std::uint32_t m_parentID = kVornNoID;
   std::uint32_t m_id = 0;
   std::int32_t m_autoConnect = 0;
   std::int32_t m_connected = 0;

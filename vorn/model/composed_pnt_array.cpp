@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
-
 using DataType = VornComposedPnt::DataType;
 using PntType = VornComposedPnt::PntType;
 
@@ -28,12 +26,9 @@ bool IsComplete(const VornComposedPnt& point) {
 void Vorn_ComposedPntArray::Number(VornComposedPnt& point) {
   if (point.IsCenter()) {
     point.SetSerialID(0);
-    // After old data it is 0 too: no other point may share the centre's serial.
-    m_nextSerialID = std::max<std::uint32_t>(m_nextSerialID, 1);
-  } else if (point.GetSerialID() == kUnassigned) {
-    point.SetSerialID(m_nextSerialID++);
-  } else if (m_nextSerialID <= point.GetSerialID()) {
-    m_nextSerialID = point.GetSerialID() + 1;
+    m_serials.KeepZero();
+  } else {
+    m_serials.Number(point);
   }
 }
 
@@ -69,7 +64,7 @@ void Vorn_ComposedPntArray::Append(Vorn_ComposedPntArray&& other) {
   Reserve(GetSize() + other.GetSize());  // before the first point leaves its place
   // Fresh serials for all, so that two forms that are joined never share one: references by serial are not rewritten.
   for (VornComposedPnt& point : other) {
-    point.SetSerialID(kUnassigned);
+    point.SetSerialID(kVornNoID);
     Add(std::move(point));
   }
 }
@@ -78,17 +73,11 @@ void Vorn_ComposedPntArray::SetSerialID(int index) { Number(GetAt(index)); }
 
 void Vorn_ComposedPntArray::RegulateSerialID() {
   for (VornComposedPnt& point : *this) {
-    if (point.GetSerialID() == kUnassigned) point.SetSerialID(m_nextSerialID++);
+    if (point.GetSerialID() == kVornNoID) point.SetSerialID(m_serials.Take());
   }
 }
 
 // --- searches ------------------------------------------------------------------------------------------------------
-
-template <typename Matches>
-int Vorn_ComposedPntArray::FindFirst(Matches&& matches) const {
-  const auto found = std::find_if(begin(), end(), matches);
-  return found == end() ? -1 : static_cast<int>(found - begin());
-}
 
 int Vorn_ComposedPntArray::Find(const CString& code) const {
   return FindFirst([&](const VornComposedPnt& point) { return point.GetCode() == code; });
@@ -182,8 +171,8 @@ bool Vorn_ComposedPntArray::QueryIndexArrayLtoR(VornIndexArray& order) const {
   return true;
 }
 
-bool Vorn_ComposedPntArray::QueryTermIndex(int& first, int& last) const {
-  if (GetSize() < 2) return false;
+std::optional<std::pair<int, int>> Vorn_ComposedPntArray::TermIndices() const {
+  if (GetSize() < 2) return std::nullopt;
   VornIndexArray left;
   VornIndexArray right;
   QueryIndexArray(left, right);
@@ -191,37 +180,32 @@ bool Vorn_ComposedPntArray::QueryTermIndex(int& first, int& last) const {
 
   // An end is the outermost point of its side; a side without points ends at the start point, or, when the polyline
   // does not go on through that, at the innermost point of the other side.
-  const auto endOf = [&](const VornIndexArray& side, const VornIndexArray& otherSide, int& end) {
-    if (side.GetSize() > 1) {
-      end = side[side.GetUpperBound()];
-    } else if (throughStart) {
-      end = 0;
-    } else if (otherSide.GetSize() >= 3) {
-      end = otherSide[1];
-    } else {
-      return false;
-    }
-    return true;
+  const auto endOf = [&](const VornIndexArray& side, const VornIndexArray& otherSide) -> std::optional<int> {
+    if (side.GetSize() > 1) return side[side.GetUpperBound()];
+    if (throughStart) return 0;
+    if (otherSide.GetSize() >= 3) return otherSide[1];
+    return std::nullopt;
   };
-  return endOf(left, right, first) && endOf(right, left, last);
+  const std::optional<int> first = endOf(left, right);
+  const std::optional<int> last = endOf(right, left);
+  if (!first || !last) return std::nullopt;
+  return std::pair(*first, *last);
 }
 
 bool Vorn_ComposedPntArray::QueryTermPoint(VornComposedPnt& first, VornComposedPnt& last) const {
-  int firstIndex = 0;
-  int lastIndex = 0;
-  if (!QueryTermIndex(firstIndex, lastIndex)) return false;
-  VornComposedPnt firstPoint = GetAt(firstIndex);  // an output may be a point of this array
-  last = GetAt(lastIndex);
+  const auto ends = TermIndices();
+  if (!ends) return false;
+  VornComposedPnt firstPoint = GetAt(ends->first);  // an output may be a point of this array
+  last = GetAt(ends->second);
   first = std::move(firstPoint);
   return true;
 }
 
 bool Vorn_ComposedPntArray::QueryTermPoint(TamWorld2& first, TamWorld2& last) const {
-  int firstIndex = 0;
-  int lastIndex = 0;
-  if (!QueryTermIndex(firstIndex, lastIndex)) return false;
-  first = GetAt(firstIndex).Pos();
-  last = GetAt(lastIndex).Pos();
+  const auto ends = TermIndices();
+  if (!ends) return false;
+  first = GetAt(ends->first).Pos();
+  last = GetAt(ends->second).Pos();
   return true;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "vorn/framework/array.h"
 #include "vorn/model/composed_pnt.h"
@@ -45,7 +47,7 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
   /// Numbers every point without a serial, centre points included.
   void RegulateSerialID();
   /// The serial that the next point receives; 1 in a new array, and never lowered.
-  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_nextSerialID; }
+  [[nodiscard]] std::uint32_t GetNextSerialID() const { return m_serials.Next(); }
 
   // Searches give the index of the first point found, -1 when there is none.
 
@@ -94,9 +96,7 @@ class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
 
  private:
   void Number(VornComposedPnt& point);
-  [[nodiscard]] bool QueryTermIndex(int& first, int& last) const;
-  template <typename Matches>
-  [[nodiscard]] int FindFirst(Matches&& matches) const;
+  [[nodiscard]] std::optional<std::pair<int, int>> TermIndices() const;
 
-  std::uint32_t m_nextSerialID = 1;
+  VornSerialCounter m_serials{1};
 };

@@ -17,16 +17,20 @@ void VornComposedPnt::ApplyOffset(double dx, double dy) {
   m_gh = m_gh.Value() + dy;
 }
 
+VornComposedPnt::Reading VornComposedPnt::GetReading() const {
+  if (VornSchema::Instance().IsVer2()) return IsSlope() ? Reading::Rate : Reading::Percent;
+  if (m_dataType == DataType::Rate) return Reading::Rate;
+  return m_dataType == DataType::Percent ? Reading::Percent : Reading::WidthHeight;
+}
+
 void VornComposedPnt::Regulate(const VornComposedPnt& prev) {
-  const bool ver2 = VornSchema::Instance().IsVer2();
-  const bool rate = ver2 ? IsSlope() : m_dataType == DataType::Rate;
-  const bool percent = ver2 ? !IsSlope() : m_dataType == DataType::Percent;
-  if (rate) {
-    RegulateSlope(prev);
-  } else if (percent) {
-    RegulateRoad(prev);
-  } else {
-    RegulateWD(prev);
+  switch (GetReading()) {
+    case Reading::Rate:
+      return RegulateSlope(prev);
+    case Reading::Percent:
+      return RegulateRoad(prev);
+    case Reading::WidthHeight:
+      return RegulateWD(prev);
   }
 }
 

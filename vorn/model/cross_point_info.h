@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "vorn/framework/identifier.h"
 #include "vorn/model/uint_array.h"
 #include "vorn/platform/nur_real.h"
 
@@ -25,13 +26,13 @@ class VornCrossPointInfo {
   /// Connection identifier of the crossing point.
   [[nodiscard]] std::uint32_t GetID() const { return m_id; }
   void SetID(std::uint32_t id) { m_id = id; }
-  /// Identifier of the as-built pair; 0xFFFFFFFF for none.
+  /// Identifier of the as-built pair; `kVornNoID` for none.
   [[nodiscard]] std::uint32_t GetDekiPairID() const { return m_dekiPairID; }
   void SetDekiPairID(std::uint32_t id) { m_dekiPairID = id; }
   /// Identifiers of the three-dimensional pairs.
   [[nodiscard]] const VornUIntArray& ThDPairIDs() const { return m_thDPairIDs; }
   [[nodiscard]] VornUIntArray& ThDPairIDs() { return m_thDPairIDs; }
-  /// Non-zero: the crossing connects to the previous (next) point by itself.
+  /// Non-zero: the crossing connects to the previous point by itself.
   [[nodiscard]] std::int32_t IsConnectionAutoLinePrev() const { return m_autoLinePrev; }
   void SetConnectionAutoLinePrev(std::int32_t on) { m_autoLinePrev = on; }
   /// Non-zero: the crossing connects to the next point by itself.
@@ -41,7 +42,7 @@ class VornCrossPointInfo {
   /// Forgets all connections. The automatic lines become 0, not the 1 of a new crossing: intended, so a cleared
   /// crossing is not joined to its neighbours by itself.
   void ClearConnectInfo() {
-    m_dekiPairID = 0xFFFFFFFF;
+    m_dekiPairID = kVornNoID;
     m_thDPairIDs.RemoveAll();
     m_autoLinePrev = 0;
     m_autoLineNext = 0;
@@ -50,7 +51,7 @@ class VornCrossPointInfo {
  private:
   NurReal m_dist;
   std::uint32_t m_id = 0;
-  std::uint32_t m_dekiPairID = 0xFFFFFFFF;
+  std::uint32_t m_dekiPairID = kVornNoID;
   VornUIntArray m_thDPairIDs;
   std::int32_t m_autoLinePrev = 1;
   std::int32_t m_autoLineNext = 1;

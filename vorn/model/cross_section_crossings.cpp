@@ -11,9 +11,6 @@
 
 namespace {
 
-/// (height, distance from the centre line): the order in which crossings are held.
-TamWorld2 HeightAndDist(const VornComposedPnt& point) { return {point.GetGh().Value(), point.GetCLDist().Value()}; }
-
 bool IsCrossingOn(const VornComposedPnt& point, VornLocation side) {
   return point.GetLocation() == side && !point.GetSeriesPnt();
 }
@@ -43,13 +40,13 @@ VornComposedPnt CrossingPoint(const TamWorld2& pos, VornLocation side, const Vor
 bool IsPlaced(const VornComposedPnt& point) { return point.GetGh().IsSet() && point.GetCLDist().IsSet(); }
 
 bool LiesAt(const TamWorld2& pos, const VornComposedPnt& point) {
-  return IsPlaced(point) && TamIsTinyDistance(pos, HeightAndDist(point));
+  return IsPlaced(point) && TamIsTinyDistance(pos, point.HeightAndDist());
 }
 
 bool LiesBetween(const TamWorld2& pos, const VornComposedPnt& inner, const VornComposedPnt& outer) {
   if (!IsPlaced(inner) || !IsPlaced(outer)) return false;
-  const TamWorld2 from = HeightAndDist(inner);
-  const TamWorld2 to = HeightAndDist(outer);
+  const TamWorld2 from = inner.HeightAndDist();
+  const TamWorld2 to = outer.HeightAndDist();
   TamWorld2 nearest;
   return TamyIntersectDotLine(nearest, pos, {from, {to.x - from.x, to.y - from.y}});
 }
@@ -126,8 +123,8 @@ bool VornXSection::IsValidPres() const {
          !m_existingBuildFormArray[0].GetComposedPntArray().IsEmpty();
 }
 
-int VornXSection::AppendCrossings(const VornGroundProfile& ground, VornLocation side, KelPointArray& points) const {
-  const int before = points.GetSize();
+KelPointArray VornXSection::Crossings(const VornGroundProfile& ground, VornLocation side) const {
+  KelPointArray crossings;
   for (const VornBuildForm& form : m_buildFormArray) {
     if (!VornIsPlan(form.GetXSectType())) continue;
     const Vorn_ComposedPntArray& design = form.GetComposedPntArray();
@@ -136,22 +133,20 @@ int VornXSection::AppendCrossings(const VornGroundProfile& ground, VornLocation 
     design.QueryIndexArray(left, right);
     const VornIndexArray& indices = side == VornLocation::Left ? left : right;
     for (int i = 0; i + 1 < indices.GetSize(); ++i) {
-      TamWorld2 crossing;
-      const TamWorld2 from = HeightAndDist(design[indices[i]]);
-      const TamWorld2 to = HeightAndDist(design[indices[i + 1]]);
-      if (ground.FindCrossing(from, to, crossing)) points.Add(crossing);
+      const TamWorld2 from = design[indices[i]].HeightAndDist();
+      const TamWorld2 to = design[indices[i + 1]].HeightAndDist();
+      if (const auto crossing = ground.FindCrossing(from, to)) crossings.Add(*crossing);
     }
   }
-  return points.GetSize() - before;
+  return crossings;
 }
 
 int VornXSection::GetCrossPoint(VornLocation side, KelPointArray& points) const {
   if (!IsValidPres()) return 0;
-  KelPointArray found;
   const VornGroundProfile ground(m_existingBuildFormArray[0].GetComposedPntArray());
-  const int count = AppendCrossings(ground, side, found);
+  const KelPointArray found = Crossings(ground, side);
   points.Append(found);
-  return count;
+  return found.GetSize();
 }
 
 void VornXSection::CalcCrossPoint() {
@@ -168,8 +163,8 @@ void VornXSection::CalcCrossPoint() {
 }
 
 void VornXSection::InsertOutermostCrossing(const VornGroundProfile& ground, VornLocation side) {
-  KelPointArray crossings;
-  if (AppendCrossings(ground, side, crossings) == 0) return;
+  const KelPointArray crossings = Crossings(ground, side);
+  if (crossings.IsEmpty()) return;
   const auto nearer = [](const TamWorld2& a, const TamWorld2& b) { return std::abs(a.y) < std::abs(b.y); };
   InsertPoint(*std::max_element(crossings.begin(), crossings.end(), nearer), side);  // the first of equals
 }

@@ -9,15 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "vorn/framework/tolerance.h"
 #include "vorn/model/x_section.h"
 #include "vorn/platform/careful_difference.h"
 
 namespace {
 
-using ControlItem = VornFormCtrlTarget::ControlItem;
 using PntType = VornComposedPnt::PntType;
-
-constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
 
 /// An unset shift shifts nothing.
 double OrZero(const NurReal& value) { return value.IsSet() ? value.Value() : 0.0; }
@@ -76,9 +74,7 @@ void VornXSection::ChangeDistH(const double& oldDist, const double& newDist, boo
 
 void VornXSection::RemoveFormH() {
   for (VornBuildForm& form : m_buildFormArray) {
-    form.GetFormCtrlTargetArray().RemoveIf([](const VornFormCtrlTarget& target) {
-      return target.GetControlItem() == ControlItem::Length || target.GetControlItem() == ControlItem::Area;
-    });
+    form.GetFormCtrlTargetArray().RemoveIf([](const VornFormCtrlTarget& target) { return target.SpansSections(); });
   }
 }
 
@@ -112,40 +108,54 @@ void VornXSection::RemoveBuildForm(const CString& name, CString& newSurfaceName)
   newSurfaceName = surfaceGoes && successor != nullptr ? CString(successor->GetName()) : CString();
   m_buildFormArray.RemoveIf(goes);
   if (!surfaceGoes) return;
-  for (VornBuildForm& form : m_buildFormArray) {
-    if (form.IsOrgSurface() || !orgSurfaceStays) form.SetSerialID(0);
-    if (!orgSurfaceStays) break;
+  if (orgSurfaceStays) {
+    for (VornBuildForm& form : m_buildFormArray) {
+      if (form.IsOrgSurface()) form.SetSerialID(VornBuildForm::kSurfaceSerialID);
+    }
+  } else if (!m_buildFormArray.IsEmpty()) {
+    m_buildFormArray[0].SetSerialID(VornBuildForm::kSurfaceSerialID);
   }
 }
 
-void VornXSection::SortBuildForms(const CStringArray& names) {
+namespace {
+
+/// The indices of the forms in the order of the names, ignoring case; those of one name follow each other. A name that
+/// comes again brings its forms again, as long as there are no more than before.
+std::vector<int> OrderByNames(const Vorn_BuildFormArray& forms, const CStringArray& names) {
   const auto keyOf = [](CString name) { return std::string(name.MakeLower().View()); };
   std::unordered_map<std::string, std::vector<int>> formsByName;
-  const int count = m_buildFormArray.GetSize();
-  for (int i = 0; i < count; ++i) formsByName[keyOf(m_buildFormArray[i].GetName())].push_back(i);
-
+  for (int i = 0; i < forms.GetSize(); ++i) formsByName[keyOf(forms[i].GetName())].push_back(i);
   std::vector<int> order;
-  std::vector<int> lastPlaces(static_cast<std::size_t>(count), -1);
   for (const CString& name : names) {
     const auto found = formsByName.find(keyOf(name));
     if (found == formsByName.end()) continue;
     for (const int index : found->second) {
-      if (static_cast<int>(order.size()) == count) break;
-      lastPlaces[static_cast<std::size_t>(index)] = static_cast<int>(order.size());
+      if (static_cast<int>(order.size()) == forms.GetSize()) return order;
       order.push_back(index);
     }
   }
+  return order;
+}
+
+}  // namespace
+
+void VornXSection::SortBuildForms(const CStringArray& names) {
+  const int count = m_buildFormArray.GetSize();
+  const std::vector<int> order = OrderByNames(m_buildFormArray, names);
+  const int places = static_cast<int>(order.size());
+  const auto formAt = [&](int place) { return order[static_cast<std::size_t>(place)]; };
+  std::vector<int> lastPlaces(static_cast<std::size_t>(count), -1);
+  for (int place = 0; place < places; ++place) lastPlaces[static_cast<std::size_t>(formAt(place))] = place;
+  const auto comesLast = [&](int place) { return lastPlaces[static_cast<std::size_t>(formAt(place))] == place; };
 
   Vorn_BuildFormArray sorted;
   sorted.SetSize(count);  // without numbering: the new collection starts over
   // The copies before the first form leaves its place.
-  for (int place = 0; place < static_cast<int>(order.size()); ++place) {
-    const int index = order[static_cast<std::size_t>(place)];
-    if (lastPlaces[static_cast<std::size_t>(index)] != place) sorted[place] = m_buildFormArray[index];
+  for (int place = 0; place < places; ++place) {
+    if (!comesLast(place)) sorted[place] = m_buildFormArray[formAt(place)];
   }
-  for (int index = 0; index < count; ++index) {
-    const int place = lastPlaces[static_cast<std::size_t>(index)];
-    if (place >= 0) sorted[place] = std::move(m_buildFormArray[index]);
+  for (int place = 0; place < places; ++place) {
+    if (comesLast(place)) sorted[place] = std::move(m_buildFormArray[formAt(place)]);
   }
   m_buildFormArray = std::move(sorted);
 }
@@ -168,20 +178,19 @@ void MirrorPoints(Vorn_ComposedPntArray& points) {
   // Numbered anew; parent and org references stay as they are: intended. Old serials would count again for whoever
   // still holds references from before the mirroring.
   for (int i = 0; i < points.GetSize(); ++i) {
-    points[i].SetSerialID(kUnassigned);
+    points[i].SetSerialID(kVornNoID);
     points.SetSerialID(i);
   }
 }
 
 /// A ground point is named for its side: "F" at the centre line, "L", "R".
 void RenameForSide(VornExistingComposedPnt& point) {
-  constexpr double kAtCenter = 1e-6;
   constexpr std::string_view kLetters = "FLR";
   CString& name = point.GetName();
   if (name.IsEmpty() || kLetters.find(name[0]) == std::string_view::npos) return;
   const double dist = point.GetCLDist().Value();
   const char side = dist > 0.0 ? 'R' : 'L';
-  name.SetAt(0, std::abs(dist) < kAtCenter ? 'F' : side);
+  name.SetAt(0, std::abs(dist) < kAtCenterLine ? 'F' : side);
 }
 
 void MirrorGround(VornExistingComposedPntArray& points) {

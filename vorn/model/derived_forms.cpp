@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr std::uint32_t kNone = 0xFFFFFFFF;
-constexpr std::uint32_t kSurface = 0;
-
 /// The forms of a section by the form that they are derived from.
 class DerivedForms {
  public:
@@ -114,8 +111,8 @@ class ParentPoints {
 
 /// Serials of the points of the design surface on either side of a new one, towards the centre and away from it.
 struct Neighbours {
-  std::uint32_t inner = kNone;
-  std::uint32_t outer = kNone;
+  std::uint32_t inner = kVornNoID;
+  std::uint32_t outer = kVornNoID;
 };
 
 std::optional<Neighbours> NeighboursOf(const Vorn_ComposedPntArray& surface, int index) {
@@ -228,7 +225,7 @@ void PlaceInnerPoints(Vorn_ComposedPntArray& points, const std::vector<int>& inn
 
 int CountLinked(const Vorn_ComposedPntArray& points) {
   return static_cast<int>(std::count_if(points.begin(), points.end(),
-                                        [](const VornComposedPnt& point) { return point.GetParentID() != kNone; }));
+                                        [](const VornComposedPnt& point) { return point.GetParentID() != kVornNoID; }));
 }
 
 }  // namespace
@@ -241,18 +238,20 @@ void Vorn_BuildFormArray::AddedComposedPnt(int formIndex, std::uint32_t serialID
   const DerivedForms derived(*this);
   if (added.GetCLDist().IsSet()) {
     ParentPoints parents(*this);
-    for (const int form : derived.Of(kSurface)) AddWhereItLies(*this, derived, parents, form, added);
+    for (const int form : derived.Of(VornBuildForm::kSurfaceSerialID))
+      AddWhereItLies(*this, derived, parents, form, added);
     return;
   }
   const std::optional<Neighbours> neighbours = NeighboursOf(surface.GetComposedPntArray(), index);
   if (!neighbours) return;
-  for (const int form : derived.Of(kSurface)) AddBetween(*this, derived, form, added, *neighbours);
+  for (const int form : derived.Of(VornBuildForm::kSurfaceSerialID))
+    AddBetween(*this, derived, form, added, *neighbours);
 }
 
 void Vorn_BuildFormArray::RemovedComposedPnt(int formIndex, std::uint32_t serialID) {
   if (!IsRange(formIndex)) return;
   const VornBuildForm& form = GetAt(formIndex);
-  if (!form.IsSurface() && form.GetParentID() == kNone) return;
+  if (!form.IsSurface() && form.GetParentID() == kVornNoID) return;
   const DerivedForms derived(*this);
   for (const int child : derived.Of(form.GetSerialID())) {
     std::uint32_t removed = serialID;
@@ -275,20 +274,19 @@ void Vorn_BuildFormArray::NormalizePaveBuildForm() {
   const DerivedForms derived(*this);
   for (int i = 0; i < GetSize(); ++i) {
     const VornBuildForm& form = GetAt(i);
-    if (form.GetParentID() == kNone) {
+    if (form.GetParentID() == kVornNoID) {
       markOf(i) = Mark::Keep;
     } else if (markOf(i) == Mark::Unjudged) {
       const Mark mark = CountLinked(form.GetComposedPntArray()) < kLeastLinked ? Mark::Remove : Mark::Keep;
       for (int level = i; level >= 0; level = derived.FirstChild(level)) markOf(level) = mark;
     }
   }
-  std::size_t next = 0;
-  RemoveIf([&](const VornBuildForm&) { return marks[next++] == Mark::Remove; });
+  RemoveIndices([&](int index) { return markOf(index) == Mark::Remove; });
 }
 
 void Vorn_BuildFormArray::CalcPavePointGhDist(int formIndex) {
   VornBuildForm& form = GetAt(formIndex);
-  if (form.GetParentID() == kNone) return;
+  if (form.GetParentID() == kVornNoID) return;
   Vorn_ComposedPntArray& points = form.GetComposedPntArray();
   ParentPoints parents(*this);
   PlaceInnerPoints(points, InnerPoints(points), parents.Of(formIndex));
@@ -302,7 +300,7 @@ void Vorn_BuildFormArray::CalcPavePointGhDist() {
   ParentPoints parents(*this);
   std::vector<Derived> derived;  // before the first form changes: placed once more, a form may get other heights
   for (int i = 0; i < GetSize(); ++i) {
-    if (GetAt(i).GetParentID() == kNone) continue;
+    if (GetAt(i).GetParentID() == kVornNoID) continue;
     derived.push_back({i, InnerPoints(GetAt(i).GetComposedPntArray())});
     parents.Prepare(i);
   }

@@ -6,7 +6,7 @@
 VornExistingComposedPnt::VornExistingComposedPnt() : Vorn_Base("tsf:ExistingComposedPnt") {}
 
 CString VornExistingComposedPnt::GetTextData() const {
-  const NurMrm distance(NurMrm::kHalfAwayFromZero, 0, VornNumericalPrecision::GetInstance().GetDecimalPlaceDist());
+  const NurMrm distance(VornNumericalPrecision::GetInstance().GetDecimalPlaceDist());
   CString text;
   if (m_clDist.IsSet()) {
     text += distance.Format(m_clDist.Value()).View();
@@ -16,18 +16,11 @@ CString VornExistingComposedPnt::GetTextData() const {
   return text;
 }
 
-void VornExistingComposedPnt::GetTextValue(std::string_view text) {
-  int place = 0;
-  ForEachDivided(text, [&](std::string_view item) {
-    if (place == 0) m_clDist = TurnReal(item);
-    if (place == 1) m_gh = TurnReal(item);
-    ++place;
-  });
-}
+void VornExistingComposedPnt::GetTextValue(std::string_view text) { ReadTwoReals(text, m_clDist, m_gh); }
 
 bool VornExistingComposedPnt::toXML(PimIterator* cursor) {
   const VornSchema& schema = VornSchema::Instance();
-  if (schema.GetVersion() < VornSchema::Version40) return true;
+  if (schema.IsVer2()) return true;
   return MakeChild(cursor, m_tagName.View(), schema.Tsf()) && AddAttr(cursor, "name", m_name.View()) &&
          SetValue(cursor, GetTextData().View()) && ReturnParent(cursor);
 }
@@ -45,7 +38,7 @@ VornExistingBuildForm::VornExistingBuildForm() : Vorn_Base("tsf:ExistingBuildFor
 
 bool VornExistingBuildForm::toXML(PimIterator* cursor) {
   const VornSchema& schema = VornSchema::Instance();
-  if (schema.GetVersion() < VornSchema::Version40 || m_composedPntArray.GetSize() < 2) return true;
+  if (schema.IsVer2() || m_composedPntArray.GetSize() < 2) return true;
   return MakeChild(cursor, m_tagName.View(), schema.Tsf()) && AddAttr(cursor, "name", m_name.View()) &&
          m_composedPntArray.toXML(cursor) && ReturnParent(cursor);
 }

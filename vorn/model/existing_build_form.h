@@ -40,7 +40,7 @@ class VornExistingComposedPnt : public Vorn_Base {
   [[nodiscard]] CString& GetName() { return m_name; }
   void SetName(const CString& name) { m_name = name; }
 
-  /// Two further reals that travel with the point and have no form in documents.
+  /// Two further reals for the host: neither documents nor archives hold them.
   [[nodiscard]] const NurReal& GetSpare1() const { return m_spare1; }
   void SetSpare1(const NurReal& value) { m_spare1 = value; }
   [[nodiscard]] const NurReal& GetSpare2() const { return m_spare2; }
@@ -48,12 +48,13 @@ class VornExistingComposedPnt : public Vorn_Base {
 
   /// (distance from the centre line, height).
   [[nodiscard]] TamWorld2 Pos() const { return {m_clDist.Value(), m_gh.Value()}; }
+  /// (height, distance from the centre line), the order of crossings.
+  [[nodiscard]] TamWorld2 HeightAndDist() const { return {m_gh.Value(), m_clDist.Value()}; }
 
   /// Distance, a blank, height. An unset distance gives neither number nor blank, an unset height no number.
   [[nodiscard]] CString GetTextData() const;
   /// Takes distance and height from a text. A text with one value gives the distance, even where it was written for a
   /// height without a distance: documents are read that way.
-  void GetTextValue(const CString& text) { GetTextValue(text.View()); }
   void GetTextValue(std::string_view text);
 
  private:
@@ -75,7 +76,7 @@ class VornExistingComposedPntArray : public Vorn_Array<VornExistingComposedPnt> 
 /// edition 4.0 on.
 class VornExistingBuildForm : public Vorn_Base {
  public:
-  /// Of a record with an empty name and no points.
+  /// What the shortest record takes, one with an empty name and no points.
   static constexpr std::uint32_t kLeastArchiveBytes = 9;
 
   VornExistingBuildForm();

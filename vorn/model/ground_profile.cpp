@@ -74,8 +74,7 @@ struct VornGroundProfile::DesignSegment {
 
 VornGroundProfile::VornGroundProfile(const VornExistingComposedPntArray& points) {
   m_points.reserve(static_cast<std::size_t>(points.GetSize()));
-  for (const VornExistingComposedPnt& point : points)
-    m_points.push_back({point.GetGh().Value(), point.GetCLDist().Value()});
+  for (const VornExistingComposedPnt& point : points) m_points.push_back(point.HeightAndDist());
   if (m_points.size() < 2) return;
 
   const std::size_t segments = m_points.size() - 1;
@@ -94,33 +93,34 @@ VornGroundProfile::VornGroundProfile(const VornExistingComposedPntArray& points)
   }
 }
 
-bool VornGroundProfile::FindCrossing(const TamWorld2& a, const TamWorld2& b, TamWorld2& crossing) const {
-  if (m_levels.empty() || a == b || !IsPosition(a) || !IsPosition(b)) return false;
-  return FindIn(m_levels.size() - 1, 0, DesignSegment(a, b), crossing);
+std::optional<TamWorld2> VornGroundProfile::FindCrossing(const TamWorld2& a, const TamWorld2& b) const {
+  if (m_levels.empty() || a == b || !IsPosition(a) || !IsPosition(b)) return std::nullopt;
+  return FindIn(m_levels.size() - 1, 0, DesignSegment(a, b));
 }
 
-bool VornGroundProfile::FindIn(std::size_t level, std::size_t index, const DesignSegment& segment,
-                               TamWorld2& crossing) const {
-  if (segment.Misses(m_levels[level][index])) return false;
+std::optional<TamWorld2> VornGroundProfile::FindIn(std::size_t level, std::size_t index,
+                                                   const DesignSegment& segment) const {
+  if (segment.Misses(m_levels[level][index])) return std::nullopt;
   const std::size_t first = index * kRun;
-  if (level == 0) return FindAmongSegments(first, segment, crossing);
+  if (level == 0) return FindAmongSegments(first, segment);
   const std::size_t end = std::min(first + kRun, m_levels[level - 1].size());
   for (std::size_t i = first; i < end; ++i) {
-    if (FindIn(level - 1, i, segment, crossing)) return true;
+    if (const auto crossing = FindIn(level - 1, i, segment)) return crossing;
   }
-  return false;
+  return std::nullopt;
 }
 
-bool VornGroundProfile::FindAmongSegments(std::size_t first, const DesignSegment& segment, TamWorld2& crossing) const {
+std::optional<TamWorld2> VornGroundProfile::FindAmongSegments(std::size_t first, const DesignSegment& segment) const {
   const std::size_t end = std::min(first + kRun, m_points.size() - 1);
   std::uint16_t flag = 0;
+  TamWorld2 crossing;
   for (std::size_t i = first; i < end; ++i) {
     const TamWorld2& p = m_points[i];
     const TamWorld2& q = m_points[i + 1];
     if (NurGetCrossTenFrom2Lin(segment.a.x, segment.a.y, segment.b.x, segment.b.y, p.x, p.y, q.x, q.y, crossing.x,
                                crossing.y, flag, kLimit) != 0) {
-      return true;
+      return crossing;
     }
   }
-  return false;
+  return std::nullopt;
 }

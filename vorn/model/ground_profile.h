@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "vorn/model/existing_build_form.h"
@@ -19,8 +20,8 @@ class VornGroundProfile {
   explicit VornGroundProfile(const VornExistingComposedPntArray& points);
 
   /// Where the segment from a to b crosses the ground, on the earliest ground segment in the order of the points that
-  /// `NurGetCrossTenFrom2Lin` finds crossed. False, and crossing untouched, when there is none.
-  [[nodiscard]] bool FindCrossing(const TamWorld2& a, const TamWorld2& b, TamWorld2& crossing) const;
+  /// `NurGetCrossTenFrom2Lin` finds crossed; nothing when there is none.
+  [[nodiscard]] std::optional<TamWorld2> FindCrossing(const TamWorld2& a, const TamWorld2& b) const;
 
  private:
   /// The extent of a run of consecutive ground segments.
@@ -33,9 +34,9 @@ class VornGroundProfile {
   };
   struct DesignSegment;
 
-  [[nodiscard]] bool FindIn(std::size_t level, std::size_t index, const DesignSegment& segment,
-                            TamWorld2& crossing) const;
-  [[nodiscard]] bool FindAmongSegments(std::size_t first, const DesignSegment& segment, TamWorld2& crossing) const;
+  [[nodiscard]] std::optional<TamWorld2> FindIn(std::size_t level, std::size_t index,
+                                                const DesignSegment& segment) const;
+  [[nodiscard]] std::optional<TamWorld2> FindAmongSegments(std::size_t first, const DesignSegment& segment) const;
 
   std::vector<TamWorld2> m_points;
   /// A box for each run of segments, and on every further level one for each run of boxes below, up to a single box.

@@ -5,8 +5,7 @@
 #include <utility>
 
 int VornUIntArray::Find(std::uint32_t value) const {
-  const auto found = std::find(begin(), end(), value);
-  return found == end() ? -1 : static_cast<int>(found - begin());
+  return FindFirst([=](std::uint32_t other) { return other == value; });
 }
 
 void VornUIntArray::Remove(std::uint32_t value) {

@@ -11,7 +11,7 @@ namespace {
 
 /// A section without a station counts as one at station 0: its raw value is compared.
 bool IsAtStation(const VornXSection& section, double station) {
-  return std::abs(section.GetCumulativeDist().Value() - station) < kSameStation;
+  return IsSameStation(section.GetCumulativeDist().Value(), station);
 }
 
 }  // namespace
@@ -119,9 +119,7 @@ void VornXSection::RenameBuildForm(const CString& xsectType, const CString& oldN
 // --- Vorn_XSectionArray --------------------------------------------------------------------------------------------
 
 int Vorn_XSectionArray::Find(const double& station) const {
-  const auto found =
-      std::find_if(begin(), end(), [&](const VornXSection& section) { return IsAtStation(section, station); });
-  return found == end() ? -1 : static_cast<int>(found - begin());
+  return FindFirst([&](const VornXSection& section) { return IsAtStation(section, station); });
 }
 
 bool Vorn_XSectionArray::Insert(const VornXSection& section) {

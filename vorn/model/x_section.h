@@ -4,6 +4,7 @@
 
 #include "vorn/framework/array.h"
 #include "vorn/framework/base.h"
+#include "vorn/framework/identifier.h"
 #include "vorn/model/build_form_array.h"
 #include "vorn/model/existing_build_form.h"
 #include "vorn/platform/kel_point_array.h"
@@ -34,7 +35,7 @@ class VornXSection : public Vorn_Base {
   /// Non-zero: the existing ground is written to documents. Reading sets it.
   [[nodiscard]] const std::int32_t& GetExistingFlag() const { return m_existingFlag; }
   void SetExistingFlag(const std::int32_t& flag) { m_existingFlag = flag; }
-  /// Section identifier of the project archive; 0xFFFFFFFF when unassigned.
+  /// Section identifier of the project archive; `kVornNoID` when unassigned.
   [[nodiscard]] const std::uint32_t& GetSectionID() const { return m_sectionID; }
   void SetSectionID(const std::uint32_t& id) { m_sectionID = id; }
   /// Name of the cross section, such as "No.6" (attribute "name").
@@ -63,7 +64,7 @@ class VornXSection : public Vorn_Base {
   [[nodiscard]] const Vorn_BuildFormArray& GetBuildFormArray() const { return m_buildFormArray; }
   [[nodiscard]] Vorn_BuildFormArray& GetBuildFormArray() { return m_buildFormArray; }
   void SetBuildFormArray(const Vorn_BuildFormArray& forms) { m_buildFormArray = forms; }
-  /// Shift of the section in metres, upward and sideways.
+  /// Shift of the section in metres, upward.
   [[nodiscard]] const NurReal& GetShiftGH() const { return m_shiftGH; }
   [[nodiscard]] NurReal& GetShiftGH() { return m_shiftGH; }
   void SetShiftGH(const NurReal& shift) { m_shiftGH = shift; }
@@ -175,11 +176,11 @@ class VornXSection : public Vorn_Base {
 
  private:
   void ReadAttribute(std::string_view name, std::string_view value);
-  int AppendCrossings(const VornGroundProfile& ground, VornLocation side, KelPointArray& points) const;
+  [[nodiscard]] KelPointArray Crossings(const VornGroundProfile& ground, VornLocation side) const;
   void InsertOutermostCrossing(const VornGroundProfile& ground, VornLocation side);
 
   std::int32_t m_existingFlag = 0;
-  std::uint32_t m_sectionID = 0xFFFFFFFF;
+  std::uint32_t m_sectionID = kVornNoID;
   CString m_name;
   bool m_controlSect = false;
   bool m_xSectChg = false;

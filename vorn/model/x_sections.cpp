@@ -118,11 +118,9 @@ void VornXSections::CreateFormCtrlTargetPnt(VornFormCtrlTarget& target, NurReal 
 }
 
 int VornXSections::Find(const NurReal& station, bool xSectChg) const {
-  const auto found = std::find_if(m_xSectionArray.begin(), m_xSectionArray.end(), [&](const VornXSection& section) {
-    return std::abs(section.GetCumulativeDist().Value() - station.Value()) < kSameStation &&
-           section.GetXSectChg() == xSectChg;
+  return m_xSectionArray.FindFirst([&](const VornXSection& section) {
+    return IsSameStation(section.GetCumulativeDist().Value(), station.Value()) && section.GetXSectChg() == xSectChg;
   });
-  return found == m_xSectionArray.end() ? -1 : static_cast<int>(found - m_xSectionArray.begin());
 }
 
 VornBuildForm* VornXSections::GetBuildForm(const NurReal& station, const CString& formName, bool xSectChg,

@@ -11,7 +11,7 @@
 /// control targets. Element "tsf:XSections".
 class VornXSections : public Vorn_Base {
  public:
-  /// Of a record with empty texts and collections, in the store version in which it is shortest.
+  /// What the shortest record takes, one with empty texts and collections: a larger number would refuse sound archives.
   static constexpr std::uint32_t kLeastArchiveBytes = 10;
 
   VornXSections();
@@ -57,7 +57,7 @@ class VornXSections : public Vorn_Base {
   [[nodiscard]] const Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() const { return m_formCtrlTargetArray; }
   [[nodiscard]] Vorn_FormCtrlTargetArray& GetFormCtrlTargetArray() { return m_formCtrlTargetArray; }
   void SetFormCtrlTargetArray(const Vorn_FormCtrlTargetArray& targets) { m_formCtrlTargetArray = targets; }
-  /// Not part of a document.
+  /// A flag of the host: neither documents nor archives hold it.
   [[nodiscard]] const bool& GetHiErr() const { return m_hiErr; }
   [[nodiscard]] bool& GetHiErr() { return m_hiErr; }
   void SetHiErr(const bool& hiErr) { m_hiErr = hiErr; }

@@ -12,12 +12,6 @@ constexpr std::uint8_t kMediumText = 0xFF;
 constexpr std::uint16_t kWideText = 0xFFFE;
 constexpr std::uint16_t kLongText = 0xFFFF;
 
-/// The length of a text and the number of texts are an `int` everywhere else.
-void RequireInt(std::uint64_t number) {
-  constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
-  if (number > kLargest) throw CArchiveException(CArchiveException::badIndex);
-}
-
 void WriteTextLength(CArchive& ar, std::uint32_t length) {
   if (length < kMediumText) {
     ar << static_cast<std::uint8_t>(length);
@@ -28,20 +22,13 @@ void WriteTextLength(CArchive& ar, std::uint32_t length) {
   }
 }
 
-template <ArchiveNumber T>
-T Loaded(CArchive& ar) {
-  T value{};
-  ar >> value;
-  return value;
-}
-
 std::uint32_t ReadTextLength(CArchive& ar) {
-  const auto shortLength = Loaded<std::uint8_t>(ar);
+  const auto shortLength = ar.Load<std::uint8_t>();
   if (shortLength != kMediumText) return shortLength;
-  const auto mediumLength = Loaded<std::uint16_t>(ar);
+  const auto mediumLength = ar.Load<std::uint16_t>();
   if (mediumLength == kWideText) throw CArchiveException(CArchiveException::badIndex);
   if (mediumLength != kLongText) return mediumLength;
-  return Loaded<std::uint32_t>(ar);
+  return ar.Load<std::uint32_t>();
 }
 
 }  // namespace
@@ -116,8 +103,8 @@ void CArchive::WriteCount(std::uint32_t count) {
 }
 
 std::uint32_t CArchive::ReadCount() {
-  const auto count = Loaded<std::uint16_t>(*this);
-  return count == kLongCount ? Loaded<std::uint32_t>(*this) : count;
+  const auto count = Load<std::uint16_t>();
+  return count == kLongCount ? Load<std::uint32_t>() : count;
 }
 
 CFile& CArchive::File() const {
@@ -184,18 +171,18 @@ void CArchive::WriteToFile(const void* bytes, std::uint32_t count) {
 }
 
 CArchive& operator>>(CArchive& ar, NurReal& value) {
-  value = Loaded<double>(ar);
+  value = ar.Load<double>();
   return ar;
 }
 
 CArchive& operator>>(CArchive& ar, NurLong& value) {
-  value = Loaded<std::int32_t>(ar);
+  value = ar.Load<std::int32_t>();
   return ar;
 }
 
 CArchive& operator<<(CArchive& ar, const CString& text) {
   const std::string_view bytes = text.View();
-  RequireInt(bytes.size());
+  CArchive::RequireInt(bytes.size());
   const auto length = static_cast<std::uint32_t>(bytes.size());
   WriteTextLength(ar, length);
   ar.Write(bytes.data(), length);
@@ -205,7 +192,7 @@ CArchive& operator<<(CArchive& ar, const CString& text) {
 CArchive& CArchive::ReadText(CString& text) {
   const std::uint32_t length = ReadTextLength(*this);
   RequireRemaining(length);
-  RequireInt(length);
+  CArchive::RequireInt(length);
   if (length <= Unread()) {
     text = std::string_view(reinterpret_cast<const char*>(m_next), length);
     m_next += length;
@@ -235,7 +222,7 @@ CArchive& operator<<(CArchive& ar, const CStringArray& texts) {
 CArchive& operator>>(CArchive& ar, CStringArray& texts) {
   const std::uint32_t count = ar.ReadCount();
   ar.RequireRemaining(count);  // the shortest text takes a byte
-  RequireInt(count);
+  CArchive::RequireInt(count);
   CStringArray loaded;
   loaded.Reserve(static_cast<int>(count));
   for (std::uint32_t i = 0; i < count; ++i) {

@@ -137,6 +137,20 @@ class CArchive {
     return *this;
   }
 
+  /// Loads a value of that type.
+  template <typename T>
+  [[nodiscard]] T Load() {
+    T value{};
+    *this >> value;
+    return value;
+  }
+
+  /// Throws `badIndex` for a length or a number of elements that is none anywhere else, where it is an `int`.
+  static void RequireInt(std::uint64_t number) {
+    constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
+    if (number > kLargest) throw CArchiveException(CArchiveException::badIndex);
+  }
+
   /// One byte, 0 or 1; any other byte reads as true.
   CArchive& operator<<(std::same_as<bool> auto value) { return *this << static_cast<std::uint8_t>(value ? 1 : 0); }
   CArchive& operator>>(bool& value) {

@@ -7,8 +7,6 @@
 namespace code_page_932 {
 namespace {
 
-constexpr unsigned char Byte(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
-
 /// Place of a row in the decode table by its lead byte, -1 where there is none.
 constexpr auto kRowByLead = [] {
   std::array<int, 0x100> rows{};

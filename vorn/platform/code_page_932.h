@@ -14,6 +14,11 @@
 /// whoever looks for a byte has to ask `IsCharacterStart`.
 namespace code_page_932 {
 
+/// The byte at a position inside the text.
+[[nodiscard]] constexpr unsigned char Byte(std::string_view text, std::size_t at) {
+  return static_cast<unsigned char>(text[at]);
+}
+
 /// Whether a byte begins a character of two bytes.
 [[nodiscard]] constexpr bool IsLeadByte(unsigned char byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
@@ -25,24 +30,24 @@ namespace code_page_932 {
 /// Bytes of the character that starts at a position inside the text: 1 or 2. A lead byte without a trail byte stands
 /// alone.
 [[nodiscard]] constexpr std::size_t CharacterLength(std::string_view text, std::size_t at) {
-  const bool pair = at + 1 < text.size() && IsLeadByte(static_cast<unsigned char>(text[at])) &&
-                    IsTrailByte(static_cast<unsigned char>(text[at + 1]));
+  const bool pair = at + 1 < text.size() && IsLeadByte(Byte(text, at)) && IsTrailByte(Byte(text, at + 1));
   return pair ? 2 : 1;
 }
 
 /// Whether a character starts at the position, that is, whether it is not the trail byte of one; the end of the text
 /// counts as a start. Looks only at the bytes just before the position.
 [[nodiscard]] constexpr bool IsCharacterStart(std::string_view text, std::size_t at) {
-  if (at >= text.size() || !IsTrailByte(static_cast<unsigned char>(text[at]))) return true;
+  if (at >= text.size() || !IsTrailByte(Byte(text, at))) return true;
   // A byte that is no lead byte always ends a character, and the lead bytes after it pair up from there.
   std::size_t runStart = at;
-  while (runStart > 0 && IsLeadByte(static_cast<unsigned char>(text[runStart - 1]))) --runStart;
+  while (runStart > 0 && IsLeadByte(Byte(text, runStart - 1))) --runStart;
   return (at - runStart) % 2 == 0;
 }
 
-/// First and number of the code points that stand for the user-defined area, rows F0 to F9.
+/// The first code point that stands for the user-defined area, rows F0 to F9.
 inline constexpr char32_t kUserDefinedFirst = 0xE000;
-inline constexpr char32_t kUserDefinedCount = 1880;  ///< how many they are
+/// How many code points stand for it.
+inline constexpr char32_t kUserDefinedCount = 1880;
 /// Trail bytes of a row.
 inline constexpr std::size_t kRowLength = 188;
 

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
-#include <utility>
 
 #include "vorn/platform/carchive.h"
 
@@ -30,13 +28,10 @@ void SerializeCounted(CArchive& ar, Array& items, Transfer&& transfer, std::uint
     for (auto& item : items) transfer(item);
     return;
   }
-  Count announced = 0;
-  ar >> announced;
+  const auto announced = ar.Load<Count>();
   const std::uint32_t count = announced > 0 ? static_cast<std::uint32_t>(announced) : 0;
   ar.RequireRemaining(count * std::uint64_t{leastBytes > 0 ? leastBytes : 4});
-  if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max())) {
-    throw CArchiveException(CArchiveException::badIndex);
-  }
+  CArchive::RequireInt(count);
   items.RemoveAll();
   constexpr std::uint32_t kFirstRoom = kFirstCountedRoom<std::remove_cvref_t<decltype(*items.GetData())>>;
   std::uint32_t room = 0;

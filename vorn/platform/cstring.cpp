@@ -17,7 +17,7 @@ constexpr unsigned char Upper(unsigned char byte) {
   return byte >= 'a' && byte <= 'z' ? static_cast<unsigned char>(byte - ('a' - 'A')) : byte;
 }
 
-constexpr unsigned char Byte(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
+using code_page_932::Byte;
 
 template <typename Fold>
 void FoldSingleBytes(SmallText& text, Fold fold) {

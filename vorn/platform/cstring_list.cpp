@@ -1,7 +1,6 @@
 #include "vorn/platform/cstring_list.h"
 
 #include <cstdint>
-#include <limits>
 #include <utility>
 
 void CStringList::Serialize(CArchive& ar) {
@@ -12,9 +11,7 @@ void CStringList::Serialize(CArchive& ar) {
   }
   std::uint32_t count = ar.ReadCount();
   ar.RequireRemaining(count);  // the shortest text takes a byte
-  if (count > static_cast<std::uint32_t>(std::numeric_limits<int>::max() - GetCount())) {
-    throw CArchiveException(CArchiveException::badIndex);
-  }
+  CArchive::RequireInt(static_cast<std::uint32_t>(GetCount()) + std::uint64_t{count});
   CStringList loaded;
   for (; count > 0; --count) {
     CString text;

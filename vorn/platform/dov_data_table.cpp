@@ -19,13 +19,6 @@ void StoreEntry(CArchive& ar, std::int32_t key, const T& value) {
   ar << key << static_cast<std::uint8_t>(TypeOf(value)) << value;
 }
 
-template <typename T>
-T LoadValue(CArchive& ar) {
-  T value{};
-  ar >> value;
-  return value;
-}
-
 }  // namespace
 
 void DovDataTable::Serialize(CArchive& ar) { ar.IsStoring() ? Store(ar) : Load(ar); }
@@ -34,16 +27,16 @@ template <typename Sink>
 void DovDataTable::LoadEntries(CArchive& ar, std::uint32_t count, Sink&& sink) {
   ar.RequireRemaining(count * kSmallestEntry);
   for (std::uint32_t i = 0; i < count; ++i) {
-    const auto key = LoadValue<std::int32_t>(ar);
-    switch (static_cast<Type>(LoadValue<std::uint8_t>(ar))) {
+    const auto key = ar.Load<std::int32_t>();
+    switch (static_cast<Type>(ar.Load<std::uint8_t>())) {
       case Type::Integer:
-        sink(key, LoadValue<std::int32_t>(ar));
+        sink(key, ar.Load<std::int32_t>());
         break;
       case Type::Real:
-        sink(key, LoadValue<double>(ar));
+        sink(key, ar.Load<double>());
         break;
       case Type::Text:
-        sink(key, LoadValue<CString>(ar));
+        sink(key, ar.Load<CString>());
         break;
       default:
         throw CArchiveException(CArchiveException::badIndex);
@@ -60,7 +53,7 @@ void DovDataTable::Store(CArchive& ar) const {
 
 void DovDataTable::Load(CArchive& ar) {
   DovDataTable loaded;
-  LoadEntries(ar, LoadValue<std::uint32_t>(ar), [&](std::int32_t key, const auto& value) { loaded.SetAt(key, value); });
+  LoadEntries(ar, ar.Load<std::uint32_t>(), [&](std::int32_t key, const auto& value) { loaded.SetAt(key, value); });
   *this = std::move(loaded);
 }
 
@@ -72,7 +65,7 @@ void DovDataTable::StoreInteger(CArchive& ar, std::int32_t key, std::int32_t val
 bool DovDataTable::LoadInteger(CArchive& ar, std::int32_t wantedKey, std::int32_t& value) {
   bool found = false;
   std::int32_t wanted = 0;
-  LoadEntries(ar, LoadValue<std::uint32_t>(ar), [&](std::int32_t key, const auto& held) {
+  LoadEntries(ar, ar.Load<std::uint32_t>(), [&](std::int32_t key, const auto& held) {
     if (key != wantedKey) return;
     // The last value of a key counts, whatever its type.
     if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::int32_t>) {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 
 #include "vorn/platform/code_page_932.h"
 #include "vorn/platform/sil_string.h"
@@ -56,7 +55,7 @@ CString SilString::HanToZen(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     std::size_t length = code_page_932::CharacterLength(text, at);
     std::string_view replacement;
-    if (length == 1 && code_page_932::IsLeadByte(static_cast<unsigned char>(text[at]))) {
+    if (length == 1 && code_page_932::IsLeadByte(code_page_932::Byte(text, at))) {
       // A broken character, and the byte behind it, which once widened would be taken for its other half.
       length = std::min<std::size_t>(2, text.size() - at);
     } else if (length == 1) {

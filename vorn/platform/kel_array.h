@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <utility>
 
 #include "vorn/platform/carray.h"
@@ -28,16 +29,27 @@ class KelArray : public CArray<Type, ArgType> {
     return false;
   }
 
+  /// Index of the first element, from `start` on, that matches; -1 when there is none.
+  template <typename Matches>
+  [[nodiscard]] int FindFirst(Matches&& matches, int start = 0) const {
+    const auto found = std::find_if(this->begin() + start, this->end(), matches);
+    return found == this->end() ? -1 : static_cast<int>(found - this->begin());
+  }
+
   /// Removes the elements that the predicate holds for, asked once each and in order, in one pass; the others keep
   /// their order. Returns how many were removed. A predicate that throws leaves the elements, some of them moved.
   template <typename Predicate>
   int RemoveIf(Predicate&& predicate) {
+    return RemoveIndices([&](int index) { return predicate(std::as_const(this->GetData()[index])); });
+  }
+  /// As `RemoveIf`, of the elements whose index the predicate holds for.
+  template <typename Predicate>
+  int RemoveIndices(Predicate&& predicate) {
     int kept = 0;
     const int size = this->GetSize();
     for (int i = 0; i < size; ++i) {
-      Type& item = this->GetData()[i];
-      if (predicate(std::as_const(item))) continue;
-      if (kept != i) this->GetData()[kept] = std::move(item);
+      if (predicate(i)) continue;
+      if (kept != i) this->GetData()[kept] = std::move(this->GetData()[i]);
       ++kept;
     }
     this->SetSize(kept);

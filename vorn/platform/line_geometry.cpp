@@ -18,8 +18,8 @@ double Cross(const TamWorld2& a, const TamWorld2& b) { return a.x * b.y - a.y * 
 
 double Length(const TamWorld2& a) { return std::sqrt(a.x * a.x + a.y * a.y); }
 
-/// Whether the ranges from a1 to a2 and from b1 to b2 keep apart. First of all tests, and the one by which a search
-/// over many segments may leave out whole groups of them.
+/// Whether the ranges from a1 to a2 and from b1 to b2 keep apart. First of all tests. A search over many segments that
+/// leaves out whole groups of them needs a wider margin than this.
 bool AreApart(double a1, double a2, double b1, double b2) {
   return std::max(a1, a2) + kTamTinyLength < std::min(b1, b2) || std::max(b1, b2) + kTamTinyLength < std::min(a1, a2);
 }

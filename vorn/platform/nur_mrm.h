@@ -19,6 +19,8 @@ class NurMrm {
   /// @param unit   0: round to the decimal place itself; any other throws `CInvalidArgException`
   /// @param places digits after the point; a negative number rounds before the point
   NurMrm(int mode, int unit, KelMrmFigure places);
+  /// Half away from zero, to the decimal place.
+  explicit NurMrm(KelMrmFigure places) : m_places(places) {}
 
   /// The rounded value. Zero carries no sign; unset, an infinity and NaN are given back as they are.
   [[nodiscard]] double ZMrm(double value) const;

@@ -31,8 +31,8 @@ class SmallText {
     std::swap(m_bytes, taken.m_bytes);
     return *this;
   }
+  /// Gives memory of its own back.
   ~SmallText() {
-    /// Gives memory of its own back.
     if (IsApart()) Release(GetApart());
   }
 

@@ -12,7 +12,7 @@
 /// A road alignment with its cross sections.
 class VornAlignment : public VornRecord {
  public:
-  /// That of an old record, which ends before the cross sections.
+  /// What the shortest record takes: an old one, which ends before the cross sections.
   static constexpr std::uint32_t kLeastArchiveBytes = 9;
 
   VornAlignment() = default;

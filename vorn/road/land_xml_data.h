@@ -54,7 +54,7 @@ class VornLandXMLData : public VornRecord {
   /// Options of the export, which the library keeps and does not look into.
   [[nodiscard]] std::int32_t GetOption1() const { return m_option1; }
   void SetOption1(std::int32_t option) { m_option1 = option; }
-  /// Not archived.
+  /// A second option, which archives do not hold.
   [[nodiscard]] std::int32_t GetOption2() const { return m_option2; }
   void SetOption2(std::int32_t option) { m_option2 = option; }
   /// A third option, archived.

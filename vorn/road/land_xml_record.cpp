@@ -6,30 +6,26 @@
 #include "vorn/road/land_xml_data.h"
 #include "vorn/road/store_version.h"
 
-void VornLandXMLProject::Serialize(CArchive& ar, const char*, const char* version) {
-  const CString storeVersion(version);
-  ArchiveRecord record(ar, storeVersion);
+void VornLandXMLProject::Serialize(CArchive& ar, const char*, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_desc);
 }
 
-void VornLandXMLCgPoint::Serialize(CArchive& ar, const char*, const char* version) {
-  const CString storeVersion(version);
-  ArchiveRecord record(ar, storeVersion);
+void VornLandXMLCgPoint::Serialize(CArchive& ar, const char*, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_number);
 }
 
 void VornLandXMLCgPointsArray::Serialize(CArchive& ar, const char* tag, const char* version) {
   VornRecordArray::Serialize(ar, tag, version);
-  const CString storeVersion(version);
-  ArchiveRecord record(ar, storeVersion);
+  ArchiveRecord record(ar);
   record.Field(m_option1);
   record.Field(m_option2);
 }
 
-void VornLandXMLAlignment::Serialize(CArchive& ar, const char*, const char* version) {
-  const CString storeVersion(version);
-  ArchiveRecord record(ar, storeVersion);
+void VornLandXMLAlignment::Serialize(CArchive& ar, const char*, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_text);
   record.Field(m_flag);

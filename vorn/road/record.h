@@ -62,9 +62,7 @@ class VornNumberedArray : public VornRecordArray<Type> {
  public:
   /// Index of the first point of that number; -1 when there is none.
   [[nodiscard]] int Find(std::uint16_t number) const {
-    const auto found =
-        std::find_if(this->begin(), this->end(), [&](const Type& point) { return point.GetNumber() == number; });
-    return found == this->end() ? -1 : static_cast<int>(found - this->begin());
+    return this->FindFirst([=](const Type& point) { return point.GetNumber() == number; });
   }
 
   /// Appends copies of another array's points in their order, of each number only the first, and none of a number that

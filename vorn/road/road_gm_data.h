@@ -42,7 +42,8 @@ class VornRoadGmData : public VornRecord {
   /// pass through.
   void Serialize(CArchive& ar, const char* tag, VORN_DataKind kind);
   /// The record of store versions before "03.00". Intended: it is read with the road's information, but written
-  /// without. Loading sets the edition to 2.0.
+  /// without. Loading sets the edition to 2.0. For a store version from "03.00" on, which `Serialize` never passes
+  /// here, a schema option follows the road's information, and an empty extension table the alignments.
   void SerializeOld(CArchive& ar, const char* tag, VORN_DataKind kind);
 
   /// Takes road class, design speed and traffic class from the settings; where the settings have none, the first

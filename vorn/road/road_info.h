@@ -77,7 +77,7 @@ class VornRoadInfo {
   void SetText1(const CString& text) { m_text1 = text; }
   [[nodiscard]] const CString& GetText2() const { return m_text2; }
   void SetText2(const CString& text) { m_text2 = text; }
-  /// Side code.
+  /// The side that the host tells by a code, which the library keeps and does not look into.
   [[nodiscard]] std::int32_t Side() const { return m_side; }
   void Side(std::int32_t side) { m_side = side; }
   /// Whether the road has a single lane.

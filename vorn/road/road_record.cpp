@@ -5,18 +5,16 @@
 #include "vorn/road/project_data.h"
 #include "vorn/road/road_gm_data.h"
 
-void VornRoadInfo::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornRoadInfo::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_classificat);
   record.Field(m_designSpeed);
   record.Field(m_traffic);
 }
 
-void VornUpDate::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornUpDate::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   for (COleDateTime& date : m_dates) record.Field(date);
 }
 
@@ -48,10 +46,8 @@ void VornAlignment::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind)
 }
 
 void VornAlignmentsArray::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
-  record.Field(m_current);
-  VornRecordArray::Serialize(ar, version, kind);
+  ArchiveRecord(ar).Field(m_current);
+  VornRecordArray::Serialize(ar, tag, kind);
 }
 
 void VornRoadGmData::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind) {
@@ -73,7 +69,7 @@ void VornRoadGmData::Serialize(CArchive& ar, const char* tag, VORN_DataKind kind
 void VornRoadGmData::SerializeOld(CArchive& ar, const char* tag, VORN_DataKind kind) {
   const CString version(tag);
   ArchiveRecord record(ar, version);
-  const bool isFrom3 = SilString::ToInteger(version.View()) >= 3;
+  const bool isFrom3 = SilString::ToInteger(version.View()) >= 3;  // only for a host that calls this itself
   if (record.IsLoading()) {
     record.Field(m_roadInfo);
     if (isFrom3) record.Field(m_option);
@@ -83,16 +79,14 @@ void VornRoadGmData::SerializeOld(CArchive& ar, const char* tag, VORN_DataKind k
   if (isFrom3) record.ExtensionTable();
 }
 
-void VornCreatorInfoData::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornCreatorInfoData::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_text);
 }
 
-void VornProjectData::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornProjectData::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_date);
   record.Field(m_projPhase);

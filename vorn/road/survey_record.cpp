@@ -4,9 +4,8 @@
 #include "vorn/road/crs_data.h"
 #include "vorn/road/ctrl_points.h"
 
-void VornCrsData::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornCrsData::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_geoDatum);
   record.Field(m_verticalDatum);
@@ -17,9 +16,8 @@ void VornCrsData::Serialize(CArchive& ar, const char* tag) {
 }
 
 template <typename ClassType, const auto& kClassTexts>
-void VornSurveyPoint<ClassType, kClassTexts>::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornSurveyPoint<ClassType, kClassTexts>::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_number);
   record.Field(m_class);
   record.Field(m_name);
@@ -27,24 +25,21 @@ void VornSurveyPoint<ClassType, kClassTexts>::Serialize(CArchive& ar, const char
 template void VornSurveyPoint<VornCtrlClass, kVornCtrlClassTexts>::Serialize(CArchive&, const char*);
 template void VornSurveyPoint<VornBMClass, kVornBMClassTexts>::Serialize(CArchive&, const char*);
 
-void VornGmPnt::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornGmPnt::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_number);
   record.Field(m_name);
 }
 
-void VornGmPnts::Serialize(CArchive& ar, const char* tag) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornGmPnts::Serialize(CArchive& ar, const char*) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_name2);
   record.Field(m_points);
 }
 
-void VornCtrlPoints::Serialize(CArchive& ar, const char* tag, bool withGmPnts) {
-  const CString version(tag);
-  ArchiveRecord record(ar, version);
+void VornCtrlPoints::Serialize(CArchive& ar, const char*, bool withGmPnts) {
+  ArchiveRecord record(ar);
   record.Field(m_name);
   record.Field(m_ctrlPos);
   record.Field(m_benchMarks);

@@ -46,7 +46,7 @@ constexpr std::array kSiblingCodes = {
 VornStructureType::VornStructureType() : Vorn_Base("tsf:StructureType"), m_stationType("NO") {}
 
 bool VornStructureType::toXML(PimIterator* cursor) {
-  if (VornSchema::Instance().GetVersion() < VornSchema::Version40) return true;
+  if (VornSchema::Instance().IsVer2()) return true;
   return MakeChild(cursor, m_tagName.View(), VornSchema::Instance().Tsf()) && AddAttr(cursor, "type", m_type.View()) &&
          AddAttr(cursor, "jobName", m_jobName.View()) && AddAttr(cursor, "company", m_company.View()) &&
          AddAttr(cursor, "stationType", m_stationType.View()) && ReturnParent(cursor);

@@ -11,15 +11,23 @@ namespace {
 
 using WorkType = VornStructureType::Type;
 
+using Flags = decltype(VornFormAttr::flags);
+
+/// What may be done with a form of earthwork.
+constexpr Flags kEarthwork = {1, 1, 1, 0, 0, 1, 0, 0};
+/// Intended: the seventh flag is set where road and river forms set the sixth, so a host can tell the editions' forms
+/// apart.
+constexpr Flags kEdition20Earthwork = {1, 1, 1, 0, 0, 0, 1, 0};
+
 constexpr std::array kRoadForms = {
-    VornFormAttr{u8"路体盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
-    VornFormAttr{u8"路床盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
-    VornFormAttr{u8"掘削工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+    VornFormAttr{u8"路体盛土工"_cp932.data(), kEarthwork},
+    VornFormAttr{u8"路床盛土工"_cp932.data(), kEarthwork},
+    VornFormAttr{u8"掘削工"_cp932.data(), kEarthwork},
 };
 
 constexpr std::array kRiverForms = {
-    VornFormAttr{u8"盛土工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
-    VornFormAttr{u8"掘削工"_cp932.data(), {1, 1, 1, 0, 0, 1, 0, 0}},
+    VornFormAttr{u8"盛土工"_cp932.data(), kEarthwork},
+    VornFormAttr{u8"掘削工"_cp932.data(), kEarthwork},
 };
 
 constexpr std::array kOtherForms = {
@@ -27,10 +35,9 @@ constexpr std::array kOtherForms = {
     VornFormAttr{u8"基準面"_cp932.data(), {}},
 };
 
-// Intended: byte 7 is set here where road and river forms set byte 6, so a host can tell the editions' forms apart.
 constexpr std::array kEdition20Forms = {
-    VornFormAttr{u8"盛土工"_cp932.data(), {1, 1, 1, 0, 0, 0, 1, 0}},
-    VornFormAttr{u8"切土工"_cp932.data(), {1, 1, 1, 0, 0, 0, 1, 0}},
+    VornFormAttr{u8"盛土工"_cp932.data(), kEdition20Earthwork},
+    VornFormAttr{u8"切土工"_cp932.data(), kEdition20Earthwork},
 };
 
 constexpr VornFormAttr kReferenceSurface = {u8"基準面"_cp932.data(), {1, 1, 1, 0, 0, 0, 0, 0}};
