@@ -599,21 +599,24 @@ def checksum_of_tests():
     return digest.hexdigest()[:16]
 
 
-def former_outcomes(path, tests):
-    """What is known already; what survived is asked again when the tests have changed."""
+def former_outcomes(path, tests, equivalent):
+    """What is known already; what survived is asked again when the tests have changed, unless nobody could notice it."""
     if not os.path.exists(path):
         return {}
     with open(path, encoding="utf-8") as file:
         outcomes = {outcome["key"]: outcome for outcome in map(json.loads, file)}
-    return {key: o for key, o in outcomes.items() if o["outcome"] != "survived" or o["tests"] == tests}
+    return {
+        key: o for key, o in outcomes.items()
+        if o["outcome"] != "survived" or o["tests"] == tests or key in equivalent
+    }  # fmt: skip
 
 
-def try_mutants(workshop, mutants, lines_run, jobs, minutes):
+def try_mutants(workshop, mutants, lines_run, equivalent, jobs, minutes):
     """The outcomes of as many mutants as the time allows."""
     deadline = time.monotonic() + 60 * minutes
     path = os.path.join(workshop.directory, "outcomes.jsonl")
     tests = checksum_of_tests()
-    outcomes = former_outcomes(path, tests)
+    outcomes = former_outcomes(path, tests, equivalent)
     waiting = [mutant for mutant in mutants if mutant.key not in outcomes]
 
     def attempt(mutant):
@@ -687,8 +690,9 @@ def main():
         for mutant in mutants:
             print(f"{mutant.path}:{mutant.line}: {mutant.mutation.kind}: {mutant.change}")
         return 0
-    outcomes = try_mutants(workshop, mutants, lines_that_run(workshop.build), options.jobs, options.minutes)
     equivalent = EquivalentMutants()
+    lines_run = lines_that_run(workshop.build)
+    outcomes = try_mutants(workshop, mutants, lines_run, equivalent.keys, options.jobs, options.minutes)
     equivalent.excuse(outcomes)
     share = sum_up(workshop.directory, outcomes)
     for mistake in equivalent.mistakes:
