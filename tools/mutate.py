@@ -5,8 +5,9 @@ A mutant that no test notices shows what the tests do not look at. Mutants that 
 that of the original, do not count. The sources stay as they are: a changed file stands in a folder of its own, and only
 what includes it is compiled anew, with the rest of BUILD, a build of the preset `coverage`. Which programs run a line
 comes from what `make coverage` left there. BUILD/mutants/outcomes.jsonl keeps what became of every mutant, from which
-the next run resumes; BUILD/mutants/survivors.txt lists what was not caught. Survivors that tools/equivalent_mutants.toml
-explains do not count. Exits with 1 where fewer than 95 % of the others are caught, or where that list is wrong.
+the next run resumes; BUILD/mutants/survivors.txt lists what was not caught. Survivors that equivalent_mutants.toml
+beside this file explains do not count. Exits with 1 where fewer than 95 % of the others are caught, or where that list
+is wrong.
 
 Sources are taken to be formatted: an operator between blanks has two operands, `<` without them opens a template's
 arguments.
@@ -600,7 +601,7 @@ def checksum_of_tests():
 
 
 def former_outcomes(path, tests, equivalent):
-    """What is known already; what survived is asked again when the tests have changed, unless nobody could notice it."""
+    """What is known already; what survived is asked again when the tests have changed, if anybody could notice it."""
     if not os.path.exists(path):
         return {}
     with open(path, encoding="utf-8") as file:
