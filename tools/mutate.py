@@ -5,7 +5,9 @@ A mutant that no test notices shows what the tests do not look at. Mutants that 
 that of the original, do not count. The sources stay as they are: a changed file stands in a folder of its own, and only
 what includes it is compiled anew, with the rest of BUILD, a build of the preset `coverage`. Which programs run a line
 comes from what `make coverage` left there. BUILD/mutants/outcomes.jsonl keeps what became of every mutant, from which
-the next run resumes; BUILD/mutants/survivors.txt lists what was not caught. Exits with 1 where fewer than 95 % are.
+the next run resumes; BUILD/mutants/survivors.txt lists what was not caught. Survivors that equivalent_mutants.toml
+beside this file explains do not count. Exits with 1 where fewer than 95 % of the others are caught, or where that list
+is wrong.
 
 Sources are taken to be formatted: an operator between blanks has two operands, `<` without them opens a template's
 arguments.
@@ -29,12 +31,14 @@ import subprocess
 import sys
 import threading
 import time
+import tomllib
 from collections import namedtuple
 
 from coverage import PROGRAMS, ROOT, report_path
 
 LEAST_CAUGHT = 95.0
 LIBRARY = "libvorn.so"
+EQUIVALENT_MUTANTS = os.path.join("tools", "equivalent_mutants.toml")
 
 DATA_TABLES = "vorn/platform/code_page_932*table.h"  # numbers by the thousand, which no one wrote by hand
 
@@ -274,6 +278,12 @@ def mutations_of(text):
 # --- The sample ------------------------------------------------------------------------------------------------------
 
 
+def whole_lines(text, start, end):
+    """The lines that a stretch of a text stands in, as one."""
+    first = text.rfind("\n", 0, start) + 1
+    return " ".join(text[first : text.index("\n", end)].split())
+
+
 class Mutant:
     """One change of one file."""
 
@@ -283,18 +293,24 @@ class Mutant:
         self.line = text.count("\n", 0, mutation.start) + 1
         self.last_line = text.count("\n", 0, mutation.end) + 1
         self.text = text[: mutation.start] + mutation.replacement + text[mutation.end :]
+        self.line_before = whole_lines(text, mutation.start, mutation.end)
+        self.line_after = whole_lines(self.text, mutation.start, mutation.start + len(mutation.replacement))
         before = text[mutation.start : mutation.end]
         self.change = f"{' '.join(before.split())}  ->  {' '.join(mutation.replacement.split()) or '(nothing)'}"
         self.key = hashlib.sha256(f"{path}\0{self.text}".encode()).hexdigest()[:16]
+
+
+def mutants_of(path):
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        text = file.read()
+    return [Mutant(path, text, mutation) for mutation in mutations_of(text)]
 
 
 def draw_mutants(paths, count, seed):
     """So many mutants, at least one of every file, otherwise as many of each as there is to change in it."""
     everything = {}
     for path in sorted(paths):
-        with open(os.path.join(ROOT, path), encoding="utf-8") as file:
-            text = file.read()
-        mutants = [Mutant(path, text, mutation) for mutation in mutations_of(text)]
+        mutants = mutants_of(path)
         random.Random(f"{seed} {path}").shuffle(mutants)
         if mutants:
             everything[path] = mutants
@@ -304,6 +320,38 @@ def draw_mutants(paths, count, seed):
     for mutants in everything.values():
         drawn += mutants[: max(1, math.floor(share * len(mutants) + 0.5))]
     return drawn
+
+
+class EquivalentMutants:
+    """The mutants that nobody could notice, as the sources list them."""
+
+    def __init__(self):
+        self.keys = set()
+        self.mistakes = []
+        with open(os.path.join(ROOT, EQUIVALENT_MUTANTS), "rb") as file:
+            entries = tomllib.load(file)["mutant"]
+        self.files = {entry["file"]: None for entry in entries}
+        for path in self.files:
+            self.files[path] = mutants_of(path) if os.path.exists(os.path.join(ROOT, path)) else []
+        for entry in entries:
+            for after in entry["becomes"]:
+                self._add(entry["file"], entry["line"], after)
+
+    def _add(self, path, before, after):
+        meant = [m for m in self.files[path] if (m.line_before, m.line_after) == (before, after)]
+        if len(meant) != 1:
+            self.mistakes.append(f"{path}: {len(meant)} mutants of this kind: {before}  ->  {after}")
+        self.keys.update(mutant.key for mutant in meant)
+
+    def excuse(self, outcomes):
+        """Marks the survivors among the outcomes that are equivalent; one that was caught is none."""
+        for outcome in outcomes:
+            if outcome["key"] not in self.keys:
+                continue
+            if outcome["outcome"] == "survived":
+                outcome["outcome"] = "equivalent"
+            elif outcome["outcome"] in CAUGHT:
+                self.mistakes.append(f"{outcome['place']}: a test notices it: {outcome['change']}")
 
 
 # --- Building and running --------------------------------------------------------------------------------------------
@@ -552,21 +600,24 @@ def checksum_of_tests():
     return digest.hexdigest()[:16]
 
 
-def former_outcomes(path, tests):
-    """What is known already; what survived is asked again when the tests have changed."""
+def former_outcomes(path, tests, equivalent):
+    """What is known already; what survived is asked again when the tests have changed, if anybody could notice it."""
     if not os.path.exists(path):
         return {}
     with open(path, encoding="utf-8") as file:
         outcomes = {outcome["key"]: outcome for outcome in map(json.loads, file)}
-    return {key: o for key, o in outcomes.items() if o["outcome"] != "survived" or o["tests"] == tests}
+    return {
+        key: o for key, o in outcomes.items()
+        if o["outcome"] != "survived" or o["tests"] == tests or key in equivalent
+    }  # fmt: skip
 
 
-def try_mutants(workshop, mutants, lines_run, jobs, minutes):
+def try_mutants(workshop, mutants, lines_run, equivalent, jobs, minutes):
     """The outcomes of as many mutants as the time allows."""
     deadline = time.monotonic() + 60 * minutes
     path = os.path.join(workshop.directory, "outcomes.jsonl")
     tests = checksum_of_tests()
-    outcomes = former_outcomes(path, tests)
+    outcomes = former_outcomes(path, tests, equivalent)
     waiting = [mutant for mutant in mutants if mutant.key not in outcomes]
 
     def attempt(mutant):
@@ -599,11 +650,12 @@ def sum_up(directory, outcomes):
         for o in survivors:
             file.write(f"{o['place']}: {o['kind']}: {o['change']}{' (' + o['by'] + ')' if o['by'] else ''}\n")
     kinds = sorted({o["kind"] for o in outcomes})
-    print(f"\n{'':<14}{'mutants':>9}{'caught':>9}{'survived':>10}{'same code':>11}{'no program':>12}")
+    others = {"survived": 10, "equivalent": 12, "same code": 11, "does not compile": 18}
+    print(f"\n{'':<14}{'mutants':>9}{'caught':>9}" + "".join(f"{name:>{width}}" for name, width in others.items()))
     for kind in [*kinds, "all"]:
         of_kind = [o["outcome"] for o in outcomes if kind in (o["kind"], "all")]
-        row = [sum(o in CAUGHT for o in of_kind), *map(of_kind.count, ("survived", "same code", "does not compile"))]
-        print(f"{kind:<14}{len(of_kind):>9}{row[0]:>9}{row[1]:>10}{row[2]:>11}{row[3]:>12}")
+        row = "".join(f"{of_kind.count(name):>{width}}" for name, width in others.items())
+        print(f"{kind:<14}{len(of_kind):>9}{sum(o in CAUGHT for o in of_kind):>9}{row}")
     counted = caught + len(survivors)
     share = 100.0 * caught / counted if counted else 100.0
     seconds = sum(o["seconds"] for o in outcomes)
@@ -639,8 +691,14 @@ def main():
         for mutant in mutants:
             print(f"{mutant.path}:{mutant.line}: {mutant.mutation.kind}: {mutant.change}")
         return 0
-    outcomes = try_mutants(workshop, mutants, lines_that_run(workshop.build), options.jobs, options.minutes)
-    return 0 if sum_up(workshop.directory, outcomes) >= LEAST_CAUGHT else 1
+    equivalent = EquivalentMutants()
+    lines_run = lines_that_run(workshop.build)
+    outcomes = try_mutants(workshop, mutants, lines_run, equivalent.keys, options.jobs, options.minutes)
+    equivalent.excuse(outcomes)
+    share = sum_up(workshop.directory, outcomes)
+    for mistake in equivalent.mistakes:
+        print(f"{EQUIVALENT_MUTANTS}: {mistake}", file=sys.stderr)
+    return 0 if share >= LEAST_CAUGHT and not equivalent.mistakes else 1
 
 
 if __name__ == "__main__":

@@ -107,6 +107,16 @@ TEST(ArchiveWithoutMemory, HasRecordsInWholeElements) {
   ExpectStoredAndLoaded(infos);
 }
 
+TEST(PointMemory, IsNotTakenForARoleThatALoadedPointDoesNotHave) {
+  VornComposedPnt point = model_test::PointOn(VornLocation::Left);
+  const CString tag("06.50");
+  const Bytes bytes = test_support::Stored([&](CArchive& ar) { point.Serialize(ar, tag); });
+  VornComposedPnt loaded;
+  test_support::LoadingArchive ar(bytes);
+  loaded.Serialize(*ar, tag);
+  EXPECT_EQ(allocation_test::AllocationsOf([&] { const VornComposedPnt copy = loaded; }), 0u);
+}
+
 TEST(ArchiveWithoutMemory, HasASetInWholeElements) {
   VornXSections set = FullSet();
   set.GetXSectionArray().RemoveAt(1);

@@ -106,6 +106,8 @@ void ExpectWholeArrays(const Array& array, const Item& item) {
   Array longer = array;
   longer.Add(item);
   expect([&](Array& changing) { changing.Copy(longer); });
+  // One more than the array has: it has to grow twice for them.
+  ExpectOldOrNew(array, [&](Array& changing) { changing.Append(longer); });
   expect([&](Array& changing) { changing.SetSize(20); });
 }
 
@@ -202,6 +204,9 @@ TEST(PointWithoutMemory, IsAsItWasInEveryOperation) {
       point.InitDetail(t);
     });
   }
+  VornComposedPnt named = model_test::PointOn(VornLocation::Left);  // in its main role only
+  named.SetXSectName(kNewName);
+  ExpectOldOrNew(named, [](VornComposedPnt& point) { point.SetXSectName("", 77, PntType::Both); });
   ExpectWholePoint([](VornComposedPnt& point) { point.SetConnectionAutoLine(0, 1); });
   ExpectWholePoint([](VornComposedPnt& point) {
     point.FromMainToSub();
@@ -231,6 +236,16 @@ TEST(OutputsWithoutMemory, AreAsTheyWere) {
   ExpectOldOrNew(texts,
                  [](CStringArray& items) { Vorn_Base::DivideString("one two a-third-that-takes-memory", items); });
   ExpectOldOrNew(texts, [](CStringArray& codes) { FullForm(kNewName).GetNoriCodeArray(VornLocation::Left, codes); });
+}
+
+TEST(OutputsWithoutMemory, GetAllFormsOfAKindOrNone) {
+  const VornTypeManager manager;
+  for (const auto append : {&VornTypeManager::Road, &VornTypeManager::River, &VornTypeManager::Other}) {
+    VornTypeManager::List forms;
+    allocation_test::FailEachAllocation([&] { forms = VornTypeManager::List(); }, [&] { (manager.*append)(forms); },
+                                        [&] { EXPECT_TRUE(forms.IsEmpty()); });
+    EXPECT_FALSE(forms.IsEmpty());
+  }
 }
 
 TEST(SchemaWithoutMemory, KeepsItsEdition) {

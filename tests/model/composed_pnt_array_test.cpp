@@ -596,6 +596,8 @@ TEST(ComposedPntArrayDistance, UsesTheOffsetForTheFirstPointOnly) {
   EXPECT_THAT(DistancesFromCL({Right(2.0, kUnset), Right(3.0, 0.0)}, false, 1.0), ElementsAre(3.0, 3.0));
   EXPECT_THAT(DistancesFromCL({Left(2.0, kUnset), Left(3.0, 0.0)}, true, 1.0), ElementsAre(-1.0, -3.0));
   EXPECT_THAT(DistancesFromCL({Right(kUnset, 0.0), Right(3.0, 0.0)}, false, 1.0), ElementsAre(kUntouched, 3.0));
+  const auto slope = RightSlope(DataType::Percent, kUnset, 0.0, 1.0, 1.0);
+  EXPECT_THAT(DistancesFromCL({slope, Right(3.0, 0.0)}, false, 1.0), ElementsAre(kUntouched, 3.0));
 }
 
 struct Completeness {
@@ -657,6 +659,9 @@ TEST(ComposedPntArrayHeight, GoesOnFromTheLastCompletePoint) {
               ElementsAre(12.0, 17.0, 15.0));
   EXPECT_THAT(
       Heights({Right(1.0, 2.0), RightSlope(DataType::Rate, 1.0, 5.0, kUnset, kUnset), Right(1.0, 3.0)}, false, 10.0),
+      ElementsAre(12.0, 17.0, 15.0));
+  EXPECT_THAT(
+      Heights({Right(1.0, 2.0), RightSlope(DataType::Rate, kUnset, 5.0, 1.0, 1.0), Right(1.0, 3.0)}, false, 10.0),
       ElementsAre(12.0, 17.0, 15.0));
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -719,6 +720,31 @@ TEST(ComposedPnt, ResetsASingleRecordTheSameWay) {
   EXPECT_EQ(detail.AutoLineNext, 0);
   EXPECT_THAT(Items(detail.Measure), ElementsAre(VornMeasureInfo{6, 7}));
   EXPECT_EQ(detail.FormID, kNone);
+}
+
+TEST(ComposedPnt, HasRecordsThatAreEqualInEveryMemberOrDiffer) {
+  using Detail = VornComposedPnt::Detail;
+  const std::vector<void (*)(Detail&)> changes = {
+      [](Detail& detail) { detail.Code = "A"; },       [](Detail& detail) { detail.XSectName = "N"; },
+      [](Detail& detail) { detail.Measure.Add({}); },  [](Detail& detail) { detail.XSectType = 1; },
+      [](Detail& detail) { detail.XSectNameID = 2; },  [](Detail& detail) { detail.DekiPairID = 3; },
+      [](Detail& detail) { detail.AutoLinePrev = 4; }, [](Detail& detail) { detail.AutoLineNext = 5; },
+      [](Detail& detail) { detail.FormID = 6; },
+  };
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    Detail detail;
+    changes[i](detail);
+    Detail same;
+    EXPECT_FALSE(detail == same) << i;
+    changes[i](same);
+    EXPECT_TRUE(detail == same) << i;
+  }
+}
+
+TEST(ComposedPnt, HasMeasurementsThatAreEqualInBothNumbersOrDiffer) {
+  EXPECT_TRUE((VornMeasureInfo{1, 2} == VornMeasureInfo{1, 2}));
+  EXPECT_FALSE((VornMeasureInfo{1, 2} == VornMeasureInfo{3, 2}));
+  EXPECT_FALSE((VornMeasureInfo{1, 2} == VornMeasureInfo{1, 3}));
 }
 
 TEST(ComposedPnt, CopiesTheRecordsOfAnotherPointAndNothingElse) {

@@ -648,6 +648,17 @@ TEST(XSectionInsertPoint, FindsNoSegmentBesideAPointWithoutAPosition) {
   EXPECT_EQ(PointsOf(section).GetSize(), 3);
 }
 
+TEST(XSectionInsertPoint, FindsNoSegmentBesideAPointOfWhichOnlyTheHeightIsKnown) {
+  VornComposedPnt halfPlaced = PointOn(kRight);
+  halfPlaced.SetGh(5.0);
+  VornXSection section =
+      SectionOf({FormOf("road", {PointAt(kCenter, 10.0, 0.0), halfPlaced, PointAt(kRight, 10.0, 10.0)})});
+  section.InsertPoint({7.5, 0.0}, kRight);
+  section.InsertPoint({7.5, 5.0}, kRight);
+  EXPECT_EQ(PointsOf(section).GetSize(), 3);
+  EXPECT_TRUE(PointsOf(section)[1].GetSeriesPnt());
+}
+
 TEST(XSectionCalcCrossPoint, InsertsTheLeftCrossingFirst) {
   VornXSection section = SectionOf({FormOf("road", {PointAt(kCenter, 10.0, 0.0), PointAt(kRight, 0.0, 10.0),
                                                     PointAt(kLeft, 10.0, -5.0), PointAt(kLeft, 0.0, -15.0)})});

@@ -79,6 +79,16 @@ TEST(CMemFile, ReadsAndWritesNothingWithoutMemory) {
   EXPECT_THAT(file.Bytes(), ElementsAre(1));
 }
 
+TEST(CMemFile, DoesNotGrowWhenNothingIsWrittenBehindItsEnd) {
+  for (const std::int64_t position : {std::int64_t{5}, kFarthest}) {
+    CMemFile file(Bytes{1});
+    file.Seek(position, CFile::begin);
+    file.Write(nullptr, 0);
+    EXPECT_THAT(file.Bytes(), ElementsAre(1)) << position;
+    EXPECT_EQ(file.GetPosition(), static_cast<std::uint64_t>(position));
+  }
+}
+
 TEST(CMemFile, MovesFromEitherEndAndFromWhereItIs) {
   CMemFile file(Bytes{1, 2, 3, 4});
   EXPECT_EQ(file.Seek(3, CFile::begin), 3u);

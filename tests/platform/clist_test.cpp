@@ -84,6 +84,15 @@ TEST(CList, IsItsOwnCopy) {
   EXPECT_THAT(Items(list), ElementsAre(1, 2));
 }
 
+TEST(CList, KeepsItsItemsWhenItIsMovedOntoItself) {
+  CList<int> list;
+  list.AddTail(1);
+  CList<int>& same = list;
+  list = std::move(same);
+  list.AddTail(2);
+  EXPECT_THAT(Items(list), ElementsAre(1, 2));
+}
+
 TEST(CList, GoesOnWhereItWasWhenItIsMoved) {
   CList<int> list;
   list.AddTail(1);

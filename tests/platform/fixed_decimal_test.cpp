@@ -172,6 +172,10 @@ TEST(FixedDecimal, CutsARoundedValueToTheLargestDouble) {
   EXPECT_EQ(FixedDecimal::Round(DBL_MAX, -308), DBL_MAX);
   EXPECT_EQ(FixedDecimal::Round(-DBL_MAX, -308), -DBL_MAX);
   EXPECT_EQ(Text(DBL_MAX, -308), "2" + std::string(308, '0'));
+  // To fewer and fewer digits of it: up, where it would become an infinity, or down.
+  EXPECT_EQ(FixedDecimal::Round(DBL_MAX, -293), DBL_MAX);
+  EXPECT_EQ(FixedDecimal::Round(DBL_MAX, -294), DBL_MAX);
+  EXPECT_EQ(FixedDecimal::Round(DBL_MAX, -297), 1.79769313486e308);
 }
 
 TEST(FixedDecimal, HasNoTextForInfinitiesAndNan) {

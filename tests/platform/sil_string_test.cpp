@@ -61,6 +61,10 @@ TEST(SilString, CutsNumbersThatADoubleCannotHold) {
 
 TEST(SilString, ReadsTheWholeRangeOfDoubles) {
   EXPECT_EQ(SilString::ToDouble("1.7976931348623157e308"), DBL_MAX);
+  EXPECT_EQ(SilString::ToDouble("1.7976931348623158e308"), DBL_MAX);
+  EXPECT_EQ(SilString::ToDouble("1.7976931348623159e308"), DBL_MAX) << "would be rounded to an infinity";
+  EXPECT_EQ(SilString::ToDouble("2.5e-324"), 5e-324);
+  EXPECT_EQ(SilString::ToDouble("2.4e-324"), 0.0);
   EXPECT_EQ(SilString::ToDouble("2.2250738585072014e-308"), DBL_MIN);
   EXPECT_EQ(SilString::ToDouble("5e-324"), 5e-324);
   EXPECT_EQ(SilString::ToDouble("1" + std::string(400, '0') + "e-400"), 1.0);

@@ -107,6 +107,15 @@ TEST_F(WexKeyTest, ApplicationSubKeyIsCreatedWhenNeeded) {
   EXPECT_FALSE(WexGetApplicationSubKey(nullptr, "Grid", nullptr));
 }
 
+TEST_F(WexKeyTest, TellsWhatItsStoreDoesNotTake) {
+  WexSetApplicationStore(std::make_shared<test_support::RefusingStore>("App"), "App");
+  WexKey key;
+  ASSERT_TRUE(key.Open(nullptr, ""));
+  EXPECT_FALSE(key.SetInt("Size", 1));
+  EXPECT_FALSE(key.SetString("Name", "x"));
+  EXPECT_TRUE(key.IsOpen());
+}
+
 TEST_F(WexKeyTest, GroupEnclosesCallsOnItsStore) {
   const auto store = std::make_shared<test_support::RecordingStore>();
   WexSetApplicationStore(store, "");

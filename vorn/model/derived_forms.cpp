@@ -65,15 +65,11 @@ std::vector<int> InnerPoints(const Vorn_ComposedPntArray& points) {
   return {order.begin() + 1, order.end() - 1};
 }
 
-/// What a form gets for a new point of the form above it.
-/// @param above the point that it hangs on
-/// @param added the point of the design surface that started it all
-VornComposedPnt DerivedPoint(const VornComposedPnt& above, const VornComposedPnt& added) {
+/// What a form gets for a new point of the form above it, on which it hangs.
+VornComposedPnt DerivedPoint(const VornComposedPnt& above) {
   VornComposedPnt point;
   point.AttrCopy(above);
   point.SetParentID(above.GetSerialID());
-  point.SetOrgID(added.GetOrgID());
-  point.SetPointType(added.GetPointType());
   return point;
 }
 
@@ -148,7 +144,7 @@ void AddBetween(Vorn_BuildFormArray& forms, const DerivedForms& derived, int for
     const int place = points.FindParent(outer);
     if (place < 0) return;
     outer = points[place].GetSerialID();
-    points.InsertAt(place, DerivedPoint(above, added));
+    points.InsertAt(place, DerivedPoint(above));
     above = points[place];
   }
 }
@@ -194,7 +190,7 @@ void AddWhereItLies(Vorn_BuildFormArray& forms, const DerivedForms& derived, Par
     Vorn_ComposedPntArray& points = forms[level].GetComposedPntArray();
     const std::optional<int> place = IndexWhereItLies(points, parents.Of(level), added);
     if (!place) return;
-    points.InsertAt(*place, DerivedPoint(above, added));
+    points.InsertAt(*place, DerivedPoint(above));
     parents.Forget(level);
     above = points[*place];
   }

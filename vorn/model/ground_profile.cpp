@@ -52,16 +52,14 @@ struct VornGroundProfile::DesignSegment {
   }
 
   /// The whole box lies on one side of the line through the segment, farther from it than the exact test lets an end
-  /// reach and than rounding may count for. Everything here is a distance times the segment's length.
+  /// reach: twice as far, as rounding does not come to a hundredth of that reach while coordinates keep to the limit.
+  /// Everything here is a distance times the segment's length.
   [[nodiscard]] bool IsBeside(const Box& box) const {
-    constexpr double kRounding = 64.0 * std::numeric_limits<double>::epsilon();
     const TamWorld2 half = {(box.high.x - box.low.x) / 2.0, (box.high.y - box.low.y) / 2.0};
     const TamWorld2 middle = {(box.low.x + box.high.x) / 2.0 - a.x, (box.low.y + box.high.y) / 2.0 - a.y};
     const double distance = std::abs(way.x * middle.y - way.y * middle.x);
     const double extent = std::abs(way.x) * half.y + std::abs(way.y) * half.x;
-    const double rounding = kRounding * (std::abs(way.x) * (std::abs(middle.y) + half.y + std::abs(a.y)) +
-                                         std::abs(way.y) * (std::abs(middle.x) + half.x + std::abs(a.x)));
-    return distance > extent + 2.0 * reach + rounding;
+    return distance > extent + 2.0 * reach;
   }
 
   TamWorld2 a;

@@ -93,7 +93,7 @@ bool VornTypeManager::Find(VornFormAttr& attr, WorkType type, const CString& nam
 }
 
 bool VornTypeManager::Find(VornFormAttr& attr, const CString& name) const {
+  // The forms of other work are among those of either.
   return Find(attr, WorkType::RoadEarthwork, name, true, true) ||
-         Find(attr, WorkType::RiverCoastErosionControl, name, true, true) ||
-         Find(attr, WorkType::Other, name, true, true);
+         Find(attr, WorkType::RiverCoastErosionControl, name, false, false);
 }
