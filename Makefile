@@ -42,6 +42,7 @@ command-line: configure
 deb: dependencies
 	cmake --preset deb
 	cmake --build --preset deb
+	rm -f build/deb/*.deb
 	cpack --preset deb
 	tests/package/debian_packages_test.py build/deb
 
