@@ -51,7 +51,7 @@ class VornConan(ConanFile):
         toolchain = CMakeToolchain(self)
         toolchain.variables["VORN_BUILD_BOTH_KINDS"] = False
         toolchain.variables["VORN_BUILD_HOST"] = bool(self.options.with_host)
-        for part in ("TESTS", "BENCH", "PYTHON"):
+        for part in ("TESTS", "BENCH", "EXAMPLES", "PYTHON"):
             toolchain.variables[f"VORN_BUILD_{part}"] = False
         toolchain.variables["VORN_WERROR"] = False
         toolchain.generate()

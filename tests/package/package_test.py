@@ -232,10 +232,23 @@ class Recipes(unittest.TestCase):
                          {reference.partition("/")[0] for reference in recipe.required})  # fmt: skip
         recipe.generate()
         self.check_options(recipe.toolchain.variables)
+        self.check_that_the_exported_sources_are_enough(recipe)
         recipe.package_info()
         for component in recipe.cpp_info.components.values():
             self.assertTrue(library(f"lib{component.libs[0]}.a"))
         ast.parse(text_of("conanfile.py"))
+
+    def check_that_the_exported_sources_are_enough(self, recipe):
+        exported = os.path.join(folder, "exported")
+        for pattern in recipe.exports_sources:
+            if pattern.endswith("/*"):
+                shutil.copytree(source(pattern[:-2]), os.path.join(exported, pattern[:-2]))
+            else:
+                os.makedirs(os.path.dirname(os.path.join(exported, pattern)), exist_ok=True)
+                shutil.copy(source(pattern), os.path.join(exported, pattern))
+        options = [f"-D{name}={value}" for name, value in recipe.toolchain.variables.items()]
+        run(cmake, "-G", "Ninja", "-S", exported, "-B", os.path.join(exported, "build"),
+            f"-DCMAKE_CXX_COMPILER={cxx}", "-DCMAKE_BUILD_TYPE=Release", *options)  # fmt: skip
 
     def check_options(self, names):
         known = set(re.findall(r"^option\((\w+)", text_of("CMakeLists.txt"), re.M))

@@ -6,7 +6,8 @@ vcpkg_check_features(OUT_FEATURE_OPTIONS FEATURE_OPTIONS FEATURES host VORN_BUIL
 # VCPKG_LIBRARY_LINKAGE reaches the build as BUILD_SHARED_LIBS.
 vcpkg_cmake_configure(SOURCE_PATH "${SOURCE_PATH}"
                       OPTIONS ${FEATURE_OPTIONS} -DVORN_BUILD_BOTH_KINDS=OFF -DVORN_BUILD_TESTS=OFF
-                              -DVORN_BUILD_BENCH=OFF -DVORN_BUILD_PYTHON=OFF -DVORN_WERROR=OFF)
+                              -DVORN_BUILD_BENCH=OFF -DVORN_BUILD_EXAMPLES=OFF -DVORN_BUILD_PYTHON=OFF
+                              -DVORN_WERROR=OFF)
 vcpkg_cmake_install()
 vcpkg_cmake_config_fixup(CONFIG_PATH lib/cmake/vorn)
 vcpkg_fixup_pkgconfig()
