@@ -178,7 +178,7 @@ class Consumers(unittest.TestCase):
         flags = run("pkg-config", "--cflags", "--libs", *static, package, env=where)
         flags = [word.replace("\0", " ") for word in flags.replace("\\ ", "\0").split()]
         self.assertEqual(f"{version}\n", run("pkg-config", "--modversion", package, env=where))
-        out = os.path.join(folder, f"{program}{''.join(link_options)}")
+        out = os.path.join(folder, f"{program}-of-{package}{'-static' if static else ''}")
         run(cxx, "-std=c++20", source("tests", "package", "consumer", f"{program}.cpp"), "-o", out, *flags, *link_options)
         return out
 
@@ -186,8 +186,9 @@ class Consumers(unittest.TestCase):
         self.check(self.compile("library_consumer", "vorn", "-static"))
 
     def test_pkg_config_shared(self):
-        programs = [self.compile("library_consumer", "vorn"), self.compile("host_consumer", "vorn-host")]
-        self.check(*programs, env={**os.environ, "LD_LIBRARY_PATH": os.path.dirname(library("libvorn.so"))})
+        # The host finds the library beside it.
+        found = f"-Wl,-rpath,{os.path.dirname(library('libvorn.so'))}"
+        self.check(self.compile("library_consumer", "vorn", found), self.compile("host_consumer", "vorn-host", found))
 
 
 class Recipes(unittest.TestCase):
