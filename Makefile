@@ -5,7 +5,7 @@ FORMATTED_FILES = find $(FORMATTED_DIRS) \( -name '*.h' -o -name '*.cpp' \) -pri
 CLANG_FORMAT = clang-format-14
 
 .PHONY: demo test docs bench instruction-counts coverage mutants fuzz dependencies configure format check-format \
-  clean thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind python-install
+  clean thorough m32 win64 win32 platform-dependencies clang static-analysis valgrind python-install command-line deb
 
 demo: configure
 	cmake --build --preset release --target vorn_cli
@@ -16,7 +16,7 @@ test: configure
 	ctest --preset release
 
 # What takes too long for every change: some three hours on two cores. .ci/run does the rest.
-thorough: clang static-analysis valgrind python-install coverage m32 win64 win32 fuzz
+thorough: clang static-analysis valgrind python-install deb coverage m32 win64 win32 fuzz
 
 clang: dependencies
 m32 win64: platform-dependencies
@@ -33,6 +33,18 @@ static-analysis: configure
 python-install: configure
 	cmake --build --preset release
 	ctest --preset release -C Long -R '^python_install$$'
+
+# The man page and the shell completions, from the tool's own help; `make test` compares with them.
+command-line: configure
+	cmake --build --preset release --target vorn_renew_command_line
+
+# Debian packages in build/deb: libvorn0.1, libvorn-dev, vorn. They are looked over, installed in a folder and removed.
+deb: dependencies
+	cmake --preset deb
+	cmake --build --preset deb
+	rm -f build/deb/*.deb
+	cpack --preset deb
+	tests/package/debian_packages_test.py build/deb
 
 valgrind: test
 	tools/valgrind_tests.sh build/release

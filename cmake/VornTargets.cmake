@@ -48,3 +48,26 @@ function(vorn_configure_target target)
     endif()
   endif()
 endfunction()
+
+# vorn_describe_library(<target> <name>): the name and the version of its file, and what it exports (exports.map).
+function(vorn_describe_library target name)
+  # Before 1.0.0, a minor version may change the interface.
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name} VERSION ${PROJECT_VERSION}
+                                             SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  get_target_property(kind ${target} TYPE)
+  if(kind STREQUAL "SHARED_LIBRARY" AND CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
+    set(exports "${CMAKE_CURRENT_SOURCE_DIR}/exports.map")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${exports}")
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS "${exports}")
+  endif()
+endfunction()
+
+# vorn_add_shared_library(<target> <name>): <target>_shared, a library of the objects of the static <target>.
+function(vorn_add_shared_library target name)
+  add_library(${target}_shared SHARED $<TARGET_OBJECTS:${target}>)
+  target_compile_features(${target}_shared PUBLIC cxx_std_20)
+  get_target_property(include_directories ${target} INTERFACE_INCLUDE_DIRECTORIES)
+  target_include_directories(${target}_shared INTERFACE ${include_directories})
+  set_target_properties(${target}_shared PROPERTIES LINKER_LANGUAGE CXX)
+  vorn_describe_library(${target}_shared ${name})
+endfunction()

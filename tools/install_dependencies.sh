@@ -10,6 +10,7 @@ packages=(
   clang-14 clang-format-14 clang-tidy-14 cppcheck gcovr libclang-rt-14-dev
   chromium chromium-driver fonts-noto-cjk
   git python3 python3-ezdxf python3-selenium
+  zsh fish man-db groff lintian
   pybind11-dev python3-dev python3-numpy python3-matplotlib python3-pytest mypy
   python3-pip python3-setuptools python3-venv python3-wheel
 )
