@@ -22,7 +22,10 @@ std::string Metres(const NurReal& value) {
                        : std::string("unset");
 }
 
-std::string Quoted(const CString& text) { return "'" + vorn_host::ToUtf8(text.View()) + "'"; }
+std::string DateText(const COleDateTime& date) {
+  const py::object value = ToPythonDate(date);
+  return value.is_none() ? "unset" : py::str(value).cast<std::string>();
+}
 
 // --- points --------------------------------------------------------------------------------------------------------
 
@@ -100,10 +103,8 @@ void AddPoint(py::module_& module) {
   cls.def_property_readonly(
       "is_valid", [](Element<Point>& e) { return InEdition(e, [](Point& point) { return point.IsEnable(); }); },
       "Whether the point has a code and tells its existence.");
-  cls.def("__repr__", [](Element<Point>& e) {
-    const Point& point = e.Read();
-    return "<vorn.ComposedPoint " + Quoted(point.GetCode()) + " offset " + Metres(point.GetCLDist()) + " height " +
-           Metres(point.GetGh()) + ">";
+  Repr(cls, [](const Point& point) {
+    return Quoted(point.GetCode()) + " offset " + Metres(point.GetCLDist()) + " height " + Metres(point.GetGh());
   });
 }
 
@@ -123,6 +124,7 @@ void AddCrossing(py::module_& module) {
   Property(cls, "offset", &Info::GetDist, &Info::SetDist,
            "Distance of the crossing from the centre line in metres; None when there is no crossing.");
   Property(cls, "id", &Info::GetID, &Info::SetID, "Connection identifier of the crossing point.");
+  Repr(cls, [](const Info& info) { return "offset " + Metres(info.GetDist()); });
 }
 
 void AddForm(py::module_& module) {
@@ -187,9 +189,8 @@ void AddForm(py::module_& module) {
       "Whether the form has a name and valid points and control targets.");
   cls.def(
       "find_point",
-      [](Element<Form>& e, const CString& code) -> Ref<Point> {
-        const int index = e.Read().GetComposedPntArray().Find(code);
-        return index < 0 ? nullptr : CollectionOf(e, kPoints)->At(index);
+      [](Element<Form>& e, const CString& code) {
+        return ItemOrNone(e, kPoints, e.Read().GetComposedPntArray().Find(code));
       },
       py::arg("code"), "The first point of that code (exactly); None when there is none.");
   cls.def(
@@ -203,10 +204,8 @@ void AddForm(py::module_& module) {
       py::arg("center_height"),
       "Recomputes the positions of all points from their input values, as the design's edition reads them.\n\n"
       ":param center_height: height of the centre line in metres; None counts as 0");
-  cls.def("__repr__", [](Element<Form>& e) {
-    const Form& form = e.Read();
-    return "<vorn.BuildForm " + Quoted(form.GetName()) + ", " + std::to_string(form.GetComposedPntArray().GetSize()) +
-           " points>";
+  Repr(cls, [](const Form& form) {
+    return Quoted(form.GetName()) + ", " + std::to_string(form.GetComposedPntArray().GetSize()) + " points";
   });
 }
 
@@ -231,9 +230,8 @@ void AddGroundPoint(py::module_& module) {
   ReadOnly(
       point, "is_valid", [](const Point& value) { return value.IsEnable(); },
       "Whether offset and height are both set.");
-  point.def("__repr__", [](Element<Point>& e) {
-    return "<vorn.GroundPoint offset " + Metres(e.Read().GetCLDist()) + " height " + Metres(e.Read().GetGh()) + ">";
-  });
+  Repr(point,
+       [](const Point& value) { return "offset " + Metres(value.GetCLDist()) + " height " + Metres(value.GetGh()); });
 }
 
 void AddGroundForm(py::module_& module) {
@@ -258,9 +256,8 @@ void AddGroundForm(py::module_& module) {
   ReadOnly(
       form, "is_valid", [](const Form& value) { return value.IsEnable(); },
       "Whether the form has a name and at least two valid points.");
-  form.def("__repr__", [](Element<Form>& e) {
-    return "<vorn.GroundForm " + Quoted(e.Read().GetName()) + ", " +
-           std::to_string(e.Read().GetComposedPntArray().GetSize()) + " points>";
+  Repr(form, [](const Form& value) {
+    return Quoted(value.GetName()) + ", " + std::to_string(value.GetComposedPntArray().GetSize()) + " points";
   });
 }
 
@@ -316,9 +313,8 @@ void AddSection(py::module_& module) {
       "Whether the existing ground is in use and has points.");
   cls.def(
       "find_form",
-      [](Element<Section>& e, const CString& name, const std::optional<CString>& code) -> Ref<VornBuildForm> {
-        const int index = e.Read().Find(name, code ? &*code : nullptr);
-        return index < 0 ? nullptr : CollectionOf(e, kForms)->At(index);
+      [](Element<Section>& e, const CString& name, const std::optional<CString>& code) {
+        return ItemOrNone(e, kForms, e.Read().Find(name, code ? &*code : nullptr));
       },
       py::arg("name"), py::arg("code") = py::none(),
       "The first form of that name (exactly) that, when a code is given, has a point of that code; otherwise None.");
@@ -345,10 +341,9 @@ void AddSection(py::module_& module) {
       [](Element<Section>& e) { EditInEdition(e, Rebuilds::Collections, [](Section& section) { section.SwapLR(); }); },
       "Exchanges left and right. Forms and points are to be taken from the section again.\n"
       "`DesignEditor.mirror` keeps control targets and input values in step.");
-  cls.def("__repr__", [](Element<Section>& e) {
-    const Section& section = e.Read();
-    return "<vorn.CrossSection station " + Metres(section.GetCumulativeDist()) + " " + Quoted(section.GetName()) +
-           ", " + std::to_string(section.GetBuildFormArray().GetSize()) + " forms>";
+  Repr(cls, [](const Section& section) {
+    return "station " + Metres(section.GetCumulativeDist()) + " " + Quoted(section.GetName()) + ", " +
+           std::to_string(section.GetBuildFormArray().GetSize()) + " forms";
   });
 }
 
@@ -391,9 +386,8 @@ void AddSet(py::module_& module) {
       "Whether both alignments are named, and there is at least one section, each valid.");
   cls.def(
       "find_section",
-      [](Element<Set>& e, double station, bool isBehindChange) -> Ref<VornXSection> {
-        const int index = e.Read().Find(NurReal(ToFinite(station)), isBehindChange);
-        return index < 0 ? nullptr : CollectionOf(e, kSections)->At(index);
+      [](Element<Set>& e, double station, bool isBehindChange) {
+        return ItemOrNone(e, kSections, e.Read().Find(NurReal(ToFinite(station)), isBehindChange));
       },
       py::arg("station"), py::arg("is_behind_change") = false,
       "The section less than 1e-6 m from a station (metres); of the two at a change of shape the one before it, or "
@@ -407,10 +401,8 @@ void AddSet(py::module_& module) {
         CollectionOf(e, kSections)->Insert(PlaceInOrder(e.Read().GetXSectionArray(), station.Value()), section);
       },
       py::arg("section"), "Adds a section in the order of stations, behind one at the same station.");
-  cls.def("__repr__", [](Element<Set>& e) {
-    const Set& set = e.Read();
-    return "<vorn.CrossSectionSet " + Quoted(set.GetRefAlign()) + ", " +
-           std::to_string(set.GetXSectionArray().GetSize()) + " sections>";
+  Repr(cls, [](const Set& set) {
+    return Quoted(set.GetRefAlign()) + ", " + std::to_string(set.GetXSectionArray().GetSize()) + " sections";
   });
 }
 
@@ -431,6 +423,9 @@ void AddFileInfo(py::module_& module) {
   Property(cls, "change_date", &Info::GetChangeDate, &Info::SetChangeDate,
            "When the document was last changed, to the second.");
   Property(cls, "note", &Info::GetNote, &Info::SetNote, "A free note; it is not written without a change date.");
+  Repr(cls, [](const Info& info) {
+    return "created " + DateText(info.GetCreateDate()) + ", changed " + DateText(info.GetChangeDate());
+  });
 }
 
 void AddStructureType(py::module_& module) {
@@ -458,6 +453,7 @@ void AddStructureType(py::module_& module) {
   ReadOnly(
       cls, "is_valid", [](const Structure& structure) { return structure.IsEnable(); },
       "Whether kind of work and station numbering are known.");
+  Repr(cls, [](const Structure& structure) { return Quoted(structure.GetTypeStr()); });
 }
 
 }  // namespace

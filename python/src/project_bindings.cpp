@@ -2,6 +2,7 @@
 #include "host/project/design_file.h"
 #include "host/project/project.h"
 #include "python/src/binding.h"
+#include "python/src/report.h"
 
 /// Projects: a design with all its road data.
 namespace vorn_python {
@@ -10,12 +11,6 @@ namespace {
 
 using vorn_host::DesignDocument;
 using vorn_host::Project;
-
-std::vector<std::pair<std::string, int>> Pairs(const std::vector<Project::Loss>& losses) {
-  std::vector<std::pair<std::string, int>> pairs;
-  for (const Project::Loss& loss : losses) pairs.emplace_back(loss.what, loss.count);
-  return pairs;
-}
 
 void AddReading(Class<Project>& cls) {
   cls.def_static(
@@ -42,9 +37,9 @@ void AddSaving(Class<Project>& cls) {
   cls.def(
          "save",
          [](Element<Project>& e, const std::filesystem::path& path, const std::string& storeVersion) {
-           return Pairs(OnFile(vorn_host::Utf8Text(path), [&] {
+           return OnFile(vorn_host::Utf8Text(path), [&] {
              return RunEdit(e, Rebuilds::Nothing, [&](Project& project) { return project.Save(path, storeVersion); });
-           }));
+           });
          },
          py::arg("path"), py::arg("store_version") = newest,
          "Saves the project, whole or not at all; the former file stays beside it with .bak behind its name. Other\n"
@@ -105,8 +100,8 @@ void AddProjects(py::module_& module) {
       "Whether the project holds anything besides the design. To be asked while the design is given out.");
   Member(
       cls, "data", [](Project & project) -> auto& { return project.data; }, "All road and survey data.");
-  cls.def("__repr__",
-          [](Element<Project>& e) { return "<vorn.Project in store version " + e.Read().GetStoreVersion() + ">"; });
+  Repr(cls, [](const Project& project) { return "in store version " + project.GetStoreVersion(); });
+  RefuseCopies(cls);
 
   module.def(
       "is_project_name", [](const std::filesystem::path& path) { return vorn_host::IsProjectName(path); },

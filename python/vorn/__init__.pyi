@@ -17,6 +17,7 @@ from .errors import InvalidArgumentError as InvalidArgumentError
 from .errors import TextError as TextError
 
 __all__: List[str]
+__version__: str
 
 _Element = TypeVar("_Element")
 
@@ -39,6 +40,8 @@ class _Collection(Sequence[_Element]):
     def clear(self) -> None: ...
     def index(self, element: Any, start: int = ..., stop: int = ...) -> int: ...
     def count(self, element: Any) -> int: ...
+    def __copy__(self) -> List[_Element]: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> List[_Element]: ...
 
 class Side(enum.Enum):
     """Side of the centre line, looking along it. Offsets are negative on the left."""
@@ -634,7 +637,7 @@ class BuildForm:
     @property
     def is_valid(self) -> bool:
         """Whether the form has a name and valid points and control targets."""
-    def find_point(self, code: str) -> ComposedPoint:
+    def find_point(self, code: str) -> Optional[ComposedPoint]:
         """The first point of that code (exactly); None when there is none."""
     def recalc(self, center_height: Optional[float]) -> None:
         """Recomputes the positions of all points from their input values, as the design's edition reads them.
@@ -778,7 +781,7 @@ class CrossSection:
     @property
     def has_ground(self) -> bool:
         """Whether the existing ground is in use and has points."""
-    def find_form(self, name: str, code: Optional[str] = ...) -> BuildForm:
+    def find_form(self, name: str, code: Optional[str] = ...) -> Optional[BuildForm]:
         """The first form of that name (exactly) that, when a code is given, has a point of that code; otherwise None."""
     def recalc(self, center_height: Optional[float]) -> None:
         """Recomputes the positions of all points from their input values, as the design's edition reads them.
@@ -832,7 +835,7 @@ class CrossSectionSet:
     @property
     def is_valid(self) -> bool:
         """Whether both alignments are named, and there is at least one section, each valid."""
-    def find_section(self, station: float, is_behind_change: bool = ...) -> CrossSection:
+    def find_section(self, station: float, is_behind_change: bool = ...) -> Optional[CrossSection]:
         """The section less than 1e-6 m from a station (metres); of the two at a change of shape the one before it, or the
         one behind it. None when there is none."""
     def add_section(self, section: CrossSection) -> None:
@@ -1163,10 +1166,10 @@ class RoadGeometry:
     def alignments(self) -> Alignments:
         """The alignments."""
     @property
-    def current_alignment(self) -> Alignment:
+    def current_alignment(self) -> Optional[Alignment]:
         """The current alignment, one of `alignments`; None for none."""
     @current_alignment.setter
-    def current_alignment(self, value: Alignment) -> None: ...
+    def current_alignment(self, value: Optional[Alignment]) -> None: ...
     @property
     def file_infos(self) -> FileInfos:
         """When the design was created and changed."""
@@ -1361,6 +1364,9 @@ class RoadData:
 
 class UnreadValue:
     """A value of a document that was not understood; it is not written again."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> UnreadValue: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> UnreadValue: ...
     @property
     def line(self) -> int:
         """Line of the document, from 1."""
@@ -1376,6 +1382,9 @@ class UnreadValue:
 
 class Finding:
     """One thing found wrong in a document."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> Finding: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> Finding: ...
     @property
     def severity(self) -> Severity:
         """How bad it is."""
@@ -1403,6 +1412,9 @@ class Finding:
 
 class WriteReport:
     """What writing a document did."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> WriteReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> WriteReport: ...
     @property
     def replaced_characters(self) -> int:
         """How many characters became 〓."""
@@ -1412,6 +1424,9 @@ class WriteReport:
 
 class ConversionReport:
     """What a conversion between editions did."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> ConversionReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> ConversionReport: ...
     @property
     def dropped(self) -> List[Tuple[str, int]]:
         """What the edition cannot hold, by name and number."""
@@ -1493,17 +1508,20 @@ class DesignDocument:
     def sets(self) -> CrossSectionSets:
         """The cross-section sets."""
     @property
-    def structure_type(self) -> StructureType:
+    def structure_type(self) -> Optional[StructureType]:
         """The kind of work, None when the document has none. One that is set is copied."""
     @structure_type.setter
-    def structure_type(self, value: StructureType) -> None: ...
+    def structure_type(self, value: Optional[StructureType]) -> None: ...
 
 def sample(kind: SampleKind = ..., sections: int = ..., seed: int = ...) -> DesignDocument:
-    """Makes a realistic synthetic design of edition 4.1, or of the agricultural edition for a farm.
+    """Makes a realistic synthetic design of edition 4.1; `convert` gives it another one.
     The same arguments give the same design."""
 
 class EditReport:
     """What one editing step changed."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> EditReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> EditReport: ...
     @property
     def changes(self) -> List[Tuple[str, str]]:
         """Cross sections that changed, each with its place and what changed."""
