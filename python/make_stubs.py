@@ -135,6 +135,10 @@ def of_class(cls: type) -> str:
         elif name in ("__copy__", "__deepcopy__"):
             memo = ", memo: Dict[Any, Any]" if name == "__deepcopy__" else ""
             lines += f"    def {name}(self{memo}) -> {cls.__name__}: ...\n"
+        elif name in ("__getitem__", "__setitem__", "__contains__", "__len__"):
+            lines += method(name, value, "    ", False)
+        elif name == "__iter__":
+            lines += "    def __iter__(self) -> Iterator[str]: ...\n"
         elif name == "__eq__":
             lines += "    def __eq__(self, other: object) -> bool: ...\n"
         elif not name.startswith("_"):

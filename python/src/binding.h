@@ -110,16 +110,17 @@ void Flag(Class<Type>& cls, const char* name, Value (Base::*get)() const, void (
 /// An identifier that is not assigned.
 inline constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
 
+/// `None` for an identifier that is not assigned.
+[[nodiscard]] inline std::optional<std::uint32_t> AssignedOrNone(std::uint32_t id) {
+  return id == kUnassigned ? std::nullopt : std::optional(id);
+}
+
 /// An identifier, `None` while it is not assigned.
 template <typename Type, typename Base, typename Value, typename Argument>
 void Identifier(Class<Type>& cls, const char* name, Value (Base::*get)() const, void (Base::*set)(Argument),
                 const char* doc) {
   Attribute(
-      cls, name,
-      [get](const Type& object) {
-        const std::uint32_t id = (object.*get)();
-        return id == kUnassigned ? std::nullopt : std::optional(id);
-      },
+      cls, name, [get](const Type& object) { return AssignedOrNone((object.*get)()); },
       [set](Type& object, std::optional<std::uint32_t> id) { (object.*set)(id.value_or(kUnassigned)); }, doc);
 }
 
@@ -283,12 +284,19 @@ auto OnFile(const std::string& file, Work&& work) {
 
 // --- parts of the module -------------------------------------------------------------------------------------------
 
+/// Adds the exports of a document.
+void AddExports(Class<vorn_host::DesignDocument>& cls);
+/// Adds the drawing of a section.
+void AddSectionDrawing(Class<VornXSection>& cls);
+
 void AddErrors(py::module_& module);
 void AddModel(py::module_& module);
 void AddControl(py::module_& module);
 void AddRoad(py::module_& module);
 void AddDocuments(py::module_& module);
 void AddEditing(py::module_& module);
+void AddLandXml(py::module_& module);
 void AddProjects(py::module_& module);
+void AddSettings(py::module_& module);
 
 }  // namespace vorn_python

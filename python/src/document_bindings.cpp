@@ -216,6 +216,7 @@ void AddDocuments(py::module_& module) {
   AddReading(cls);
   AddWriting(cls);
   AddValues(cls);
+  AddExports(cls);
   Repr(cls, [](const DesignDocument& document) {
     return "edition " + std::string(vorn_host::EditionName(document.edition)) + ", " +
            std::to_string(document.sets.GetSize()) + " sets";

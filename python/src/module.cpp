@@ -15,5 +15,6 @@ PYBIND11_MODULE(_vorn, module) {
   vorn_python::AddDocuments(module);
   vorn_python::AddEditing(module);
   vorn_python::AddProjects(module);
+  vorn_python::AddSettings(module);
   module.attr("__name__") = name;
 }

@@ -14,34 +14,12 @@
 #include "host/document/edition_conversion.h"
 #include "host/editing/edit_report.h"
 #include "host/project/project.h"
+#include "python/src/row.h"
 
 /// What a piece of work tells of itself: plain values, which can be read, compared, and sent to another process.
 namespace vorn_python {
 
 namespace py = pybind11;
-
-/// A row of two columns, which is a tuple in Python.
-template <typename Row, auto kFirst, auto kSecond>
-class RowCaster {
-  using Pair = std::pair<std::remove_cvref_t<decltype(std::declval<Row&>().*kFirst)>,
-                         std::remove_cvref_t<decltype(std::declval<Row&>().*kSecond)>>;
-  using PairCaster = py::detail::make_caster<Pair>;
-
- public:
-  PYBIND11_TYPE_CASTER(Row, PairCaster::name);
-
-  bool load(py::handle source, bool convert) {
-    PairCaster pair;
-    if (!pair.load(source, convert)) return false;
-    auto [first, second] = py::detail::cast_op<Pair>(std::move(pair));
-    value.*kFirst = std::move(first);
-    value.*kSecond = std::move(second);
-    return true;
-  }
-  static py::handle cast(const Row& row, py::return_value_policy policy, py::handle parent) {
-    return PairCaster::cast(Pair(row.*kFirst, row.*kSecond), policy, parent);
-  }
-};
 
 /// The values of a report as a tuple.
 template <auto... kMembers, typename Report>

@@ -275,6 +275,8 @@ void AddRoadData(py::module_& module) {
       "The construction information.");
   Member(
       cls, "road_center", [](Data & data) -> auto& { return data.GetRoadCenter(); }, "The road-centre data.");
+  Member(
+      cls, "land_xml", [](Data & data) -> auto& { return data.GetLandXml(); }, "What the export to LandXML is set to.");
   Repr(cls, [](const Data& data) { return "of " + Quoted(data.GetRoadCenter().GetProject().GetName()); });
 }
 
@@ -296,6 +298,7 @@ void AddRoad(py::module_& module) {
   AddConstruction(module);
   AddProjectInfo(module);
   AddRoadCenter(module);
+  AddLandXml(module);
   AddRoadData(module);
 }
 
