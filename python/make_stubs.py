@@ -34,6 +34,7 @@ from .errors import InvalidArgumentError as InvalidArgumentError
 from .errors import TextError as TextError
 
 __all__: List[str]
+__version__: str
 
 _Element = TypeVar("_Element")
 
@@ -56,6 +57,8 @@ class _Collection(Sequence[_Element]):
     def clear(self) -> None: ...
     def index(self, element: Any, start: int = ..., stop: int = ...) -> int: ...
     def count(self, element: Any) -> int: ...
+    def __copy__(self) -> List[_Element]: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> List[_Element]: ...
 '''
 
 REPLACEMENTS = [
@@ -104,7 +107,7 @@ def of_property(name: str, value: property) -> str:
     lines += quoted(value.__doc__ or "", "        ") or "        ...\n"
     if value.fset is not None:
         setter = cleaned(split(value.fset.__doc__)[0])
-        argument = re.search(r"arg1: (.+)\) -> None", setter)[1]
+        argument = re.search(r"value: (.+)\) -> None", setter)[1]
         lines += f"    @{name}.setter\n    def {name}(self, value: {argument}) -> None: ...\n"
     return lines
 
@@ -132,6 +135,12 @@ def of_class(cls: type) -> str:
         elif name in ("__copy__", "__deepcopy__"):
             memo = ", memo: Dict[Any, Any]" if name == "__deepcopy__" else ""
             lines += f"    def {name}(self{memo}) -> {cls.__name__}: ...\n"
+        elif name in ("__getitem__", "__setitem__", "__contains__", "__len__"):
+            lines += method(name, value, "    ", False)
+        elif name == "__iter__":
+            lines += "    def __iter__(self) -> Iterator[str]: ...\n"
+        elif name == "__eq__":
+            lines += "    def __eq__(self, other: object) -> bool: ...\n"
         elif not name.startswith("_"):
             lines += method(name, getattr(cls, name), "    ", isinstance(value, staticmethod))
     return lines

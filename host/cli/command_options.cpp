@@ -4,17 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "host/drawing/drawing_limits.h"
 #include "host/drawing/value_text.h"
 
 namespace vorn_cli {
 
 namespace {
-
-/// Farther from the datum than any road, and still exact to the last place of a document.
-constexpr double kLargestHeight = 99999.9999;
-constexpr double kSmallestScale = 1e6;  ///< 1:this
-constexpr double kLeastExaggeration = 0.1;
-constexpr double kMostExaggeration = 100.0;
 
 void AddEdition(CLI::App& command, const char* name, std::optional<vorn_host::Edition>& edition,
                 const char* description) {
@@ -84,17 +79,19 @@ CLI::Option* AddOutputOption(CLI::App& command, std::string& out, const char* de
 
 void AddHeightOption(CLI::App& command, std::optional<double>& height) {
   command.add_option("--height", height, "height of the centre line in metres, where the design does not tell it")
-      ->check(InRange(-kLargestHeight, kLargestHeight))
+      ->check(InRange(-vorn_host::kLargestHeight, vorn_host::kLargestHeight))
       ->type_name("H");
 }
 
 void AddScaleOption(CLI::App& command, double& scale, const char* description) {
-  command.add_option("--scale", scale, description)->check(InRange(1.0, kSmallestScale))->type_name("N");
+  command.add_option("--scale", scale, description)
+      ->check(InRange(vorn_host::kLargestScale, vorn_host::kSmallestScale))
+      ->type_name("N");
 }
 
 void AddExaggerationOption(CLI::App& command, double& exaggeration) {
   command.add_option("--exaggerate", exaggeration, "draw heights so many times larger than widths")
-      ->check(InRange(kLeastExaggeration, kMostExaggeration))
+      ->check(InRange(vorn_host::kLeastExaggeration, vorn_host::kMostExaggeration))
       ->type_name("N");
 }
 

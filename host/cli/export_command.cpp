@@ -16,14 +16,9 @@
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
-#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/document/path_text.h"
-#include "host/drawing/dxf_sections.h"
-#include "host/drawing/section_csv.h"
-#include "host/drawing/section_drawing.h"
-#include "host/drawing/section_geojson.h"
-#include "host/drawing/section_view.h"
+#include "host/drawing/design_export.h"
 #include "host/drawing/value_text.h"
 #include "host/project/design_file.h"
 
@@ -33,7 +28,7 @@ namespace {
 
 using vorn_host::CsvContent;
 using vorn_host::DesignDocument;
-using vorn_host::SectionView;
+using vorn_host::DesignExport;
 using vorn_host::TextSink;
 
 enum class Format { Dxf, Csv, GeoJson };
@@ -53,7 +48,6 @@ struct ExportOptions {
 /// What was exported; both the text and the JSON are made from it.
 struct ExportSummary {
   Format format = Format::Dxf;
-  int sets = 0;
   int sections = 0;
   int entries = 0;     ///< rows of a table, features of a collection
   double scale = 0.0;  ///< 1:scale of a drawing
@@ -111,112 +105,10 @@ void RefuseMisplacedOptions(const CLI::App& command, const ExportOptions& option
   }
 }
 
-/// The cross sections of a design, one at a time.
-class Sections {
- public:
-  Sections(const DesignDocument& document, std::optional<double> centerHeight)
-      : m_viewer(document), m_centerHeight(centerHeight), m_sets(document.sets.GetSize()) {
-    for (int set = 0; set < document.sets.GetSize(); ++set) {
-      const int count = document.sets[set].GetXSectionArray().GetSize();
-      for (int section = 0; section < count; ++section) m_places.emplace_back(set, section);
-    }
-  }
-
-  /// Hands every cross section over, in the order of the document.
-  void ForEach(Progress& progress, std::string_view doing, const std::function<void(const SectionView&)>& take) const {
-    for (int i = 0; i < Count(); ++i) {
-      progress.Show(doing, i, Count());
-      const auto& [set, section] = m_places[static_cast<std::size_t>(i)];
-      take(m_viewer.Of(set, section, m_centerHeight));
-    }
-  }
-
-  /// Hands over, set by set, what stands in none of its cross sections.
-  void ForRest(const std::function<void(const SectionView&)>& take) const {
-    for (int set = 0; set < m_sets; ++set) {
-      const SectionView rest = m_viewer.WithoutSection(set);
-      if (!rest.targets.empty()) take(rest);
-    }
-  }
-
-  [[nodiscard]] int SetCount() const { return m_sets; }
-  [[nodiscard]] int Count() const { return static_cast<int>(m_places.size()); }
-
- private:
-  vorn_host::SectionViewer m_viewer;
-  std::optional<double> m_centerHeight;
-  int m_sets;
-  std::vector<std::pair<int, int>> m_places;  ///< set and section
-};
-
-/// "No.6+0.0000 (No.6)", or "set 2 > No.6+0.0000 (No.6)" where there are several sets.
-std::string PlaceOf(const SectionView& view, int sets) {
-  const std::string set = "set " + std::to_string(view.set + 1);
-  if (view.section < 0) return set;
-  return sets > 1 ? set + " > " + TitleOf(view) : TitleOf(view);
-}
-
 void TakeNote(const std::string& where, const std::string& note, ExportSummary& summary) {
   constexpr std::size_t kShown = 20;
   ++summary.notes;
   if (summary.firstNotes.size() < kShown) summary.firstNotes.push_back(where + ": " + note);
-}
-
-void TakeNotes(const SectionView& view, const std::vector<vorn_host::ViewNote>& notes, ExportSummary& summary) {
-  const std::string where = PlaceOf(view, summary.sets);
-  for (const vorn_host::ViewNote& note : notes) {
-    TakeNote(where, NoteText(note, vorn_host::Language::English), summary);
-  }
-}
-
-std::string ScaleText(double scale) { return "1:" + vorn_host::ValueText(scale, 0, 3); }
-
-/// The largest scale at which a section could fit, 1:scale.
-struct ScaleNeed {
-  std::string section;
-  double scale = 0.0;
-};
-
-/// Names the sections that make the whole drawing much smaller than the others need, as one with a width mistyped does:
-/// nobody could read the drawing, or tell from it where the mistake is.
-void TakeScaleNotes(const std::vector<ScaleNeed>& needs, double scale, ExportSummary& summary) {
-  if (needs.empty()) return;
-  constexpr double kMuchSmaller = 10.0;
-  std::vector<double> scales;
-  for (const ScaleNeed& need : needs) scales.push_back(need.scale);
-  std::sort(scales.begin(), scales.end());
-  const double most = kMuchSmaller * scales[(scales.size() - 1) / 2];
-  const double ofOthers = *(std::upper_bound(scales.begin(), scales.end(), most) - 1);
-  for (const ScaleNeed& need : needs) {
-    if (need.scale <= most) continue;
-    TakeNote(need.section,
-             "its size makes the whole drawing " + ScaleText(scale) + "; most of the other cross sections need no " +
-                 "smaller scale than " + ScaleText(ofOthers) + " (--scale " + vorn_host::ValueText(ofOthers, 0, 3) +
-                 ")",
-             summary);
-  }
-}
-
-/// Where every section has its place, at one scale for all. What the sections need at least tells mostly what that
-/// scale is, so that each is drawn at no other.
-vorn_host::SheetGrid GridOf(const Sections& sections, vorn_host::DrawingOptions& drawing, Progress& progress,
-                            ExportSummary& summary) {
-  std::vector<ScaleNeed> needs;
-  sections.ForEach(progress, "measuring cross sections", [&](const SectionView& view) {
-    needs.push_back({PlaceOf(view, summary.sets), vorn_host::LargestScale(view, drawing)});
-  });
-  for (const ScaleNeed& need : needs) drawing.leastScale = std::max(drawing.leastScale, need.scale);
-  const auto measured = [&] {
-    vorn_host::SheetGrid grid;
-    sections.ForEach(progress, "placing cross sections",
-                     [&](const SectionView& view) { grid.Add(view, vorn_host::Draw(view, drawing)); });
-    return grid;
-  };
-  vorn_host::SheetGrid grid = measured();
-  const bool isFinal = grid.HasOneScale();
-  drawing.scale = grid.Scale();
-  TakeScaleNotes(needs, drawing.scale, summary);
-  return isFinal ? grid : measured();
 }
 
 /// Runs `produce` on the file to write, or on the standard output.
@@ -224,69 +116,32 @@ void WriteOut(const std::string& out, const std::function<void(const TextSink&)>
   out.empty() ? PrintPieces(produce) : vorn_host::WriteFileAtomically(vorn_host::Utf8Path(out), produce);
 }
 
-void ExportDxf(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
-  vorn_host::DrawingOptions drawing = options.drawing;
-  const vorn_host::SheetGrid grid = GridOf(sections, drawing, progress, summary);
-  summary.scale = grid.Scale();
-  WriteOut(options.out, [&](const TextSink& write) {
-    vorn_host::DxfSectionWriter writer(write, grid, drawing.language);
-    sections.ForEach(progress, "drawing cross sections", [&](const SectionView& view) {
-      const vorn_host::SectionDrawing drawn = vorn_host::Draw(view, drawing);
-      TakeNotes(view, NotesOf(view, drawn), summary);
-      writer.Add(view, drawn);
-    });
-    sections.ForRest([&](const SectionView& view) { TakeNotes(view, view.notes, summary); });
-    writer.Finish();
-  });
-}
-
-void ExportCsv(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
-  WriteOut(options.out, [&](const TextSink& write) {
-    vorn_host::SectionCsvWriter writer(write, options.content, options.byteOrderMark);
-    const auto add = [&](const SectionView& view) {
-      TakeNotes(view, view.notes, summary);
-      writer.Add(view);
-    };
-    sections.ForEach(progress, "writing cross sections", add);
-    sections.ForRest(add);
-    summary.entries = writer.RowCount();
-  });
-}
-
-void ExportGeoJson(const Sections& sections, const ExportOptions& options, Progress& progress, ExportSummary& summary) {
-  WriteOut(options.out, [&](const TextSink& write) {
-    vorn_host::SectionGeoJsonWriter writer(write);
-    const auto add = [&](const SectionView& view) {
-      TakeNotes(view, view.notes, summary);
-      writer.Add(view);
-    };
-    sections.ForEach(progress, "writing cross sections", add);
-    sections.ForRest(add);
-    writer.Finish();
-    summary.entries = writer.FeatureCount();
-  });
+void WriteSections(const DesignExport& sections, const ExportOptions& options, const TextSink& write,
+                   ExportSummary& summary) {
+  switch (summary.format) {
+    case Format::Dxf:
+      summary.scale = sections.WriteDxf(write, options.drawing);
+      break;
+    case Format::Csv:
+      summary.entries = sections.WriteCsv(write, options.content, options.byteOrderMark);
+      break;
+    case Format::GeoJson:
+      summary.entries = sections.WriteGeoJson(write);
+      break;
+  }
 }
 
 ExportSummary Export(const ExportOptions& options, Format format) {
   Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
   progress.Show("reading", 0, 1);
   const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
-  const Sections sections(document, options.centerHeight);
   ExportSummary summary;
   summary.format = format;
-  summary.sets = sections.SetCount();
-  summary.sections = sections.Count();
-  switch (format) {
-    case Format::Dxf:
-      ExportDxf(sections, options, progress, summary);
-      break;
-    case Format::Csv:
-      ExportCsv(sections, options, progress, summary);
-      break;
-    case Format::GeoJson:
-      ExportGeoJson(sections, options, progress, summary);
-      break;
-  }
+  const auto note = [&](const std::string& where, const std::string& text) { TakeNote(where, text, summary); };
+  const auto show = [&](std::string_view doing, int done, int total) { progress.Show(doing, done, total); };
+  const DesignExport sections(document, options.centerHeight, note, show);
+  summary.sections = sections.SectionCount();
+  WriteOut(options.out, [&](const TextSink& write) { WriteSections(sections, options, write, summary); });
   return summary;
 }
 
@@ -295,7 +150,7 @@ void PrintText(const ExportOptions& options, const ExportSummary& summary) {
   report.Row("Written", options.out);
   report.Row("Format", NameOf(summary.format));
   report.Row("Cross sections", std::to_string(summary.sections));
-  if (summary.format == Format::Dxf) report.Row("Scale of texts", ScaleText(summary.scale));
+  if (summary.format == Format::Dxf) report.Row("Scale of texts", vorn_host::ScaleText(summary.scale));
   if (summary.format == Format::Csv) report.Row("Rows", std::to_string(summary.entries));
   if (summary.format == Format::GeoJson) report.Row("Features", std::to_string(summary.entries));
   if (summary.notes > 0) report.Line("Notes:");

@@ -10,10 +10,10 @@
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/section_choice.h"
-#include "host/cli/section_title.h"
 #include "host/document/atomic_file.h"
 #include "host/document/path_text.h"
 #include "host/drawing/section_drawing.h"
+#include "host/drawing/section_title.h"
 #include "host/drawing/section_view.h"
 #include "host/drawing/svg_writer.h"
 #include "host/drawing/value_text.h"
@@ -64,8 +64,7 @@ void PrintText(const Plot& plot, const std::string& out) {
   TextReport report;
   report.Row("Written", out);
   for (std::size_t i = 0; i < plot.views.size(); ++i) {
-    report.Row("Cross section",
-               TitleOf(plot.views[i]) + ", scale 1:" + vorn_host::ValueText(plot.drawings[i].scale, 0, 3));
+    report.Row("Cross section", TitleOf(plot.views[i]) + ", scale " + vorn_host::ScaleText(plot.drawings[i].scale));
     for (const std::string& note : NoteTexts(plot.views[i].notes, Language::English)) report.Line("note: " + note, 2);
   }
   Print(report);

@@ -16,6 +16,8 @@ std::string ValueText(double value, int least, int most) {
   return text == "-0" ? "0" : text;
 }
 
+std::string ScaleText(double scale) { return "1:" + ValueText(scale, 0, 3); }
+
 std::string NumberedStation(double station, std::string_view prefix, double interval) {
   // What rounds up to a whole interval stands at the next number: "No.6+0.0000", not "No.5+20.0000".
   const double number = std::floor((station + kSamePlace) / interval);

@@ -45,6 +45,11 @@ void RequireNoDocument(const fs::path& link, const fs::path& target) {
                       ", which is no project; a project in its place would take the document away");
 }
 
+/// Whether a name is that of a project or of the backup that stays beside one ("ring-road.vorn.bak").
+bool IsNamedLikeProject(const fs::path& path) {
+  return IsProjectName(path) || (path.extension() == ".bak" && IsProjectName(path.stem()));
+}
+
 std::string VersionToWrite(const std::optional<Project>& project) {
   const auto& known = Project::kWritableStoreVersions;
   const bool kept = project && std::find(known.begin(), known.end(), project->GetStoreVersion()) != known.end();
@@ -59,6 +64,12 @@ bool HoldsDesign(const fs::path& path) {
   constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there
   const std::string beginning = BeginningOf(path, kBeforeRoot);
   return ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning);
+}
+
+std::optional<std::string> ReasonToKeep(const fs::path& path, const std::string& what) {
+  if (HoldsDesign(path)) return what + " would replace the design " + Utf8Text(path);
+  if (!IsNamedLikeProject(path) && !IsNamedLikeProject(ThroughLinks(path))) return std::nullopt;
+  return Utf8Text(path) + " is the name of a project, which " + what + " is not";
 }
 
 bool IsWrittenAsProject(const fs::path& path) {

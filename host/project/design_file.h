@@ -16,6 +16,11 @@ namespace vorn_host {
 /// Whether there is a file that holds a design: one that begins as a project or a document does.
 [[nodiscard]] bool HoldsDesign(const std::filesystem::path& path);
 
+/// Why nothing else may be written in a file's place: it holds a design, or is named like a project or the backup of
+/// one. None where it may.
+/// @param what is to be written, "the drawing"
+[[nodiscard]] std::optional<std::string> ReasonToKeep(const std::filesystem::path& path, const std::string& what);
+
 /// Whether a design is written into that file as a project: it or the file that it leads to is named like one, or is
 /// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document,
 /// since a document in its place would lose all its road data, and when a link is named like a project and leads to a

@@ -33,7 +33,6 @@ template <typename Type>
 template <typename Type>
 [[nodiscard]] Class<Type> AddClass(py::module_& module, const char* name, const char* doc) {
   Class<Type> cls(module, name, doc);
-  cls.attr("__module__") = "vorn";
   if constexpr (std::is_copy_constructible_v<Type>) {
     const auto copy = [](Element<Type>& element) { return Alone<Type>(Type(element.Read())); };
     cls.def("copy", copy, "A copy that stands alone.").def("__copy__", copy);
@@ -44,11 +43,46 @@ template <typename Type>
 
 // --- attributes ----------------------------------------------------------------------------------------------------
 
+/// How an element shows itself in the interpreter, also when it can be used no more.
+/// @param describe gives what stands behind the name of the class
+template <typename Type, typename Describe>
+void Repr(Class<Type>& cls, Describe describe) {
+  cls.def("__repr__", [name = py::str(cls.attr("__name__")).cast<std::string>(), describe](Element<Type>& element) {
+    std::string text;
+    try {
+      text = describe(std::as_const(element.Read()));
+    } catch (const ExpiredError&) {
+      text = "(expired)";
+    } catch (const BusyError&) {
+      text = "(busy)";
+    }
+    return "<vorn." + name + (text.empty() ? "" : " ") + text + ">";
+  });
+}
+
+/// A name as it stands in such a text.
+[[nodiscard]] inline std::string Quoted(const CString& text) { return "'" + vorn_host::ToUtf8(text.View()) + "'"; }
+
+/// Says what to do instead of copying or pickling what cannot be copied without a loss.
+template <typename Type>
+void RefuseCopies(Class<Type>& cls) {
+  cls.def("__reduce_ex__", [name = py::str(cls.attr("__name__")).cast<std::string>()](const py::object&, int) {
+    throw py::type_error("a " + name + " can be neither copied nor pickled; to_bytes gives what its file holds");
+  });
+}
+
+/// An attribute through functions of the element itself. Messages about a value of another type name it.
+template <typename Type, typename Get, typename Set>
+void ElementAttribute(Class<Type>& cls, const char* name, Get get, Set set, const char* doc) {
+  cls.def_property(name, py::cpp_function(get, py::name(name), py::is_method(cls)),
+                   py::cpp_function(set, py::name(name), py::is_method(cls), py::arg("value")), doc);
+}
+
 /// An attribute whose value is another in Python than in the library.
 template <typename Type, typename Get, typename Set>
 void Attribute(Class<Type>& cls, const char* name, Get get, Set set, const char* doc) {
-  cls.def_property(
-      name, [get](Element<Type>& element) { return get(std::as_const(element.Read())); },
+  ElementAttribute(
+      cls, name, [get](Element<Type>& element) { return get(std::as_const(element.Read())); },
       [set](Element<Type>& element, decltype(get(std::declval<const Type&>())) value) {
         set(element.Change(), std::move(value));
       },
@@ -76,16 +110,17 @@ void Flag(Class<Type>& cls, const char* name, Value (Base::*get)() const, void (
 /// An identifier that is not assigned.
 inline constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
 
+/// `None` for an identifier that is not assigned.
+[[nodiscard]] inline std::optional<std::uint32_t> AssignedOrNone(std::uint32_t id) {
+  return id == kUnassigned ? std::nullopt : std::optional(id);
+}
+
 /// An identifier, `None` while it is not assigned.
 template <typename Type, typename Base, typename Value, typename Argument>
 void Identifier(Class<Type>& cls, const char* name, Value (Base::*get)() const, void (Base::*set)(Argument),
                 const char* doc) {
   Attribute(
-      cls, name,
-      [get](const Type& object) {
-        const std::uint32_t id = (object.*get)();
-        return id == kUnassigned ? std::nullopt : std::optional(id);
-      },
+      cls, name, [get](const Type& object) { return AssignedOrNone((object.*get)()); },
       [set](Type& object, std::optional<std::uint32_t> id) { (object.*set)(id.value_or(kUnassigned)); }, doc);
 }
 
@@ -128,6 +163,13 @@ template <typename Type, typename Access>
 void Collection(Class<Type>& cls, const char* name, Access access, const char* doc) {
   cls.def_property_readonly(
       name, [access](Element<Type>& element) { return CollectionOf(element, access); }, doc);
+}
+
+/// The element at an index of a collection, `None` for -1.
+template <typename Type, typename Access>
+[[nodiscard]] auto ItemOrNone(Element<Type>& element, Access access, int index) {
+  const auto collection = CollectionOf(element, access);
+  return index < 0 ? std::nullopt : std::optional(collection->At(index));
 }
 
 // --- work ----------------------------------------------------------------------------------------------------------
@@ -242,12 +284,19 @@ auto OnFile(const std::string& file, Work&& work) {
 
 // --- parts of the module -------------------------------------------------------------------------------------------
 
+/// Adds the exports of a document.
+void AddExports(Class<vorn_host::DesignDocument>& cls);
+/// Adds the drawing of a section.
+void AddSectionDrawing(Class<VornXSection>& cls);
+
 void AddErrors(py::module_& module);
 void AddModel(py::module_& module);
 void AddControl(py::module_& module);
 void AddRoad(py::module_& module);
 void AddDocuments(py::module_& module);
 void AddEditing(py::module_& module);
+void AddLandXml(py::module_& module);
 void AddProjects(py::module_& module);
+void AddSettings(py::module_& module);
 
 }  // namespace vorn_python

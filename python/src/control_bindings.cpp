@@ -38,10 +38,7 @@ void AddTargetPoint(py::module_& module) {
   cls.def_property_readonly(
       "is_valid", [](Element<Point>& e) { return InEdition(e, [](Point& point) { return point.IsEnable(); }); },
       "Whether the station is set, and form and code are named.");
-  cls.def("__repr__", [](Element<Point>& e) {
-    return "<vorn.ControlTargetPoint '" + vorn_host::ToUtf8(e.Read().GetCode().View()) + "' on '" +
-           vorn_host::ToUtf8(e.Read().GetBuildFormName().View()) + "'>";
-  });
+  Repr(cls, [](const Point& point) { return Quoted(point.GetCode()) + " on " + Quoted(point.GetBuildFormName()); });
 }
 
 void AddTarget(py::module_& module) {
@@ -89,8 +86,10 @@ void AddTarget(py::module_& module) {
   cls.def_property_readonly(
       "is_valid", [](Element<Target>& e) { return InEdition(e, [](Target& target) { return target.IsEnable(); }); },
       "Whether codes, scope, region, work type, control item and kind of points are given and valid.");
-  cls.def("__repr__", [](Element<Target>& e) {
-    return "<vorn.ControlTarget " + std::string(e.Read().GetControlItemString().GetString()) + ">";
+  Repr(cls, [](const Target& target) {
+    const CString item = target.GetControlItemString();
+    return (item.IsEmpty() ? "without an item" : vorn_host::ToUtf8(item.View())) + ", " +
+           std::to_string(target.GetTargetPntArray().GetSize()) + " points";
   });
 }
 

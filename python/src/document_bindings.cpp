@@ -4,6 +4,7 @@
 #include "host/document/path_text.h"
 #include "host/sample/sample_document.h"
 #include "python/src/binding.h"
+#include "python/src/report.h"
 
 /// Documents: reading, writing, checking and converting them, and sample designs.
 namespace vorn_python {
@@ -13,31 +14,11 @@ namespace {
 using vorn_host::DesignDocument;
 using vorn_host::Edition;
 
-/// What is carried over or dropped: names with how often.
-std::vector<std::pair<std::string, int>> Pairs(const std::vector<vorn_host::CarriedContent::Row>& rows) {
-  std::vector<std::pair<std::string, int>> pairs;
-  for (const auto& row : rows) pairs.emplace_back(row.name, row.count);
-  return pairs;
-}
-
-std::vector<std::pair<std::string, int>> Pairs(const std::vector<vorn_host::ConversionReport::Dropped>& rows) {
-  std::vector<std::pair<std::string, int>> pairs;
-  for (const auto& row : rows) pairs.emplace_back(row.what, row.count);
-  return pairs;
-}
-
-template <typename Type>
-[[nodiscard]] py::class_<Type> AddReport(py::module_& module, const char* name, const char* doc) {
-  py::class_<Type> cls(module, name, doc);
-  cls.attr("__module__") = "vorn";
-  return cls;
-}
-
 void AddReports(py::module_& module) {
   using vorn_host::Finding;
   using vorn_host::UnreadValue;
-  AddReport<UnreadValue>(module, "UnreadValue",
-                         "A value of a document that was not understood; it is not written again.")
+  AddReport<UnreadValue, &UnreadValue::line, &UnreadValue::where, &UnreadValue::text, &UnreadValue::reason>(
+      module, "UnreadValue", "A value of a document that was not understood; it is not written again.")
       .def_readonly("line", &UnreadValue::line, "Line of the document, from 1.")
       .def_readonly("where", &UnreadValue::where, "Element and attribute.")
       .def_readonly("text", &UnreadValue::text, "The value as the document has it.")
@@ -52,9 +33,9 @@ void AddReports(py::module_& module) {
       return value < 0 ? std::nullopt : std::optional(value);
     };
   };
-  AddReport<Finding>(module, "Finding", "One thing found wrong in a document.")
-      .def_property_readonly(
-          "severity", [](const Finding& finding) { return finding.severity; }, "How bad it is.")
+  AddReport<Finding, &Finding::severity, &Finding::kind, &Finding::path, &Finding::reason, &Finding::place>(
+      module, "Finding", "One thing found wrong in a document.")
+      .def_readonly("severity", &Finding::severity, "How bad it is.")
       .def_readonly("kind", &Finding::kind, "What kind of thing; the same text for like findings.")
       .def_readonly("place", &Finding::path, "Where: set, station, form, point or control target.")
       .def_readonly("reason", &Finding::reason, "Why, in words.")
@@ -70,20 +51,23 @@ void AddReports(py::module_& module) {
       });
 
   using Written = DesignDocument::WriteReport;
-  AddReport<Written>(module, "WriteReport", "What writing a document did.")
+  AddReport<Written, &Written::replacedCharacters, &Written::unplaced>(module, "WriteReport",
+                                                                       "What writing a document did.")
       .def_readonly("replaced_characters", &Written::replacedCharacters, "How many characters became 〓.")
-      .def_property_readonly(
-          "unplaced", [](const Written& report) { return Pairs(report.unplaced); },
-          "What was carried over and had no place any more, by name and number.");
+      .def_readonly("unplaced", &Written::unplaced,
+                    "What was carried over and had no place any more, by name and number.")
+      .def("__repr__", [](const Written& report) {
+        return "<vorn.WriteReport " + std::to_string(report.replacedCharacters) + " replaced characters, " +
+               std::to_string(report.unplaced.size()) + " unplaced>";
+      });
 
   using Converted = vorn_host::ConversionReport;
-  AddReport<Converted>(module, "ConversionReport", "What a conversion between editions did.")
-      .def_property_readonly(
-          "dropped", [](const Converted& report) { return Pairs(report.dropped); },
-          "What the edition cannot hold, by name and number.")
-      .def_property_readonly(
-          "not_written", [](const Converted& report) { return Pairs(report.notWritten); },
-          "What is not written in any edition, by name and number.")
+  AddReport<Converted, &Converted::dropped, &Converted::notWritten, &Converted::lostTargets, &Converted::notes,
+            &Converted::convertedPoints, &Converted::largestDisplacement, &Converted::largestDisplacementAt,
+            &Converted::farPoints, &Converted::movedTargets>(module, "ConversionReport",
+                                                             "What a conversion between editions did.")
+      .def_readonly("dropped", &Converted::dropped, "What the edition cannot hold, by name and number.")
+      .def_readonly("not_written", &Converted::notWritten, "What is not written in any edition, by name and number.")
       .def_readonly("lost_targets", &Converted::lostTargets, "Control targets that could not be carried, and why.")
       .def_readonly("notes", &Converted::notes, "Further remarks.")
       .def_readonly("converted_points", &Converted::convertedPoints, "Points whose input values were re-expressed.")
@@ -92,7 +76,12 @@ void AddReports(py::module_& module) {
       .def_readonly("largest_displacement_at", &Converted::largestDisplacementAt, "Place of that point.")
       .def_readonly("far_points", &Converted::farPoints, "Points that moved by more than a millimetre.")
       .def_readonly("moved_targets", &Converted::movedTargets,
-                    "Control targets that went from the forms to the set or back.");
+                    "Control targets that went from the forms to the set or back.")
+      .def("__repr__", [](const Converted& report) {
+        return "<vorn.ConversionReport " + std::to_string(report.dropped.size()) + " kinds dropped, " +
+               std::to_string(report.lostTargets.size()) + " targets lost, " + std::to_string(report.convertedPoints) +
+               " points converted>";
+      });
 }
 
 /// A new document in an edition that can be written.
@@ -191,7 +180,7 @@ void AddValues(Class<DesignDocument>& cls) {
       cls, "unread_values", [](const DesignDocument& document) { return document.unreadValues; },
       "What was not understood in reading, and will not be written.");
   ReadOnly(
-      cls, "carried", [](const DesignDocument& document) { return Pairs(document.carried.Rows()); },
+      cls, "carried", [](const DesignDocument& document) { return document.carried.Rows(); },
       "What is carried over unchanged since the model does not hold it, by name and number.");
   Collection(
       cls, "file_infos", [](DesignDocument & document) -> auto& { return document.fileInfos; },
@@ -200,16 +189,16 @@ void AddValues(Class<DesignDocument>& cls) {
       cls, "sets", [](DesignDocument & document) -> auto& { return document.sets; }, "The cross-section sets.");
 
   const Step step = StepTo<DesignDocument>([](DesignDocument & document) -> auto& { return document.structureType; });
-  cls.def_property(
-      "structure_type",
-      [step](Element<DesignDocument>& e) -> Ref<VornStructureType> {
-        if (!e.Read().hasStructureType) return nullptr;
-        return e.Below<Element<VornStructureType>>(step);
+  ElementAttribute(
+      cls, "structure_type",
+      [step](Element<DesignDocument>& e) {
+        const bool isThere = e.Read().hasStructureType;
+        return isThere ? std::optional(e.Below<Element<VornStructureType>>(step)) : std::nullopt;
       },
-      [](Element<DesignDocument>& e, const Ref<VornStructureType>& structure) {
+      [](Element<DesignDocument>& e, const std::optional<Ref<VornStructureType>>& structure) {
         DesignDocument& document = e.Change();
-        document.structureType = structure ? VornStructureType(structure->Read()) : VornStructureType();
-        document.hasStructureType = structure != nullptr;
+        document.structureType = structure ? VornStructureType((*structure)->Read()) : VornStructureType();
+        document.hasStructureType = structure.has_value();
       },
       "The kind of work, None when the document has none. One that is set is copied.");
 }
@@ -227,10 +216,12 @@ void AddDocuments(py::module_& module) {
   AddReading(cls);
   AddWriting(cls);
   AddValues(cls);
-  cls.def("__repr__", [](Element<DesignDocument>& e) {
-    return "<vorn.DesignDocument edition " + std::string(vorn_host::EditionName(e.Read().edition)) + ", " +
-           std::to_string(e.Read().sets.GetSize()) + " sets>";
+  AddExports(cls);
+  Repr(cls, [](const DesignDocument& document) {
+    return "edition " + std::string(vorn_host::EditionName(document.edition)) + ", " +
+           std::to_string(document.sets.GetSize()) + " sets";
   });
+  RefuseCopies(cls);
 
   module.def(
       "sample",
@@ -242,7 +233,7 @@ void AddDocuments(py::module_& module) {
         }));
       },
       py::arg("kind") = vorn_host::SampleKind::Road, py::arg("sections") = 20, py::arg("seed") = 1,
-      "Makes a realistic synthetic design of edition 4.1, or of the agricultural edition for a farm.\n"
+      "Makes a realistic synthetic design of edition 4.1; `convert` gives it another one.\n"
       "The same arguments give the same design.");
 }
 

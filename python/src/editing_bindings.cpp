@@ -1,5 +1,6 @@
 #include "host/editing/design_editor.h"
 #include "python/src/binding.h"
+#include "python/src/report.h"
 
 /// Editing a document step by step.
 namespace vorn_python {
@@ -56,21 +57,13 @@ class Editor {
   bool m_failed = false;
 };
 
-std::vector<std::pair<std::string, std::string>> Pairs(const std::vector<EditReport::Change>& changes) {
-  std::vector<std::pair<std::string, std::string>> pairs;
-  for (const EditReport::Change& change : changes) pairs.emplace_back(change.path, change.what);
-  return pairs;
-}
-
-void AddReport(py::module_& module) {
-  py::class_<EditReport> cls(module, "EditReport", "What one editing step changed.");
-  cls.attr("__module__") = "vorn";
-  cls.def_property_readonly(
-         "changes", [](const EditReport& report) { return Pairs(report.changes); },
-         "Cross sections that changed, each with its place and what changed.")
-      .def_property_readonly(
-          "remarks", [](const EditReport& report) { return Pairs(report.remarks); },
-          "Cross sections that did not change as the step would have it, and why.")
+void AddEditReport(py::module_& module) {
+  AddReport<EditReport, &EditReport::step, &EditReport::changes, &EditReport::remarks, &EditReport::counts,
+            &EditReport::notes>(module, "EditReport", "What one editing step changed.")
+      .def_readonly("changes", &EditReport::changes,
+                    "Cross sections that changed, each with its place and what changed.")
+      .def_readonly("remarks", &EditReport::remarks,
+                    "Cross sections that did not change as the step would have it, and why.")
       .def_property_readonly(
           "counts",
           [](const EditReport& report) {
@@ -80,7 +73,12 @@ void AddReport(py::module_& module) {
           },
           "Totals of what changed, by name.")
       .def_readonly("notes", &EditReport::notes, "What one has to know besides.")
-      .def_property_readonly("has_changed", &EditReport::HasChanged, "Whether anything changed.");
+      .def_property_readonly("has_changed", &EditReport::HasChanged, "Whether anything changed.")
+      .def("__repr__", [](const EditReport& report) {
+        std::string totals;
+        for (const auto& [what, count] : report.counts) totals += ", " + std::to_string(count) + " " + what;
+        return "<vorn.EditReport " + std::to_string(report.changes.size()) + " sections changed" + totals + ">";
+      });
 }
 
 CStringArray Names(const std::vector<CString>& names) {
@@ -93,14 +91,13 @@ CStringArray Names(const std::vector<CString>& names) {
 
 void AddEditing(py::module_& module) {
   using Host = vorn_host::DesignEditor;
-  AddReport(module);
+  AddEditReport(module);
   py::class_<Editor> cls(
       module, "DesignEditor",
       "Edits the cross sections of a document, a step at a time: input values follow the positions, control targets\n"
       "follow their forms, and what is carried over follows its elements.\n\n"
       "After a step, forms, points and control targets are to be taken from their sections again. When a step raises\n"
       "`EditError`, the design may be half edited and must not be written.");
-  cls.attr("__module__") = "vorn";
   cls.def(py::init<Ref<DesignDocument>>(), py::arg("document").none(false),
           "Numbers the forms that have no serial, and places the points of sections that are not placed yet, relative\n"
           "to the centre line.")
@@ -157,7 +154,10 @@ void AddEditing(py::module_& module) {
           "regulate_targets", [](Editor& editor) { return editor.Run([](Host& e) { return e.RegulateTargets(); }); },
           "Puts the control targets into their canonical form, and removes repeated ones.")
       .def("lost_targets", &Editor::LostTargets,
-           "Where control targets name a form or a code that does not exist, and did before the first step.");
+           "Where control targets name a form or a code that does not exist, and did before the first step.")
+      .def("__repr__", [](const Editor& editor) {
+        return "<vorn.DesignEditor of " + py::repr(py::cast(editor.Document())).cast<std::string>() + ">";
+      });
 }
 
 }  // namespace vorn_python

@@ -49,6 +49,8 @@ void AddEnumerations(py::module_& module) {
   Add<vorn_host::TextEncoding>(module);
   Add<vorn_host::Severity>(module);
   Add<vorn_host::SampleKind>(module);
+  Add<vorn_host::CsvContent>(module);
+  Add<vorn_host::Language>(module);
 }
 
 }  // namespace vorn_python

@@ -8,6 +8,8 @@
 #include "host/document/document_check.h"
 #include "host/document/edition.h"
 #include "host/document/text_encoding.h"
+#include "host/drawing/language.h"
+#include "host/drawing/section_csv.h"
 #include "host/sample/sample_design.h"
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/model/build_form.h"
@@ -406,6 +408,30 @@ struct EnumTraits<vorn_host::SampleKind> {
       EnumMember<Enum>{"ROAD", Enum::Road, "road"},
       EnumMember<Enum>{"RIVER", Enum::River, "river"},
       EnumMember<Enum>{"FARM", Enum::Farm, "farm"},
+  };
+};
+
+template <>
+struct EnumTraits<vorn_host::CsvContent> {
+  using Enum = vorn_host::CsvContent;
+  static constexpr char kName[] = "TableContent";
+  static constexpr const char* kDoc =
+      "What the rows of a table are: points of the build forms, of the existing ground, or of control targets.";
+  static constexpr std::array kMembers = {
+      EnumMember<Enum>{"POINTS", Enum::Points, "points"},
+      EnumMember<Enum>{"GROUND", Enum::Ground, "ground"},
+      EnumMember<Enum>{"TARGETS", Enum::Targets, "targets"},
+  };
+};
+
+template <>
+struct EnumTraits<vorn_host::Language> {
+  using Enum = vorn_host::Language;
+  static constexpr char kName[] = "Language";
+  static constexpr const char* kDoc = "Language of a drawing's own words; texts of the design are never translated.";
+  static constexpr std::array kMembers = {
+      EnumMember<Enum>{"ENGLISH", Enum::English, "en"},
+      EnumMember<Enum>{"JAPANESE", Enum::Japanese, "ja"},
   };
 };
 

@@ -5,6 +5,7 @@
 
 #include "python/src/binding.h"
 #include "python/src/point_arrays.h"
+#include "python/src/row.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/model/file_info.h"
 #include "vorn/model/x_sections.h"
@@ -22,18 +23,117 @@ std::string Metres(const NurReal& value) {
                        : std::string("unset");
 }
 
-std::string Quoted(const CString& text) { return "'" + vorn_host::ToUtf8(text.View()) + "'"; }
+std::string DateText(const COleDateTime& date) {
+  const py::object value = ToPythonDate(date);
+  return value.is_none() ? "unset" : py::str(value).cast<std::string>();
+}
 
 // --- points --------------------------------------------------------------------------------------------------------
 
-void AddDetail(Class<VornComposedPnt>& cls, const char* code, const char* name, PntType role, const char* codeDoc,
-               const char* nameDoc) {
+/// The elements of an array of the library as a list.
+template <typename Array>
+auto ListOf(const Array& array) {
+  return std::vector<std::remove_cvref_t<decltype(array[0])>>(array.begin(), array.end());
+}
+
+template <typename Array, typename Item>
+void Fill(Array& array, const std::vector<Item>& items) {
+  array.RemoveAll();
+  for (const Item& item : items) array.Add(item);
+}
+
+/// Names and describes the attributes of one of a point's two roles.
+struct RoleNames {
+  PntType role = PntType::Main;
+  const char* prefix = "";  ///< of names
+  const char* suffix = "";  ///< of descriptions
+
+  [[nodiscard]] std::string Name(const char* name) const { return std::string(prefix) + name; }
+  [[nodiscard]] std::string Doc(const char* text) const { return std::string(text) + suffix + "."; }
+};
+
+void AddRoleTexts(Class<VornComposedPnt>& cls, const RoleNames& names) {
+  using Point = VornComposedPnt;
+  const PntType role = names.role;
   Attribute(
-      cls, code, [role](const VornComposedPnt& point) { return CString(point.GetCode(role)); },
-      [role](VornComposedPnt& point, const CString& text) { point.SetCode(text, role); }, codeDoc);
+      cls, names.Name("code").c_str(), [role](const Point& point) { return CString(point.GetCode(role)); },
+      [role](Point& point, const CString& text) { point.SetCode(text, role); },
+      names.Doc("Design code, the survey name").c_str());
   Attribute(
-      cls, name, [role](const VornComposedPnt& point) { return CString(point.GetXSectName(role)); },
-      [role](VornComposedPnt& point, const CString& text) { point.SetXSectName(text, role); }, nameDoc);
+      cls, names.Name("xsect_name").c_str(), [role](const Point& point) { return CString(point.GetXSectName(role)); },
+      [role](Point& point, const CString& text) { point.SetXSectName(text, role); },
+      names.Doc("Cross-section name").c_str());
+}
+
+void AddRoleIdentifiers(Class<VornComposedPnt>& cls, const RoleNames& names) {
+  using Point = VornComposedPnt;
+  const PntType role = names.role;
+  Attribute(
+      cls, names.Name("xsect_type_id").c_str(), [role](const Point& point) { return point.GetXSectType(role); },
+      [role](Point& point, std::uint32_t id) { point.SetXSectType(id, role); },
+      names.Doc("Identifier of the cross-section (work) type, 0 for none").c_str());
+  Attribute(
+      cls, names.Name("xsect_name_id").c_str(), [role](const Point& point) { return point.GetXSectNameID(role); },
+      [role](Point& point, std::uint32_t id) { point.SetXSectNameID(id, role); },
+      names.Doc("Identifier of the cross-section name, 0 for none").c_str());
+  Attribute(
+      cls, names.Name("pair_id").c_str(),
+      [role](const Point& point) { return AssignedOrNone(point.GetDekiPairID(role)); },
+      [role](Point& point, std::optional<std::uint32_t> id) { point.SetDekiPairID(id.value_or(kUnassigned), role); },
+      names.Doc("Identifier of the as-built pair, None for none").c_str());
+  Attribute(
+      cls, names.Name("form_id").c_str(), [role](const Point& point) { return AssignedOrNone(point.FormID(role)); },
+      [role](Point& point, std::optional<std::uint32_t> id) { point.FormID(role) = id.value_or(kUnassigned); },
+      names.Doc("Identifier of the build form that owns the point, None for none").c_str());
+}
+
+void AddRoleConnections(Class<VornComposedPnt>& cls, const RoleNames& names) {
+  using Point = VornComposedPnt;
+  const PntType role = names.role;
+  Attribute(
+      cls, names.Name("connects_to_previous").c_str(),
+      [role](const Point& point) { return point.IsConnectionAutoLinePrev(role) != 0; },
+      [role](Point& point, bool on) { point.SetConnectionAutoLinePrev(on ? 1 : 0, role); },
+      names.Doc("Whether it connects to the previous point by itself").c_str());
+  Attribute(
+      cls, names.Name("connects_to_next").c_str(),
+      [role](const Point& point) { return point.IsConnectionAutoLineNext(role) != 0; },
+      [role](Point& point, bool on) { point.SetConnectionAutoLineNext(on ? 1 : 0, role); },
+      names.Doc("Whether it connects to the next point by itself").c_str());
+  Attribute(
+      cls, names.Name("measurements").c_str(), [role](const Point& point) { return ListOf(point.Measure(role)); },
+      [role](Point& point, const std::vector<VornMeasureInfo>& records) { Fill(point.Measure(role), records); },
+      names.Doc("Measurement records, of two numbers each, as a list of its own").c_str());
+}
+
+void AddRole(Class<VornComposedPnt>& cls, const RoleNames& names) {
+  AddRoleTexts(cls, names);
+  AddRoleIdentifiers(cls, names);
+  AddRoleConnections(cls, names);
+}
+
+void AddConnections(Class<VornComposedPnt>& cls) {
+  using Point = VornComposedPnt;
+  Property(cls, "connection_id", &Point::GetID, &Point::SetID, "Connection identifier, that of a crossing point.");
+  Attribute(
+      cls, "target_index", [](const Point& point) { return point.GetTargetIndex(); },
+      [](Point& point, std::int32_t index) { point.SetTargetIndex(index); },
+      "Index of the control target that uses the point, as the application counts.");
+  Attribute(
+      cls, "draw_pair_ids", [](const Point& point) { return ListOf(point.DrawPairIDs()); },
+      [](Point& point, const std::vector<std::uint32_t>& ids) { Fill(point.DrawPairIDs(), ids); },
+      "Identifiers of drawing entities paired with the point, as a list of its own.");
+  Attribute(
+      cls, "spatial_pair_ids", [](const Point& point) { return ListOf(point.ThDPairIDs()); },
+      [](Point& point, const std::vector<std::uint32_t>& ids) { Fill(point.ThDPairIDs(), ids); },
+      "Identifiers of the three-dimensional pairs that the point connects to, as a list of its own.");
+  Attribute(
+      cls, "connects_by_itself", [](const Point& point) { return point.IsAutoConnect() != 0; },
+      [](Point& point, bool on) { point.SetAutoConnect(on ? 1 : 0); },
+      "Whether the point is to be connected by itself.");
+  Attribute(
+      cls, "is_connected", [](const Point& point) { return point.IsConnected() != 0; },
+      [](Point& point, bool on) { point.SetConnected(on ? 1 : 0); }, "Whether the point is connected.");
 }
 
 void AddPoint(py::module_& module) {
@@ -87,9 +187,8 @@ void AddPoint(py::module_& module) {
   ReadOnly(
       cls, "is_cross_point", [](const Point& point) { return point.IsCrossPoint(); },
       "Whether it is a crossing point.");
-  AddDetail(cls, "code", "xsect_name", PntType::Main, "Design code, the survey name.", "Cross-section name.");
-  AddDetail(cls, "sub_code", "sub_xsect_name", PntType::Sub, "Design code in the second of two work types.",
-            "Cross-section name in the second of two work types.");
+  AddRole(cls, {PntType::Main});
+  AddRole(cls, {PntType::Sub, "sub_", ", in the second of two work types"});
   Property(cls, "control_flags", &Point::GetCtrlFlags, &Point::SetCtrlFlags, "A set of bits kept for applications.");
   Property(cls, "draw_id", &Point::GetDrawID, &Point::SetDrawID, "Identifier of the drawing entity.");
   Identifier(cls, "serial_id", &Point::GetSerialID, &Point::SetSerialID,
@@ -97,13 +196,12 @@ void AddPoint(py::module_& module) {
   Identifier(cls, "origin_id", &Point::GetOrgID, &Point::SetOrgID, "Serial of the point that this was copied from.");
   Identifier(cls, "parent_id", &Point::GetParentID, &Point::SetParentID,
              "Serial of the parent form's point that this one hangs on.");
+  AddConnections(cls);
   cls.def_property_readonly(
       "is_valid", [](Element<Point>& e) { return InEdition(e, [](Point& point) { return point.IsEnable(); }); },
       "Whether the point has a code and tells its existence.");
-  cls.def("__repr__", [](Element<Point>& e) {
-    const Point& point = e.Read();
-    return "<vorn.ComposedPoint " + Quoted(point.GetCode()) + " offset " + Metres(point.GetCLDist()) + " height " +
-           Metres(point.GetGh()) + ">";
+  Repr(cls, [](const Point& point) {
+    return Quoted(point.GetCode()) + " offset " + Metres(point.GetCLDist()) + " height " + Metres(point.GetGh());
   });
 }
 
@@ -123,6 +221,7 @@ void AddCrossing(py::module_& module) {
   Property(cls, "offset", &Info::GetDist, &Info::SetDist,
            "Distance of the crossing from the centre line in metres; None when there is no crossing.");
   Property(cls, "id", &Info::GetID, &Info::SetID, "Connection identifier of the crossing point.");
+  Repr(cls, [](const Info& info) { return "offset " + Metres(info.GetDist()); });
 }
 
 void AddForm(py::module_& module) {
@@ -187,9 +286,8 @@ void AddForm(py::module_& module) {
       "Whether the form has a name and valid points and control targets.");
   cls.def(
       "find_point",
-      [](Element<Form>& e, const CString& code) -> Ref<Point> {
-        const int index = e.Read().GetComposedPntArray().Find(code);
-        return index < 0 ? nullptr : CollectionOf(e, kPoints)->At(index);
+      [](Element<Form>& e, const CString& code) {
+        return ItemOrNone(e, kPoints, e.Read().GetComposedPntArray().Find(code));
       },
       py::arg("code"), "The first point of that code (exactly); None when there is none.");
   cls.def(
@@ -203,10 +301,8 @@ void AddForm(py::module_& module) {
       py::arg("center_height"),
       "Recomputes the positions of all points from their input values, as the design's edition reads them.\n\n"
       ":param center_height: height of the centre line in metres; None counts as 0");
-  cls.def("__repr__", [](Element<Form>& e) {
-    const Form& form = e.Read();
-    return "<vorn.BuildForm " + Quoted(form.GetName()) + ", " + std::to_string(form.GetComposedPntArray().GetSize()) +
-           " points>";
+  Repr(cls, [](const Form& form) {
+    return Quoted(form.GetName()) + ", " + std::to_string(form.GetComposedPntArray().GetSize()) + " points";
   });
 }
 
@@ -231,9 +327,8 @@ void AddGroundPoint(py::module_& module) {
   ReadOnly(
       point, "is_valid", [](const Point& value) { return value.IsEnable(); },
       "Whether offset and height are both set.");
-  point.def("__repr__", [](Element<Point>& e) {
-    return "<vorn.GroundPoint offset " + Metres(e.Read().GetCLDist()) + " height " + Metres(e.Read().GetGh()) + ">";
-  });
+  Repr(point,
+       [](const Point& value) { return "offset " + Metres(value.GetCLDist()) + " height " + Metres(value.GetGh()); });
 }
 
 void AddGroundForm(py::module_& module) {
@@ -258,9 +353,8 @@ void AddGroundForm(py::module_& module) {
   ReadOnly(
       form, "is_valid", [](const Form& value) { return value.IsEnable(); },
       "Whether the form has a name and at least two valid points.");
-  form.def("__repr__", [](Element<Form>& e) {
-    return "<vorn.GroundForm " + Quoted(e.Read().GetName()) + ", " +
-           std::to_string(e.Read().GetComposedPntArray().GetSize()) + " points>";
+  Repr(form, [](const Form& value) {
+    return Quoted(value.GetName()) + ", " + std::to_string(value.GetComposedPntArray().GetSize()) + " points";
   });
 }
 
@@ -316,9 +410,8 @@ void AddSection(py::module_& module) {
       "Whether the existing ground is in use and has points.");
   cls.def(
       "find_form",
-      [](Element<Section>& e, const CString& name, const std::optional<CString>& code) -> Ref<VornBuildForm> {
-        const int index = e.Read().Find(name, code ? &*code : nullptr);
-        return index < 0 ? nullptr : CollectionOf(e, kForms)->At(index);
+      [](Element<Section>& e, const CString& name, const std::optional<CString>& code) {
+        return ItemOrNone(e, kForms, e.Read().Find(name, code ? &*code : nullptr));
       },
       py::arg("name"), py::arg("code") = py::none(),
       "The first form of that name (exactly) that, when a code is given, has a point of that code; otherwise None.");
@@ -345,10 +438,10 @@ void AddSection(py::module_& module) {
       [](Element<Section>& e) { EditInEdition(e, Rebuilds::Collections, [](Section& section) { section.SwapLR(); }); },
       "Exchanges left and right. Forms and points are to be taken from the section again.\n"
       "`DesignEditor.mirror` keeps control targets and input values in step.");
-  cls.def("__repr__", [](Element<Section>& e) {
-    const Section& section = e.Read();
-    return "<vorn.CrossSection station " + Metres(section.GetCumulativeDist()) + " " + Quoted(section.GetName()) +
-           ", " + std::to_string(section.GetBuildFormArray().GetSize()) + " forms>";
+  AddSectionDrawing(cls);
+  Repr(cls, [](const Section& section) {
+    return "station " + Metres(section.GetCumulativeDist()) + " " + Quoted(section.GetName()) + ", " +
+           std::to_string(section.GetBuildFormArray().GetSize()) + " forms";
   });
 }
 
@@ -391,9 +484,8 @@ void AddSet(py::module_& module) {
       "Whether both alignments are named, and there is at least one section, each valid.");
   cls.def(
       "find_section",
-      [](Element<Set>& e, double station, bool isBehindChange) -> Ref<VornXSection> {
-        const int index = e.Read().Find(NurReal(ToFinite(station)), isBehindChange);
-        return index < 0 ? nullptr : CollectionOf(e, kSections)->At(index);
+      [](Element<Set>& e, double station, bool isBehindChange) {
+        return ItemOrNone(e, kSections, e.Read().Find(NurReal(ToFinite(station)), isBehindChange));
       },
       py::arg("station"), py::arg("is_behind_change") = false,
       "The section less than 1e-6 m from a station (metres); of the two at a change of shape the one before it, or "
@@ -407,10 +499,8 @@ void AddSet(py::module_& module) {
         CollectionOf(e, kSections)->Insert(PlaceInOrder(e.Read().GetXSectionArray(), station.Value()), section);
       },
       py::arg("section"), "Adds a section in the order of stations, behind one at the same station.");
-  cls.def("__repr__", [](Element<Set>& e) {
-    const Set& set = e.Read();
-    return "<vorn.CrossSectionSet " + Quoted(set.GetRefAlign()) + ", " +
-           std::to_string(set.GetXSectionArray().GetSize()) + " sections>";
+  Repr(cls, [](const Set& set) {
+    return Quoted(set.GetRefAlign()) + ", " + std::to_string(set.GetXSectionArray().GetSize()) + " sections";
   });
 }
 
@@ -431,6 +521,9 @@ void AddFileInfo(py::module_& module) {
   Property(cls, "change_date", &Info::GetChangeDate, &Info::SetChangeDate,
            "When the document was last changed, to the second.");
   Property(cls, "note", &Info::GetNote, &Info::SetNote, "A free note; it is not written without a change date.");
+  Repr(cls, [](const Info& info) {
+    return "created " + DateText(info.GetCreateDate()) + ", changed " + DateText(info.GetChangeDate());
+  });
 }
 
 void AddStructureType(py::module_& module) {
@@ -458,6 +551,7 @@ void AddStructureType(py::module_& module) {
   ReadOnly(
       cls, "is_valid", [](const Structure& structure) { return structure.IsEnable(); },
       "Whether kind of work and station numbering are known.");
+  Repr(cls, [](const Structure& structure) { return Quoted(structure.GetTypeStr()); });
 }
 
 }  // namespace

@@ -6,6 +6,16 @@ namespace vorn_python {
 
 namespace {
 
+template <typename Type>
+std::string NameOf(const Type& value) {
+  return Quoted(value.GetName());
+}
+
+template <typename Type>
+std::string NumberAndName(const Type& value) {
+  return std::to_string(value.GetNumber()) + " " + Quoted(value.GetName());
+}
+
 // --- survey --------------------------------------------------------------------------------------------------------
 
 void AddCoordinateSystem(py::module_& module) {
@@ -28,6 +38,7 @@ void AddCoordinateSystem(py::module_& module) {
   ReadOnly(
       cls, "system_code", [](const Crs& crs) { return crs.CoordinateSystem(); },
       "Code of the plane rectangular system, such as 9(X,Y).");
+  Repr(cls, [](const Crs& crs) { return Quoted(crs.GetName()); });
 }
 
 void AddSurveyPoints(py::module_& module) {
@@ -38,6 +49,8 @@ void AddSurveyPoints(py::module_& module) {
   Property(point, "name", &Point::GetName, &Point::SetName, "Name of the point.");
   Property(point, "point_class", &Point::GetCtrlClass, &Point::SetCtrlClass, "Class of the point.");
 
+  Repr(point, &NumberAndName<Point>);
+
   using Mark = VornBenchMark;
   auto mark = AddClass<Mark>(module, "BenchMark", "A levelling bench mark.");
   mark.def(py::init([] { return Alone(Mark()); }));
@@ -45,11 +58,14 @@ void AddSurveyPoints(py::module_& module) {
   Property(mark, "name", &Mark::GetName, &Mark::SetName, "Name of the bench mark.");
   Property(mark, "point_class", &Mark::GetBMClass, &Mark::SetBMClass, "Class of the bench mark.");
 
+  Repr(mark, &NumberAndName<Mark>);
+
   using Ground = VornGmPnt;
   auto ground = AddClass<Ground>(module, "SurveyPoint", "A ground point, by its number and its name.");
   ground.def(py::init([] { return Alone(Ground()); }));
   Property(ground, "number", &Ground::GetNumber, &Ground::SetNumber, "Identifier within the group.");
   Property(ground, "name", &Ground::GetName, &Ground::SetName, "Name of the point.");
+  Repr(ground, &NumberAndName<Ground>);
   BindSequence<VornGmPntArray>(module, "SurveyPoints", "The points of a survey group.");
 
   using Group = VornGmPnts;
@@ -59,6 +75,9 @@ void AddSurveyPoints(py::module_& module) {
   Property(group, "name2", &Group::GetName2, &Group::SetName2, "Second name of the group.");
   Collection(
       group, "points", [](Group & value) -> auto& { return value.GetPoints(); }, "The points.");
+  Repr(group, [](const Group& value) {
+    return Quoted(value.GetName()) + ", " + std::to_string(value.GetPoints().GetSize()) + " points";
+  });
 }
 
 void AddControlPoints(py::module_& module) {
@@ -72,6 +91,7 @@ void AddControlPoints(py::module_& module) {
       cls, "bench_marks", [](Points & points) -> auto& { return points.GetBenchMarks(); }, "Levelling bench marks.");
   Collection(
       cls, "groups", [](Points & points) -> auto& { return points.GetGmPnts(); }, "Groups of ground points.");
+  Repr(cls, &NameOf<Points>);
 }
 
 // --- road geometry -------------------------------------------------------------------------------------------------
@@ -97,6 +117,7 @@ void AddRoadInfo(py::module_& module) {
   ReadOnly(
       cls, "road_class_text", [](const Road& road) { return road.GetClassificatRoad(); },
       "Text of the road class, such as 第3種第2級.");
+  Repr(cls, &NameOf<Road>);
 }
 
 constexpr auto kAlignments = [](VornRoadGmData & road) -> auto& { return road.GetAlignments(); };
@@ -120,6 +141,10 @@ void AddAlignment(py::module_& module) {
       cls, "dates", [](const Alignment& alignment) { return alignment.GetUpDate().GetDates(); },
       [](Alignment& alignment, const VornUpDate::Dates& dates) { alignment.GetUpDate().GetDates() = dates; },
       "Three dates kept for applications.");
+  Repr(cls, [](const Alignment& alignment) {
+    return Quoted(alignment.GetName()) + ", " + std::to_string(alignment.GetXSections().GetXSectionArray().GetSize()) +
+           " sections";
+  });
 }
 
 void AddRoadGeometry(py::module_& module) {
@@ -128,15 +153,15 @@ void AddRoadGeometry(py::module_& module) {
   Member(
       cls, "road", [](Road & road) -> auto& { return road.GetRoadInfo(); }, "What the road is.");
   Collection(cls, "alignments", kAlignments, "The alignments.");
-  cls.def_property(
-      "current_alignment",
-      [](Element<Road>& e) -> Ref<VornAlignment> {
+  ElementAttribute(
+      cls, "current_alignment",
+      [](Element<Road>& e) {
         const VornAlignmentsArray& alignments = e.Read().GetAlignments();
-        if (!alignments.IsRange(alignments.GetCurrent())) return nullptr;
-        return CollectionOf(e, kAlignments)->At(alignments.GetCurrent());
+        const int index = alignments.GetCurrent();
+        return ItemOrNone(e, kAlignments, alignments.IsRange(index) ? index : -1);
       },
-      [](Element<Road>& e, const Ref<VornAlignment>& alignment) {
-        const int index = alignment ? CollectionOf(e, kAlignments)->IndexOf(py::cast(alignment)) : -1;
+      [](Element<Road>& e, const std::optional<Ref<VornAlignment>>& alignment) {
+        const int index = alignment ? CollectionOf(e, kAlignments)->IndexOf(py::cast(*alignment)) : -1;
         e.Change().GetAlignments().SetCurrent(index);
       },
       "The current alignment, one of `alignments`; None for none.");
@@ -146,6 +171,9 @@ void AddRoadGeometry(py::module_& module) {
   Member(
       cls, "structure_type", [](Road & road) -> auto& { return road.GetStructureType(); }, "The kind of work.");
   Property(cls, "text", &Road::GetText, &Road::SetText, "A text kept for applications.");
+  Repr(cls, [](const Road& road) {
+    return Quoted(road.GetRoadInfo().GetName()) + ", " + std::to_string(road.GetAlignments().GetSize()) + " alignments";
+  });
 }
 
 // --- the parts of a project ----------------------------------------------------------------------------------------
@@ -182,6 +210,7 @@ void AddControlItemNames(py::module_& module) {
   AddMark<Control::BermMarks>(cls, "berm_marks", "Labels that mark the points of berms.");
   AddMark<Control::RoadMarks>(cls, "road_marks", "Labels that mark the points of the road.");
   AddMark<Control::OtherMarks>(cls, "other_marks", "Labels that mark other points.");
+  Repr(cls, [](const Control&) { return std::string(); });
 }
 
 void AddConstruction(py::module_& module) {
@@ -199,6 +228,7 @@ void AddConstruction(py::module_& module) {
   Member(
       cls, "control_names", [](Info & info) -> auto& { return info.GetFormCtrl(); },
       "How the as-built control items are called.");
+  Repr(cls, [](const Info& info) { return "of " + Quoted(info.GetRoadGm().GetRoadInfo().GetName()); });
 }
 
 void AddProjectInfo(py::module_& module) {
@@ -207,6 +237,7 @@ void AddProjectInfo(py::module_& module) {
   creator.def(py::init([] { return Alone(Creator()); }));
   Property(creator, "name", &Creator::GetName, &Creator::SetName, "Name of the creator.");
   Property(creator, "text", &Creator::GetText, &Creator::SetText, "A free text.");
+  Repr(creator, &NameOf<Creator>);
   BindSequence<VornCreatorInfoArray>(module, "Creators", "Who made the data of a project.");
 
   using Info = VornProjectData;
@@ -217,6 +248,7 @@ void AddProjectInfo(py::module_& module) {
   Property(cls, "text", &Info::GetText, &Info::SetText, "A free text.");
   Collection(
       cls, "creators", [](Info & info) -> auto& { return info.GetCreators(); }, "Who made the data.");
+  Repr(cls, &NameOf<Info>);
 }
 
 void AddRoadCenter(py::module_& module) {
@@ -232,6 +264,7 @@ void AddRoadCenter(py::module_& module) {
       cls, "groups", [](Center & center) -> auto& { return center.GetGmPnts(); }, "Groups of ground points.");
   Member(
       cls, "road_geometry", [](Center & center) -> auto& { return center.GetRoadGm(); }, "The road geometry.");
+  Repr(cls, [](const Center& center) { return "of " + Quoted(center.GetProject().GetName()); });
 }
 
 void AddRoadData(py::module_& module) {
@@ -242,6 +275,9 @@ void AddRoadData(py::module_& module) {
       "The construction information.");
   Member(
       cls, "road_center", [](Data & data) -> auto& { return data.GetRoadCenter(); }, "The road-centre data.");
+  Member(
+      cls, "land_xml", [](Data & data) -> auto& { return data.GetLandXml(); }, "What the export to LandXML is set to.");
+  Repr(cls, [](const Data& data) { return "of " + Quoted(data.GetRoadCenter().GetProject().GetName()); });
 }
 
 }  // namespace
@@ -262,6 +298,7 @@ void AddRoad(py::module_& module) {
   AddConstruction(module);
   AddProjectInfo(module);
   AddRoadCenter(module);
+  AddLandXml(module);
   AddRoadData(module);
 }
 

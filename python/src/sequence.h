@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <utility>
@@ -120,7 +121,6 @@ void BindSequence(py::module_& module, const char* name, const char* doc) {
   using ElementPtr = std::shared_ptr<ElementOf>;
 
   py::class_<Self, std::shared_ptr<Self>> cls(module, name, doc);
-  cls.attr("__module__") = "vorn";
   cls.def("__len__", &Self::Size)
       .def("__bool__", [](Self& self) { return self.Size() > 0; })
       .def("__iter__",
@@ -177,13 +177,35 @@ void BindSequence(py::module_& module, const char* name, const char* doc) {
           py::arg("element"), "Removes this very element, which lives on alone.")
       .def("clear", &Self::Clear, "Removes all elements, which live on alone.")
       .def(
-          "index", [](Self& self, const py::object& element) { return self.IndexOf(element); }, py::arg("element"),
+          "index",
+          [](Self& self, const py::object& element, py::ssize_t start, py::ssize_t stop) {
+            const int index = self.IndexOf(element);
+            const std::vector<int> range = IndicesOf(py::slice(start, stop, 1), self.Size());
+            if (range.empty() || index < range.front() || index > range.back()) {
+              throw py::value_error("the element is not in this part of the collection");
+            }
+            return index;
+          },
+          py::arg("element"), py::arg("start") = 0, py::arg("stop") = std::numeric_limits<py::ssize_t>::max(),
           "Index of this very element; ValueError when it does not stand in this collection.")
       .def(
           "count", [](Self& self, const py::object& element) { return self.Holds(element) ? 1 : 0; },
           py::arg("element"), "1 when this very element stands in this collection, otherwise 0.")
+      .def("__copy__", [](const py::object& self) { return py::list(self); })
+      .def("__deepcopy__",
+           [](const py::object& self, const py::dict&) {
+             py::list copies;
+             for (const py::handle element : self) copies.append(element.attr("copy")());
+             return copies;
+           })
       .def("__repr__", [name = std::string(name)](Self& self) {
-        return "<vorn." + name + " of " + std::to_string(self.Size()) + ">";
+        try {
+          return "<vorn." + name + " of " + std::to_string(self.Size()) + ">";
+        } catch (const ExpiredError&) {
+          return "<vorn." + name + " (expired)>";
+        } catch (const BusyError&) {
+          return "<vorn." + name + " (busy)>";
+        }
       });
   py::module_::import("collections.abc").attr("Sequence").attr("register")(cls);
 }

@@ -98,5 +98,28 @@ def test_road_data(tmp_path: Path) -> None:
         geometry.current_alignment = vorn.Alignment("another")
 
 
+def test_land_xml(tmp_path: Path) -> None:
+    project = vorn.Project()
+    settings = project.data.land_xml
+    settings.project_name, settings.project_description = "工事", "説明"
+    settings.points.append(vorn.LandXmlPoint(7))
+    alignment = vorn.LandXmlAlignment("本線")
+    alignment.flag, alignment.code2 = 1, 12
+    settings.alignments.append(alignment)
+    settings.texts, settings.value, settings.option3, settings.point_option1 = ["一", "二"], 2.5, 3, 4
+    project.save(tmp_path / "a.vorn")
+
+    read = vorn.Project.read(tmp_path / "a.vorn").data.land_xml
+    assert repr(read) == "<vorn.LandXmlSettings '工事', 1 alignments>"
+    assert (read.project_name, read.project_description) == ("工事", "説明")
+    assert [point.number for point in read.points] == [7]
+    [alignment] = read.alignments
+    assert (alignment.name, alignment.flag) == ("本線", 1)
+    assert (alignment.code1, alignment.code2, alignment.code3) == (None, 12, None)
+    assert (read.texts, read.value, read.option3, read.point_option1) == (["一", "二"], 2.5, 3, 4)
+    with pytest.raises(ValueError):
+        read.value = float("nan")
+
+
 def test_project_names() -> None:
     assert vorn.is_project_name("a.VORN") and not vorn.is_project_name(Path("a.xml"))

@@ -87,3 +87,36 @@ def test_speed() -> None:
     road.speed_kmh = None
     speeds = [road.speed_kmh, road.design_speed]
     assert speeds == [None, None]
+
+
+def test_both_roles_of_a_point() -> None:
+    point = vorn.ComposedPoint("A")
+    assert (point.sub_code, point.pair_id, point.sub_pair_id, point.form_id, point.sub_form_id) == ("", *[None] * 4)
+    assert point.measurements == point.sub_measurements == []
+    point.xsect_type_id, point.sub_xsect_type_id = 1, 2
+    point.xsect_name_id, point.sub_xsect_name_id = 3, 4
+    point.pair_id, point.sub_pair_id, point.form_id, point.sub_form_id = 5, 6, 7, 8
+    point.measurements, point.sub_measurements = [(1, -2)], [(3, 4), (5, 6)]
+    point.sub_connects_to_previous = point.connects_to_next = True
+    other = point.copy()
+    point.sub_measurements = []
+    assert (other.xsect_type_id, other.sub_xsect_type_id, other.xsect_name_id, other.sub_xsect_name_id) == (1, 2, 3, 4)
+    assert (other.pair_id, other.sub_pair_id, other.form_id, other.sub_form_id) == (5, 6, 7, 8)
+    assert (other.measurements, other.sub_measurements) == ([(1, -2)], [(3, 4), (5, 6)])
+    connects = [other.connects_to_previous, other.connects_to_next, other.sub_connects_to_previous,
+                other.sub_connects_to_next]
+    assert connects == [False, True, True, False]
+    other.sub_pair_id = None
+    assert other.sub_pair_id is None and other.pair_id == 5
+    with pytest.raises(TypeError, match="sub_measurements"):
+        point.sub_measurements = [(1, 2, 3)]  # type: ignore[list-item]
+
+
+def test_connections_of_a_point() -> None:
+    point = vorn.ComposedPoint()
+    point.draw_pair_ids, point.spatial_pair_ids, point.connection_id = [1, 2], [3], 4
+    point.connects_by_itself = point.is_connected = True
+    point.target_index = 5
+    other = point.copy()
+    assert (other.draw_pair_ids, other.spatial_pair_ids, other.connection_id) == ([1, 2], [3], 4)
+    assert other.connects_by_itself and other.is_connected and other.target_index == 5

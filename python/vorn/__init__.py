@@ -20,5 +20,6 @@ from .errors import (
     TextError,
 )
 
+__version__: str = _vorn.__version__
 __all__ = sorted(name for name in vars(_vorn) if not name.startswith("_"))
 __all__ += ["BusyError", "DocumentError", "EditError", "Error", "ExpiredError", "InvalidArgumentError", "TextError"]

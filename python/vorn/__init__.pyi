@@ -17,6 +17,7 @@ from .errors import InvalidArgumentError as InvalidArgumentError
 from .errors import TextError as TextError
 
 __all__: List[str]
+__version__: str
 
 _Element = TypeVar("_Element")
 
@@ -39,6 +40,8 @@ class _Collection(Sequence[_Element]):
     def clear(self) -> None: ...
     def index(self, element: Any, start: int = ..., stop: int = ...) -> int: ...
     def count(self, element: Any) -> int: ...
+    def __copy__(self) -> List[_Element]: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> List[_Element]: ...
 
 class Side(enum.Enum):
     """Side of the centre line, looking along it. Offsets are negative on the left."""
@@ -269,6 +272,17 @@ class SampleKind(enum.Enum):
     RIVER = 'river'
     FARM = 'farm'
 
+class TableContent(enum.Enum):
+    """What the rows of a table are: points of the build forms, of the existing ground, or of control targets."""
+    POINTS = 'points'
+    GROUND = 'ground'
+    TARGETS = 'targets'
+
+class Language(enum.Enum):
+    """Language of a drawing's own words; texts of the design are never translated."""
+    ENGLISH = 'en'
+    JAPANESE = 'ja'
+
 class ControlTargetPoint:
     """A point of a control target: the build form and the code of the composed point on which
     it stands, and the station of its cross section."""
@@ -491,15 +505,85 @@ class ComposedPoint:
     @xsect_name.setter
     def xsect_name(self, value: str) -> None: ...
     @property
+    def xsect_type_id(self) -> int:
+        """Identifier of the cross-section (work) type, 0 for none."""
+    @xsect_type_id.setter
+    def xsect_type_id(self, value: int) -> None: ...
+    @property
+    def xsect_name_id(self) -> int:
+        """Identifier of the cross-section name, 0 for none."""
+    @xsect_name_id.setter
+    def xsect_name_id(self, value: int) -> None: ...
+    @property
+    def pair_id(self) -> Optional[int]:
+        """Identifier of the as-built pair, None for none."""
+    @pair_id.setter
+    def pair_id(self, value: Optional[int]) -> None: ...
+    @property
+    def form_id(self) -> Optional[int]:
+        """Identifier of the build form that owns the point, None for none."""
+    @form_id.setter
+    def form_id(self, value: Optional[int]) -> None: ...
+    @property
+    def connects_to_previous(self) -> bool:
+        """Whether it connects to the previous point by itself."""
+    @connects_to_previous.setter
+    def connects_to_previous(self, value: bool) -> None: ...
+    @property
+    def connects_to_next(self) -> bool:
+        """Whether it connects to the next point by itself."""
+    @connects_to_next.setter
+    def connects_to_next(self, value: bool) -> None: ...
+    @property
+    def measurements(self) -> List[Tuple[int, int]]:
+        """Measurement records, of two numbers each, as a list of its own."""
+    @measurements.setter
+    def measurements(self, value: List[Tuple[int, int]]) -> None: ...
+    @property
     def sub_code(self) -> str:
-        """Design code in the second of two work types."""
+        """Design code, the survey name, in the second of two work types."""
     @sub_code.setter
     def sub_code(self, value: str) -> None: ...
     @property
     def sub_xsect_name(self) -> str:
-        """Cross-section name in the second of two work types."""
+        """Cross-section name, in the second of two work types."""
     @sub_xsect_name.setter
     def sub_xsect_name(self, value: str) -> None: ...
+    @property
+    def sub_xsect_type_id(self) -> int:
+        """Identifier of the cross-section (work) type, 0 for none, in the second of two work types."""
+    @sub_xsect_type_id.setter
+    def sub_xsect_type_id(self, value: int) -> None: ...
+    @property
+    def sub_xsect_name_id(self) -> int:
+        """Identifier of the cross-section name, 0 for none, in the second of two work types."""
+    @sub_xsect_name_id.setter
+    def sub_xsect_name_id(self, value: int) -> None: ...
+    @property
+    def sub_pair_id(self) -> Optional[int]:
+        """Identifier of the as-built pair, None for none, in the second of two work types."""
+    @sub_pair_id.setter
+    def sub_pair_id(self, value: Optional[int]) -> None: ...
+    @property
+    def sub_form_id(self) -> Optional[int]:
+        """Identifier of the build form that owns the point, None for none, in the second of two work types."""
+    @sub_form_id.setter
+    def sub_form_id(self, value: Optional[int]) -> None: ...
+    @property
+    def sub_connects_to_previous(self) -> bool:
+        """Whether it connects to the previous point by itself, in the second of two work types."""
+    @sub_connects_to_previous.setter
+    def sub_connects_to_previous(self, value: bool) -> None: ...
+    @property
+    def sub_connects_to_next(self) -> bool:
+        """Whether it connects to the next point by itself, in the second of two work types."""
+    @sub_connects_to_next.setter
+    def sub_connects_to_next(self, value: bool) -> None: ...
+    @property
+    def sub_measurements(self) -> List[Tuple[int, int]]:
+        """Measurement records, of two numbers each, as a list of its own, in the second of two work types."""
+    @sub_measurements.setter
+    def sub_measurements(self, value: List[Tuple[int, int]]) -> None: ...
     @property
     def control_flags(self) -> int:
         """A set of bits kept for applications."""
@@ -525,6 +609,36 @@ class ComposedPoint:
         """Serial of the parent form's point that this one hangs on."""
     @parent_id.setter
     def parent_id(self, value: Optional[int]) -> None: ...
+    @property
+    def connection_id(self) -> int:
+        """Connection identifier, that of a crossing point."""
+    @connection_id.setter
+    def connection_id(self, value: int) -> None: ...
+    @property
+    def target_index(self) -> int:
+        """Index of the control target that uses the point, as the application counts."""
+    @target_index.setter
+    def target_index(self, value: int) -> None: ...
+    @property
+    def draw_pair_ids(self) -> List[int]:
+        """Identifiers of drawing entities paired with the point, as a list of its own."""
+    @draw_pair_ids.setter
+    def draw_pair_ids(self, value: List[int]) -> None: ...
+    @property
+    def spatial_pair_ids(self) -> List[int]:
+        """Identifiers of the three-dimensional pairs that the point connects to, as a list of its own."""
+    @spatial_pair_ids.setter
+    def spatial_pair_ids(self, value: List[int]) -> None: ...
+    @property
+    def connects_by_itself(self) -> bool:
+        """Whether the point is to be connected by itself."""
+    @connects_by_itself.setter
+    def connects_by_itself(self, value: bool) -> None: ...
+    @property
+    def is_connected(self) -> bool:
+        """Whether the point is connected."""
+    @is_connected.setter
+    def is_connected(self, value: bool) -> None: ...
     @property
     def is_valid(self) -> bool:
         """Whether the point has a code and tells its existence."""
@@ -634,7 +748,7 @@ class BuildForm:
     @property
     def is_valid(self) -> bool:
         """Whether the form has a name and valid points and control targets."""
-    def find_point(self, code: str) -> ComposedPoint:
+    def find_point(self, code: str) -> Optional[ComposedPoint]:
         """The first point of that code (exactly); None when there is none."""
     def recalc(self, center_height: Optional[float]) -> None:
         """Recomputes the positions of all points from their input values, as the design's edition reads them.
@@ -778,7 +892,7 @@ class CrossSection:
     @property
     def has_ground(self) -> bool:
         """Whether the existing ground is in use and has points."""
-    def find_form(self, name: str, code: Optional[str] = ...) -> BuildForm:
+    def find_form(self, name: str, code: Optional[str] = ...) -> Optional[BuildForm]:
         """The first form of that name (exactly) that, when a code is given, has a point of that code; otherwise None."""
     def recalc(self, center_height: Optional[float]) -> None:
         """Recomputes the positions of all points from their input values, as the design's edition reads them.
@@ -790,6 +904,14 @@ class CrossSection:
     def mirror(self) -> None:
         """Exchanges left and right. Forms and points are to be taken from the section again.
         `DesignEditor.mirror` keeps control targets and input values in step."""
+    def to_svg(self, *, center_height: Optional[float] = ..., scale: Optional[float] = ..., exaggeration: float = ..., language: Language = ...) -> str:
+        """The section as an SVG drawing in millimetres, to scale. Notebooks show it by themselves.
+
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :param scale: draw at 1:scale; None takes the largest usual one that fits an A3 sheet
+        :param exaggeration: how many times heights are drawn larger than widths
+        :param language: of the drawing's own words
+        :raises ValueError: the section stands in no document"""
 
 class CrossSections(_Collection[CrossSection]):
     """The cross sections of a set, ordered by station."""
@@ -832,7 +954,7 @@ class CrossSectionSet:
     @property
     def is_valid(self) -> bool:
         """Whether both alignments are named, and there is at least one section, each valid."""
-    def find_section(self, station: float, is_behind_change: bool = ...) -> CrossSection:
+    def find_section(self, station: float, is_behind_change: bool = ...) -> Optional[CrossSection]:
         """The section less than 1e-6 m from a station (metres); of the two at a change of shape the one before it, or the
         one behind it. None when there is none."""
     def add_section(self, section: CrossSection) -> None:
@@ -1163,10 +1285,10 @@ class RoadGeometry:
     def alignments(self) -> Alignments:
         """The alignments."""
     @property
-    def current_alignment(self) -> Alignment:
+    def current_alignment(self) -> Optional[Alignment]:
         """The current alignment, one of `alignments`; None for none."""
     @current_alignment.setter
-    def current_alignment(self, value: Alignment) -> None: ...
+    def current_alignment(self, value: Optional[Alignment]) -> None: ...
     @property
     def file_infos(self) -> FileInfos:
         """When the design was created and changed."""
@@ -1346,6 +1468,128 @@ class RoadCenter:
     def road_geometry(self) -> RoadGeometry:
         """The road geometry."""
 
+class LandXmlPoint:
+    """A ground point that is selected for the LandXML export."""
+    def __init__(self, number: int = ...) -> None:
+        """A point that stands alone, until it is added to the settings' `points`."""
+    def copy(self) -> LandXmlPoint:
+        """A copy that stands alone."""
+    def __copy__(self) -> LandXmlPoint: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> LandXmlPoint: ...
+    @property
+    def number(self) -> int:
+        """Number of the ground point (`SurveyPoint.number`)."""
+    @number.setter
+    def number(self, value: int) -> None: ...
+
+class LandXmlPoints(_Collection[LandXmlPoint]):
+    """The ground points of a LandXML export."""
+
+class LandXmlAlignment:
+    """An alignment's entry in the LandXML export."""
+    def __init__(self, name: str = ...) -> None:
+        """An entry that stands alone, until it is added to the settings' `alignments`."""
+    def copy(self) -> LandXmlAlignment:
+        """A copy that stands alone."""
+    def __copy__(self) -> LandXmlAlignment: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> LandXmlAlignment: ...
+    @property
+    def name(self) -> str:
+        """Name of the alignment."""
+    @name.setter
+    def name(self, value: str) -> None: ...
+    @property
+    def text(self) -> str:
+        """A text kept for applications."""
+    @text.setter
+    def text(self, value: str) -> None: ...
+    @property
+    def flag(self) -> int:
+        """Not 0 when the alignment is selected; what else it says is the application's."""
+    @flag.setter
+    def flag(self, value: int) -> None: ...
+    @property
+    def code1(self) -> Optional[int]:
+        """A code kept for applications; None when it is not set."""
+    @code1.setter
+    def code1(self, value: Optional[int]) -> None: ...
+    @property
+    def code2(self) -> Optional[int]:
+        """A code kept for applications; None when it is not set."""
+    @code2.setter
+    def code2(self, value: Optional[int]) -> None: ...
+    @property
+    def code3(self) -> Optional[int]:
+        """A code kept for applications; None when it is not set."""
+    @code3.setter
+    def code3(self, value: Optional[int]) -> None: ...
+
+class LandXmlAlignments(_Collection[LandXmlAlignment]):
+    """The alignments of a LandXML export."""
+
+class LandXmlSettings:
+    """What a project's export to LandXML is set to. The export itself is the application's."""
+    def copy(self) -> LandXmlSettings:
+        """A copy that stands alone."""
+    def __copy__(self) -> LandXmlSettings: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> LandXmlSettings: ...
+    @property
+    def project_name(self) -> str:
+        """Name of the project."""
+    @project_name.setter
+    def project_name(self, value: str) -> None: ...
+    @property
+    def project_description(self) -> str:
+        """Description of the project."""
+    @project_description.setter
+    def project_description(self, value: str) -> None: ...
+    @property
+    def points(self) -> LandXmlPoints:
+        """The selected ground points."""
+    @property
+    def alignments(self) -> LandXmlAlignments:
+        """The alignments."""
+    @property
+    def point_option1(self) -> int:
+        """An option of the ground points, kept for applications."""
+    @point_option1.setter
+    def point_option1(self, value: int) -> None: ...
+    @property
+    def point_option2(self) -> int:
+        """An option of the ground points, kept for applications."""
+    @point_option2.setter
+    def point_option2(self, value: int) -> None: ...
+    @property
+    def any_flag(self) -> int:
+        """1 in new data; of older projects, 1 when any alignment was selected, otherwise 0."""
+    @any_flag.setter
+    def any_flag(self, value: int) -> None: ...
+    @property
+    def option1(self) -> int:
+        """An option kept for applications."""
+    @option1.setter
+    def option1(self, value: int) -> None: ...
+    @property
+    def option2(self) -> int:
+        """An option kept for applications while the project is open; projects do not hold it."""
+    @option2.setter
+    def option2(self, value: int) -> None: ...
+    @property
+    def option3(self) -> int:
+        """An option kept for applications."""
+    @option3.setter
+    def option3(self, value: int) -> None: ...
+    @property
+    def value(self) -> float:
+        """A number kept for applications."""
+    @value.setter
+    def value(self, value: float) -> None: ...
+    @property
+    def texts(self) -> List[str]:
+        """Texts kept for applications, as a list of its own."""
+    @texts.setter
+    def texts(self, value: List[str]) -> None: ...
+
 class RoadData:
     """All road and survey data of a project."""
     def copy(self) -> RoadData:
@@ -1358,9 +1602,15 @@ class RoadData:
     @property
     def road_center(self) -> RoadCenter:
         """The road-centre data."""
+    @property
+    def land_xml(self) -> LandXmlSettings:
+        """What the export to LandXML is set to."""
 
 class UnreadValue:
     """A value of a document that was not understood; it is not written again."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> UnreadValue: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> UnreadValue: ...
     @property
     def line(self) -> int:
         """Line of the document, from 1."""
@@ -1376,6 +1626,9 @@ class UnreadValue:
 
 class Finding:
     """One thing found wrong in a document."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> Finding: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> Finding: ...
     @property
     def severity(self) -> Severity:
         """How bad it is."""
@@ -1403,6 +1656,9 @@ class Finding:
 
 class WriteReport:
     """What writing a document did."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> WriteReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> WriteReport: ...
     @property
     def replaced_characters(self) -> int:
         """How many characters became 〓."""
@@ -1412,6 +1668,9 @@ class WriteReport:
 
 class ConversionReport:
     """What a conversion between editions did."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> ConversionReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> ConversionReport: ...
     @property
     def dropped(self) -> List[Tuple[str, int]]:
         """What the edition cannot hold, by name and number."""
@@ -1493,17 +1752,75 @@ class DesignDocument:
     def sets(self) -> CrossSectionSets:
         """The cross-section sets."""
     @property
-    def structure_type(self) -> StructureType:
+    def structure_type(self) -> Optional[StructureType]:
         """The kind of work, None when the document has none. One that is set is copied."""
     @structure_type.setter
-    def structure_type(self, value: StructureType) -> None: ...
+    def structure_type(self, value: Optional[StructureType]) -> None: ...
+    def to_csv(self, content: TableContent = ..., *, center_height: Optional[float] = ...) -> str:
+        """A table of all cross sections as comma-separated values, in metres; what is not known is empty. Sets,
+        sections, forms and points count from 1.
+
+        :param content: what the rows are
+        :param center_height: height of the centre line in metres, where the design does not tell it"""
+    def write_csv(self, path: Union[str, os.PathLike[str]], content: TableContent = ..., *, byte_order_mark: bool = ..., center_height: Optional[float] = ...) -> List[Tuple[str, str]]:
+        """Writes what `to_csv` gives, in UTF-8.
+
+        :param content: what the rows are
+        :param byte_order_mark: begin with one, by which spreadsheets know UTF-8
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :returns: places and what could not be shown there
+        :raises DocumentError: the file cannot be written, or is or is named like a design"""
+    def to_geojson(self, *, center_height: Optional[float] = ...) -> str:
+        """All cross sections as GeoJSON, with a feature for each section, line and control target. Coordinates
+        are offset and height in the plane of the section, and no places on the earth.
+
+        :param center_height: height of the centre line in metres, where the design does not tell it"""
+    def write_geojson(self, path: Union[str, os.PathLike[str]], *, center_height: Optional[float] = ...) -> List[Tuple[str, str]]:
+        """Writes what `to_geojson` gives.
+
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :returns: places and what could not be shown there
+        :raises DocumentError: the file cannot be written, or is or is named like a design"""
+    def to_dxf(self, *, center_height: Optional[float] = ..., scale: Optional[float] = ..., language: Language = ...) -> bytes:
+        """A CAD drawing (DXF R12) of all cross sections side by side, in metres at true scale.
+
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :param scale: texts and marks are as large as on paper at 1:scale; None takes the largest usual one that fits
+        :param language: of the drawing's own words"""
+    def write_dxf(self, path: Union[str, os.PathLike[str]], *, center_height: Optional[float] = ..., scale: Optional[float] = ..., language: Language = ...) -> List[Tuple[str, str]]:
+        """Writes what `to_dxf` gives.
+
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :param scale: texts and marks are as large as on paper at 1:scale; None takes the largest usual one that fits
+        :param language: of the drawing's own words
+        :returns: places and what could not be shown there
+        :raises DocumentError: the file cannot be written, or is or is named like a design"""
+    def to_html(self, name: str = ..., *, center_height: Optional[float] = ..., exaggeration: float = ..., language: Optional[Language] = ...) -> str:
+        """A page for the browser: every cross section with its drawing, its control targets and what is wrong in
+        it. The page needs nothing but itself.
+
+        :param name: of the design, as the page shows it
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :param exaggeration: how many times heights are drawn larger than widths
+        :param language: that the page begins with; None takes the reader's own"""
+    def write_report(self, path: Union[str, os.PathLike[str]], name: str = ..., *, center_height: Optional[float] = ..., exaggeration: float = ..., language: Optional[Language] = ...) -> None:
+        """Writes the page that `to_html` gives.
+
+        :param name: of the design, as the page shows it
+        :param center_height: height of the centre line in metres, where the design does not tell it
+        :param exaggeration: how many times heights are drawn larger than widths
+        :param language: that the page begins with; None takes the reader's own
+        :raises DocumentError: the file cannot be written, or is or is named like a design"""
 
 def sample(kind: SampleKind = ..., sections: int = ..., seed: int = ...) -> DesignDocument:
-    """Makes a realistic synthetic design of edition 4.1, or of the agricultural edition for a farm.
+    """Makes a realistic synthetic design of edition 4.1; `convert` gives it another one.
     The same arguments give the same design."""
 
 class EditReport:
     """What one editing step changed."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> EditReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> EditReport: ...
     @property
     def changes(self) -> List[Tuple[str, str]]:
         """Cross sections that changed, each with its place and what changed."""
@@ -1593,5 +1910,103 @@ class Project:
     def data(self) -> RoadData:
         """All road and survey data."""
 
+class FileReport:
+    """What writing a file of either kind did."""
+    def __eq__(self, other: object) -> bool: ...
+    def __copy__(self) -> FileReport: ...
+    def __deepcopy__(self, memo: Dict[Any, Any]) -> FileReport: ...
+    @property
+    def document(self) -> WriteReport:
+        """What writing a document did."""
+    @property
+    def store_version(self) -> Optional[str]:
+        """Store version of the project that was written; None for a document."""
+    @property
+    def losses(self) -> List[Tuple[str, int]]:
+        """What the store version cannot hold, by name and number."""
+    @property
+    def former_file(self) -> Optional[str]:
+        """Where the file that a project replaced is kept now; None when there was none."""
+    @property
+    def has_left_road_data(self) -> bool:
+        """Whether a document was written of a project that holds more than the design."""
+
+class DesignFile:
+    """A design with the project that it came from, whichever of the two kinds of file it is in."""
+    def __init__(self, design: DesignDocument, project: Optional[Project] = ...) -> None:
+        """A design to be written, with the project that gave it, if one did."""
+    @staticmethod
+    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ...) -> DesignFile:
+        """Reads a project when the file is named or begins like one, otherwise a document. Other threads go
+        on meanwhile.
+
+        :param assume: edition of a document that is not recognised; without one it is refused
+        :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them
+        :raises DocumentError: it cannot be read"""
+    @property
+    def design(self) -> DesignDocument:
+        """The design."""
+    @property
+    def project(self) -> Optional[Project]:
+        """The project that the design came from, which has given it out; None for a document."""
+    def write(self, path: Union[str, os.PathLike[str]], *, encoding: Encoding = ..., lossy: bool = ..., store_version: Optional[str] = ...) -> FileReport:
+        """Writes a project when the file is named like one, or is one, otherwise a document, whole or not at all.
+        After a project, forms, points and control targets are to be taken from the design again, and what is in
+        the project's collections from the project. Other threads go on meanwhile.
+
+        :param encoding: of a document
+        :param lossy: a document has 〓 for characters that its encoding cannot hold
+        :param store_version: of a project; None for that of the project read, or the newest
+        :raises DocumentError: it cannot be written, or another kind of design would be lost"""
+
+def holds_design(path: Union[str, os.PathLike[str]]) -> bool:
+    """Whether there is a file that holds a design: one that begins as a project or a document does."""
+
 def is_project_name(path: Union[str, os.PathLike[str]]) -> bool:
     """Whether a file name is that of a project: it ends with .vorn, in letters of either case."""
+
+class UserSettings:
+    """The user's settings of the dialogs for construction information: a mapping from names such as RoadInfo.speed
+    to integers and texts. A setting that is not stored has its default. What is set is stored at once, and what
+    another program stores counts at once. A place that cannot be read is warned of (RuntimeWarning), and all its
+    settings have their defaults."""
+    def __init__(self, company: str = ..., application: str = ..., *, total_station: bool = ...) -> None:
+        """The settings of an application; those of the command-line tool unless told otherwise.
+
+        :param total_station: the settings of the total-station edition, which are kept apart
+        :raises DocumentError: there is no place for them"""
+    @staticmethod
+    def at(path: Union[str, os.PathLike[str]], *, total_station: bool = ...) -> UserSettings:
+        """The settings in a file, which is TOML and need not exist yet."""
+    @property
+    def place(self) -> str:
+        """Where they are: a file, or a key of the system registry."""
+    def is_stored(self, name: str) -> bool:
+        """Whether a value is stored, which is no default then."""
+    @staticmethod
+    def default(name: str) -> Union[int, str]:
+        """What a setting is while none is stored."""
+    @staticmethod
+    def meaning(name: str, value: Union[int, str]) -> Optional[str]:
+        """What a value of a setting stands for, such as 60 km/h; None for one that stands for nothing else."""
+    def __getitem__(self, name: str) -> Union[int, str]: ...
+    def __setitem__(self, name: str, value: Union[int, str]) -> None: ...
+    def __contains__(self, name: object) -> bool: ...
+    def __len__(self) -> int: ...
+    def __iter__(self) -> Iterator[str]: ...
+    def keys(self) -> List[str]:
+        """The names of the settings."""
+    def values(self) -> List[Union[int, str]]:
+        """The values of the settings."""
+    def items(self) -> List[Tuple[str, Union[int, str]]]:
+        """The settings, each with its name and its value."""
+    def get(self, name: str, default: Optional[Union[int, str]] = ...) -> Optional[Union[int, str]]:
+        """The value of a setting, another one where there is none."""
+    def load_names(self, names: ControlItemNames) -> None:
+        """Gives a project the names and marks of the as-built control items."""
+    def store_names(self, names: ControlItemNames) -> None:
+        """Stores a project's names and marks of the as-built control items."""
+    def load_road(self, road_geometry: RoadGeometry) -> None:
+        """Gives a project the road class, the design speed and the traffic class."""
+    def store_road(self, road_geometry: RoadGeometry) -> None:
+        """Stores a project's road class, design speed and traffic class."""

@@ -203,7 +203,7 @@ TEST_F(ExportCommand, NamesTheSectionThatMakesTheDrawingSmall) {
   ASSERT_EQ(notes.size(), 1u) << notes;
   EXPECT_EQ(notes[0],
             "40.0000: its size makes the whole drawing 1:2000000; most of the other cross sections need no "
-            "smaller scale than 1:100 (--scale 100)");
+            "smaller scale than 1:100");
   EXPECT_EQ(notesOf("350000.0000", {"--scale", "100"}), Json::array()) << "the scale is told";
 }
 
