@@ -64,22 +64,20 @@ std::vector<TamWorld2> PositionsBefore(Vorn_ComposedPntArray& points) {
   VornComposedPnt origin;
   origin.SetCLDist(0.0);
   origin.SetGh(0.0);
-  int previous = 0;
   for (int i = 0; i < points.GetSize(); ++i) {
     VornComposedPnt point = points[i];
-    if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
     if (i == 0 && point.IsCenter()) {
       point.RegulateCenter(NurReal(0.0));
     } else {
       VornComposedPnt from = origin;
       if (i > 0) {
-        from.SetCLDist(positions[static_cast<std::size_t>(previous)].x);
-        from.SetGh(positions[static_cast<std::size_t>(previous)].y);
+        const TamWorld2& place = positions[static_cast<std::size_t>(OriginOf(points, i))];
+        from.SetCLDist(place.x);
+        from.SetGh(place.y);
       }
       point.Regulate(from);
     }
     positions.push_back(point.Pos());
-    previous = i;
   }
   return positions;
 }
@@ -99,12 +97,10 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
   const std::vector<TamWorld2> wanted = PositionsBefore(points);
   std::vector<TamWorld2> reached = wanted;
   PointDisplacement displacement;
-  std::size_t previous = 0;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     VornComposedPnt& point = points[static_cast<int>(i)];
-    if (i > 0 && points[static_cast<int>(i) - 1].GetLocation() != point.GetLocation()) previous = 0;
-    const TamWorld2 from = i == 0 ? TamWorld2{0.0, 0.0} : reached[previous];
-    previous = i;
+    const int origin = OriginOf(points, static_cast<int>(i));
+    const TamWorld2 from = origin < 0 ? TamWorld2{0.0, 0.0} : reached[static_cast<std::size_t>(origin)];
     if (point.IsCenter()) {
       // Its values stay as they are; written with the decimals of the edition, they place what follows.
       if (i == 0) {

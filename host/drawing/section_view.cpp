@@ -446,14 +446,11 @@ class SectionBuilder {
     if (missing > 0) view.notes.push_back({Note::FormPointsLeftOut, added.name, missing});
   }
 
-  /// Each run of points of one side chains from the start point.
   void AddPoints(ViewForm& form, const Vorn_ComposedPntArray& points, std::vector<int>& placed) const {
-    int previous = 0;
     for (int i = 0; i < points.GetSize(); ++i) {
       const VornComposedPnt& point = points[i];
-      if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
-      const int from = i == 0 ? -1 : placed[static_cast<std::size_t>(previous)];
-      previous = i;
+      const int origin = OriginOf(points, i);
+      const int from = origin < 0 ? -1 : placed[static_cast<std::size_t>(origin)];
       if ((i > 0 && from < 0 && !m_arePlaced) || !HasPlace(point, i == 0)) continue;
       placed[static_cast<std::size_t>(i)] = static_cast<int>(form.points.size());
       AddPoint(form, point, from);

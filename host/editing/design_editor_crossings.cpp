@@ -1,10 +1,12 @@
 // The editor's step that finds where the design meets the existing ground.
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/input_values.h"
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/set_targets.h"
@@ -113,8 +115,7 @@ bool IsCrossingRight(const Vorn_BuildFormArray& former, const VornXSection& comp
   }
   const Vorn_ComposedPntArray& points = *before[0].points;
   const int index = before[0].index;
-  // Each run of a side begins at the start point.
-  const int inner = index > 0 && points[index - 1].GetLocation() == side ? index - 1 : 0;
+  const int inner = std::max(OriginOf(points, index), 0);
   const bool isOnDesign = point.GetCode() == (side == VornLocation::Left ? "XL" : "XR") && index > 0 &&
                           index < points.GetUpperBound() && points[index + 1].GetLocation() == side &&
                           LiesOn(points[inner].Pos(), points[index + 1].Pos(), pos);
