@@ -9,6 +9,7 @@
 #include "host/document/point_conversion.h"
 #include "host/document/section_index.h"
 #include "host/document/text_encoding.h"
+#include "host/document/written_forms.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/platform/code_page_932.h"
 
@@ -85,18 +86,22 @@ void CountDroppedByLater(const DesignDocument& document, ConversionReport& repor
   AddDropped(report, "work type of a control target", workTypes);
 }
 
-/// What no edition writes.
+/// The forms of the model that are not written in the document's edition.
 void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
-  AddRow(report.notWritten, "build form with fewer than two points",
-         SumOverSections(document.sets, [](const VornXSection& section) {
-           return Count(section.GetBuildFormArray(),
-                        [](const VornBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
-         }));
-  if (IsEdition20(document.edition)) return;  // counted as a whole there
+  const bool edition20 = IsEdition20(document.edition);
+  const auto countForms = [&](std::string_view why) {
+    return SumOverSections(document.sets, [&](const VornXSection& section) {
+      return Count(section.GetBuildFormArray(),
+                   [&](const VornBuildForm& form) { return WhyNotWritten(form, edition20) == why; });
+    });
+  };
+  AddRow(report.notWritten, "build form with fewer than two points", countForms(kTooFewPoints));
+  AddRow(report.notWritten, "build form that is not exported", countForms(kNotExported));
+  if (edition20) return;  // existing ground is counted as a whole there
   AddRow(report.notWritten, "existing ground form with fewer than two points",
          SumOverSections(document.sets, [](const VornXSection& section) {
            return Count(section.GetExistingBuildFormArray(),
-                        [](const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
+                        [](const VornExistingBuildForm& form) { return !IsWritten(form); });
          }));
 }
 
@@ -207,8 +212,8 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   const std::string name = ToUtf8(first.GetBuildFormName().View());
   if (form < 0) return {nullptr, nullptr, "there is no form " + name + " at " + station};
   VornBuildForm& found = section.GetBuildFormArray()[form];
-  if (found.GetComposedPntArray().GetSize() < 2) {
-    return {nullptr, nullptr, "its form " + name + " has fewer than two points and is not written"};
+  if (const std::string_view why = WhyNotWritten(found, true); !why.empty()) {
+    return {nullptr, nullptr, "its form " + name + " " + std::string(why) + " and is not written"};
   }
   return {&section, &found, {}};
 }
