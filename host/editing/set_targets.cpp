@@ -55,10 +55,7 @@ const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXS
 
 void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
                  std::vector<std::string>& lines) {
-  std::string what = target.GetControlItemString().GetString();
-  const CString codes = target.GetCode();
-  if (!codes.IsEmpty()) what += (what.empty() ? "" : " ") + ToUtf8(codes.View());
-  lines.push_back(place + ": control target (" + what + ") names " +
+  lines.push_back(place + ": " + TargetText(target) + " names " +
                   (code.IsEmpty() ? std::string("no code") : ToUtf8(code.View())));
 }
 
