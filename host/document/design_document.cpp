@@ -244,10 +244,11 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
     throw DocumentError(name + ": the root element " + root.name() +
                         " holds no elements with the prefix tsf:, so no edition can be assumed for it");
   }
-  throw DocumentError(name + ": the edition of the document is not recognised\n found: root element " + root.name() +
-                      ", " + (location ? "xsi:schemaLocation \"" + *location + "\"" : "no xsi:schemaLocation") +
-                      "\n expected: a root element tsf:… with one of these xsi:schemaLocation" + ExpectedLocations() +
-                      (readable ? "\n an edition can be assumed: --assume 4.1" : ""));
+  throw UnknownEdition(name + ": the edition of the document is not recognised\n found: root element " + root.name() +
+                           ", " + (location ? "xsi:schemaLocation \"" + *location + "\"" : "no xsi:schemaLocation") +
+                           "\n expected: a root element tsf:… with one of these xsi:schemaLocation" +
+                           ExpectedLocations(),
+                       readable);
 }
 
 /// Hands the modelled elements below the root to the library. Gives the tag of one that it cannot read, or nothing.
@@ -275,9 +276,8 @@ void RequireNoProblems(const TextProblems& problems, const Source& source) {
   const std::string line =
       first.offset >= 0 ? "line " + std::to_string(source.lines.LineOf(static_cast<std::size_t>(first.offset))) + ": "
                         : std::string();
-  throw DocumentError(source.name + ": " + line + "code page 932 cannot hold " + first.what +
-                      (problems.count > 1 ? " (" + std::to_string(problems.count) + " such characters in all)" : "") +
-                      "; --lossy replaces it with 〓");
+  throw UnmappableText(source.name + ": " + line + "code page 932 cannot hold " + first.what +
+                       (problems.count > 1 ? " (" + std::to_string(problems.count) + " such characters in all)" : ""));
 }
 
 // --- writing -------------------------------------------------------------------------------------------------------

@@ -139,9 +139,8 @@ std::string FromShiftJis(std::string_view bytes, const std::string& name) {
 [[noreturn]] void ThrowNotInShiftJis(std::string_view utf8, std::size_t at, const code_page_932::Conversion& stopped,
                                      const std::string& name) {
   const bool isCharacter = stopped.fault == code_page_932::Conversion::Fault::kUnmappable;
-  throw DocumentError(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
-                      (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8") +
-                      "; --lossy replaces it with 〓");
+  throw UnmappableText(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
+                       (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8"));
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ struct DecodedText {
 /// @param name stands for the file in messages
 [[nodiscard]] DecodedText DecodeDocument(std::string bytes, const std::string& name);
 
-/// UTF-8 text of a finished document as Shift_JIS (code page 932). A character that it cannot hold is an error that
-/// names the line and the character, or with lossy becomes 〓 and is counted.
+/// UTF-8 text of a finished document as Shift_JIS (code page 932). A character that it cannot hold is an
+/// `UnmappableText` that names the line and the character, or with lossy becomes 〓 and is counted.
 [[nodiscard]] std::string EncodeShiftJis(std::string_view utf8, const std::string& name, bool lossy,
                                          std::size_t& replaced);
 
