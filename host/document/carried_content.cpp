@@ -8,8 +8,8 @@
 #include "host/document/carried_item.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
+#include "host/document/root_namespaces.h"
 #include "host/document/xml_cursor.h"
-#include "vorn/framework/schema.h"
 
 namespace vorn_host {
 
@@ -56,13 +56,6 @@ std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sectio
     if (!free.empty()) free.pop_back();
   }
   return order;
-}
-
-/// Whether a namespace declaration or the schema location: the host writes these anew. The schema-instance namespace
-/// may have any prefix.
-bool IsWrittenByHost(const std::string& rootAttribute, const std::string& value) {
-  return rootAttribute == "xmlns:tsf" || rootAttribute == "xmlns:rgm" || rootAttribute.ends_with(":schemaLocation") ||
-         (rootAttribute.starts_with("xmlns:") && VornSchema::Xsi() == value.c_str());
 }
 
 /// Text that stands between elements, without the layout around it: each rewriting would add some more.
@@ -252,9 +245,7 @@ void CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
 
 const std::string& CarriedContent::RootTag() const { return m_impl->rootTag; }
 
-const std::vector<std::pair<std::string, std::string>>& CarriedContent::RootAttributes() const {
-  return m_impl->rootAttributes;
-}
+const XmlAttributes& CarriedContent::RootAttributes() const { return m_impl->rootAttributes; }
 
 const std::vector<std::string_view>& CarriedContent::RootOrder() const { return m_impl->rootOrder; }
 
@@ -268,8 +259,10 @@ const std::vector<int>& CarriedContent::SectionOrder(int set) const {
 
 std::vector<CarriedContent::Row> CarriedContent::Rows() const {
   RowCounter rows;
+  const XmlAttributes ofHost = AttributesOfHost(m_impl->rootAttributes);
   for (const auto& [name, value] : m_impl->rootAttributes) {
-    if (!IsWrittenByHost(name, value)) rows.Add("attribute " + name + " of " + m_impl->rootTag);
+    const auto isThis = [&name = name](const auto& attribute) { return attribute.first == name; };
+    if (std::none_of(ofHost.begin(), ofHost.end(), isThis)) rows.Add("attribute " + name + " of " + m_impl->rootTag);
   }
   for (const CarriedItem& item : m_impl->items) rows.Add(item.name);
   return rows.Take();

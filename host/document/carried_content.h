@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/document/root_namespaces.h"
 #include "vorn/model/x_sections.h"
 
 namespace pugi {
@@ -60,7 +61,7 @@ class CarriedContent {
   /// Tag of the document's root; empty for a new document.
   [[nodiscard]] const std::string& RootTag() const;
   /// All attributes of the root as they stood, in order.
-  [[nodiscard]] const std::vector<std::pair<std::string, std::string>>& RootAttributes() const;
+  [[nodiscard]] const XmlAttributes& RootAttributes() const;
   /// The modelled elements below the root by first appearance.
   [[nodiscard]] const std::vector<std::string_view>& RootOrder() const;
 

@@ -75,12 +75,12 @@ void WalkNodes(pugi::xml_node top, Visit&& visit) {
 
 /// All that a document holds beside the model.
 struct CarriedContent::Impl {
-  pugi::xml_document store;                                         ///< holds the nodes of the items
-  std::vector<CarriedItem> items;                                   ///< in the order of the document
-  std::string rootTag;                                              ///< empty for a new document
-  std::vector<std::pair<std::string, std::string>> rootAttributes;  ///< as they stood, in order
-  std::vector<std::string_view> rootOrder;                          ///< of `kRootChildren`
-  std::vector<std::vector<int>> sectionOrders;                      ///< of each set
+  pugi::xml_document store;                     ///< holds the nodes of the items
+  std::vector<CarriedItem> items;               ///< in the order of the document
+  std::string rootTag;                          ///< empty for a new document
+  XmlAttributes rootAttributes;                 ///< as they stood, in order
+  std::vector<std::string_view> rootOrder;      ///< of `kRootChildren`
+  std::vector<std::vector<int>> sectionOrders;  ///< of each set
 };
 
 }  // namespace vorn_host

@@ -20,6 +20,7 @@
 #include "host/document/element_knowledge.h"
 #include "host/document/path_text.h"
 #include "host/document/piece_relay.h"
+#include "host/document/root_namespaces.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
 #include "host/document/xml_text_writer.h"
@@ -184,26 +185,13 @@ void Parse(Source& source, pugi::xml_document& tree) {
   RequireOneRoot(tree, source);
 }
 
-/// Whether a name can begin with a prefix: "8:a" is none, though "xmlns:8" is.
-bool IsPrefix(std::string_view prefix) {
-  if (prefix.empty()) return false;
-  const char first = prefix.front();
-  return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z') || first == '_' || !IsAscii({&first, 1});
-}
-
-/// Whether an attribute of the root declares the schema-instance namespace with a prefix.
-bool DeclaresSchemaInstance(std::string_view name, std::string_view value) {
-  constexpr std::string_view kDeclaration = "xmlns:";
-  return name.starts_with(kDeclaration) && IsPrefix(name.substr(kDeclaration.size())) && VornSchema::Xsi() == value;
-}
-
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
 /// there is none.
 std::optional<std::string> SchemaLocation(pugi::xml_node root) {
   for (const pugi::xml_attribute declaration : root.attributes()) {
     const std::string_view name = declaration.name();
     if (!DeclaresSchemaInstance(name, declaration.value())) continue;
-    const std::string attribute = std::string(name.substr(6)) + ":schemaLocation";
+    const std::string attribute = std::string(DeclaredPrefix(name)) + ":schemaLocation";
     if (root.attribute(attribute.c_str())) return root.attribute(attribute.c_str()).value();
   }
   const pugi::xml_attribute plain = root.attribute("xsi:schemaLocation");
@@ -282,9 +270,7 @@ void RequireNoProblems(const TextProblems& problems, const Source& source) {
 
 // --- writing -------------------------------------------------------------------------------------------------------
 
-using RootAttributes = std::vector<std::pair<std::string, std::string>>;
-
-void SetAttribute(RootAttributes& attributes, const std::string& name, const char* value) {
+void SetAttribute(XmlAttributes& attributes, const std::string& name, const std::string& value) {
   const auto existing = std::find_if(attributes.begin(), attributes.end(),
                                      [&](const auto& attribute) { return attribute.first == name; });
   if (existing == attributes.end()) {
@@ -294,21 +280,12 @@ void SetAttribute(RootAttributes& attributes, const std::string& name, const cha
   }
 }
 
-/// The root's attributes with the namespaces and the schema location of the current edition. The others stay as they
-/// were in the document, and so does the order.
-RootAttributes MakeRootAttributes(const DesignDocument& document) {
-  RootAttributes attributes = document.carried.RootAttributes();
+/// The root's attributes with those that the host writes itself. The others stay as they were in the document, and so
+/// does the order.
+XmlAttributes MakeRootAttributes(const DesignDocument& document) {
+  XmlAttributes attributes = document.carried.RootAttributes();
   if (document.edition == Edition::RoadGm) return attributes;
-  const VornSchema& schema = VornSchema::Instance();
-  const auto instance = std::find_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
-    return DeclaresSchemaInstance(attribute.first, attribute.second);
-  });
-  // The schema-instance namespace may have another prefix in the document.
-  const std::string prefix = instance == attributes.end() ? "xsi" : instance->first.substr(6);
-  SetAttribute(attributes, "xmlns:tsf", schema.Tsf());
-  SetAttribute(attributes, "xmlns:rgm", schema.Rgm());
-  SetAttribute(attributes, "xmlns:" + prefix, VornSchema::Xsi());
-  SetAttribute(attributes, prefix + ":schemaLocation", schema.Location());
+  for (const auto& [name, value] : AttributesOfHost(attributes)) SetAttribute(attributes, name, value);
   return attributes;
 }
 
