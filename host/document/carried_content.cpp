@@ -1,7 +1,9 @@
 #include "host/document/carried_content.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
+#include <set>
 #include <span>
 #include <unordered_set>
 
@@ -17,6 +19,7 @@ namespace {
 
 constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
 constexpr std::string_view kTargetPnt = "tsf:FormCtrlTargetPnt";
+constexpr std::string_view kXSections = "tsf:XSections";
 constexpr std::string_view kXSection = "tsf:XSection";
 
 std::string DescribeNode(pugi::xml_node node) {
@@ -180,7 +183,7 @@ class Collector {
 
   void CollectElement(pugi::xml_node element, const KnownElement& known, const ElementStep& step) {
     m_path.push_back({step.tag, ModelIndex(step)});
-    if (step.tag == "tsf:XSections") {
+    if (step.tag == kXSections) {
       m_into.sectionOrders.push_back(ModelOrder(element, m_sets[step.index].GetXSectionArray()));
     }
     if (m_scan.HoldsMore(element)) {
@@ -343,6 +346,32 @@ std::vector<CarriedContent::Row> CarriedContent::MoveElements(const Moves& moves
     return false;
   });
   return dropped.Take();
+}
+
+void CarriedContent::RearrangeSets(const std::vector<int>& formers, int formerCount) {
+  std::vector<std::vector<int>> orders;
+  std::vector<int> placeOf(static_cast<std::size_t>(formerCount), -1);
+  std::set<int> left;
+  for (std::size_t i = 0; i < formers.size(); ++i) {
+    orders.push_back(SectionOrder(formers[i]));
+    if (formers[i] < 0) continue;
+    placeOf[static_cast<std::size_t>(formers[i])] = static_cast<int>(i);
+    left.insert(formers[i]);
+  }
+  if (!m_impl->sectionOrders.empty()) m_impl->sectionOrders = std::move(orders);
+
+  const auto follow = [&](ElementPath& path) {
+    if (path.empty() || path[0].tag != kXSections) return true;
+    const auto former = static_cast<std::size_t>(path[0].index);
+    path[0].index = former < placeOf.size() ? placeOf[former] : -1;
+    return path[0].index >= 0;
+  };
+  const auto siblingBefore = [&](const ElementPath& path) {
+    if (path.size() != 1 || path[0].tag != kXSections) return -1;
+    const auto next = left.lower_bound(path[0].index);
+    return next == left.begin() ? -1 : *std::prev(next);
+  };
+  (void)MoveElements({follow, siblingBefore});
 }
 
 std::string Describe(const std::vector<CarriedContent::Row>& rows) {

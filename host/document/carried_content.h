@@ -84,6 +84,10 @@ class CarriedContent {
   /// Moves items along with their elements when the model changes.
   /// @returns what was dropped, as the element that held it is gone
   std::vector<Row> MoveElements(const Moves& moves);
+  /// Moves items along with their sets. What hung on a set that is gone goes with it.
+  /// @param formers for each set, which one it was, -1 for a new one
+  /// @param formerCount how many there were
+  void RearrangeSets(const std::vector<int>& formers, int formerCount);
 
   /// Writes everything below an element of another document, so that it can be kept apart from the design.
   void Store(pugi::xml_node parent) const;
