@@ -7,6 +7,7 @@
 
 #include "host/document/design_path.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "vorn/framework/tolerance.h"
 
@@ -348,9 +349,7 @@ class Checker {
           "edition 2.0 keeps control targets in their form");
       return;
     }
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCode().View(), codes);
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       if (code.IsEmpty() || owner->GetComposedPntArray().Find(code) >= 0) continue;
       Add(Severity::Error, "control target names what does not exist", path(),
           "form " + ToUtf8(owner->GetName().View()) + " has no code " + ToUtf8(code.View()));

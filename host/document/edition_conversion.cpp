@@ -8,6 +8,7 @@
 #include "host/document/document_error.h"
 #include "host/document/point_conversion.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "host/document/written_forms.h"
 #include "vorn/framework/tolerance.h"
@@ -133,9 +134,7 @@ void MakeTargetPoints(VornFormCtrlTarget& target, const VornXSection& section, c
     if (point.GetBuildFormName().IsEmpty()) point.SetBuildFormName(form.GetName());
   }
   if (!target.GetTargetPntArray().IsEmpty()) return;
-  CStringArray codes;
-  Vorn_Base::DivideString(target.GetCode().View(), codes);
-  for (const CString& code : codes) {
+  for (const CString& code : CodesOf(target)) {
     if (code.IsEmpty()) continue;
     VornFormCtrlTargetPnt point;
     point.Set(section.GetCumulativeDist(), form.GetName(), code, section.GetXSectChg());

@@ -10,6 +10,7 @@
 #include "host/document/edition.h"
 #include "host/document/input_values.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "host/drawing/value_text.h"
 #include "host/editing/edit_pieces.h"
@@ -661,9 +662,7 @@ class SectionBuilder {
   }
 
   void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + Utf8(code)));
     }
   }

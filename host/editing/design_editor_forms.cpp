@@ -5,11 +5,11 @@
 #include <set>
 #include <string_view>
 
+#include "host/document/target_codes.h"
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/point_positions.h"
 #include "host/editing/set_targets.h"
-#include "vorn/framework/base.h"
 #include "vorn/types/structure_type.h"
 
 namespace vorn_host {
@@ -117,11 +117,9 @@ void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, cons
 /// point belongs to both sides, and so does a target that names points on both.
 void TellSides(VornBuildForm& form) {
   for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
     bool left = false;
     bool right = false;
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       const VornLocation side = form.GetLRFromCode(code);
       left = left || side == VornLocation::Left;
       right = right || side == VornLocation::Right;

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
-#include "vorn/framework/base.h"
 
 namespace vorn_host {
 
@@ -77,9 +77,7 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
   CodeIndex index;
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-      CStringArray codes;
-      Vorn_Base::DivideString(target.GetCodeName().View(), codes);
-      for (const CString& code : codes) {
+      for (const CString& code : CodesOf(target)) {
         if (code.IsEmpty() || index.Find(form, code) != nullptr) continue;
         AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
       }
@@ -89,8 +87,7 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
 
 /// Whether every code of a target is that of a point of its form.
 bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target, CodeIndex& index) {
-  CStringArray codes;
-  Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+  const CStringArray codes = CodesOf(target);
   return std::all_of(codes.begin(), codes.end(),
                      [&](const CString& code) { return index.Find(form, code) != nullptr; });
 }
