@@ -5,13 +5,13 @@
 #include <map>
 #include <set>
 #include <span>
-#include <unordered_set>
 
 #include "host/document/carried_item.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/root_namespaces.h"
-#include "host/document/xml_cursor.h"
+#include "host/document/text_encoding.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 
@@ -78,37 +78,7 @@ void ReplaceNamespace(pugi::xml_node element, const std::string& from, const std
   });
 }
 
-/// An attribute that an element has twice; empty when there is none. Elements with many attributes do not come, but
-/// they must not take for ever.
-std::string_view RepeatedAttribute(pugi::xml_node element) {
-  constexpr int kFew = 16;
-  int count = 0;
-  for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (++count > kFew) break;
-    for (pugi::xml_attribute before = element.first_attribute(); before != attribute;
-         before = before.next_attribute()) {
-      if (std::string_view(before.name()) == attribute.name()) return attribute.name();
-    }
-  }
-  if (count <= kFew) return {};
-  std::unordered_set<std::string_view> names;
-  for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (!names.insert(attribute.name()).second) return attribute.name();
-  }
-  return {};
-}
-
 }  // namespace
-
-std::string FaultOf(pugi::xml_node node, int level) {
-  if (node.type() != pugi::node_element) return {};
-  if (level > kDeepestLevel) {
-    return "elements are nested more than " + std::to_string(kDeepestLevel) + " levels deep";
-  }
-  const std::string_view repeated = RepeatedAttribute(node);
-  if (repeated.empty()) return {};
-  return std::string(node.name()) + " has the attribute " + std::string(repeated) + " twice";
-}
 
 // --- rows ------------------------------------------------------------------------------------------------------------
 

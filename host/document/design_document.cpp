@@ -12,7 +12,6 @@
 
 #include "host/document/atomic_file.h"
 #include "host/document/background.h"
-#include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
 #include "host/document/control_character.h"
 #include "host/document/document_error.h"
@@ -23,6 +22,7 @@
 #include "host/document/root_namespaces.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 #include "host/document/xml_text_writer.h"
 
 namespace vorn_host {

@@ -5,7 +5,7 @@
 #include <pugixml.hpp>
 
 #include "host/document/control_character.h"
-#include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 
