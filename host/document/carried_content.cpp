@@ -17,11 +17,6 @@ namespace vorn_host {
 
 namespace {
 
-constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
-constexpr std::string_view kTargetPnt = "tsf:FormCtrlTargetPnt";
-constexpr std::string_view kXSections = "tsf:XSections";
-constexpr std::string_view kXSection = "tsf:XSection";
-
 std::string DescribeNode(pugi::xml_node node) {
   switch (node.type()) {
     case pugi::node_comment:
@@ -42,7 +37,7 @@ std::string DescribeNode(pugi::xml_node node) {
 std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sections) {
   using Key = std::pair<double, bool>;
   std::vector<Key> keys;
-  for (const pugi::xml_node section : set.children("tsf:XSection")) {
+  for (const pugi::xml_node section : set.children(kXSectionTag.data())) {
     const pugi::xml_attribute station = section.attribute("cumulativeDist");
     const double value = station ? Vorn_Base::TurnReal(station.value()) : kNurUnsetReal;
     keys.emplace_back(value, std::string_view(section.attribute("xSectChg").value()) == "true");
@@ -148,12 +143,12 @@ class Collector {
 
   /// Index of a child in the model: the document's, but for the cross sections of a set.
   [[nodiscard]] int ModelIndex(const ElementStep& step) const {
-    return step.tag == kXSection ? m_into.sectionOrders.back()[static_cast<std::size_t>(step.index)] : step.index;
+    return step.tag == kXSectionTag ? m_into.sectionOrders.back()[static_cast<std::size_t>(step.index)] : step.index;
   }
 
   void CollectElement(pugi::xml_node element, const KnownElement& known, const ElementStep& step) {
     m_path.push_back({step.tag, ModelIndex(step)});
-    if (step.tag == kXSections) {
+    if (step.tag == kXSectionsTag) {
       m_into.sectionOrders.push_back(ModelOrder(element, m_sets[step.index].GetXSectionArray()));
     }
     if (m_scan.HoldsMore(element)) {
@@ -255,8 +250,9 @@ void CarriedContent::ChangeNamespace(const std::string& from, const std::string&
 
 std::vector<CarriedContent::Row> CarriedContent::DropBelowControlTargets() {
   const auto isBelowTarget = [](const CarriedItem& item) {
-    return std::any_of(item.parent.begin(), item.parent.end(),
-                       [](const ElementStep& step) { return step.tag == kTarget || step.tag == kTargetPnt; });
+    return std::any_of(item.parent.begin(), item.parent.end(), [](const ElementStep& step) {
+      return step.tag == kFormCtrlTargetTag || step.tag == kFormCtrlTargetPntTag;
+    });
   };
   RowCounter dropped;
   for (const CarriedItem& item : m_impl->items) {
@@ -331,13 +327,13 @@ void CarriedContent::RearrangeSets(const std::vector<int>& formers, int formerCo
   if (!m_impl->sectionOrders.empty()) m_impl->sectionOrders = std::move(orders);
 
   const auto follow = [&](ElementPath& path) {
-    if (path.empty() || path[0].tag != kXSections) return true;
+    if (path.empty() || path[0].tag != kXSectionsTag) return true;
     const auto former = static_cast<std::size_t>(path[0].index);
     path[0].index = former < placeOf.size() ? placeOf[former] : -1;
     return path[0].index >= 0;
   };
   const auto siblingBefore = [&](const ElementPath& path) {
-    if (path.size() != 1 || path[0].tag != kXSections) return -1;
+    if (path.size() != 1 || path[0].tag != kXSectionsTag) return -1;
     const auto next = left.lower_bound(path[0].index);
     return next == left.begin() ? -1 : *std::prev(next);
   };

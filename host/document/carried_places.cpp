@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/document/edition.h"
+#include "host/document/element_knowledge.h"
 #include "host/document/written_forms.h"
 
 namespace vorn_host {
@@ -63,8 +64,8 @@ CarriedPlaces::Element* CarriedPlaces::Place(const ElementPath& path) {
 }
 
 int CarriedPlaces::WrittenUpTo(const ElementStep& anchor, const ElementPath& parent) const {
-  const bool isForm = anchor.tag == "tsf:BuildForm";
-  const bool isGround = anchor.tag == "tsf:ExistingBuildForm";
+  const bool isForm = anchor.tag == kBuildFormTag;
+  const bool isGround = anchor.tag == kExistingBuildFormTag;
   if (!isForm && !isGround) return anchor.index;  // all of them are written, or none
   const WrittenForms& written = FormsOf(parent[0].index, parent[1].index);
   const std::vector<int>& indexes = isForm ? written.forms : written.grounds;

@@ -9,33 +9,33 @@ namespace {
 constexpr std::array<std::string_view, 3> kFileInfo = {"createDate", "changeDate", "note"};
 constexpr std::array<std::string_view, 4> kStructureType = {"type", "jobName", "company", "stationType"};
 constexpr std::array<std::string_view, 4> kXSections = {"refAlign", "refVertical", "projectPhase", "alignment"};
-constexpr std::array<std::string_view, 2> kXSectionsChildren = {"tsf:XSection", "tsf:FormCtrlTarget"};
+constexpr std::array<std::string_view, 2> kXSectionsChildren = {kXSectionTag, kFormCtrlTargetTag};
 constexpr std::array<std::string_view, 6> kXSection = {"name",        "cumulativeDist", "xSectChg",
                                                        "controlSect", "directionAngle", "targetPntID"};
-constexpr std::array<std::string_view, 2> kXSectionChildren = {"tsf:BuildForm", "tsf:ExistingBuildForm"};
+constexpr std::array<std::string_view, 2> kXSectionChildren = {kBuildFormTag, kExistingBuildFormTag};
 constexpr std::array<std::string_view, 2> kBuildForm = {"name", "xSectType"};
-constexpr std::array<std::string_view, 2> kBuildFormChildren = {"tsf:ComposedPnt", "tsf:FormCtrlTarget"};
+constexpr std::array<std::string_view, 2> kBuildFormChildren = {kComposedPntTag, kFormCtrlTargetTag};
 constexpr std::array<std::string_view, 7> kComposedPnt = {"code",      "location", "componentType", "seriesPnt",
                                                           "slopeType", "dataType", "existence"};
 constexpr std::array<std::string_view, 1> kNameOnly = {"name"};
-constexpr std::array<std::string_view, 1> kExistingChildren = {"tsf:ExistingComposedPnt"};
+constexpr std::array<std::string_view, 1> kExistingChildren = {kExistingComposedPntTag};
 constexpr std::array<std::string_view, 5> kTarget = {"workType", "controlItem", "targetScope", "targetRegio",
                                                      "targetPntType"};
-constexpr std::array<std::string_view, 1> kTargetChildren = {"tsf:FormCtrlTargetPnt"};
+constexpr std::array<std::string_view, 1> kTargetChildren = {kFormCtrlTargetPntTag};
 constexpr std::array<std::string_view, 4> kTargetPnt = {"cumulativeDist", "xSectChg", "buildFormName", "code"};
 
 // The most frequent elements first: every element of a document is looked up.
 constexpr std::array<KnownElement, kElementKinds> kElements = {{
-    {ElementKind::ComposedPnt, "tsf:ComposedPnt", kComposedPnt, {}, true},
-    {ElementKind::ExistingComposedPnt, "tsf:ExistingComposedPnt", kNameOnly, {}, true},
-    {ElementKind::FormCtrlTargetPnt, "tsf:FormCtrlTargetPnt", kTargetPnt, {}, false},
-    {ElementKind::BuildForm, "tsf:BuildForm", kBuildForm, kBuildFormChildren, false},
-    {ElementKind::FormCtrlTarget, "tsf:FormCtrlTarget", kTarget, kTargetChildren, true},
-    {ElementKind::XSection, "tsf:XSection", kXSection, kXSectionChildren, false},
-    {ElementKind::ExistingBuildForm, "tsf:ExistingBuildForm", kNameOnly, kExistingChildren, false},
-    {ElementKind::XSections, "tsf:XSections", kXSections, kXSectionsChildren, false},
-    {ElementKind::FileInfo, "tsf:FileInfo", kFileInfo, {}, false},
-    {ElementKind::StructureType, "tsf:StructureType", kStructureType, {}, false},
+    {ElementKind::ComposedPnt, kComposedPntTag, kComposedPnt, {}, true},
+    {ElementKind::ExistingComposedPnt, kExistingComposedPntTag, kNameOnly, {}, true},
+    {ElementKind::FormCtrlTargetPnt, kFormCtrlTargetPntTag, kTargetPnt, {}, false},
+    {ElementKind::BuildForm, kBuildFormTag, kBuildForm, kBuildFormChildren, false},
+    {ElementKind::FormCtrlTarget, kFormCtrlTargetTag, kTarget, kTargetChildren, true},
+    {ElementKind::XSection, kXSectionTag, kXSection, kXSectionChildren, false},
+    {ElementKind::ExistingBuildForm, kExistingBuildFormTag, kNameOnly, kExistingChildren, false},
+    {ElementKind::XSections, kXSectionsTag, kXSections, kXSectionsChildren, false},
+    {ElementKind::FileInfo, kFileInfoTag, kFileInfo, {}, false},
+    {ElementKind::StructureType, kStructureTypeTag, kStructureType, {}, false},
 }};
 
 constexpr bool HasEveryKind() {
