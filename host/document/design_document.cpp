@@ -259,6 +259,29 @@ std::string ReadModel(DesignDocument& document, pugi::xml_node root, TextProblem
   return {};
 }
 
+/// What comes up when a tree is read.
+struct ReadResult {
+  TextProblems problems;
+  DocumentScan scan;
+};
+
+/// Reads the model of a document, whose edition is selected, from a tree and looks the tree over. Nothing changes it:
+/// with a large document the two go on at the same time.
+ReadResult ReadAndScan(DesignDocument& document, const pugi::xml_document& tree, const Source& source) {
+  constexpr std::size_t kWorthThreads = 1'000'000;
+  const bool large = source.text.size() >= kWorthThreads;
+  const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
+  ReadResult result;
+  const auto lookOver = [&] { return ScanDocument(tree, source.lines, IsEdition20(document.edition), result.scan); };
+  std::future<DocumentFault> scanned = InBackground(lookOver, large ? std::launch::async : std::launch::deferred);
+  const std::string unreadable = ReadModel(document, tree.document_element(), result.problems, threads);
+  if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
+    source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
+  }
+  if (!unreadable.empty()) throw DocumentError(source.name + ": the element " + unreadable + " cannot be read");
+  return result;
+}
+
 void RequireNoProblems(const TextProblems& problems, const Source& source) {
   const TextProblems::Problem& first = *problems.first;
   const std::string line =
@@ -354,27 +377,13 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
 
   DesignDocument document;
   document.encodingName = std::move(decoded.encodingName);
-  const pugi::xml_node root = tree.document_element();
-  document.edition = RecogniseEdition(root, name, options.assume, document.assumed);
+  document.edition = RecogniseEdition(tree.document_element(), name, options.assume, document.assumed);
 
   const EditionScope scope(document.edition);
-  const bool edition20 = VornSchema::Instance().IsVer2();
-  DocumentScan scan;
-  // Nothing changes the tree: a large document is looked over and read at the same time.
-  constexpr std::size_t kWorthThreads = 1'000'000;
-  const bool large = source.text.size() >= kWorthThreads;
-  const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
-  const auto lookOver = [&] { return ScanDocument(tree, source.lines, edition20, scan); };
-  std::future<DocumentFault> scanned = large ? InBackground(lookOver) : std::async(std::launch::deferred, lookOver);
-  TextProblems problems;
-  const std::string unreadable = ReadModel(document, root, problems, threads);
-  if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
-    source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
-  }
-  if (!unreadable.empty()) throw DocumentError(name + ": the element " + unreadable + " cannot be read");
+  auto [problems, scan] = ReadAndScan(document, tree, source);
   if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, source);
   document.replacedCharacters = problems.count;
-  document.carried.Collect(tree, scan, document.sets, edition20);
+  document.carried.Collect(tree, scan, document.sets, IsEdition20(document.edition));
   document.unreadValues = std::move(scan.unreadValues);
   return document;
 }
