@@ -108,12 +108,8 @@ void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
 
 // --- points ---------------------------------------------------------------------------------------------------------
 
-void ConvertSectionPoints(VornXSection& section, const std::string& setPath, bool to20, ConversionReport& report) {
+void ConvertSectionPointsTo20(VornXSection& section, const std::string& setPath, ConversionReport& report) {
   for (VornBuildForm& form : section.GetBuildFormArray()) {
-    if (!to20) {
-      ConvertPointsFrom20(form);
-      continue;
-    }
     const PointDisplacement displacement = ConvertPointsTo20(form);
     report.convertedPoints += displacement.convertedPoints;
     report.farPoints += displacement.farPoints;
@@ -264,7 +260,7 @@ void ConvertTo20(DesignDocument& document, ConversionReport& report) {
   for (int i = 0; i < document.sets.GetSize(); ++i) {
     VornXSections& set = document.sets[i];
     const std::string path = SetPath(set, i);
-    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPoints(section, path, true, report);
+    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPointsTo20(section, path, report);
     MoveTargetsToForms(set, path, counts, report);
   }
   if (report.farPoints > 0) {
@@ -284,9 +280,10 @@ void ConvertTo20(DesignDocument& document, ConversionReport& report) {
 void ConvertFrom20(DesignDocument& document, Edition target, ConversionReport& report) {
   for (int i = 0; i < document.sets.GetSize(); ++i) {
     VornXSections& set = document.sets[i];
-    const std::string path = SetPath(set, i);
-    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPoints(section, path, false, report);
-    MoveTargetsToSet(set, path, report);
+    for (VornXSection& section : set.GetXSectionArray()) {
+      for (VornBuildForm& form : section.GetBuildFormArray()) ConvertPointsFrom20(form);
+    }
+    MoveTargetsToSet(set, SetPath(set, i), report);
   }
   if (document.fileInfos.IsEmpty()) {
     VornFileInfo info;
@@ -310,12 +307,14 @@ void ChangeCarriedNamespaces(DesignDocument& document, Edition target) {
   document.carried.ChangeNamespace(rgm, VornSchema::Instance().Rgm().GetString());
 }
 
-void NoteCarriedContent(DesignDocument& document, Edition target, bool targetsMove, ConversionReport& report) {
-  if (targetsMove) {
-    for (const CarriedContent::Row& row : document.carried.DropBelowControlTargets()) {
-      AddDropped(report, "unknown content of control targets: " + row.name, row.count);
-    }
+/// Control targets that move between their forms and the set leave what hangs on them.
+void DropBelowControlTargets(DesignDocument& document, ConversionReport& report) {
+  for (const CarriedContent::Row& row : document.carried.DropBelowControlTargets()) {
+    AddDropped(report, "unknown content of control targets: " + row.name, row.count);
   }
+}
+
+void NoteCarriedContent(const DesignDocument& document, Edition target, ConversionReport& report) {
   if (document.carried.IsEmpty()) return;
   report.notes.push_back(
       "What is carried over unchanged was not converted to edition " + std::string(EditionName(target)) +
@@ -338,7 +337,8 @@ ConversionReport ConvertEdition(DesignDocument& document, Edition target, const 
     if (to20) ConvertTo20(document, report);
     if (from20) ConvertFrom20(document, target, report);
     ChangeCarriedNamespaces(document, target);
-    NoteCarriedContent(document, target, from20 || to20, report);
+    if (from20 || to20) DropBelowControlTargets(document, report);
+    NoteCarriedContent(document, target, report);
   }
   document.edition = target;
   if (target == Edition::RoadGm) return report;
