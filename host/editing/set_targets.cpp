@@ -126,6 +126,22 @@ std::string PlaceKey(const VornFormCtrlTarget& target) {
   return key;
 }
 
+/// Gives a target of edition 2.0, whose codes are the element's text, points that stand for them while the pair is put
+/// in order. Whether all of them stand on points of its form.
+bool LendPoints(VornFormCtrlTarget& target, VornBuildForm& form, const NurReal& station, CodeIndex& index) {
+  VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+  points.RemoveAll();
+  if (target.GetControlItem() == ControlItem::Height) return NamesPointsOf(form, target, index);  // in whatever order
+  target.RegulatePnt(station, &form);
+  bool stands = true;
+  for (VornFormCtrlTargetPnt& point : points) {
+    const VornComposedPnt* under = index.Find(form, point.GetCode());
+    if (under != nullptr) TakePlace(*under, point);
+    stands = stands && under != nullptr;
+  }
+  return stands;
+}
+
 /// Marks the targets that repeat an earlier one, as the collection's own regulation tells.
 void MarkRepeated(const Vorn_FormCtrlTargetArray& targets, const std::vector<int>& group,
                   std::vector<TargetFate>& fates) {
@@ -231,21 +247,8 @@ std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& st
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();
     all.push_back(i);
-    // The codes are the element's text; points stand for them while the pair is put in order.
     VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
-    points.RemoveAll();
-    bool stands = true;
-    if (target.GetControlItem() == ControlItem::Height) {
-      stands = NamesPointsOf(form, target, index);  // at each of them, in whatever order
-    } else {
-      target.RegulatePnt(station, &form);
-    }
-    for (VornFormCtrlTargetPnt& point : points) {
-      const VornComposedPnt* under = index.Find(form, point.GetCode());
-      if (under != nullptr) TakePlace(*under, point);
-      stands = stands && under != nullptr;
-    }
-    Regulate(target, stands, fate);
+    Regulate(target, LendPoints(target, form, station, index), fate);
     if (fate.swapped) target.SetCode(points[0].GetCode() + " " + points[1].GetCode());
     points.RemoveAll();
   }
