@@ -45,12 +45,10 @@ struct Source {
   TextLines lines;
 
   [[noreturn]] void Malformed(std::size_t offset, const std::string& reason) const {
-    std::size_t column = 1;
-    for (std::size_t at = lines.StartOf(offset); at < std::min(offset, text.size()); ++at) {
-      column += !IsUtf8Continuation(text[at]);
-    }
-    throw DocumentError(name + ": line " + std::to_string(lines.LineOf(offset)) + ", column " + std::to_string(column) +
-                        ": " + reason);
+    const std::string_view before = std::string_view(text).substr(0, offset);
+    const std::size_t lineStart = std::min(lines.StartOf(offset), before.size());
+    const TextPosition position{lines.LineOf(offset), 1 + CountCharacters(before.substr(lineStart))};
+    throw DocumentError(name + ": " + Describe(position) + ": " + reason);
   }
 };
 
@@ -107,8 +105,6 @@ void RequirePlainReferences(const Source& source) {
   }
 }
 
-[[noreturn]] void NoXml(const std::string& name) { throw DocumentError(name + ": this is not an XML document"); }
-
 /// Calls visit(position) for every byte below the blank. Eight bytes at a time: there are few such bytes.
 template <typename Visit>
 void ForEachBelowBlank(std::string_view text, Visit&& visit) {
@@ -139,7 +135,7 @@ void FindLines(Source& source) {
     if (c == '\n') {
       source.lines.AddBreak(at);
     } else if (c == '\0') {
-      NoXml(source.name);
+      ThrowNoXml(source.name);
     } else if (IsControlCharacter(c)) {
       control = std::min(control, at);
     }
@@ -172,8 +168,7 @@ void RequireOneRoot(const pugi::xml_document& tree, const Source& source) {
 
 /// Makes the tree of a text. The tree lies in the text, which has to outlive it.
 void Parse(Source& source, pugi::xml_document& tree) {
-  const std::size_t first = source.text.find_first_not_of(kXmlBlanks);
-  if (first == std::string::npos || source.text[first] != '<') NoXml(source.name);
+  RequireMarkup(source.text, source.name);
   FindLines(source);
   RequirePlainReferences(source);
   const pugi::xml_parse_result result =

@@ -187,6 +187,7 @@ TEST(EncodeShiftJis, ReplacesAndCountsWhenLossy) {
 
 TEST(PositionAt, CountsLinesAndCharactersFromOne) {
   const std::string text = U8(u8"ab\n路面x\n");
+  EXPECT_EQ(Describe(PositionAt(text, text.find('x'))), "line 2, column 3");
   EXPECT_EQ(PositionAt(text, 0).line, 1u);
   EXPECT_EQ(PositionAt(text, 0).column, 1u);
   EXPECT_EQ(PositionAt(text, 2).column, 3u);
