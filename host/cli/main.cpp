@@ -20,6 +20,7 @@
 #include "host/cli/sample_command.h"
 #include "host/cli/settings_command.h"
 #include "host/document/atomic_file.h"
+#include "host/document/document_error.h"
 #include "host/settings/user_settings.h"
 
 namespace {
@@ -61,6 +62,11 @@ int main(int argc, char** argv) {
   const vorn_cli::Utf8Console console;
   try {
     return Run(vorn_cli::Arguments(argc, argv));
+  } catch (const vorn_host::UnmappableText& error) {
+    vorn_cli::PrintError(std::string(error.what()) + "; --lossy replaces it with 〓");
+  } catch (const vorn_host::UnknownEdition& error) {
+    vorn_cli::PrintError(std::string(error.what()) +
+                         (error.CanBeAssumed() ? "\n an edition can be assumed: --assume 4.1" : ""));
   } catch (const std::bad_alloc&) {
     vorn_cli::PrintError("there is not enough memory for this document");
   } catch (const std::exception& error) {

@@ -1,23 +1,21 @@
 #include "host/document/carried_content.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
+#include <set>
 #include <span>
-#include <unordered_set>
 
 #include "host/document/carried_item.h"
 #include "host/document/document_scan.h"
 #include "host/document/element_knowledge.h"
-#include "host/document/xml_cursor.h"
-#include "vorn/framework/schema.h"
+#include "host/document/root_namespaces.h"
+#include "host/document/text_encoding.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 
 namespace {
-
-constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
-constexpr std::string_view kTargetPnt = "tsf:FormCtrlTargetPnt";
-constexpr std::string_view kXSection = "tsf:XSection";
 
 std::string DescribeNode(pugi::xml_node node) {
   switch (node.type()) {
@@ -39,7 +37,7 @@ std::string DescribeNode(pugi::xml_node node) {
 std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sections) {
   using Key = std::pair<double, bool>;
   std::vector<Key> keys;
-  for (const pugi::xml_node section : set.children("tsf:XSection")) {
+  for (const pugi::xml_node section : set.children(kXSectionTag.data())) {
     const pugi::xml_attribute station = section.attribute("cumulativeDist");
     const double value = station ? Vorn_Base::TurnReal(station.value()) : kNurUnsetReal;
     keys.emplace_back(value, std::string_view(section.attribute("xSectChg").value()) == "true");
@@ -56,13 +54,6 @@ std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sectio
     if (!free.empty()) free.pop_back();
   }
   return order;
-}
-
-/// Whether a namespace declaration or the schema location: the host writes these anew. The schema-instance namespace
-/// may have any prefix.
-bool IsWrittenByHost(const std::string& rootAttribute, const std::string& value) {
-  return rootAttribute == "xmlns:tsf" || rootAttribute == "xmlns:rgm" || rootAttribute.ends_with(":schemaLocation") ||
-         (rootAttribute.starts_with("xmlns:") && VornSchema::Xsi() == value.c_str());
 }
 
 /// Text that stands between elements, without the layout around it: each rewriting would add some more.
@@ -82,37 +73,7 @@ void ReplaceNamespace(pugi::xml_node element, const std::string& from, const std
   });
 }
 
-/// An attribute that an element has twice; empty when there is none. Elements with many attributes do not come, but
-/// they must not take for ever.
-std::string_view RepeatedAttribute(pugi::xml_node element) {
-  constexpr int kFew = 16;
-  int count = 0;
-  for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (++count > kFew) break;
-    for (pugi::xml_attribute before = element.first_attribute(); before != attribute;
-         before = before.next_attribute()) {
-      if (std::string_view(before.name()) == attribute.name()) return attribute.name();
-    }
-  }
-  if (count <= kFew) return {};
-  std::unordered_set<std::string_view> names;
-  for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (!names.insert(attribute.name()).second) return attribute.name();
-  }
-  return {};
-}
-
 }  // namespace
-
-std::string FaultOf(pugi::xml_node node, int level) {
-  if (node.type() != pugi::node_element) return {};
-  if (level > kDeepestLevel) {
-    return "elements are nested more than " + std::to_string(kDeepestLevel) + " levels deep";
-  }
-  const std::string_view repeated = RepeatedAttribute(node);
-  if (repeated.empty()) return {};
-  return std::string(node.name()) + " has the attribute " + std::string(repeated) + " twice";
-}
 
 // --- rows ------------------------------------------------------------------------------------------------------------
 
@@ -182,12 +143,12 @@ class Collector {
 
   /// Index of a child in the model: the document's, but for the cross sections of a set.
   [[nodiscard]] int ModelIndex(const ElementStep& step) const {
-    return step.tag == kXSection ? m_into.sectionOrders.back()[static_cast<std::size_t>(step.index)] : step.index;
+    return step.tag == kXSectionTag ? m_into.sectionOrders.back()[static_cast<std::size_t>(step.index)] : step.index;
   }
 
   void CollectElement(pugi::xml_node element, const KnownElement& known, const ElementStep& step) {
     m_path.push_back({step.tag, ModelIndex(step)});
-    if (step.tag == "tsf:XSections") {
+    if (step.tag == kXSectionsTag) {
       m_into.sectionOrders.push_back(ModelOrder(element, m_sets[step.index].GetXSectionArray()));
     }
     if (m_scan.HoldsMore(element)) {
@@ -252,9 +213,7 @@ void CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
 
 const std::string& CarriedContent::RootTag() const { return m_impl->rootTag; }
 
-const std::vector<std::pair<std::string, std::string>>& CarriedContent::RootAttributes() const {
-  return m_impl->rootAttributes;
-}
+const XmlAttributes& CarriedContent::RootAttributes() const { return m_impl->rootAttributes; }
 
 const std::vector<std::string_view>& CarriedContent::RootOrder() const { return m_impl->rootOrder; }
 
@@ -268,8 +227,10 @@ const std::vector<int>& CarriedContent::SectionOrder(int set) const {
 
 std::vector<CarriedContent::Row> CarriedContent::Rows() const {
   RowCounter rows;
+  const XmlAttributes ofHost = AttributesOfHost(m_impl->rootAttributes);
   for (const auto& [name, value] : m_impl->rootAttributes) {
-    if (!IsWrittenByHost(name, value)) rows.Add("attribute " + name + " of " + m_impl->rootTag);
+    const auto isThis = [&name = name](const auto& attribute) { return attribute.first == name; };
+    if (std::none_of(ofHost.begin(), ofHost.end(), isThis)) rows.Add("attribute " + name + " of " + m_impl->rootTag);
   }
   for (const CarriedItem& item : m_impl->items) rows.Add(item.name);
   return rows.Take();
@@ -289,8 +250,9 @@ void CarriedContent::ChangeNamespace(const std::string& from, const std::string&
 
 std::vector<CarriedContent::Row> CarriedContent::DropBelowControlTargets() {
   const auto isBelowTarget = [](const CarriedItem& item) {
-    return std::any_of(item.parent.begin(), item.parent.end(),
-                       [](const ElementStep& step) { return step.tag == kTarget || step.tag == kTargetPnt; });
+    return std::any_of(item.parent.begin(), item.parent.end(), [](const ElementStep& step) {
+      return step.tag == kFormCtrlTargetTag || step.tag == kFormCtrlTargetPntTag;
+    });
   };
   RowCounter dropped;
   for (const CarriedItem& item : m_impl->items) {
@@ -350,6 +312,32 @@ std::vector<CarriedContent::Row> CarriedContent::MoveElements(const Moves& moves
     return false;
   });
   return dropped.Take();
+}
+
+void CarriedContent::RearrangeSets(const std::vector<int>& formers, int formerCount) {
+  std::vector<std::vector<int>> orders;
+  std::vector<int> placeOf(static_cast<std::size_t>(formerCount), -1);
+  std::set<int> left;
+  for (std::size_t i = 0; i < formers.size(); ++i) {
+    orders.push_back(SectionOrder(formers[i]));
+    if (formers[i] < 0) continue;
+    placeOf[static_cast<std::size_t>(formers[i])] = static_cast<int>(i);
+    left.insert(formers[i]);
+  }
+  if (!m_impl->sectionOrders.empty()) m_impl->sectionOrders = std::move(orders);
+
+  const auto follow = [&](ElementPath& path) {
+    if (path.empty() || path[0].tag != kXSectionsTag) return true;
+    const auto former = static_cast<std::size_t>(path[0].index);
+    path[0].index = former < placeOf.size() ? placeOf[former] : -1;
+    return path[0].index >= 0;
+  };
+  const auto siblingBefore = [&](const ElementPath& path) {
+    if (path.size() != 1 || path[0].tag != kXSectionsTag) return -1;
+    const auto next = left.lower_bound(path[0].index);
+    return next == left.begin() ? -1 : *std::prev(next);
+  };
+  (void)MoveElements({follow, siblingBefore});
 }
 
 std::string Describe(const std::vector<CarriedContent::Row>& rows) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/document/root_namespaces.h"
 #include "vorn/model/x_sections.h"
 
 namespace pugi {
@@ -60,7 +61,7 @@ class CarriedContent {
   /// Tag of the document's root; empty for a new document.
   [[nodiscard]] const std::string& RootTag() const;
   /// All attributes of the root as they stood, in order.
-  [[nodiscard]] const std::vector<std::pair<std::string, std::string>>& RootAttributes() const;
+  [[nodiscard]] const XmlAttributes& RootAttributes() const;
   /// The modelled elements below the root by first appearance.
   [[nodiscard]] const std::vector<std::string_view>& RootOrder() const;
 
@@ -83,6 +84,10 @@ class CarriedContent {
   /// Moves items along with their elements when the model changes.
   /// @returns what was dropped, as the element that held it is gone
   std::vector<Row> MoveElements(const Moves& moves);
+  /// Moves items along with their sets. What hung on a set that is gone goes with it.
+  /// @param formers for each set, which one it was, -1 for a new one
+  /// @param formerCount how many there were
+  void RearrangeSets(const std::vector<int>& formers, int formerCount);
 
   /// Writes everything below an element of another document, so that it can be kept apart from the design.
   void Store(pugi::xml_node parent) const;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <iterator>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -37,50 +35,14 @@ struct CarriedItem {
   std::string name;            ///< for reports
 };
 
-/// Whether a value is among those of a range.
-template <typename Range, typename Value>
-bool Contains(const Range& range, const Value& value) {
-  return std::find(std::begin(range), std::end(range), value) != std::end(range);
-}
-
-/// How deep elements may be nested, the root being the first level. No design document comes near this, and whoever
-/// reads one need not fear for his stack.
-inline constexpr int kDeepestLevel = 1000;
-
-/// Calls visit(node, level) for a node, which is level 1, and all below it in the order of the document. It takes no
-/// more stack for deeply nested nodes.
-template <typename Visit>
-void WalkNodes(pugi::xml_node top, Visit&& visit) {
-  int level = 1;
-  for (pugi::xml_node node = top; node;) {
-    visit(node, level);
-    if (node.first_child()) {
-      node = node.first_child();
-      ++level;
-      continue;
-    }
-    while (node != top && !node.next_sibling()) {
-      node = node.parent();
-      --level;
-    }
-    if (node == top) return;
-    node = node.next_sibling();
-  }
-}
-
-/// Why a node cannot be part of a document although it could be parsed: it lies too deep, or it has an attribute twice.
-/// Empty when nothing is wrong.
-/// @param level of the node in the document, the root's being 1
-[[nodiscard]] std::string FaultOf(pugi::xml_node node, int level);
-
 /// All that a document holds beside the model.
 struct CarriedContent::Impl {
-  pugi::xml_document store;                                         ///< holds the nodes of the items
-  std::vector<CarriedItem> items;                                   ///< in the order of the document
-  std::string rootTag;                                              ///< empty for a new document
-  std::vector<std::pair<std::string, std::string>> rootAttributes;  ///< as they stood, in order
-  std::vector<std::string_view> rootOrder;                          ///< of `kRootChildren`
-  std::vector<std::vector<int>> sectionOrders;                      ///< of each set
+  pugi::xml_document store;                     ///< holds the nodes of the items
+  std::vector<CarriedItem> items;               ///< in the order of the document
+  std::string rootTag;                          ///< empty for a new document
+  XmlAttributes rootAttributes;                 ///< as they stood, in order
+  std::vector<std::string_view> rootOrder;      ///< of `kRootChildren`
+  std::vector<std::vector<int>> sectionOrders;  ///< of each set
 };
 
 }  // namespace vorn_host

@@ -2,25 +2,20 @@
 
 #include <algorithm>
 
-#include "vorn/framework/schema.h"
+#include "host/document/edition.h"
+#include "host/document/element_knowledge.h"
+#include "host/document/written_forms.h"
 
 namespace vorn_host {
 
 namespace {
 
-bool IsWritten(const VornBuildForm& form) {
-  const bool isExported = form.GetExport() != 0 || VornSchema::Instance().IsVer2();  // edition 2.0 exports every form
-  return form.GetOmitFlag() == 0 && isExported && form.GetComposedPntArray().GetSize() >= 2;
-}
-
-bool IsWritten(const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() >= 2; }
-
 /// For each form the index that it or the last one before it has among the written ones; -1 when none is written.
-template <typename Forms>
-std::vector<int> WrittenIndexes(const Forms& forms) {
+template <typename Forms, typename Predicate>
+std::vector<int> WrittenIndexes(const Forms& forms, Predicate&& isWritten) {
   std::vector<int> indexes;
   int last = -1;
-  for (const auto& form : forms) indexes.push_back(last += IsWritten(form) ? 1 : 0);
+  for (const auto& form : forms) indexes.push_back(last += isWritten(form) ? 1 : 0);
   return indexes;
 }
 
@@ -69,8 +64,8 @@ CarriedPlaces::Element* CarriedPlaces::Place(const ElementPath& path) {
 }
 
 int CarriedPlaces::WrittenUpTo(const ElementStep& anchor, const ElementPath& parent) const {
-  const bool isForm = anchor.tag == "tsf:BuildForm";
-  const bool isGround = anchor.tag == "tsf:ExistingBuildForm";
+  const bool isForm = anchor.tag == kBuildFormTag;
+  const bool isGround = anchor.tag == kExistingBuildFormTag;
   if (!isForm && !isGround) return anchor.index;  // all of them are written, or none
   const WrittenForms& written = FormsOf(parent[0].index, parent[1].index);
   const std::vector<int>& indexes = isForm ? written.forms : written.grounds;
@@ -83,8 +78,11 @@ const CarriedPlaces::WrittenForms& CarriedPlaces::FormsOf(int set, int section) 
   if (!isNew || !m_sets.IsRange(set)) return written->second;
   const Vorn_XSectionArray& sections = m_sets[set].GetXSectionArray();
   if (!sections.IsRange(section)) return written->second;
-  written->second = {WrittenIndexes(sections[section].GetBuildFormArray()),
-                     WrittenIndexes(sections[section].GetExistingBuildFormArray())};
+  const bool edition20 = IsEdition20(CurrentEdition());
+  written->second = {WrittenIndexes(sections[section].GetBuildFormArray(),
+                                    [edition20](const VornBuildForm& form) { return IsWritten(form, edition20); }),
+                     WrittenIndexes(sections[section].GetExistingBuildFormArray(),
+                                    [](const VornExistingBuildForm& form) { return IsWritten(form); })};
   return written->second;
 }
 

@@ -30,7 +30,7 @@
 #include "host/document/edition.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/text_encoding.h"
-#include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 

@@ -12,7 +12,6 @@
 
 #include "host/document/atomic_file.h"
 #include "host/document/background.h"
-#include "host/document/carried_item.h"
 #include "host/document/carried_places.h"
 #include "host/document/control_character.h"
 #include "host/document/document_error.h"
@@ -20,8 +19,10 @@
 #include "host/document/element_knowledge.h"
 #include "host/document/path_text.h"
 #include "host/document/piece_relay.h"
+#include "host/document/root_namespaces.h"
 #include "host/document/text_lines.h"
 #include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 #include "host/document/xml_text_writer.h"
 
 namespace vorn_host {
@@ -44,12 +45,10 @@ struct Source {
   TextLines lines;
 
   [[noreturn]] void Malformed(std::size_t offset, const std::string& reason) const {
-    std::size_t column = 1;
-    for (std::size_t at = lines.StartOf(offset); at < std::min(offset, text.size()); ++at) {
-      column += !IsUtf8Continuation(text[at]);
-    }
-    throw DocumentError(name + ": line " + std::to_string(lines.LineOf(offset)) + ", column " + std::to_string(column) +
-                        ": " + reason);
+    const std::string_view before = std::string_view(text).substr(0, offset);
+    const std::size_t lineStart = std::min(lines.StartOf(offset), before.size());
+    const TextPosition position{lines.LineOf(offset), 1 + CountCharacters(before.substr(lineStart))};
+    throw DocumentError(name + ": " + Describe(position) + ": " + reason);
   }
 };
 
@@ -106,8 +105,6 @@ void RequirePlainReferences(const Source& source) {
   }
 }
 
-[[noreturn]] void NoXml(const std::string& name) { throw DocumentError(name + ": this is not an XML document"); }
-
 /// Calls visit(position) for every byte below the blank. Eight bytes at a time: there are few such bytes.
 template <typename Visit>
 void ForEachBelowBlank(std::string_view text, Visit&& visit) {
@@ -138,7 +135,7 @@ void FindLines(Source& source) {
     if (c == '\n') {
       source.lines.AddBreak(at);
     } else if (c == '\0') {
-      NoXml(source.name);
+      ThrowNoXml(source.name);
     } else if (IsControlCharacter(c)) {
       control = std::min(control, at);
     }
@@ -171,8 +168,7 @@ void RequireOneRoot(const pugi::xml_document& tree, const Source& source) {
 
 /// Makes the tree of a text. The tree lies in the text, which has to outlive it.
 void Parse(Source& source, pugi::xml_document& tree) {
-  const std::size_t first = source.text.find_first_not_of(kXmlBlanks);
-  if (first == std::string::npos || source.text[first] != '<') NoXml(source.name);
+  RequireMarkup(source.text, source.name);
   FindLines(source);
   RequirePlainReferences(source);
   const pugi::xml_parse_result result =
@@ -184,26 +180,13 @@ void Parse(Source& source, pugi::xml_document& tree) {
   RequireOneRoot(tree, source);
 }
 
-/// Whether a name can begin with a prefix: "8:a" is none, though "xmlns:8" is.
-bool IsPrefix(std::string_view prefix) {
-  if (prefix.empty()) return false;
-  const char first = prefix.front();
-  return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z') || first == '_' || !IsAscii({&first, 1});
-}
-
-/// Whether an attribute of the root declares the schema-instance namespace with a prefix.
-bool DeclaresSchemaInstance(std::string_view name, std::string_view value) {
-  constexpr std::string_view kDeclaration = "xmlns:";
-  return name.starts_with(kDeclaration) && IsPrefix(name.substr(kDeclaration.size())) && VornSchema::Xsi() == value;
-}
-
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
 /// there is none.
 std::optional<std::string> SchemaLocation(pugi::xml_node root) {
   for (const pugi::xml_attribute declaration : root.attributes()) {
     const std::string_view name = declaration.name();
     if (!DeclaresSchemaInstance(name, declaration.value())) continue;
-    const std::string attribute = std::string(name.substr(6)) + ":schemaLocation";
+    const std::string attribute = std::string(DeclaredPrefix(name)) + ":schemaLocation";
     if (root.attribute(attribute.c_str())) return root.attribute(attribute.c_str()).value();
   }
   const pugi::xml_attribute plain = root.attribute("xsi:schemaLocation");
@@ -244,10 +227,11 @@ Edition RecogniseEdition(pugi::xml_node root, const std::string& name, const std
     throw DocumentError(name + ": the root element " + root.name() +
                         " holds no elements with the prefix tsf:, so no edition can be assumed for it");
   }
-  throw DocumentError(name + ": the edition of the document is not recognised\n found: root element " + root.name() +
-                      ", " + (location ? "xsi:schemaLocation \"" + *location + "\"" : "no xsi:schemaLocation") +
-                      "\n expected: a root element tsf:… with one of these xsi:schemaLocation" + ExpectedLocations() +
-                      (readable ? "\n an edition can be assumed: --assume 4.1" : ""));
+  throw UnknownEdition(name + ": the edition of the document is not recognised\n found: root element " + root.name() +
+                           ", " + (location ? "xsi:schemaLocation \"" + *location + "\"" : "no xsi:schemaLocation") +
+                           "\n expected: a root element tsf:… with one of these xsi:schemaLocation" +
+                           ExpectedLocations(),
+                       readable);
 }
 
 /// Hands the modelled elements below the root to the library. Gives the tag of one that it cannot read, or nothing.
@@ -270,21 +254,41 @@ std::string ReadModel(DesignDocument& document, pugi::xml_node root, TextProblem
   return {};
 }
 
+/// What comes up when a tree is read.
+struct ReadResult {
+  TextProblems problems;
+  DocumentScan scan;
+};
+
+/// Reads the model of a document, whose edition is selected, from a tree and looks the tree over. Nothing changes it:
+/// with a large document the two go on at the same time.
+ReadResult ReadAndScan(DesignDocument& document, const pugi::xml_document& tree, const Source& source) {
+  constexpr std::size_t kWorthThreads = 1'000'000;
+  const bool large = source.text.size() >= kWorthThreads;
+  const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
+  ReadResult result;
+  const auto lookOver = [&] { return ScanDocument(tree, source.lines, IsEdition20(document.edition), result.scan); };
+  std::future<DocumentFault> scanned = InBackground(lookOver, large ? std::launch::async : std::launch::deferred);
+  const std::string unreadable = ReadModel(document, tree.document_element(), result.problems, threads);
+  if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
+    source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
+  }
+  if (!unreadable.empty()) throw DocumentError(source.name + ": the element " + unreadable + " cannot be read");
+  return result;
+}
+
 void RequireNoProblems(const TextProblems& problems, const Source& source) {
   const TextProblems::Problem& first = *problems.first;
   const std::string line =
       first.offset >= 0 ? "line " + std::to_string(source.lines.LineOf(static_cast<std::size_t>(first.offset))) + ": "
                         : std::string();
-  throw DocumentError(source.name + ": " + line + "code page 932 cannot hold " + first.what +
-                      (problems.count > 1 ? " (" + std::to_string(problems.count) + " such characters in all)" : "") +
-                      "; --lossy replaces it with 〓");
+  throw UnmappableText(source.name + ": " + line + "code page 932 cannot hold " + first.what +
+                       (problems.count > 1 ? " (" + std::to_string(problems.count) + " such characters in all)" : ""));
 }
 
 // --- writing -------------------------------------------------------------------------------------------------------
 
-using RootAttributes = std::vector<std::pair<std::string, std::string>>;
-
-void SetAttribute(RootAttributes& attributes, const std::string& name, const char* value) {
+void SetAttribute(XmlAttributes& attributes, const std::string& name, const std::string& value) {
   const auto existing = std::find_if(attributes.begin(), attributes.end(),
                                      [&](const auto& attribute) { return attribute.first == name; });
   if (existing == attributes.end()) {
@@ -294,21 +298,12 @@ void SetAttribute(RootAttributes& attributes, const std::string& name, const cha
   }
 }
 
-/// The root's attributes with the namespaces and the schema location of the current edition. The others stay as they
-/// were in the document, and so does the order.
-RootAttributes MakeRootAttributes(const DesignDocument& document) {
-  RootAttributes attributes = document.carried.RootAttributes();
+/// The root's attributes with those that the host writes itself. The others stay as they were in the document, and so
+/// does the order.
+XmlAttributes MakeRootAttributes(const DesignDocument& document) {
+  XmlAttributes attributes = document.carried.RootAttributes();
   if (document.edition == Edition::RoadGm) return attributes;
-  const VornSchema& schema = VornSchema::Instance();
-  const auto instance = std::find_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
-    return DeclaresSchemaInstance(attribute.first, attribute.second);
-  });
-  // The schema-instance namespace may have another prefix in the document.
-  const std::string prefix = instance == attributes.end() ? "xsi" : instance->first.substr(6);
-  SetAttribute(attributes, "xmlns:tsf", schema.Tsf());
-  SetAttribute(attributes, "xmlns:rgm", schema.Rgm());
-  SetAttribute(attributes, "xmlns:" + prefix, VornSchema::Xsi());
-  SetAttribute(attributes, prefix + ":schemaLocation", schema.Location());
+  for (const auto& [name, value] : AttributesOfHost(attributes)) SetAttribute(attributes, name, value);
   return attributes;
 }
 
@@ -377,27 +372,13 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
 
   DesignDocument document;
   document.encodingName = std::move(decoded.encodingName);
-  const pugi::xml_node root = tree.document_element();
-  document.edition = RecogniseEdition(root, name, options.assume, document.assumed);
+  document.edition = RecogniseEdition(tree.document_element(), name, options.assume, document.assumed);
 
   const EditionScope scope(document.edition);
-  const bool edition20 = VornSchema::Instance().IsVer2();
-  DocumentScan scan;
-  // Nothing changes the tree: a large document is looked over and read at the same time.
-  constexpr std::size_t kWorthThreads = 1'000'000;
-  const bool large = source.text.size() >= kWorthThreads;
-  const int threads = large ? static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u)) : 1;
-  const auto lookOver = [&] { return ScanDocument(tree, source.lines, edition20, scan); };
-  std::future<DocumentFault> scanned = large ? InBackground(lookOver) : std::async(std::launch::deferred, lookOver);
-  TextProblems problems;
-  const std::string unreadable = ReadModel(document, root, problems, threads);
-  if (const DocumentFault fault = scanned.get(); !fault.reason.empty()) {
-    source.Malformed(static_cast<std::size_t>(fault.offset), "the document is malformed: " + fault.reason);
-  }
-  if (!unreadable.empty()) throw DocumentError(name + ": the element " + unreadable + " cannot be read");
+  auto [problems, scan] = ReadAndScan(document, tree, source);
   if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, source);
   document.replacedCharacters = problems.count;
-  document.carried.Collect(tree, scan, document.sets, edition20);
+  document.carried.Collect(tree, scan, document.sets, IsEdition20(document.edition));
   document.unreadValues = std::move(scan.unreadValues);
   return document;
 }

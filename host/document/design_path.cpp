@@ -7,13 +7,19 @@ namespace vorn_host {
 
 namespace {
 
-std::string InParentheses(const CString& text) {
-  return text.IsEmpty() ? std::string() : " (" + ToUtf8(text.View()) + ")";
-}
+std::string InParentheses(const std::string& text) { return text.empty() ? std::string() : " (" + text + ")"; }
 
 /// The text, or what number it is when it has none.
 std::string NameOr(const CString& text, int index) {
   return text.IsEmpty() ? "no. " + std::to_string(index + 1) : ToUtf8(text.View());
+}
+
+/// "Width L1 R1": what a target controls, and its codes.
+std::string ItemAndCodes(const VornFormCtrlTarget& target) {
+  std::string text = target.GetControlItemString().GetString();
+  const CString codes = target.GetCode();
+  if (!codes.IsEmpty()) text += (text.empty() ? "" : " ") + ToUtf8(codes.View());
+  return text;
 }
 
 }  // namespace
@@ -27,12 +33,12 @@ std::string StationPath(const NurReal& station, bool xSectChg) {
 }
 
 std::string SetPath(const VornXSections& set, int index) {
-  return "set " + std::to_string(index + 1) + InParentheses(set.GetRefAlign());
+  return "set " + std::to_string(index + 1) + InParentheses(ToUtf8(set.GetRefAlign().View()));
 }
 
 std::string SectionPath(const std::string& setPath, const VornXSection& section) {
   return setPath + " > " + StationPath(section.GetCumulativeDist(), section.GetXSectChg()) +
-         InParentheses(section.GetName());
+         InParentheses(ToUtf8(section.GetName().View()));
 }
 
 std::string FormPath(const std::string& sectionPath, const CString& formName) {
@@ -44,10 +50,11 @@ std::string PointPath(const std::string& formPath, const CString& code, int inde
 }
 
 std::string TargetPath(const std::string& ownerPath, const VornFormCtrlTarget& target, int index) {
-  std::string what = target.GetControlItemString().GetString();
-  const CString code = target.GetCode();
-  if (!code.IsEmpty()) what += (what.empty() ? "" : " ") + ToUtf8(code.View());
-  return ownerPath + " > control target " + std::to_string(index + 1) + (what.empty() ? "" : " (" + what + ")");
+  return ownerPath + " > control target " + std::to_string(index + 1) + InParentheses(ItemAndCodes(target));
+}
+
+std::string TargetText(const VornFormCtrlTarget& target) {
+  return "control target" + InParentheses(ItemAndCodes(target));
 }
 
 }  // namespace vorn_host

@@ -18,6 +18,8 @@ namespace vorn_host {
 [[nodiscard]] std::string PointPath(const std::string& formPath, const CString& code, int index);
 /// "control target 3 (Width L1 R1)", below a set or a form.
 [[nodiscard]] std::string TargetPath(const std::string& ownerPath, const VornFormCtrlTarget& target, int index);
+/// "control target (Width L1 R1)", where its number tells nothing.
+[[nodiscard]] std::string TargetText(const VornFormCtrlTarget& target);
 /// A station with four decimals, "unset" for an unset one.
 [[nodiscard]] std::string StationText(const NurReal& station);
 /// "station 120.0000", with the change-of-shape flag "station 120.0000 behind the change of shape".

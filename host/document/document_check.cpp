@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/element_knowledge.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "vorn/framework/tolerance.h"
 
@@ -39,6 +41,9 @@ bool IsOutside(Enum value, Enum first, Enum last) {
   return value < first || value > last;
 }
 
+/// The kind of a finding about an element that does not count as valid.
+std::string NotEnabled(std::string_view tag) { return std::string(tag) + " not enabled"; }
+
 class Checker {
  public:
   explicit Checker(const DesignDocument& document) : m_document(document), m_edition20(IsEdition20(document.edition)) {}
@@ -48,7 +53,7 @@ class Checker {
     if (m_document.edition != Edition::RoadGm) {
       CheckFileInfos();
       CheckStructureType();
-      if (m_document.sets.IsEmpty()) AddNotEnabled("tsf:XSections", "document", "there is no cross-section set");
+      if (m_document.sets.IsEmpty()) AddNotEnabled(kXSectionsTag, "document", "there is no cross-section set");
     }
     for (int i = 0; i < m_document.sets.GetSize(); ++i) CheckSet(m_document.sets[i], i);
     NoteTargetsOfLaterEditions();
@@ -59,8 +64,8 @@ class Checker {
   void Add(Severity severity, std::string kind, std::string path, std::string reason) {
     m_findings.push_back({severity, std::move(kind), std::move(path), std::move(reason), m_place});
   }
-  void AddNotEnabled(const std::string& tag, std::string path, std::string reason) {
-    Add(Severity::Error, tag + " not enabled", std::move(path), std::move(reason));
+  void AddNotEnabled(std::string_view tag, std::string path, std::string reason) {
+    Add(Severity::Error, NotEnabled(tag), std::move(path), std::move(reason));
   }
 
   /// First of all: what follows is found in the model, which does not hold these values.
@@ -75,13 +80,13 @@ class Checker {
   void CheckFileInfos() {
     if (m_edition20) return;
     if (m_document.fileInfos.IsEmpty()) {
-      AddNotEnabled("tsf:FileInfo", "document", "there is no file information; one or more are needed");
+      AddNotEnabled(kFileInfoTag, "document", "there is no file information; one or more are needed");
     }
     for (int i = 0; i < m_document.fileInfos.GetSize(); ++i) {
       const VornFileInfo& info = m_document.fileInfos[i];
       if (info.IsEnable()) continue;
       const bool missing = info.GetCreateDate().GetStatus() == COleDateTime::null;
-      AddNotEnabled("tsf:FileInfo", "file information " + std::to_string(i + 1),
+      AddNotEnabled(kFileInfoTag, "file information " + std::to_string(i + 1),
                     missing ? "createDate is missing" : "createDate is no date");
     }
   }
@@ -89,7 +94,8 @@ class Checker {
   void CheckStructureType() {
     if (m_edition20) return;
     if (!m_document.hasStructureType) {
-      Add(Severity::Note, "no tsf:StructureType", "document", "the work type of the document is not told");
+      Add(Severity::Note, "no " + std::string(kStructureTypeTag), "document",
+          "the work type of the document is not told");
       return;
     }
     const VornStructureType& type = m_document.structureType;
@@ -104,7 +110,7 @@ class Checker {
     reasons.AddIf(badType, "type \"" + ToUtf8(type.GetTypeStr().View()) + "\" is none of the nine work types");
     reasons.AddIf(badStationType,
                   "stationType \"" + ToUtf8(type.GetStationType().View()) + "\" is none of NO, SP, STA and 距離標");
-    AddNotEnabled("tsf:StructureType", "structure type", reasons.Text());
+    AddNotEnabled(kStructureTypeTag, "structure type", reasons.Text());
   }
 
   // --- sets and sections -----------------------------------------------------------------------------------------
@@ -116,7 +122,7 @@ class Checker {
     reasons.AddIf(set.GetRefAlign().IsEmpty(), "refAlign is missing");
     reasons.AddIf(set.GetRefVertical().IsEmpty(), "refVertical is missing");
     reasons.AddIf(set.GetXSectionArray().IsEmpty(), "there is no cross section; one or more are needed");
-    if (!reasons.IsEmpty()) AddNotEnabled("tsf:XSections", path, reasons.Text());
+    if (!reasons.IsEmpty()) AddNotEnabled(kXSectionsTag, path, reasons.Text());
 
     CheckStationOrder(set, index, path);
     const SectionIndex sections(set);
@@ -169,7 +175,7 @@ class Checker {
     Reasons reasons;
     reasons.AddIf(!section.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
     reasons.AddIf(section.GetBuildFormArray().IsEmpty(), "there is no build form; one or more are needed");
-    if (!reasons.IsEmpty()) AddNotEnabled("tsf:XSection", path, reasons.Text());
+    if (!reasons.IsEmpty()) AddNotEnabled(kXSectionTag, path, reasons.Text());
 
     for (const VornBuildForm& form : section.GetBuildFormArray()) {
       const std::string formPath = FormPath(path, form.GetName());
@@ -190,7 +196,7 @@ class Checker {
     Reasons reasons;
     reasons.AddIf(form.GetName().IsEmpty(), "name is missing");
     reasons.AddIf(!points.IsCountAllowed(points.GetSize()), "there are fewer than two points");
-    if (!reasons.IsEmpty()) AddNotEnabled("tsf:BuildForm", path, reasons.Text());
+    if (!reasons.IsEmpty()) AddNotEnabled(kBuildFormTag, path, reasons.Text());
 
     std::set<std::string_view> codes;
     std::set<std::string_view> reported;
@@ -212,7 +218,7 @@ class Checker {
     reasons.AddIf(point.GetCode().IsEmpty(), "code is missing");
     reasons.AddIf(IsOutside(point.GetExistence(), VORN_Existence::Empty, VORN_Existence::True),
                   "existence is missing or neither \"true\" nor \"false\"");
-    AddNotEnabled("tsf:ComposedPnt", std::move(path), reasons.Text());
+    AddNotEnabled(kComposedPntTag, std::move(path), reasons.Text());
   }
 
   void CheckExistingForm(const VornExistingBuildForm& form, const std::string& sectionPath) {
@@ -223,13 +229,13 @@ class Checker {
     Reasons reasons;
     reasons.AddIf(form.GetName().IsEmpty(), "name is missing");
     reasons.AddIf(!points.IsCountAllowed(points.GetSize()), "there are fewer than two points");
-    if (!reasons.IsEmpty()) AddNotEnabled("tsf:ExistingBuildForm", path, reasons.Text());
+    if (!reasons.IsEmpty()) AddNotEnabled(kExistingBuildFormTag, path, reasons.Text());
     for (int i = 0; i < points.GetSize(); ++i) {
       Reasons pointReasons;
       pointReasons.AddIf(!points[i].GetCLDist().IsSet(), "the distance from the centre line is missing");
       pointReasons.AddIf(!points[i].GetGh().IsSet(), "the height is missing");
       if (pointReasons.IsEmpty()) continue;
-      AddNotEnabled("tsf:ExistingComposedPnt", PointPath(path, points[i].GetName(), i), pointReasons.Text());
+      AddNotEnabled(kExistingComposedPntTag, PointPath(path, points[i].GetName(), i), pointReasons.Text());
     }
   }
 
@@ -243,7 +249,7 @@ class Checker {
       const auto path = [&] { return TargetPath(ownerPath, target, i); };
       if (owner == nullptr) m_place.section = SectionOf(target, sections);
       const Reasons reasons = WhyNotEnabled(target);
-      if (!reasons.IsEmpty()) AddNotEnabled("tsf:FormCtrlTarget", path(), reasons.Text());
+      if (!reasons.IsEmpty()) AddNotEnabled(kFormCtrlTargetTag, path(), reasons.Text());
       NoteDeliberateLimits(target, path);
       if (m_edition20) {
         CheckCodesOf20(target, owner, path);
@@ -297,9 +303,7 @@ class Checker {
 
   template <typename Path>
   void NoteDeliberateLimits(const VornFormCtrlTarget& target, const Path& path) {
-    const auto note = [&](const char* reason) {
-      Add(Severity::Note, "tsf:FormCtrlTarget not enabled", path(), reason);
-    };
+    const auto note = [&](const char* reason) { Add(Severity::Note, NotEnabled(kFormCtrlTargetTag), path(), reason); };
     if (IsRegulatedType(target)) note("targetPntType is as regulation sets it, but never counts as valid");
     if (target.GetTargetPntArray().GetSize() == 1 && target.GetControlItem() == ControlItem::Height) {
       note("a height has one target point, but two or more count as valid");
@@ -308,7 +312,7 @@ class Checker {
 
   void NoteTargetsOfLaterEditions() {
     if (m_edition20 || m_targetCount == 0) return;
-    Add(Severity::Note, "tsf:FormCtrlTarget not enabled", "all " + std::to_string(m_targetCount) + " control targets",
+    Add(Severity::Note, NotEnabled(kFormCtrlTargetTag), "all " + std::to_string(m_targetCount) + " control targets",
         "their work type and code text are not part of edition " + std::string(EditionName(m_document.edition)) +
             ", without which they never count as enabled");
   }
@@ -321,7 +325,7 @@ class Checker {
     reasons.AddIf(point.GetBuildFormName().IsEmpty(), "buildFormName is missing");
     reasons.AddIf(point.GetCode().IsEmpty(), "code is missing");
     if (!reasons.IsEmpty()) {
-      AddNotEnabled("tsf:FormCtrlTargetPnt", path(), reasons.Text());
+      AddNotEnabled(kFormCtrlTargetPntTag, path(), reasons.Text());
       return;
     }
     // The points of a target mostly miss the same thing: it is told once.
@@ -348,9 +352,7 @@ class Checker {
           "edition 2.0 keeps control targets in their form");
       return;
     }
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCode().View(), codes);
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       if (code.IsEmpty() || owner->GetComposedPntArray().Find(code) >= 0) continue;
       Add(Severity::Error, "control target names what does not exist", path(),
           "form " + ToUtf8(owner->GetName().View()) + " has no code " + ToUtf8(code.View()));

@@ -1,15 +1,13 @@
 #include "host/document/document_scan.h"
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <utility>
 
-#include "host/document/carried_item.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/text_encoding.h"
 #include "host/document/value_rules.h"
-#include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 #include "vorn/framework/base.h"
 
 namespace vorn_host {

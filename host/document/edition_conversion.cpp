@@ -8,7 +8,9 @@
 #include "host/document/document_error.h"
 #include "host/document/point_conversion.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
+#include "host/document/written_forms.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/platform/code_page_932.h"
 
@@ -85,29 +87,29 @@ void CountDroppedByLater(const DesignDocument& document, ConversionReport& repor
   AddDropped(report, "work type of a control target", workTypes);
 }
 
-/// What no edition writes.
+/// The forms of the model that are not written in the document's edition.
 void CountNotWritten(const DesignDocument& document, ConversionReport& report) {
-  AddRow(report.notWritten, "build form with fewer than two points",
-         SumOverSections(document.sets, [](const VornXSection& section) {
-           return Count(section.GetBuildFormArray(),
-                        [](const VornBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
-         }));
-  if (IsEdition20(document.edition)) return;  // counted as a whole there
+  const bool edition20 = IsEdition20(document.edition);
+  const auto countForms = [&](std::string_view why) {
+    return SumOverSections(document.sets, [&](const VornXSection& section) {
+      return Count(section.GetBuildFormArray(),
+                   [&](const VornBuildForm& form) { return WhyNotWritten(form, edition20) == why; });
+    });
+  };
+  AddRow(report.notWritten, "build form with fewer than two points", countForms(kTooFewPoints));
+  AddRow(report.notWritten, "build form that is not exported", countForms(kNotExported));
+  if (edition20) return;  // existing ground is counted as a whole there
   AddRow(report.notWritten, "existing ground form with fewer than two points",
          SumOverSections(document.sets, [](const VornXSection& section) {
            return Count(section.GetExistingBuildFormArray(),
-                        [](const VornExistingBuildForm& form) { return form.GetComposedPntArray().GetSize() < 2; });
+                        [](const VornExistingBuildForm& form) { return !IsWritten(form); });
          }));
 }
 
 // --- points ---------------------------------------------------------------------------------------------------------
 
-void ConvertSectionPoints(VornXSection& section, const std::string& setPath, bool to20, ConversionReport& report) {
+void ConvertSectionPointsTo20(VornXSection& section, const std::string& setPath, ConversionReport& report) {
   for (VornBuildForm& form : section.GetBuildFormArray()) {
-    if (!to20) {
-      ConvertPointsFrom20(form);
-      continue;
-    }
     const PointDisplacement displacement = ConvertPointsTo20(form);
     report.convertedPoints += displacement.convertedPoints;
     report.farPoints += displacement.farPoints;
@@ -128,9 +130,7 @@ void MakeTargetPoints(VornFormCtrlTarget& target, const VornXSection& section, c
     if (point.GetBuildFormName().IsEmpty()) point.SetBuildFormName(form.GetName());
   }
   if (!target.GetTargetPntArray().IsEmpty()) return;
-  CStringArray codes;
-  Vorn_Base::DivideString(target.GetCode().View(), codes);
-  for (const CString& code : codes) {
+  for (const CString& code : CodesOf(target)) {
     if (code.IsEmpty()) continue;
     VornFormCtrlTargetPnt point;
     point.Set(section.GetCumulativeDist(), form.GetName(), code, section.GetXSectChg());
@@ -207,8 +207,8 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   const std::string name = ToUtf8(first.GetBuildFormName().View());
   if (form < 0) return {nullptr, nullptr, "there is no form " + name + " at " + station};
   VornBuildForm& found = section.GetBuildFormArray()[form];
-  if (found.GetComposedPntArray().GetSize() < 2) {
-    return {nullptr, nullptr, "its form " + name + " has fewer than two points and is not written"};
+  if (const std::string_view why = WhyNotWritten(found, true); !why.empty()) {
+    return {nullptr, nullptr, "its form " + name + " " + std::string(why) + " and is not written"};
   }
   return {&section, &found, {}};
 }
@@ -260,7 +260,7 @@ void ConvertTo20(DesignDocument& document, ConversionReport& report) {
   for (int i = 0; i < document.sets.GetSize(); ++i) {
     VornXSections& set = document.sets[i];
     const std::string path = SetPath(set, i);
-    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPoints(section, path, true, report);
+    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPointsTo20(section, path, report);
     MoveTargetsToForms(set, path, counts, report);
   }
   if (report.farPoints > 0) {
@@ -280,9 +280,10 @@ void ConvertTo20(DesignDocument& document, ConversionReport& report) {
 void ConvertFrom20(DesignDocument& document, Edition target, ConversionReport& report) {
   for (int i = 0; i < document.sets.GetSize(); ++i) {
     VornXSections& set = document.sets[i];
-    const std::string path = SetPath(set, i);
-    for (VornXSection& section : set.GetXSectionArray()) ConvertSectionPoints(section, path, false, report);
-    MoveTargetsToSet(set, path, report);
+    for (VornXSection& section : set.GetXSectionArray()) {
+      for (VornBuildForm& form : section.GetBuildFormArray()) ConvertPointsFrom20(form);
+    }
+    MoveTargetsToSet(set, SetPath(set, i), report);
   }
   if (document.fileInfos.IsEmpty()) {
     VornFileInfo info;
@@ -306,12 +307,14 @@ void ChangeCarriedNamespaces(DesignDocument& document, Edition target) {
   document.carried.ChangeNamespace(rgm, VornSchema::Instance().Rgm().GetString());
 }
 
-void NoteCarriedContent(DesignDocument& document, Edition target, bool targetsMove, ConversionReport& report) {
-  if (targetsMove) {
-    for (const CarriedContent::Row& row : document.carried.DropBelowControlTargets()) {
-      AddDropped(report, "unknown content of control targets: " + row.name, row.count);
-    }
+/// Control targets that move between their forms and the set leave what hangs on them.
+void DropBelowControlTargets(DesignDocument& document, ConversionReport& report) {
+  for (const CarriedContent::Row& row : document.carried.DropBelowControlTargets()) {
+    AddDropped(report, "unknown content of control targets: " + row.name, row.count);
   }
+}
+
+void NoteCarriedContent(const DesignDocument& document, Edition target, ConversionReport& report) {
   if (document.carried.IsEmpty()) return;
   report.notes.push_back(
       "What is carried over unchanged was not converted to edition " + std::string(EditionName(target)) +
@@ -334,7 +337,8 @@ ConversionReport ConvertEdition(DesignDocument& document, Edition target, const 
     if (to20) ConvertTo20(document, report);
     if (from20) ConvertFrom20(document, target, report);
     ChangeCarriedNamespaces(document, target);
-    NoteCarriedContent(document, target, from20 || to20, report);
+    if (from20 || to20) DropBelowControlTargets(document, report);
+    NoteCarriedContent(document, target, report);
   }
   document.edition = target;
   if (target == Edition::RoadGm) return report;

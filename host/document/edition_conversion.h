@@ -15,7 +15,7 @@ struct ConversionReport {
     int count = 0;     ///< how often
   };
   std::vector<Dropped> dropped;  ///< what the target edition cannot hold
-  /// What is not written in any edition, with how often.
+  /// What the model holds and the target edition does not write, with how often.
   std::vector<Dropped> notWritten;
   /// Control targets that could not be carried, each with its place and the reason.
   std::vector<std::string> lostTargets;

@@ -6,38 +6,53 @@ namespace vorn_host {
 
 namespace {
 
-using Names = std::string_view;
-
-constexpr std::array<Names, 3> kFileInfo = {"createDate", "changeDate", "note"};
-constexpr std::array<Names, 4> kStructureType = {"type", "jobName", "company", "stationType"};
-constexpr std::array<Names, 4> kXSections = {"refAlign", "refVertical", "projectPhase", "alignment"};
-constexpr std::array<Names, 2> kXSectionsChildren = {"tsf:XSection", "tsf:FormCtrlTarget"};
-constexpr std::array<Names, 6> kXSection = {"name",        "cumulativeDist", "xSectChg",
-                                            "controlSect", "directionAngle", "targetPntID"};
-constexpr std::array<Names, 2> kXSectionChildren = {"tsf:BuildForm", "tsf:ExistingBuildForm"};
-constexpr std::array<Names, 2> kBuildForm = {"name", "xSectType"};
-constexpr std::array<Names, 2> kBuildFormChildren = {"tsf:ComposedPnt", "tsf:FormCtrlTarget"};
-constexpr std::array<Names, 7> kComposedPnt = {"code",      "location", "componentType", "seriesPnt",
-                                               "slopeType", "dataType", "existence"};
-constexpr std::array<Names, 1> kNameOnly = {"name"};
-constexpr std::array<Names, 1> kExistingChildren = {"tsf:ExistingComposedPnt"};
-constexpr std::array<Names, 5> kTarget = {"workType", "controlItem", "targetScope", "targetRegio", "targetPntType"};
-constexpr std::array<Names, 1> kTargetChildren = {"tsf:FormCtrlTargetPnt"};
-constexpr std::array<Names, 4> kTargetPnt = {"cumulativeDist", "xSectChg", "buildFormName", "code"};
+constexpr std::array<std::string_view, 3> kFileInfo = {"createDate", "changeDate", "note"};
+constexpr std::array<std::string_view, 4> kStructureType = {"type", "jobName", "company", "stationType"};
+constexpr std::array<std::string_view, 4> kXSections = {"refAlign", "refVertical", "projectPhase", "alignment"};
+constexpr std::array<std::string_view, 2> kXSectionsChildren = {kXSectionTag, kFormCtrlTargetTag};
+constexpr std::array<std::string_view, 6> kXSection = {"name",        "cumulativeDist", "xSectChg",
+                                                       "controlSect", "directionAngle", "targetPntID"};
+constexpr std::array<std::string_view, 2> kXSectionChildren = {kBuildFormTag, kExistingBuildFormTag};
+constexpr std::array<std::string_view, 2> kBuildForm = {"name", "xSectType"};
+constexpr std::array<std::string_view, 2> kBuildFormChildren = {kComposedPntTag, kFormCtrlTargetTag};
+constexpr std::array<std::string_view, 7> kComposedPnt = {"code",      "location", "componentType", "seriesPnt",
+                                                          "slopeType", "dataType", "existence"};
+constexpr std::array<std::string_view, 1> kNameOnly = {"name"};
+constexpr std::array<std::string_view, 1> kExistingChildren = {kExistingComposedPntTag};
+constexpr std::array<std::string_view, 5> kTarget = {"workType", "controlItem", "targetScope", "targetRegio",
+                                                     "targetPntType"};
+constexpr std::array<std::string_view, 1> kTargetChildren = {kFormCtrlTargetPntTag};
+constexpr std::array<std::string_view, 4> kTargetPnt = {"cumulativeDist", "xSectChg", "buildFormName", "code"};
 
 // The most frequent elements first: every element of a document is looked up.
 constexpr std::array<KnownElement, kElementKinds> kElements = {{
-    {ElementKind::ComposedPnt, "tsf:ComposedPnt", kComposedPnt, {}, true},
-    {ElementKind::ExistingComposedPnt, "tsf:ExistingComposedPnt", kNameOnly, {}, true},
-    {ElementKind::FormCtrlTargetPnt, "tsf:FormCtrlTargetPnt", kTargetPnt, {}, false},
-    {ElementKind::BuildForm, "tsf:BuildForm", kBuildForm, kBuildFormChildren, false},
-    {ElementKind::FormCtrlTarget, "tsf:FormCtrlTarget", kTarget, kTargetChildren, true},
-    {ElementKind::XSection, "tsf:XSection", kXSection, kXSectionChildren, false},
-    {ElementKind::ExistingBuildForm, "tsf:ExistingBuildForm", kNameOnly, kExistingChildren, false},
-    {ElementKind::XSections, "tsf:XSections", kXSections, kXSectionsChildren, false},
-    {ElementKind::FileInfo, "tsf:FileInfo", kFileInfo, {}, false},
-    {ElementKind::StructureType, "tsf:StructureType", kStructureType, {}, false},
+    {ElementKind::ComposedPnt, kComposedPntTag, kComposedPnt, {}, true},
+    {ElementKind::ExistingComposedPnt, kExistingComposedPntTag, kNameOnly, {}, true},
+    {ElementKind::FormCtrlTargetPnt, kFormCtrlTargetPntTag, kTargetPnt, {}, false},
+    {ElementKind::BuildForm, kBuildFormTag, kBuildForm, kBuildFormChildren, false},
+    {ElementKind::FormCtrlTarget, kFormCtrlTargetTag, kTarget, kTargetChildren, true},
+    {ElementKind::XSection, kXSectionTag, kXSection, kXSectionChildren, false},
+    {ElementKind::ExistingBuildForm, kExistingBuildFormTag, kNameOnly, kExistingChildren, false},
+    {ElementKind::XSections, kXSectionsTag, kXSections, kXSectionsChildren, false},
+    {ElementKind::FileInfo, kFileInfoTag, kFileInfo, {}, false},
+    {ElementKind::StructureType, kStructureTypeTag, kStructureType, {}, false},
 }};
+
+constexpr bool HasEveryKind() {
+  for (std::size_t kind = 0; kind < kElementKinds; ++kind) {
+    const auto isThis = [kind](const KnownElement& element) { return static_cast<std::size_t>(element.kind) == kind; };
+    if (std::count_if(kElements.begin(), kElements.end(), isThis) != 1) return false;
+  }
+  return true;
+}
+static_assert(HasEveryKind(), "whatever looks a kind up relies on finding it");
+
+constexpr std::size_t MostAttributes() {
+  std::size_t most = 0;
+  for (const KnownElement& element : kElements) most = std::max(most, element.attributes.size());
+  return most;
+}
+static_assert(MostAttributes() == kMostAttributes, "the rules of an element have room for its attributes, and no more");
 
 }  // namespace
 

@@ -7,6 +7,18 @@
 
 namespace vorn_host {
 
+/// The tags of the elements that the library models, qualified.
+inline constexpr std::string_view kFileInfoTag = "tsf:FileInfo";
+inline constexpr std::string_view kStructureTypeTag = "tsf:StructureType";
+inline constexpr std::string_view kXSectionsTag = "tsf:XSections";
+inline constexpr std::string_view kXSectionTag = "tsf:XSection";
+inline constexpr std::string_view kBuildFormTag = "tsf:BuildForm";
+inline constexpr std::string_view kComposedPntTag = "tsf:ComposedPnt";
+inline constexpr std::string_view kExistingBuildFormTag = "tsf:ExistingBuildForm";
+inline constexpr std::string_view kExistingComposedPntTag = "tsf:ExistingComposedPnt";
+inline constexpr std::string_view kFormCtrlTargetTag = "tsf:FormCtrlTarget";
+inline constexpr std::string_view kFormCtrlTargetPntTag = "tsf:FormCtrlTargetPnt";
+
 /// The elements that the library models.
 enum class ElementKind {
   FileInfo,
@@ -49,6 +61,6 @@ struct KnownBelow {
 [[nodiscard]] KnownBelow BelowOf(const KnownElement& element, bool edition20);
 
 /// The elements directly below the root that the library models, in the order in which a new document has them.
-inline constexpr std::array<std::string_view, 3> kRootChildren = {"tsf:FileInfo", "tsf:StructureType", "tsf:XSections"};
+inline constexpr std::array<std::string_view, 3> kRootChildren = {kFileInfoTag, kStructureTypeTag, kXSectionsTag};
 
 }  // namespace vorn_host

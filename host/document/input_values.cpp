@@ -6,6 +6,11 @@
 
 namespace vorn_host {
 
+int OriginOf(const Vorn_ComposedPntArray& points, int index) {
+  if (index == 0) return -1;
+  return points[index - 1].GetLocation() == points[index].GetLocation() ? index - 1 : 0;
+}
+
 TamWorld2 Place(const InputValues& values, VornLocation side, const TamWorld2& from) {
   VornComposedPnt previous;
   previous.SetCLDist(from.x);

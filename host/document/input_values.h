@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vorn/model/composed_pnt.h"
+#include "vorn/model/composed_pnt_array.h"
 #include "vorn/platform/nur_mrm.h"
 
 namespace vorn_host {
@@ -15,6 +16,9 @@ struct InputValues {
   double y = 0.0;                          ///< height in metres, grade in percent, or ratio
 };
 
+/// Index of the point of a form that a point is placed from: the one before it in the order of the form, but the start
+/// point where that lies on another side, as each run of one side begins there. -1 for the start point itself.
+[[nodiscard]] int OriginOf(const Vorn_ComposedPntArray& points, int index);
 /// Where input values lead from a place, towards a side. Positions are (distance from the centre line, height).
 [[nodiscard]] TamWorld2 Place(const InputValues& values, VornLocation side, const TamWorld2& from);
 /// The way from one place to another outward on a side, in metres.

@@ -56,6 +56,26 @@ NurReal KeepUnset(const NurReal& former, double value) {
 
 bool HasValues(const VornComposedPnt& point) { return point.GetX().IsSet() || point.GetY().IsSet(); }
 
+/// Gives a point other input values. Whether they, or how they are read, were others before.
+bool SetValues(const InputValues& values, VornComposedPnt& point) {
+  const NurReal x = KeepUnset(point.GetX(), values.x);
+  const NurReal y = KeepUnset(point.GetY(), values.y);
+  const bool rate = values.reading == Reading::Rate;
+  const DataType dataType = rate ? DataType::Rate : DataType::Percent;
+  const bool isNew = !(point.GetX() == x && point.GetY() == y && point.GetDataType() == dataType);
+  point.SetX(x);
+  point.SetY(y);
+  point.SetSlopeType(rate ? SlopeType::Rate : SlopeType::Percent);
+  point.SetDataType(dataType);
+  return isNew;
+}
+
+/// Where a centre point that begins a form comes to lie: its values stay as they are, and written with the decimals of
+/// the edition, they place what follows.
+TamWorld2 PlaceOfCenter(const VornComposedPnt& start) {
+  return {Rounded(start.GetX().Value(), kPlacesOfX), Rounded(start.GetY().Value(), kPlacesOfPercent)};
+}
+
 /// The positions of all points by their later-edition reading. A start point that is no centre point is placed from
 /// the origin: only what lies between the points counts.
 std::vector<TamWorld2> PositionsBefore(Vorn_ComposedPntArray& points) {
@@ -64,22 +84,20 @@ std::vector<TamWorld2> PositionsBefore(Vorn_ComposedPntArray& points) {
   VornComposedPnt origin;
   origin.SetCLDist(0.0);
   origin.SetGh(0.0);
-  int previous = 0;
   for (int i = 0; i < points.GetSize(); ++i) {
     VornComposedPnt point = points[i];
-    if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
     if (i == 0 && point.IsCenter()) {
       point.RegulateCenter(NurReal(0.0));
     } else {
       VornComposedPnt from = origin;
       if (i > 0) {
-        from.SetCLDist(positions[static_cast<std::size_t>(previous)].x);
-        from.SetGh(positions[static_cast<std::size_t>(previous)].y);
+        const TamWorld2& place = positions[static_cast<std::size_t>(OriginOf(points, i))];
+        from.SetCLDist(place.x);
+        from.SetGh(place.y);
       }
       point.Regulate(from);
     }
     positions.push_back(point.Pos());
-    previous = i;
   }
   return positions;
 }
@@ -99,16 +117,13 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
   const std::vector<TamWorld2> wanted = PositionsBefore(points);
   std::vector<TamWorld2> reached = wanted;
   PointDisplacement displacement;
-  std::size_t previous = 0;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     VornComposedPnt& point = points[static_cast<int>(i)];
-    if (i > 0 && points[static_cast<int>(i) - 1].GetLocation() != point.GetLocation()) previous = 0;
-    const TamWorld2 from = i == 0 ? TamWorld2{0.0, 0.0} : reached[previous];
-    previous = i;
+    const int origin = OriginOf(points, static_cast<int>(i));
+    const TamWorld2 from = origin < 0 ? TamWorld2{0.0, 0.0} : reached[static_cast<std::size_t>(origin)];
     if (point.IsCenter()) {
-      // Its values stay as they are; written with the decimals of the edition, they place what follows.
       if (i == 0) {
-        reached[i] = {Rounded(point.GetX().Value(), kPlacesOfX), Rounded(point.GetY().Value(), kPlacesOfPercent)};
+        reached[i] = PlaceOfCenter(point);
         displacement.Note(Distance(reached[i], wanted[i]), 0);
       }
       continue;
@@ -118,15 +133,7 @@ PointDisplacement ConvertPointsTo20(VornBuildForm& form) {
       continue;
     }
     const InputValues values = NearestReading(point, from, wanted[i]);
-    const NurReal x = KeepUnset(point.GetX(), values.x);
-    const NurReal y = KeepUnset(point.GetY(), values.y);
-    const bool rate = values.reading == Reading::Rate;
-    const DataType dataType = rate ? DataType::Rate : DataType::Percent;
-    if (!(point.GetX() == x && point.GetY() == y && point.GetDataType() == dataType)) ++displacement.convertedPoints;
-    point.SetX(x);
-    point.SetY(y);
-    point.SetSlopeType(rate ? SlopeType::Rate : SlopeType::Percent);
-    point.SetDataType(dataType);
+    if (SetValues(values, point)) ++displacement.convertedPoints;
     reached[i] = Place(values, point.GetLocation(), from);
     displacement.Note(Distance(reached[i], wanted[i]), static_cast<int>(i));
   }

@@ -24,10 +24,7 @@ std::string Lower(std::string_view text) {
   return lower;
 }
 
-std::string At(std::string_view utf8, std::size_t offset) {
-  const TextPosition position = PositionAt(utf8, offset);
-  return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
-}
+std::string At(std::string_view utf8, std::size_t offset) { return Describe(PositionAt(utf8, offset)); }
 
 /// The value of the encoding pseudo-attribute of an XML declaration at the beginning; empty without one.
 std::string DeclaredEncoding(std::string_view text) {
@@ -139,9 +136,8 @@ std::string FromShiftJis(std::string_view bytes, const std::string& name) {
 [[noreturn]] void ThrowNotInShiftJis(std::string_view utf8, std::size_t at, const code_page_932::Conversion& stopped,
                                      const std::string& name) {
   const bool isCharacter = stopped.fault == code_page_932::Conversion::Fault::kUnmappable;
-  throw DocumentError(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
-                      (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8") +
-                      "; --lossy replaces it with 〓");
+  throw UnmappableText(name + ": line " + std::to_string(PositionAt(utf8, at).line) + ": Shift_JIS cannot hold " +
+                       (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8"));
 }
 
 }  // namespace
@@ -169,11 +165,7 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
   if (text.starts_with(std::string_view("<\0", 2))) return {FromUtf16(text, false, name), "UTF-16"};
   if (text.starts_with(std::string_view("\0<", 2))) return {FromUtf16(text, true, name), "UTF-16"};
 
-  // Bytes that do not even begin like markup are no document in any encoding: a picture, an archive.
-  const std::size_t first = text.find_first_not_of(kXmlBlanks);
-  if (first == std::string_view::npos || text[first] != '<')
-    throw DocumentError(name + ": this is not an XML document");
-
+  RequireMarkup(text, name);
   const std::string declared = DeclaredEncoding(text);
   if (declared.empty()) {
     RequireUtf8(text, name, false);
@@ -212,9 +204,25 @@ TextPosition PositionAt(std::string_view utf8, std::size_t offset) {
   TextPosition position;
   position.line += static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
   const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
-  for (const char c : before.substr(lineStart)) position.column += !IsUtf8Continuation(c);
+  position.column += CountCharacters(before.substr(lineStart));
   return position;
 }
+
+std::string Describe(const TextPosition& position) {
+  return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
+}
+
+std::size_t CountCharacters(std::string_view utf8) {
+  return static_cast<std::size_t>(
+      std::count_if(utf8.begin(), utf8.end(), [](char c) { return !IsUtf8Continuation(c); }));
+}
+
+void RequireMarkup(std::string_view text, const std::string& name) {
+  const std::size_t first = text.find_first_not_of(kXmlBlanks);
+  if (first == std::string_view::npos || text[first] != '<') ThrowNoXml(name);
+}
+
+void ThrowNoXml(const std::string& name) { throw DocumentError(name + ": this is not an XML document"); }
 
 std::string DescribeCharacter(char32_t codePoint) {
   std::array<char, 16> code{};

@@ -30,8 +30,8 @@ struct DecodedText {
 /// @param name stands for the file in messages
 [[nodiscard]] DecodedText DecodeDocument(std::string bytes, const std::string& name);
 
-/// UTF-8 text of a finished document as Shift_JIS (code page 932). A character that it cannot hold is an error that
-/// names the line and the character, or with lossy becomes 〓 and is counted.
+/// UTF-8 text of a finished document as Shift_JIS (code page 932). A character that it cannot hold is an
+/// `UnmappableText` that names the line and the character, or with lossy becomes 〓 and is counted.
 [[nodiscard]] std::string EncodeShiftJis(std::string_view utf8, const std::string& name, bool lossy,
                                          std::size_t& replaced);
 
@@ -42,6 +42,17 @@ struct TextPosition {
 };
 /// Where a byte lies.
 [[nodiscard]] TextPosition PositionAt(std::string_view utf8, std::size_t offset);
+
+/// "line 2, column 5".
+[[nodiscard]] std::string Describe(const TextPosition& position);
+/// How many characters a UTF-8 text has.
+[[nodiscard]] std::size_t CountCharacters(std::string_view utf8);
+
+/// Throws a `DocumentError` for bytes that do not even begin like markup: a picture, an archive.
+/// @param name stands for the file
+void RequireMarkup(std::string_view text, const std::string& name);
+/// Throws that error.
+[[noreturn]] void ThrowNoXml(const std::string& name);
 
 /// A character as messages show it: "é (U+00E9)".
 [[nodiscard]] std::string DescribeCharacter(char32_t codePoint);

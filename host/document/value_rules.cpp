@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -161,7 +162,7 @@ constexpr std::array kFileInfoRules = {
 
 // --- elements --------------------------------------------------------------------------------------------------------
 
-struct ElementRules {
+struct ElementRuleRow {
   ElementKind kind;
   const char* identity;
   std::span<const AttributeRule> attributes;
@@ -169,26 +170,27 @@ struct ElementRules {
 };
 
 constexpr std::array kElementRules = {
-    ElementRules{ElementKind::ComposedPnt, "code", kPointRules, NumbersIn::Text},
-    ElementRules{ElementKind::ExistingComposedPnt, "name", {}, NumbersIn::TextIfAny},
-    ElementRules{ElementKind::FormCtrlTargetPnt, "code", kTargetPntRules, NumbersIn::None},
-    ElementRules{ElementKind::FormCtrlTarget, "targetScope", kTargetRules, NumbersIn::None},
-    ElementRules{ElementKind::XSection, "name", kSectionRules, NumbersIn::None},
-    ElementRules{ElementKind::XSections, "refAlign", kSetRules, NumbersIn::None},
-    ElementRules{ElementKind::FileInfo, "", kFileInfoRules, NumbersIn::None},
+    ElementRuleRow{ElementKind::ComposedPnt, "code", kPointRules, NumbersIn::Text},
+    ElementRuleRow{ElementKind::ExistingComposedPnt, "name", {}, NumbersIn::TextIfAny},
+    ElementRuleRow{ElementKind::FormCtrlTargetPnt, "code", kTargetPntRules, NumbersIn::None},
+    ElementRuleRow{ElementKind::FormCtrlTarget, "targetScope", kTargetRules, NumbersIn::None},
+    ElementRuleRow{ElementKind::XSection, "name", kSectionRules, NumbersIn::None},
+    ElementRuleRow{ElementKind::XSections, "refAlign", kSetRules, NumbersIn::None},
+    ElementRuleRow{ElementKind::FileInfo, "", kFileInfoRules, NumbersIn::None},
 };
 
 using RuleTable = std::array<ElementRule, kElementKinds>;
 
 RuleTable MakeRuleTable() {
   RuleTable table;
-  for (const ElementRules& rules : kElementRules) {
-    ElementRule& rule = table[static_cast<std::size_t>(rules.kind)];
-    rule.identity = rules.identity;
-    rule.numbers = rules.numbers;
-    const auto names = KnownElementOf(rules.kind).attributes;
-    for (const AttributeRule& attribute : rules.attributes) {
+  for (const ElementRuleRow& row : kElementRules) {
+    ElementRule& rule = table[static_cast<std::size_t>(row.kind)];
+    rule.identity = row.identity;
+    rule.numbers = row.numbers;
+    const auto names = KnownElementOf(row.kind).attributes;
+    for (const AttributeRule& attribute : row.attributes) {
       const auto name = std::find(names.begin(), names.end(), attribute.name);
+      if (name == names.end()) throw std::logic_error("there is a rule for an attribute that no element has");
       rule.attributes[static_cast<std::size_t>(name - names.begin())] = &attribute;
     }
   }

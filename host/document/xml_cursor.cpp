@@ -12,6 +12,7 @@
 #include "host/document/background.h"
 #include "host/document/element_knowledge.h"
 #include "host/document/text_encoding.h"
+#include "host/document/xml_nodes.h"
 #include "vorn/platform/code_page_932.h"
 
 namespace vorn_host {
@@ -26,19 +27,6 @@ pugi::xml_node TextFrom(pugi::xml_node node) {
 
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
 
-/// Removes layout: white space at an end of the text where it reaches a line break or a tab.
-std::string_view WithoutLayout(std::string_view text) {
-  constexpr std::string_view kSpace = " \t\r\n";
-  constexpr std::string_view kBreak = "\t\r\n";
-  const auto isSpace = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
-  if (!text.empty() && !isSpace(text.front()) && !isSpace(text.back())) return text;
-  const std::size_t first = std::min(text.find_first_not_of(kSpace), text.size());
-  if (text.substr(0, first).find_first_of(kBreak) != std::string_view::npos) text.remove_prefix(first);
-  const std::size_t last = text.find_last_not_of(kSpace) + 1;  // npos + 1 is 0
-  if (text.substr(last).find_first_of(kBreak) != std::string_view::npos) text.remove_suffix(text.size() - last);
-  return text;
-}
-
 std::string_view PrefixOf(std::string_view tag) {
   const std::size_t colon = tag.find(':');
   return colon == std::string_view::npos ? std::string_view() : tag.substr(0, colon);
@@ -50,23 +38,6 @@ std::string DeclarationName(std::string_view prefix) {
 }
 
 }  // namespace
-
-std::optional<std::string_view> ElementText(pugi::xml_node element, std::string& joined) {
-  std::optional<std::string_view> text;
-  for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-    if (!IsText(child)) continue;
-    if (!text) {
-      text = child.value();
-      continue;
-    }
-    if (joined.empty()) joined = *text;
-    joined += child.value();
-    text = joined;
-  }
-  if (!text) return std::nullopt;
-  const std::string_view content = WithoutLayout(*text);
-  return content.empty() ? std::nullopt : std::optional(content);
-}
 
 XmlCursor::XmlCursor(pugi::xml_node element, TextProblems& problems, int threads)
     : m_element(element), m_problems(&problems), m_threads(threads) {}

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -14,7 +13,7 @@ namespace vorn_host {
 /// that the conversion cannot hold becomes 〓 and is reported.
 class XmlCursor : public PimIterator {
  public:
-  /// The cursor stands on an element. Both references have to outlive it.
+  /// The cursor stands on an element. Its tree and the problems have to outlive the cursor.
   /// @param threads how many threads may read parts of a run at the same time
   XmlCursor(pugi::xml_node element, TextProblems& problems, int threads = 1);
 
@@ -59,15 +58,5 @@ class XmlCursor : public PimIterator {
   mutable std::string_view m_tag;  ///< of the element, once it has been asked for
   mutable std::string m_converted;
 };
-
-/// Whether a node is a piece of text, as character data or as a section of it.
-[[nodiscard]] inline bool IsText(pugi::xml_node node) {
-  const pugi::xml_node_type type = node.type();
-  return type == pugi::node_pcdata || type == pugi::node_cdata;
-}
-
-/// The text of an element as content: a line break (or tab) at either end is layout. None when there is no text. A
-/// blank stays: it keeps the place of a value that is not set.
-[[nodiscard]] std::optional<std::string_view> ElementText(pugi::xml_node element, std::string& joined);
 
 }  // namespace vorn_host

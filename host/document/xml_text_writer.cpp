@@ -5,7 +5,7 @@
 #include <pugixml.hpp>
 
 #include "host/document/control_character.h"
-#include "host/document/xml_cursor.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 
@@ -79,15 +79,15 @@ struct AppendingWriter : pugi::xml_writer {
 XmlTextWriter::XmlTextWriter(CarriedPlaces& places, TextProblems& problems, PieceTaker take)
     : m_places(places), m_problems(problems), m_take(std::move(take)) {}
 
-void XmlTextWriter::OpenRoot(std::string_view encoding, const std::string& tag,
-                             const std::vector<std::pair<std::string, std::string>>& attributes) {
+void XmlTextWriter::OpenRoot(std::string_view encoding, const std::string& tag, const XmlAttributes& attributes) {
   m_out.append("<?xml version=\"1.0\" encoding=\"").append(encoding).append("\"?>\n");
   for (const CarriedItem* item : m_places.BeforeRoot()) PutNode(item->node, 0, false);
   Open(tag, &m_places.Root());
   for (const auto& [name, value] : attributes) {
     PutAttribute(name, value);
     if (name == "xmlns") m_declarations.push_back({"", value, 0});
-    if (name.starts_with("xmlns:")) m_declarations.push_back({name.substr(6), value, 0});
+    const std::string_view prefix = DeclaredPrefix(name);
+    if (!prefix.empty()) m_declarations.push_back({std::string(prefix), value, 0});
   }
 }
 

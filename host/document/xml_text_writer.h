@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/document/carried_places.h"
+#include "host/document/root_namespaces.h"
 #include "host/document/text_encoding.h"
 #include "vorn/platform/pim_iterator.h"
 
@@ -32,8 +33,7 @@ class XmlTextWriter : public PimIterator {
   XmlTextWriter(CarriedPlaces& places, TextProblems& problems, PieceTaker take = nullptr);
 
   /// Writes the XML declaration, what stands before the root, and opens the root. Its texts are UTF-8 already.
-  void OpenRoot(std::string_view encoding, const std::string& tag,
-                const std::vector<std::pair<std::string, std::string>>& attributes);
+  void OpenRoot(std::string_view encoding, const std::string& tag, const XmlAttributes& attributes);
   /// Closes the root and writes what stands behind it. The text is complete then: this is what has not been handed out
   /// of it.
   [[nodiscard]] std::string Finish();

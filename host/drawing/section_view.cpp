@@ -10,6 +10,7 @@
 #include "host/document/edition.h"
 #include "host/document/input_values.h"
 #include "host/document/section_index.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "host/drawing/value_text.h"
 #include "host/editing/edit_pieces.h"
@@ -434,14 +435,11 @@ class SectionBuilder {
     if (missing > 0) view.notes.push_back({Note::FormPointsLeftOut, added.name, missing});
   }
 
-  /// Each run of points of one side chains from the start point.
   void AddPoints(ViewForm& form, const Vorn_ComposedPntArray& points, std::vector<int>& placed) const {
-    int previous = 0;
     for (int i = 0; i < points.GetSize(); ++i) {
       const VornComposedPnt& point = points[i];
-      if (i > 0 && points[i - 1].GetLocation() != point.GetLocation()) previous = 0;
-      const int from = i == 0 ? -1 : placed[static_cast<std::size_t>(previous)];
-      previous = i;
+      const int origin = OriginOf(points, i);
+      const int from = origin < 0 ? -1 : placed[static_cast<std::size_t>(origin)];
       if ((i > 0 && from < 0 && !m_arePlaced) || !HasPlace(point, i == 0)) continue;
       placed[static_cast<std::size_t>(i)] = static_cast<int>(form.points.size());
       AddPoint(form, point, from);
@@ -652,9 +650,7 @@ class SectionBuilder {
   }
 
   void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + Utf8(code)));
     }
   }

@@ -3,18 +3,11 @@
 #include <iterator>
 
 #include "host/document/carried_item.h"
+#include "host/document/element_knowledge.h"
 
 namespace vorn_host {
 
 namespace {
-
-constexpr std::string_view kSet = "tsf:XSections";
-constexpr std::string_view kSection = "tsf:XSection";
-constexpr std::string_view kForm = "tsf:BuildForm";
-constexpr std::string_view kPoint = "tsf:ComposedPnt";
-constexpr std::string_view kTarget = "tsf:FormCtrlTarget";
-constexpr std::string_view kGround = "tsf:ExistingBuildForm";
-constexpr std::string_view kGroundPoint = "tsf:ExistingComposedPnt";
 
 /// Marks lie where no identifier of a document's own does: a document brings none.
 constexpr std::uint32_t kFirstMark = 0x80000000;
@@ -24,7 +17,7 @@ constexpr std::uint32_t kFirstMark = 0x80000000;
 CarriedFollower::CarriedFollower(DesignDocument& document) : m_document(document) {
   for (const CarriedItem& item : document.carried.Items()) {
     const ElementPath& path = item.parent;
-    if (path.size() >= 2 && path[0].tag == kSet && path[1].tag == kSection) {
+    if (path.size() >= 2 && path[0].tag == kXSectionsTag && path[1].tag == kXSectionTag) {
       m_carrying.emplace(path[0].index, path[1].index);
     }
   }
@@ -81,7 +74,7 @@ void CarriedFollower::TraceForms(VornXSection& section, Moves& moves) const {
     VornBuildForm& form = section.GetBuildFormArray()[i];
     const std::size_t former = form.GetXSectTypeID() - kFirstMark;
     if (former < m_marked.typeIDs.size()) {
-      moves.try_emplace({kForm, static_cast<int>(former), {}, -1}, i, -1);
+      moves.try_emplace({kBuildFormTag, static_cast<int>(former), {}, -1}, i, -1);
       form.SetXSectType(form.GetXSectType(), m_marked.typeIDs[former]);
     }
     Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
@@ -89,7 +82,7 @@ void CarriedFollower::TraceForms(VornXSection& section, Moves& moves) const {
       const std::size_t mark = targets[t].GetSerialID() - kFirstMark;
       if (mark >= m_marked.targets.size()) continue;
       const auto& [formerForm, formerIndex] = m_marked.targets[mark];
-      moves.try_emplace({kForm, formerForm, kTarget, formerIndex}, i, t);
+      moves.try_emplace({kBuildFormTag, formerForm, kFormCtrlTargetTag, formerIndex}, i, t);
       targets[t].SetSerialID(m_marked.targetSerials[mark]);
     }
     Vorn_ComposedPntArray& points = form.GetComposedPntArray();
@@ -97,7 +90,7 @@ void CarriedFollower::TraceForms(VornXSection& section, Moves& moves) const {
       const std::size_t mark = points[j].GetDrawID() - kFirstMark;
       if (mark >= m_marked.points.size()) continue;
       const auto& [formerForm, formerIndex] = m_marked.points[mark];
-      moves.try_emplace({kForm, formerForm, kPoint, formerIndex}, i, j);
+      moves.try_emplace({kBuildFormTag, formerForm, kComposedPntTag, formerIndex}, i, j);
       points[j].SetDrawID(m_marked.drawIDs[mark]);
     }
   }
@@ -107,10 +100,10 @@ void CarriedFollower::TraceGround(const VornXSection& section, bool mirrored, Mo
   const VornExistingBuildFormArray& grounds = section.GetExistingBuildFormArray();
   for (int i = 0; i < grounds.GetSize(); ++i) {
     const int former = mirrored ? grounds.GetUpperBound() - i : i;
-    moves.try_emplace({kGround, former, {}, -1}, i, -1);
+    moves.try_emplace({kExistingBuildFormTag, former, {}, -1}, i, -1);
     const int last = grounds[i].GetComposedPntArray().GetUpperBound();
     for (int j = 0; j <= last; ++j) {
-      moves.try_emplace({kGround, former, kGroundPoint, mirrored ? last - j : j}, i, j);
+      moves.try_emplace({kExistingBuildFormTag, former, kExistingComposedPntTag, mirrored ? last - j : j}, i, j);
     }
   }
 }
@@ -139,15 +132,15 @@ bool CarriedFollower::FollowTarget(ElementPath& path) const {
 }
 
 bool CarriedFollower::Follow(ElementPath& path) const {
-  if (path.size() < 2 || path[0].tag != kSet) return true;
-  if (path[1].tag == kTarget) return FollowTarget(path);
-  return path[1].tag != kSection || path.size() < 3 || FollowIntoSection(path);
+  if (path.size() < 2 || path[0].tag != kXSectionsTag) return true;
+  if (path[1].tag == kFormCtrlTargetTag) return FollowTarget(path);
+  return path[1].tag != kXSectionTag || path.size() < 3 || FollowIntoSection(path);
 }
 
 int CarriedFollower::SiblingBefore(const ElementPath& path) const {
-  if (path.size() == 2 && path[1].tag == kTarget) return TargetBefore(path);
+  if (path.size() == 2 && path[1].tag == kFormCtrlTargetTag) return TargetBefore(path);
   const bool isMovedAlone = path.size() == 3 || path.size() == 4;
-  return isMovedAlone && path[1].tag == kSection ? SiblingBeforeInSection(path) : -1;
+  return isMovedAlone && path[1].tag == kXSectionTag ? SiblingBeforeInSection(path) : -1;
 }
 
 int CarriedFollower::SiblingBeforeInSection(const ElementPath& path) const {

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/target_codes.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/point_positions.h"
 #include "host/editing/set_targets.h"
-#include "vorn/framework/base.h"
 
 namespace vorn_host {
 
@@ -58,8 +58,7 @@ void SwapCrossingCodes(VornBuildForm& form, bool withTargets) {
   if (!withTargets) return;
   for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
     if (target.GetCodeName().Find("X") < 0) continue;
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+    const CStringArray codes = CodesOf(target);
     CString mirrored;
     for (int i = 0; i < codes.GetSize(); ++i) mirrored += (i > 0 ? " " : "") + MirroredCode(codes[i]);
     target.SetCode(mirrored);

@@ -1,10 +1,12 @@
 // The editor's step that finds where the design meets the existing ground.
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/input_values.h"
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/set_targets.h"
@@ -113,8 +115,7 @@ bool IsCrossingRight(const Vorn_BuildFormArray& former, const VornXSection& comp
   }
   const Vorn_ComposedPntArray& points = *before[0].points;
   const int index = before[0].index;
-  // Each run of a side begins at the start point.
-  const int inner = index > 0 && points[index - 1].GetLocation() == side ? index - 1 : 0;
+  const int inner = std::max(OriginOf(points, index), 0);
   const bool isOnDesign = point.GetCode() == (side == VornLocation::Left ? "XL" : "XR") && index > 0 &&
                           index < points.GetUpperBound() && points[index + 1].GetLocation() == side &&
                           LiesOn(points[inner].Pos(), points[index + 1].Pos(), pos);
@@ -139,6 +140,37 @@ std::string CrossingText(const VornXSection& section, VornLocation side) {
   if (crossings.empty()) return {};
   const VornComposedPnt& point = crossings[0].Point();
   return Utf8(point.GetCode()) + " at " + Metres(point.GetCLDist().Value());
+}
+
+/// The crossing points of both sides, as `CrossingText` tells them.
+struct CrossingTexts {
+  explicit CrossingTexts(const VornXSection& section)
+      : left(CrossingText(section, VornLocation::Left)), right(CrossingText(section, VornLocation::Right)) {}
+
+  std::string left;
+  std::string right;
+};
+
+/// Computes the crossing points anew, but leaves those that are right as they are. Whether the section changed.
+bool RenewCrossings(VornXSection& section) {
+  Vorn_BuildFormArray before = section.GetBuildFormArray();
+  MarkDesignPoints(section);
+  const Codes codes = CodesWithHyphen(section);
+  section.CalcCrossPoint();
+  PutCodesBack(codes, section);
+  if (!IsCrossingRight(before, section, VornLocation::Left) || !IsCrossingRight(before, section, VornLocation::Right)) {
+    ExpressSection(section);
+    return true;
+  }
+  section.GetBuildFormArray() = std::move(before);
+  const std::vector<VORN_Existence> existences = ExistencesOf(section);
+  section.RegulateComposedPnt();
+  return existences != ExistencesOf(section);
+}
+
+void CountCrossing(const std::string& former, const std::string& now, EditReport& report) {
+  if (former == now) return;
+  report.Add(now.empty() ? "crossings taken back" : former.empty() ? "crossings found" : "crossings moved", 1);
 }
 
 }  // namespace
@@ -187,34 +219,16 @@ std::string DesignEditor::RecalcCrossingsOf(const Site& site, EditReport& report
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     if (VornIsPlan(form.GetXSectType())) RequireCentreStart(form, site.Path());
   }
-  Vorn_BuildFormArray before = section.GetBuildFormArray();
-  const std::string formerLeft = CrossingText(section, VornLocation::Left);
-  const std::string formerRight = CrossingText(section, VornLocation::Right);
-  MarkDesignPoints(section);
-  const Codes codes = CodesWithHyphen(section);
-  section.CalcCrossPoint();
-  PutCodesBack(codes, section);
-  bool changed = true;
-  if (IsCrossingRight(before, section, VornLocation::Left) && IsCrossingRight(before, section, VornLocation::Right)) {
-    section.GetBuildFormArray() = std::move(before);
-    const std::vector<VORN_Existence> existences = ExistencesOf(section);
-    section.RegulateComposedPnt();
-    changed = existences != ExistencesOf(section);
-  } else {
-    ExpressSection(section);
-  }
-
-  const std::string left = CrossingText(section, VornLocation::Left);
-  const std::string right = CrossingText(section, VornLocation::Right);
-  RemarkOnUnmet(site, left, VornLocation::Left, report);
-  RemarkOnUnmet(site, right, VornLocation::Right, report);
+  const CrossingTexts former(section);
+  const bool changed = RenewCrossings(section);
+  const CrossingTexts now(section);
+  RemarkOnUnmet(site, now.left, VornLocation::Left, report);
+  RemarkOnUnmet(site, now.right, VornLocation::Right, report);
   if (!changed) return {};
-  for (const auto& [former, now] : {std::pair(formerLeft, left), std::pair(formerRight, right)}) {
-    if (former == now) continue;
-    report.Add(now.empty() ? "crossings taken back" : former.empty() ? "crossings found" : "crossings moved", 1);
-  }
-  return "left " + (left.empty() ? "without a crossing" : left) + ", right " +
-         (right.empty() ? "without a crossing" : right);
+  CountCrossing(former.left, now.left, report);
+  CountCrossing(former.right, now.right, report);
+  return "left " + (now.left.empty() ? "without a crossing" : now.left) + ", right " +
+         (now.right.empty() ? "without a crossing" : now.right);
 }
 
 }  // namespace vorn_host

@@ -5,11 +5,11 @@
 #include <set>
 #include <string_view>
 
+#include "host/document/target_codes.h"
 #include "host/editing/design_editor.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/point_positions.h"
 #include "host/editing/set_targets.h"
-#include "vorn/framework/base.h"
 #include "vorn/types/structure_type.h"
 
 namespace vorn_host {
@@ -117,11 +117,9 @@ void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, cons
 /// point belongs to both sides, and so does a target that names points on both.
 void TellSides(VornBuildForm& form) {
   for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-    CStringArray codes;
-    Vorn_Base::DivideString(target.GetCodeName().View(), codes);
     bool left = false;
     bool right = false;
-    for (const CString& code : codes) {
+    for (const CString& code : CodesOf(target)) {
       const VornLocation side = form.GetLRFromCode(code);
       left = left || side == VornLocation::Left;
       right = right || side == VornLocation::Right;
@@ -131,13 +129,11 @@ void TellSides(VornBuildForm& form) {
 }
 
 /// How many control targets the forms of a section have.
-struct TargetCount {
-  explicit TargetCount(const Vorn_BuildFormArray& forms) {
-    for (const VornBuildForm& form : forms) all += form.GetFormCtrlTargetArray().GetSize();
-  }
-
-  int all = 0;
-};
+int CountTargets(const Vorn_BuildFormArray& forms) {
+  int count = 0;
+  for (const VornBuildForm& form : forms) count += form.GetFormCtrlTargetArray().GetSize();
+  return count;
+}
 
 /// How many control targets of a form run across both sides.
 int AcrossTargetsOf(const VornBuildForm& form) {
@@ -145,6 +141,41 @@ int AcrossTargetsOf(const VornBuildForm& form) {
   return static_cast<int>(std::count_if(targets.begin(), targets.end(), [](const VornFormCtrlTarget& target) {
     return target.GetTargetPntType() == VornFormCtrlTarget::TargetPntType::LeftRight;
   }));
+}
+
+/// Gives a section work types that it can have. Returns what changed, in words.
+std::string RetypeForms(VornXSection& section, const CString& left, const CString& right, Retyping& retyping,
+                        EditReport& report) {
+  Vorn_BuildFormArray& forms = section.GetBuildFormArray();
+  const int count = forms.GetSize();
+  const CString firstType = forms[0].GetXSectType();
+  const CString secondType = count > 1 ? forms[1].GetXSectType() : CString();
+  const int targets = CountTargets(forms);
+  const int acrossBefore = AcrossTargetsOf(forms[0]);
+  section.ChangeXSectType(left, right);
+  ExpressSection(section);
+  retyping.formsAdded = forms.GetSize() - count;
+  if (retyping.formsAdded > 0) {
+    report.Add("control targets across both halves removed", acrossBefore - AcrossTargetsOf(forms[0]));
+    return "split into " + Utf8(left) + " and " + Utf8(right);
+  }
+  if (retyping.formsAdded < 0) {
+    report.Add("repeated control targets at the centre removed", targets - CountTargets(forms));
+    return "joined into " + Utf8(left);
+  }
+  const bool same = NameOf(forms, 0) == retyping.first && NameOf(forms, 1) == retyping.second &&
+                    firstType == forms[0].GetXSectType() && (count < 2 || secondType == forms[1].GetXSectType());
+  return same ? std::string() : "typed " + Utf8(left) + (left == right ? "" : " and " + Utf8(right));
+}
+
+void NoteLostPlanSurfaces(const CString& left, const CString& right, EditReport& report) {
+  for (const CString& type : {left, right}) {
+    if (!VornIsPlan(type)) {
+      report.notes.push_back(Utf8(type) +
+                             " is not the type of a plan surface: crossings are not sought on it any more.");
+    }
+    if (left == right) break;
+  }
 }
 
 }  // namespace
@@ -155,43 +186,19 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   std::vector<std::vector<Retyping>> retypings(static_cast<std::size_t>(m_document.sets.GetSize()));
   ForEachSection(report, [&](const Site& site) -> std::string {
     Vorn_BuildFormArray& forms = site.section.GetBuildFormArray();
-    const int count = forms.GetSize();
     Retyping& retyping = retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(
-        Retyping{NameOf(forms, 0), NameOf(forms, 1), count > 1 && IsPlan(forms[1])});
+        Retyping{NameOf(forms, 0), NameOf(forms, 1), forms.GetSize() > 1 && IsPlan(forms[1])});
     if (const char* reason = WhyNotRetyped(forms, left == right)) {
       report.remarks.push_back({site.Path(), reason});
       return {};
     }
     RequireFreeNames(site.Path(), forms, left, right);
-    const CString firstType = forms[0].GetXSectType();
-    const CString secondType = count > 1 ? forms[1].GetXSectType() : CString();
     if (IsEdition20(m_document.edition)) {
       for (VornBuildForm& form : forms) TellSides(form);
     }
-    const TargetCount targets(forms);
-    const int acrossBefore = AcrossTargetsOf(forms[0]);
-    site.section.ChangeXSectType(left, right);
-    ExpressSection(site.section);
-    retyping.formsAdded = forms.GetSize() - count;
-    if (retyping.formsAdded > 0) {
-      report.Add("control targets across both halves removed", acrossBefore - AcrossTargetsOf(forms[0]));
-      return "split into " + Utf8(left) + " and " + Utf8(right);
-    }
-    if (retyping.formsAdded < 0) {
-      report.Add("repeated control targets at the centre removed", targets.all - TargetCount(forms).all);
-      return "joined into " + Utf8(left);
-    }
-    const bool same = NameOf(forms, 0) == retyping.first && NameOf(forms, 1) == retyping.second &&
-                      firstType == forms[0].GetXSectType() && (count < 2 || secondType == forms[1].GetXSectType());
-    return same ? std::string() : "typed " + Utf8(left) + (left == right ? "" : " and " + Utf8(right));
+    return RetypeForms(site.section, left, right, retyping, report);
   });
-  for (const CString& type : {left, right}) {
-    if (report.HasChanged() && !VornIsPlan(type)) {
-      report.notes.push_back(Utf8(type) +
-                             " is not the type of a plan surface: crossings are not sought on it any more.");
-    }
-    if (left == right) break;
-  }
+  if (report.HasChanged()) NoteLostPlanSurfaces(left, right, report);
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
     ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
@@ -242,7 +249,7 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
   ForEachSection(report, [&](const Site& site) -> std::string {
     VornXSection& section = site.section;
     const int before = section.GetBuildFormArray().GetSize();
-    const int targetsBefore = TargetCount(section.GetBuildFormArray()).all;
+    const int targetsBefore = CountTargets(section.GetBuildFormArray());
     CString newSurface;
     section.RemoveBuildForm(name, newSurface);
     const int count = before - section.GetBuildFormArray().GetSize();
@@ -251,7 +258,7 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
     }
     removed[static_cast<std::size_t>(site.setIndex)].push_back(count > 0);
     report.Add("forms removed", count);
-    ownTargets += targetsBefore - TargetCount(section.GetBuildFormArray()).all;
+    ownTargets += targetsBefore - CountTargets(section.GetBuildFormArray());
     if (count == 0) return {};
     return Utf8(name) + " removed" +
            (newSurface.IsEmpty() ? "" : "; " + Utf8(newSurface) + " is the design surface now");

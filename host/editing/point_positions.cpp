@@ -127,7 +127,7 @@ int ExpressPositions(VornBuildForm& form) {
   for (int i = 1; i < points.GetSize(); ++i) {
     VornComposedPnt& point = points[i];
     const VornLocation side = point.GetLocation();
-    if (points[i - 1].GetLocation() != side) before = reached = start;
+    if (OriginOf(points, i) == 0) before = reached = start;
     const TamWorld2 wanted = point.Pos();
     InputValues values = readings.Of(point);
     if (Distance(Place(values, side, before), wanted) > kChangedPosition) {

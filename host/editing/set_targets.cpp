@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
-#include "vorn/framework/base.h"
 
 namespace vorn_host {
 
@@ -55,10 +55,7 @@ const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXS
 
 void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
                  std::vector<std::string>& lines) {
-  std::string what = target.GetControlItemString().GetString();
-  const CString codes = target.GetCode();
-  if (!codes.IsEmpty()) what += (what.empty() ? "" : " ") + ToUtf8(codes.View());
-  lines.push_back(place + ": control target (" + what + ") names " +
+  lines.push_back(place + ": " + TargetText(target) + " names " +
                   (code.IsEmpty() ? std::string("no code") : ToUtf8(code.View())));
 }
 
@@ -80,9 +77,7 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
   CodeIndex index;
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
-      CStringArray codes;
-      Vorn_Base::DivideString(target.GetCodeName().View(), codes);
-      for (const CString& code : codes) {
+      for (const CString& code : CodesOf(target)) {
         if (code.IsEmpty() || index.Find(form, code) != nullptr) continue;
         AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
       }
@@ -92,8 +87,7 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
 
 /// Whether every code of a target is that of a point of its form.
 bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target, CodeIndex& index) {
-  CStringArray codes;
-  Vorn_Base::DivideString(target.GetCodeName().View(), codes);
+  const CStringArray codes = CodesOf(target);
   return std::all_of(codes.begin(), codes.end(),
                      [&](const CString& code) { return index.Find(form, code) != nullptr; });
 }
@@ -130,6 +124,22 @@ std::string PlaceKey(const VornFormCtrlTarget& target) {
     key += '\n';
   }
   return key;
+}
+
+/// Gives a target of edition 2.0, whose codes are the element's text, points that stand for them while the pair is put
+/// in order. Whether all of them stand on points of its form.
+bool LendPoints(VornFormCtrlTarget& target, VornBuildForm& form, const NurReal& station, CodeIndex& index) {
+  VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
+  points.RemoveAll();
+  if (target.GetControlItem() == ControlItem::Height) return NamesPointsOf(form, target, index);  // in whatever order
+  target.RegulatePnt(station, &form);
+  bool stands = true;
+  for (VornFormCtrlTargetPnt& point : points) {
+    const VornComposedPnt* under = index.Find(form, point.GetCode());
+    if (under != nullptr) TakePlace(*under, point);
+    stands = stands && under != nullptr;
+  }
+  return stands;
 }
 
 /// Marks the targets that repeat an earlier one, as the collection's own regulation tells.
@@ -237,21 +247,8 @@ std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& st
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();
     all.push_back(i);
-    // The codes are the element's text; points stand for them while the pair is put in order.
     VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
-    points.RemoveAll();
-    bool stands = true;
-    if (target.GetControlItem() == ControlItem::Height) {
-      stands = NamesPointsOf(form, target, index);  // at each of them, in whatever order
-    } else {
-      target.RegulatePnt(station, &form);
-    }
-    for (VornFormCtrlTargetPnt& point : points) {
-      const VornComposedPnt* under = index.Find(form, point.GetCode());
-      if (under != nullptr) TakePlace(*under, point);
-      stands = stands && under != nullptr;
-    }
-    Regulate(target, stands, fate);
+    Regulate(target, LendPoints(target, form, station, index), fate);
     if (fate.swapped) target.SetCode(points[0].GetCode() + " " + points[1].GetCode());
     points.RemoveAll();
   }

@@ -2,13 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
-#include <pugixml.hpp>
-#include <set>
 #include <utility>
 
 #include "host/document/atomic_file.h"
-#include "host/document/carried_item.h"
 #include "host/document/document_error.h"
 #include "host/document/path_text.h"
 #include "host/project/memory_view_file.h"
@@ -224,46 +220,7 @@ VornSchema::Version VersionOf(Edition edition) {
   return VornSchema::Instance().GetVersion();
 }
 
-// --- carried content -------------------------------------------------------------------------------------------------
-
-/// Moves what is carried over along with its sets.
-/// @param formers for each set, which one it was, -1 for a new one
-/// @param formerCount how many there were
-void MoveCarried(CarriedContent& carried, Edition edition, const std::vector<int>& formers, int formerCount) {
-  pugi::xml_document tree;
-  pugi::xml_node element = tree.append_child();
-  element.append_attribute("edition") = std::string(EditionName(edition)).c_str();
-  carried.Store(element);
-  const auto stored = element.children("sections");
-  const std::vector<pugi::xml_node> orders(stored.begin(), stored.end());
-  for (const int former : formers) {
-    if (orders.empty()) break;  // a design that was never read from a document
-    const auto at = static_cast<std::size_t>(former);
-    former >= 0 && at < orders.size() ? element.append_copy(orders[at]) : element.append_child("sections");
-  }
-  for (const pugi::xml_node order : orders) element.remove_child(order);
-  carried = CarriedContent::Load(element, "the project");
-
-  std::vector<int> placeOf(static_cast<std::size_t>(formerCount), -1);
-  std::set<int> left;
-  for (std::size_t i = 0; i < formers.size(); ++i) {
-    if (formers[i] < 0) continue;
-    placeOf[static_cast<std::size_t>(formers[i])] = static_cast<int>(i);
-    left.insert(formers[i]);
-  }
-  const auto follow = [&](ElementPath& path) {
-    if (path.empty() || path[0].tag != "tsf:XSections") return true;
-    const auto former = static_cast<std::size_t>(path[0].index);
-    path[0].index = former < placeOf.size() ? placeOf[former] : -1;
-    return path[0].index >= 0;
-  };
-  const auto siblingBefore = [&](const ElementPath& path) {
-    if (path.size() != 1 || path[0].tag != "tsf:XSections") return -1;
-    const auto next = left.lower_bound(path[0].index);
-    return next == left.begin() ? -1 : *std::prev(next);
-  };
-  (void)carried.MoveElements({follow, siblingBefore});
-}
+// --- sets -----------------------------------------------------------------------------------------------------------
 
 /// Whether every set is where it was.
 bool IsInOrder(const std::vector<int>& formers, int formerCount) {
@@ -418,7 +375,7 @@ void Project::SettleSets() {
     formers.push_back(former);
   }
   if (m_isOfDocument && !IsInOrder(formers, m_sets.GetSize())) {
-    MoveCarried(m_document.carried, m_document.edition, formers, m_sets.GetSize());
+    m_document.carried.RearrangeSets(formers, m_sets.GetSize());
   }
   m_sets.Remember(alignments, places);
 }

@@ -160,11 +160,6 @@ bool HasHeader(const toml::table& table, std::string_view text) {
          });
 }
 
-/// "line 2, column 5: ", as problems of a text begin.
-std::string PlaceText(std::size_t line, std::size_t column) {
-  return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
-}
-
 std::string_view LineEnd(std::string_view text) { return text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n"; }
 
 }  // namespace
@@ -218,14 +213,14 @@ SettingsText::SettingsText(std::string text) : m_text(std::move(text)) {
   if (body.starts_with(kUtf8ByteOrderMark)) body.remove_prefix(kUtf8ByteOrderMark.size());
   if (const std::optional<std::size_t> tooDeep = FindTooManyNames(body)) {
     const TextPosition at = PositionAt(body, *tooDeep);
-    throw SettingsSyntaxError(PlaceText(at.line, at.column) + "more than " + std::to_string(kMostNames) +
+    throw SettingsSyntaxError(Describe(at) + ": more than " + std::to_string(kMostNames) +
                               " names lie within each other");
   }
   try {
     m_tree = std::make_unique<const Tree>(Tree{toml::parse(body)});
   } catch (const toml::parse_error& error) {
     const toml::source_position at = error.source().begin;
-    throw SettingsSyntaxError(PlaceText(at.line, at.column) + std::string(error.description()));
+    throw SettingsSyntaxError(Describe(TextPosition{at.line, at.column}) + ": " + std::string(error.description()));
   }
 }
 

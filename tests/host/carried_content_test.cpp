@@ -372,6 +372,15 @@ TEST(CarriedContent, ReportsUnknownAttributesOfTheRoot) {
   EXPECT_EQ(Rewritten(xml), xml);
 }
 
+TEST(CarriedContent, ReportsASchemaLocationUnderAPrefixOfAnotherNamespace) {
+  const std::string xml = With(Full41(), "<tsf:TSFormControlData ",
+                               "<tsf:TSFormControlData xmlns:v=\"urn:v\" v:schemaLocation=\"urn:a a.xsd\" ");
+  EXPECT_THAT(RowsOf(ReadText(xml).carried.Rows()),
+              ElementsAre(Pair("attribute xmlns:v of tsf:TSFormControlData", 1),
+                          Pair("attribute v:schemaLocation of tsf:TSFormControlData", 1)));
+  EXPECT_EQ(Rewritten(xml), xml);
+}
+
 TEST(CarriedContent, DoesNotReportTheRootsOwnDeclarationsUnderWhateverPrefix) {
   std::string xml = Full41();
   for (std::size_t at = xml.find("xsi"); at != std::string::npos; at = xml.find("xsi", at)) xml.replace(at, 3, "i");

@@ -278,6 +278,19 @@ TEST(TargetsTo20, ThatCannotBeCarriedAreNamedWithTheReason) {
   EXPECT_EQ(report.movedTargets, 0);
 }
 
+TEST(TargetsTo20, ThatStandOnAFormThatIsLeftOutAreLost) {
+  DesignDocument document = Road41();
+  FormOf(document, 0, 0).SetOmitFlag(1);
+  FormOf(document, 0, 1).SetExport(0);
+  for (const char* form : {"A", "B"}) SetOf(document).GetFormCtrlTargetArray().Add(TargetOn(0.0, form, {"L1"}));
+  const ConversionReport report = ConvertEdition(document, Edition::V20);
+  EXPECT_THAT(report.lostTargets, ElementsAre(EndsWith("its form A is not exported and is not written")));
+  EXPECT_EQ(report.movedTargets, 1);
+  EXPECT_THAT(NotWrittenBy(report), ElementsAre(Pair("build form that is not exported", 1)));
+  DesignDocument read = ThroughBytes(std::move(document));
+  EXPECT_THAT(FormTargets(FormOf(read, 0)), ElementsAre("L1")) << "edition 2.0 writes what is not exported";
+}
+
 TEST(TargetsTo20, GetTheWorkTypeOfTheirForm) {
   const auto workTypeOf = [](const char* setUp) {
     DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {RoadForm("A"), RoadForm("B")})});

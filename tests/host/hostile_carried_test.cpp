@@ -12,6 +12,7 @@
 
 #include "host/document/carried_item.h"
 #include "host/document/edition_conversion.h"
+#include "host/document/xml_nodes.h"
 #include "host/editing/carried_follower.h"
 #include "tests/host/editing.h"
 

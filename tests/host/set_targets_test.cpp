@@ -77,6 +77,12 @@ TEST(SetTargets, NamesTheTargetsOfNoSectionFormOrCode) {
   EXPECT_THAT(lines[3], AllOf(HasSubstr("station 99.0000"), HasSubstr("Height"), HasSubstr("names CL")));
 }
 
+TEST(SetTargets, NamesATargetOfNothingWithoutParentheses) {
+  const DesignDocument document = TwoSections(TargetXml("", "99.0000", "", {{"S", ""}}));
+  EXPECT_THAT(DanglingTargets(document),
+              ElementsAre("set 1 (A) > station 99.0000 > form S: control target names no code"));
+}
+
 TEST(SetTargets, NamesTheTargetsOfAFormThatHasNoSuchCode) {
   const DesignDocument document = [] {
     DesignDocument in20 = DocumentOf(Edition::V20, {Section(0.0, {RoadForm("S")})});

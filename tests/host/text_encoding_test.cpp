@@ -172,8 +172,9 @@ TEST(EncodeShiftJis, GivesCodePage932) {
 
 TEST(EncodeShiftJis, NamesLineAndCharacterThatItCannotHold) {
   std::size_t replaced = 0;
-  const std::string error = ErrorOf([&] { (void)EncodeShiftJis(U8(u8"一\n二é"), "a.xml", false, replaced); });
-  EXPECT_EQ(error, U8(u8"a.xml: line 2: Shift_JIS cannot hold é (U+00E9); --lossy replaces it with 〓"));
+  const auto encode = [&] { (void)EncodeShiftJis(U8(u8"一\n二é"), "a.xml", false, replaced); };
+  EXPECT_EQ(ErrorOf(encode), U8(u8"a.xml: line 2: Shift_JIS cannot hold é (U+00E9)"));
+  EXPECT_THROW(encode(), UnmappableText);
 }
 
 TEST(EncodeShiftJis, ReplacesAndCountsWhenLossy) {
@@ -186,6 +187,7 @@ TEST(EncodeShiftJis, ReplacesAndCountsWhenLossy) {
 
 TEST(PositionAt, CountsLinesAndCharactersFromOne) {
   const std::string text = U8(u8"ab\n路面x\n");
+  EXPECT_EQ(Describe(PositionAt(text, text.find('x'))), "line 2, column 3");
   EXPECT_EQ(PositionAt(text, 0).line, 1u);
   EXPECT_EQ(PositionAt(text, 0).column, 1u);
   EXPECT_EQ(PositionAt(text, 2).column, 3u);
