@@ -219,18 +219,12 @@ class Layout {
 
   // --- lines -----------------------------------------------------------------------------------------------------
 
-  static DrawingKind KindOf(FormRole role, SectionPart part) {
-    if (role == FormRole::Layer) return DrawingKind::PavementLayer;
-    if (role == FormRole::Other) return DrawingKind::OtherForm;
-    return part == SectionPart::Slope || part == SectionPart::Berm ? DrawingKind::Slope : DrawingKind::DesignSurface;
-  }
-
   void AddForm(int index) {
     const ViewForm& form = Form(index);
     for (const std::vector<int>& line : form.lines) {
       DrawnLine piece;
       for (std::size_t i = 1; i < line.size(); ++i) {
-        const DrawingKind kind = KindOf(form.role, Point(index, OuterOf(line[i - 1], line[i])).part);
+        const DrawingKind kind = SegmentKind(form, line[i - 1], line[i]);
         if (piece.places.empty() || piece.kind != kind) {
           if (!piece.places.empty()) m_drawing.lines.push_back(piece);
           piece = {kind, {Point(index, line[i - 1]).place}, index, -1};

@@ -158,8 +158,7 @@ class SvgSheet {
     const std::string x = Mm(place.x);
     const std::string y = Mm(place.y);
     svg += "<text x=\"" + x + "\" y=\"" + y + "\" font-size=\"" + Mm(text.sizeMm) + '"';
-    if (text.anchor == DrawnText::Anchor::Middle) svg += " text-anchor=\"middle\"";
-    if (text.anchor == DrawnText::Anchor::End) svg += " text-anchor=\"end\"";
+    if (text.anchor != DrawnText::Anchor::Start) svg.append(" text-anchor=\"").append(WordOf(text.anchor)) += '"';
     if (text.angle != 0.0) svg += " transform=\"rotate(" + Mm(-text.angle) + ' ' + x + ' ' + y + ")\"";
     svg += '>' + Escaped(text.text) + "</text>\n";
   }

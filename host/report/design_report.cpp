@@ -51,7 +51,8 @@ Json Kinds() {
 Json Marks() {
   Json marks = Json::array();
   for (const MarkStyle& style : MarkStyles()) {
-    marks.push_back({{"width", style.lineMm},
+    marks.push_back({{"name", style.name},
+                     {"width", style.lineMm},
                      {"filled", style.isFilled},
                      {"radius", style.radiusMm},
                      {"length", style.lengthMm},
