@@ -28,7 +28,7 @@ std::vector<CodedValue> CodedValues(Enum first, Enum last, GetText getText, GetC
   std::vector<CodedValue> values;
   for (int value = static_cast<int>(first); value <= static_cast<int>(last); ++value) {
     const auto member = static_cast<Enum>(value);
-    values.push_back({value, vorn_host::ToUtf8(getText(member).View()), vorn_host::ToUtf8(getCode(member).View())});
+    values.push_back({value, vorn_host::ToUtf8(getText(member)), vorn_host::ToUtf8(getCode(member))});
   }
   return values;
 }

@@ -62,8 +62,8 @@ bool FindAttr(VornStructureType::Type workType, const CString& kind, VornFormAtt
 
 FormKind Describe(const VornBuildForm& form, VornStructureType::Type workType) {
   FormKind kind;
-  kind.name = ToUtf8(form.GetName().View());
-  kind.xSectType = ToUtf8(form.GetXSectType().View());
+  kind.name = ToUtf8(form.GetName());
+  kind.xSectType = ToUtf8(form.GetXSectType());
   kind.isPlan = VornIsPlan(form.GetXSectType());
   kind.isKnown = FindAttr(workType, KindOf(form), kind.attr);
   kind.paveCategory = VornTsHosoType::XSectTypeToMsdoPaveIdx(KindOf(form));
@@ -82,7 +82,7 @@ FormsSummary Summarise(const FormsOptions& options) {
   summary.file = options.file;
   summary.edition = vorn_host::EditionName(document.edition);
   summary.assumed = document.assumed;
-  summary.workType = ToUtf8(document.structureType.GetTypeStr().View());
+  summary.workType = ToUtf8(document.structureType.GetTypeStr());
   const vorn_host::EditionScope scope(document.edition);
   std::map<std::pair<std::string, std::string>, std::size_t> places;
   for (const VornXSections& set : document.sets) {

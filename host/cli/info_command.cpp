@@ -110,9 +110,9 @@ std::string ItemText(const VornFormCtrlTarget& target) {
 class SetSummariser {
  public:
   explicit SetSummariser(const VornXSections& set) {
-    m_summary.refAlign = ToUtf8(set.GetRefAlign().View());
-    m_summary.refVertical = ToUtf8(set.GetRefVertical().View());
-    m_summary.projectPhase = ToUtf8(set.GetProjectPhase().View());
+    m_summary.refAlign = ToUtf8(set.GetRefAlign());
+    m_summary.refVertical = ToUtf8(set.GetRefVertical());
+    m_summary.projectPhase = ToUtf8(set.GetProjectPhase());
     m_summary.alignment = set.GetAlignment();
     m_summary.sections = set.GetXSectionArray().GetSize();
     for (const VornXSection& section : set.GetXSectionArray()) AddSection(section);
@@ -143,7 +143,7 @@ class SetSummariser {
   void AddForm(const VornBuildForm& form) {
     const auto [place, isNew] =
         m_formPlaces.try_emplace({form.GetXSectType().View(), form.GetName().View()}, m_summary.forms.size());
-    if (isNew) m_summary.forms.push_back({ToUtf8(form.GetXSectType().View()), ToUtf8(form.GetName().View())});
+    if (isNew) m_summary.forms.push_back({ToUtf8(form.GetXSectType()), ToUtf8(form.GetName())});
     DocumentSummary::Forms& forms = m_summary.forms[place->second];
     const int points = form.GetComposedPntArray().GetSize();
     ++forms.count;
@@ -173,17 +173,17 @@ DocumentSummary::Project SummariseProject(const vorn_host::Project& project) {
   const VornRoadInfo& road = roadGm.GetRoadInfo();
   DocumentSummary::Project summary;
   summary.storeVersion = project.GetStoreVersion();
-  summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName().View());
-  summary.road = ToUtf8(road.GetName().View());
+  summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName());
+  summary.road = ToUtf8(road.GetName());
   // No store version holds a river's class.
   const bool isRiver = VornIsRiver(roadGm.GetStructureType().GetType(), true);
-  if (!isRiver) summary.roadClass = ToUtf8(road.GetClassificatRoad().View());
+  if (!isRiver) summary.roadClass = ToUtf8(road.GetClassificatRoad());
   if (const int speed = road.Speed(); speed > 0) summary.designSpeed = speed;
   for (const VornAlignment& alignment : roadGm.GetAlignments()) {
-    summary.alignments.push_back(ToUtf8(alignment.GetName().View()));
+    summary.alignments.push_back(ToUtf8(alignment.GetName()));
   }
   for (const VornCrsData& crs : info.GetCrsArray()) {
-    summary.coordinateSystems.push_back(ToUtf8(crs.GetName().View()));
+    summary.coordinateSystems.push_back(ToUtf8(crs.GetName()));
   }
   summary.controlPoints = info.GetCtrlPoints().GetCtrlPos().GetSize();
   summary.benchMarks = info.GetCtrlPoints().GetBenchMarks().GetSize();
@@ -203,12 +203,12 @@ DocumentSummary Summarise(const std::string& file, const DesignDocument& documen
   summary.notUnderstood = document.unreadValues.size();
   for (const VornFileInfo& info : document.fileInfos) {
     summary.fileInfos.push_back(
-        {DateText(info.GetCreateDate()), DateText(info.GetChangeDate()), ToUtf8(info.GetNote().View())});
+        {DateText(info.GetCreateDate()), DateText(info.GetChangeDate()), ToUtf8(info.GetNote())});
   }
   if (document.hasStructureType) {
     const VornStructureType& type = document.structureType;
-    summary.structure = {ToUtf8(type.GetTypeStr().View()), ToUtf8(type.GetJobName().View()),
-                         ToUtf8(type.GetCompany().View()), ToUtf8(type.GetStationType().View())};
+    summary.structure = {ToUtf8(type.GetTypeStr()), ToUtf8(type.GetJobName()), ToUtf8(type.GetCompany()),
+                         ToUtf8(type.GetStationType())};
   }
   for (const VornXSections& set : document.sets) summary.sets.push_back(SetSummariser(set).Take());
   summary.carried = document.carried.Rows();

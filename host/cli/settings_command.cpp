@@ -52,7 +52,7 @@ struct SettingsSummary {
 
 // --- reading ---------------------------------------------------------------------------------------------------------
 
-std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot().View()); }
+std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot()); }
 
 /// What is stored for a setting. Of entries whose names differ in case only, the store knows which one counts.
 std::optional<SettingsEntry> EntryOf(const KnownSetting& setting, const SettingsStore& store) {
@@ -77,7 +77,7 @@ SettingState ReadState(const KnownSetting& setting, const SettingsStore& store) 
   } else {
     const auto& text = std::get<VornTextSetting>(setting.kind);
     state.defaultValue = vorn_host::ToUtf8(text.defaultValue);
-    state.value = vorn_host::ToUtf8(text.Load(group).View());
+    state.value = vorn_host::ToUtf8(text.Load(group));
   }
   const std::optional<SettingsEntry> entry = EntryOf(setting, store);
   state.isStored = entry.has_value();

@@ -1,5 +1,6 @@
 #include "host/document/input_values.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "vorn/platform/nur_mrm.h"
@@ -36,6 +37,14 @@ double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x 
 
 double Rounded(double value, KelMrmFigure places) {
   return KelIsShoki(value) ? 0.0 : NurMrm(NurMrm::kHalfAwayFromZero, 0, places).ZMrm(value);
+}
+
+bool IsPlaced(const VornBuildForm& form) {
+  const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+  return std::all_of(points.begin(), points.end(), [&](const VornComposedPnt& point) {
+    const bool isLooseStart = &point == points.GetData() && !point.IsCenter();
+    return isLooseStart || (point.GetCLDist().IsSet() && point.GetGh().IsSet());
+  });
 }
 
 }  // namespace vorn_host
