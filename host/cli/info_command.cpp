@@ -9,11 +9,10 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
-#include "host/document/path_text.h"
-#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -23,9 +22,7 @@ using vorn_host::DesignDocument;
 using vorn_host::ToUtf8;
 
 struct InfoOptions {
-  std::string file;
-  DesignDocument::ReadOptions read;
-  bool json = false;
+  DesignSource source;
 };
 
 /// What a document holds; both the text and the JSON are made from it.
@@ -310,9 +307,6 @@ void PrintText(const DocumentSummary& summary) {
 
 // --- as JSON ---------------------------------------------------------------------------------------------------------
 
-Json DateJson(const std::string& date) { return date.empty() ? Json(nullptr) : Json(date); }
-Json StationJson(const std::optional<double>& station) { return station ? Json(*station) : Json(nullptr); }
-
 Json SetJson(const DocumentSummary::Set& set) {
   Json forms = Json::array();
   for (const DocumentSummary::Forms& row : set.forms) {
@@ -326,8 +320,8 @@ Json SetJson(const DocumentSummary::Set& set) {
           {"alignment", set.alignment},
           {"crossSections",
            {{"count", set.sections},
-            {"firstStation", StationJson(set.firstStation)},
-            {"lastStation", StationJson(set.lastStation)},
+            {"firstStation", OrNull(set.firstStation)},
+            {"lastStation", OrNull(set.lastStation)},
             {"changesOfShape", set.changesOfShape},
             {"controlSections", set.controlSections}}},
           {"buildForms", {{"count", set.formCount}, {"points", set.points}, {"byName", forms}}},
@@ -336,17 +330,15 @@ Json SetJson(const DocumentSummary::Set& set) {
 }
 
 Json ProjectJson(const DocumentSummary::Project& project) {
-  return {{"storeVersion", project.storeVersion},
-          {"name", project.name},
-          {"road",
-           {{"name", project.road},
-            {"class", project.roadClass},
-            {"designSpeed", project.designSpeed ? Json(*project.designSpeed) : Json(nullptr)}}},
-          {"alignments", project.alignments},
-          {"coordinateSystems", project.coordinateSystems},
-          {"controlPoints", project.controlPoints},
-          {"benchMarks", project.benchMarks},
-          {"groundPoints", project.groundPoints}};
+  return {
+      {"storeVersion", project.storeVersion},
+      {"name", project.name},
+      {"road", {{"name", project.road}, {"class", project.roadClass}, {"designSpeed", OrNull(project.designSpeed)}}},
+      {"alignments", project.alignments},
+      {"coordinateSystems", project.coordinateSystems},
+      {"controlPoints", project.controlPoints},
+      {"benchMarks", project.benchMarks},
+      {"groundPoints", project.groundPoints}};
 }
 
 void PrintJson(const DocumentSummary& summary) {
@@ -363,7 +355,7 @@ void PrintJson(const DocumentSummary& summary) {
                {"carriedOver", RowsToJson(summary.carried)}};
   for (const DocumentSummary::FileInfo& info : summary.fileInfos) {
     json["fileInformation"].push_back(
-        {{"createDate", DateJson(info.createDate)}, {"changeDate", DateJson(info.changeDate)}, {"note", info.note}});
+        {{"createDate", OrNull(info.createDate)}, {"changeDate", OrNull(info.changeDate)}, {"note", info.note}});
   }
   if (summary.structure) {
     json["structureType"] = {{"type", summary.structure->type},
@@ -376,27 +368,25 @@ void PrintJson(const DocumentSummary& summary) {
 }
 
 DocumentSummary ReadAndSummarise(const InfoOptions& options) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 1);
-  const vorn_host::DesignFile file = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read);
-  DocumentSummary summary = Summarise(options.file, file.design);
+  Progress progress = ProgressOf(options.source);
+  const vorn_host::DesignFile file = ReadDesign(options.source, progress, 1);
+  DocumentSummary summary = Summarise(options.source.file, file.design);
   if (file.project) summary.project = SummariseProject(*file.project);
   return summary;
 }
 
 }  // namespace
 
-void AddInfoCommand(CLI::App& app, int& exitCode) {
+void AddInfoCommand(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Show what a document or project holds");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "show characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
+  AddFileArgument(*command, options->source);
+  AddAssumeOption(*command, options->source.read.assume);
+  AddLossyOption(*command, options->source, "show characters outside code page 932 as 〓");
+  AddJsonOption(*command, options->source.json);
+  command->callback([options] {
     const DocumentSummary summary = ReadAndSummarise(*options);
-    options->json ? PrintJson(summary) : PrintText(summary);
-    exitCode = kOk;
+    options->source.json ? PrintJson(summary) : PrintText(summary);
   });
 }
 

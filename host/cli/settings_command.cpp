@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/document/document_error.h"
 #include "host/document/text_encoding.h"
@@ -126,12 +127,8 @@ Json ToJson(const SettingValue& value) {
 
 Json ToJson(const SettingState& state) {
   const std::string meaning = MeaningOf(*state.setting, state.value);
-  return {{"key", DottedName(*state.setting)},
-          {"value", ToJson(state.value)},
-          {"meaning", meaning.empty() ? Json(nullptr) : Json(meaning)},
-          {"default", ToJson(state.defaultValue)},
-          {"stored", state.isStored},
-          {"ignored", state.ignored.empty() ? Json(nullptr) : Json(state.ignored)}};
+  return {{"key", DottedName(*state.setting)},     {"value", ToJson(state.value)}, {"meaning", OrNull(meaning)},
+          {"default", ToJson(state.defaultValue)}, {"stored", state.isStored},     {"ignored", OrNull(state.ignored)}};
 }
 
 Json ToJson(const SettingsEntry& entry) {
@@ -288,7 +285,7 @@ void AddSettingsCommand(CLI::App& app, int& exitCode, std::shared_ptr<SettingsSt
                        int (*run)(const SettingsStore&, const SettingsOptions&)) {
     CLI::App* command = settings->add_subcommand(name, description);
     command->add_flag("--ts", options->totalStation, "the settings of the total-station edition");
-    command->add_flag("--json", options->json, "JSON for programs");
+    AddJsonOption(*command, options->json);
     command->callback([options, store, run, &exitCode] {
       if (store == nullptr) {
         throw vorn_host::DocumentError("there is no place for settings: neither XDG_CONFIG_HOME nor HOME names one");
