@@ -17,7 +17,7 @@ LAYERS = ["platform", "framework", "types", "control", "model", "archive", "road
 RANK = {layer: rank for rank, layer in enumerate(LAYERS)}
 
 # The folders of the host. Those of one row know nothing of each other.
-HOST_ROWS = [["document"], ["editing", "project", "sample", "settings"], ["drawing"], ["report"], ["cli"]]
+HOST_ROWS = [["document"], ["drawing", "editing", "project", "sample", "settings"], ["report"], ["cli"]]
 HOST_RANK = {folder: rank for rank, row in enumerate(HOST_ROWS) for folder in row}
 
 # The build-name registry reads cross sections: it lives in types/ but belongs to the model's layer, so neither

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/document_check.h"
-#include "host/document/path_text.h"
-#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -21,10 +20,8 @@ using vorn_host::Finding;
 using vorn_host::Severity;
 
 struct CheckOptions {
-  std::string file;
-  DesignDocument::ReadOptions read;
+  DesignSource source;
   bool verbose = false;
-  bool json = false;
 };
 
 /// What a check found; both the text and the JSON are made from it.
@@ -48,13 +45,12 @@ struct CheckSummary {
 };
 
 CheckSummary Summarise(const CheckOptions& options) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
+  Progress progress = ProgressOf(options.source);
+  const DesignDocument document = ReadDesign(options.source, progress, 2).design;
   progress.Show("checking", 1, 2);
 
   CheckSummary summary;
-  summary.file = options.file;
+  summary.file = options.source.file;
   summary.edition = vorn_host::EditionName(document.edition);
   summary.assumed = document.assumed;
   summary.findings = vorn_host::CheckDocument(document);
@@ -133,14 +129,14 @@ void PrintJson(const CheckSummary& summary) {
 void AddCheckCommand(CLI::App& app, int& exitCode) {
   const auto options = std::make_shared<CheckOptions>();
   CLI::App* command = app.add_subcommand("check", "Tell everything that is wrong in a document or project");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  AddAssumeOption(*command, options->read.assume);
+  AddFileArgument(*command, options->source);
+  AddAssumeOption(*command, options->source.read.assume);
   command->add_flag("--verbose", options->verbose, "list every note, not only how many there are");
-  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
+  AddLossyOption(*command, options->source);
+  AddJsonOption(*command, options->source.json);
   command->callback([options, &exitCode] {
     const CheckSummary summary = Summarise(*options);
-    options->json ? PrintJson(summary) : PrintText(summary, options->verbose);
+    options->source.json ? PrintJson(summary) : PrintText(summary, options->verbose);
     exitCode = summary.errors == 0 ? kOk : kInvalid;
   });
 }

@@ -5,7 +5,6 @@
 namespace vorn_cli {
 
 /// Adds `vorn convert` to the command line: writes a document in another edition or encoding.
-/// @param exitCode receives the command's exit code once it has run
-void AddConvertCommand(CLI::App& app, int& exitCode);
+void AddConvertCommand(CLI::App& app);
 
 }  // namespace vorn_cli

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/document/text_encoding.h"
 #include "vorn/road/crs_data.h"
@@ -28,7 +29,7 @@ std::vector<CodedValue> CodedValues(Enum first, Enum last, GetText getText, GetC
   std::vector<CodedValue> values;
   for (int value = static_cast<int>(first); value <= static_cast<int>(last); ++value) {
     const auto member = static_cast<Enum>(value);
-    values.push_back({value, vorn_host::ToUtf8(getText(member).View()), vorn_host::ToUtf8(getCode(member).View())});
+    values.push_back({value, vorn_host::ToUtf8(getText(member)), vorn_host::ToUtf8(getCode(member))});
   }
   return values;
 }
@@ -64,9 +65,7 @@ void PrintText() {
 Json ToJson(const std::vector<CodedValue>& values) {
   Json json = Json::array();
   for (const CodedValue& value : values) {
-    json.push_back({{"value", value.value},
-                    {"text", value.text},
-                    {"code", value.code.empty() ? Json(nullptr) : Json(value.code)}});
+    json.push_back({{"value", value.value}, {"text", value.text}, {"code", OrNull(value.code)}});
   }
   return json;
 }
@@ -77,14 +76,11 @@ void PrintJson() {
 
 }  // namespace
 
-void AddCrsCommand(CLI::App& app, int& exitCode) {
+void AddCrsCommand(CLI::App& app) {
   const auto json = std::make_shared<bool>(false);
   CLI::App* command = app.add_subcommand("crs", "Show the coordinate systems and geodetic datums with their codes");
-  command->add_flag("--json", *json, "JSON for programs");
-  command->callback([json, &exitCode] {
-    *json ? PrintJson() : PrintText();
-    exitCode = kOk;
-  });
+  AddJsonOption(*command, *json);
+  command->callback([json] { *json ? PrintJson() : PrintText(); });
 }
 
 }  // namespace vorn_cli

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/document/text_encoding.h"
 #include "vorn/road/vertical_datum.h"
@@ -45,14 +46,11 @@ void PrintJson() {
 
 }  // namespace
 
-void AddDatumsCommand(CLI::App& app, int& exitCode) {
+void AddDatumsCommand(CLI::App& app) {
   const auto json = std::make_shared<bool>(false);
   CLI::App* command = app.add_subcommand("datums", "Show the vertical datums with the heights of their zeros");
-  command->add_flag("--json", *json, "JSON for programs");
-  command->callback([json, &exitCode] {
-    *json ? PrintJson() : PrintText();
-    exitCode = kOk;
-  });
+  AddJsonOption(*command, *json);
+  command->callback([json] { *json ? PrintJson() : PrintText(); });
 }
 
 }  // namespace vorn_cli

@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
 #include "host/document/control_character.h"
-#include "host/document/path_text.h"
 #include "host/editing/design_editor.h"
 #include "host/project/design_file.h"
 
@@ -35,47 +35,32 @@ struct Step {
 };
 
 struct EditOptions {
-  std::string in;
+  DesignSource source;
   std::string out;
   std::vector<Step> steps;  ///< in the order given
-  std::optional<vorn_host::Edition> assume;
   std::optional<vorn_host::TextEncoding> encoding;
-  bool toProject = false;
-  bool lossy = false;
+  vorn_host::DesignKind kind = vorn_host::DesignKind::Document;
   bool verbose = false;
-  bool json = false;
 };
 
+/// What editing did; both the text and the JSON are made from it.
 struct EditSummary {
   std::string in;
-  std::string out;
-  StoredSummary stored;
   std::string edition;
-  std::string encoding;
-  int sections = 0;
-  std::size_t replacedInReading = 0;
-  std::size_t replacedInWriting = 0;
-  std::vector<vorn_host::UnreadValue> notUnderstood;
   std::vector<EditReport> steps;
   std::vector<std::string> lostTargets;
-  std::vector<vorn_host::CarriedContent::Row> carried;
-  std::vector<vorn_host::CarriedContent::Row> unplaced;
+  RewriteSummary written;
 };
 
 EditSummary Edit(const EditOptions& options) {
   const int stages = static_cast<int>(options.steps.size()) + 2;
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.in)));
-  progress.Show("reading", 0, stages);
-  DesignFile file = DesignFile::Read(vorn_host::Utf8Path(options.in), {options.assume, options.lossy});
+  Progress progress = ProgressOf(options.source);
+  DesignFile file = ReadDesign(options.source, progress, stages);
   DesignDocument& document = file.design;
 
   EditSummary summary;
-  summary.in = options.in;
-  summary.out = options.out;
+  summary.in = options.source.file;
   summary.edition = vorn_host::EditionName(document.edition);
-  summary.replacedInReading = document.replacedCharacters;
-  summary.notUnderstood = document.unreadValues;
-  for (const VornXSections& set : document.sets) summary.sections += set.GetXSectionArray().GetSize();
 
   DesignEditor editor(document);
   for (const Step& step : options.steps) {
@@ -83,21 +68,17 @@ EditSummary Edit(const EditOptions& options) {
     try {
       summary.steps.push_back(step.run(editor));
     } catch (const vorn_host::EditError& error) {
-      throw vorn_host::DocumentError(options.in + ": " + step.name + ": " + error.what());
+      throw vorn_host::DocumentError(summary.in + ": " + step.name + ": " + error.what());
     }
     summary.steps.back().step = step.name;
   }
   summary.lostTargets = editor.LostTargets();
-  summary.carried = document.carried.Rows();
 
   progress.Show("writing", stages - 1, stages);
   const vorn_host::TextEncoding encoding = options.encoding.value_or(
       vorn_host::ParseEncoding(document.encodingName).value_or(vorn_host::TextEncoding::Utf8));
-  DesignDocument::WriteReport written =
-      WriteDesign(std::move(file), options.out, {{encoding, options.lossy}, {}, options.toProject}, summary.stored);
-  if (summary.stored.storeVersion.empty()) summary.encoding = vorn_host::EncodingName(encoding);
-  summary.replacedInWriting = written.replacedCharacters;
-  summary.unplaced = std::move(written.unplaced);
+  summary.written =
+      WriteDesign(std::move(file), options.out, {{encoding, options.source.read.lossy}, {}, options.kind});
   return summary;
 }
 
@@ -146,17 +127,11 @@ void PrintLostTargets(TextReport& report, const std::vector<std::string>& target
 
 void PrintText(const EditSummary& summary, bool verbose) {
   TextReport report;
-  report.Row("Written", summary.out);
-  report.Row("Edition", summary.edition);
-  if (!summary.encoding.empty()) report.Row("Encoding", summary.encoding);
-  PrintStored(report, summary.stored);
-  report.Row("Cross sections", std::to_string(summary.sections));
-  PrintReplaced(report, summary.replacedInReading, summary.replacedInWriting);
-  PrintNotUnderstood(report, summary.notUnderstood);
+  summary.written.PrintHead(report, summary.edition);
+  summary.written.PrintDoubts(report);
   for (const EditReport& step : summary.steps) PrintStep(report, step, verbose);
   PrintLostTargets(report, summary.lostTargets, verbose);
-  if (!summary.unplaced.empty()) report.Line("Lost, with the element that held it: " + Describe(summary.unplaced));
-  if (!summary.carried.empty()) report.Line("Carried over unchanged: " + Describe(summary.carried));
+  summary.written.PrintTail(report);
   Print(report);
 }
 
@@ -178,19 +153,11 @@ void PrintJson(const EditSummary& summary) {
                      {"remarks", toJson(step.remarks)},
                      {"notes", step.notes}});
   }
-  Json json = {{"in", summary.in},
-               {"out", summary.out},
-               {"edition", summary.edition},
-               {"encoding", summary.encoding.empty() ? Json(nullptr) : Json(summary.encoding)},
-               {"crossSections", summary.sections},
-               {"replacedInReading", summary.replacedInReading},
-               {"replacedInWriting", summary.replacedInWriting},
-               {"notUnderstood", UnreadValuesToJson(summary.notUnderstood)},
-               {"steps", std::move(steps)},
-               {"lostTargets", summary.lostTargets},
-               {"carriedOver", RowsToJson(summary.carried)},
-               {"unplaced", RowsToJson(summary.unplaced)}};
-  AddStored(json, summary.stored);
+  Json json = {{"in", summary.in}, {"out", summary.written.out}, {"edition", summary.edition}};
+  summary.written.AddHead(json);
+  json["steps"] = std::move(steps);
+  json["lostTargets"] = summary.lostTargets;
+  summary.written.AddTail(json);
   Print(json);
 }
 
@@ -321,11 +288,11 @@ class StepOptions {
 
 }  // namespace
 
-void AddEditCommand(CLI::App& app, int& exitCode) {
+void AddEditCommand(CLI::App& app) {
   const auto options = std::make_shared<EditOptions>();
   CLI::App* command =
       app.add_subcommand("edit", "Edit the cross sections of a document or project, step by step in the order given");
-  command->add_option("IN", options->in, "the document or project (.vorn)")->required()->type_name("");
+  command->add_option("IN", options->source.file, "the document or project (.vorn)")->required()->type_name("");
   command->add_option("OUT", options->out, "what to write, a project when it ends with .vorn; it may be IN")
       ->required()
       ->type_name("");
@@ -345,19 +312,15 @@ void AddEditCommand(CLI::App& app, int& exitCode) {
   steps.AddPlain("--regulate", &DesignEditor::RegulateTargets,
                  "put the control targets into their canonical form and remove repeated ones");
   AddEncodingOption(*command, options->encoding);
-  AddAssumeOption(*command, options->assume);
-  command->add_flag("--lossy", options->lossy, "replace characters outside code page 932 by 〓");
+  AddAssumeOption(*command, options->source.read.assume);
+  AddLossyOption(*command, options->source, "replace characters outside code page 932 by 〓");
   command->add_flag("--verbose", options->verbose, "tell what each step changed in each section");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
-    options->toProject = vorn_host::IsWrittenAsProject(vorn_host::Utf8Path(options->out));
-    if (options->encoding && options->toProject) {
-      throw CLI::ValidationError("--encoding", "only a document has an encoding");
-    }
+  AddJsonOption(*command, options->source.json);
+  command->callback([options, command] {
+    options->kind = KindToWrite(*command, options->out);
     if (options->steps.empty()) throw CLI::RequiredError("a step, such as --cross-points,");
     const EditSummary summary = Edit(*options);
-    options->json ? PrintJson(summary) : PrintText(summary, options->verbose);
-    exitCode = kOk;
+    options->source.json ? PrintJson(summary) : PrintText(summary, options->verbose);
   });
 }
 

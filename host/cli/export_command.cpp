@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
@@ -20,7 +20,6 @@
 #include "host/document/path_text.h"
 #include "host/drawing/design_export.h"
 #include "host/drawing/value_text.h"
-#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -34,15 +33,13 @@ using vorn_host::TextSink;
 enum class Format { Dxf, Csv, GeoJson };
 
 struct ExportOptions {
-  std::string file;
+  DesignSource source;
   std::string out;  ///< empty for the standard output
   std::optional<Format> format;
   CsvContent content = CsvContent::Points;
   bool byteOrderMark = false;
   std::optional<double> centerHeight;
   vorn_host::DrawingOptions drawing;
-  DesignDocument::ReadOptions read;
-  bool json = false;
 };
 
 /// What was exported; both the text and the JSON are made from it.
@@ -100,7 +97,7 @@ void RefuseMisplacedOptions(const CLI::App& command, const ExportOptions& option
   only(Format::Csv, "--bom", "only a table (csv) begins with a byte-order mark");
   only(Format::Dxf, "--scale", "only a drawing (dxf) has a scale");
   only(Format::Dxf, "--language", "only a drawing (dxf) has words of its own");
-  if (options.json && options.out.empty()) {
+  if (options.source.json && options.out.empty()) {
     throw CLI::ValidationError("--json", "tells what was written into a file; -o names one");
   }
 }
@@ -132,9 +129,8 @@ void WriteSections(const DesignExport& sections, const ExportOptions& options, c
 }
 
 ExportSummary Export(const ExportOptions& options, Format format) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 1);
-  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
+  Progress progress = ProgressOf(options.source);
+  const DesignDocument document = ReadDesign(options.source, progress, 1).design;
   ExportSummary summary;
   summary.format = format;
   const auto note = [&](const std::string& where, const std::string& text) { TakeNote(where, text, summary); };
@@ -181,7 +177,7 @@ void TellOfNotes(const ExportSummary& summary) {
 
 void Report(const ExportOptions& options, const ExportSummary& summary) {
   if (options.out.empty()) return TellOfNotes(summary);
-  options.json ? PrintJson(options, summary) : PrintText(options, summary);
+  options.source.json ? PrintJson(options, summary) : PrintText(options, summary);
 }
 
 void AddDrawingOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& options) {
@@ -202,10 +198,10 @@ void AddTableOptions(CLI::App& command, const std::shared_ptr<ExportOptions>& op
 
 }  // namespace
 
-void AddExportCommand(CLI::App& app, int& exitCode) {
+void AddExportCommand(CLI::App& app) {
   const auto options = std::make_shared<ExportOptions>();
   CLI::App* command = app.add_subcommand("export", "Write the cross sections for CAD (dxf) and for scripts");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
+  AddFileArgument(*command, options->source);
   AddOutputOption(*command, options->out, "the file to write (the standard output unless told otherwise)");
   command
       ->add_option_function<std::string>(
@@ -216,15 +212,12 @@ void AddExportCommand(CLI::App& app, int& exitCode) {
   AddHeightOption(*command, options->centerHeight);
   AddDrawingOptions(*command, options);
   AddTableOptions(*command, options);
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, command, &exitCode] {
+  AddReadOptions(*command, options->source);
+  command->callback([options, command] {
     const Format format = FormatOf(*options);
     RefuseMisplacedOptions(*command, *options, format);
-    RefuseToReplaceDesign(options->file, options->out, "the export");
+    RefuseToReplaceDesign(options->source.file, options->out, "the export");
     Report(*options, Export(*options, format));
-    exitCode = kOk;
   });
 }
 

@@ -5,7 +5,6 @@
 namespace vorn_cli {
 
 /// Adds `vorn export` to the command line: writes the cross sections for CAD and for other programs.
-/// @param exitCode receives the command's exit code once it has run
-void AddExportCommand(CLI::App& app, int& exitCode);
+void AddExportCommand(CLI::App& app);
 
 }  // namespace vorn_cli

@@ -7,11 +7,10 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
-#include "host/document/path_text.h"
-#include "host/project/design_file.h"
 #include "vorn/types/hoso_type.h"
 #include "vorn/types/structure_type.h"
 #include "vorn/types/type_manager.h"
@@ -24,9 +23,7 @@ using vorn_host::DesignDocument;
 using vorn_host::ToUtf8;
 
 struct FormsOptions {
-  std::string file;
-  DesignDocument::ReadOptions read;
-  bool json = false;
+  DesignSource source;
 };
 
 /// The forms of one name and type in a document, and what is known of their kind.
@@ -62,8 +59,8 @@ bool FindAttr(VornStructureType::Type workType, const CString& kind, VornFormAtt
 
 FormKind Describe(const VornBuildForm& form, VornStructureType::Type workType) {
   FormKind kind;
-  kind.name = ToUtf8(form.GetName().View());
-  kind.xSectType = ToUtf8(form.GetXSectType().View());
+  kind.name = ToUtf8(form.GetName());
+  kind.xSectType = ToUtf8(form.GetXSectType());
   kind.isPlan = VornIsPlan(form.GetXSectType());
   kind.isKnown = FindAttr(workType, KindOf(form), kind.attr);
   kind.paveCategory = VornTsHosoType::XSectTypeToMsdoPaveIdx(KindOf(form));
@@ -73,16 +70,15 @@ FormKind Describe(const VornBuildForm& form, VornStructureType::Type workType) {
 }
 
 FormsSummary Summarise(const FormsOptions& options) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
+  Progress progress = ProgressOf(options.source);
+  const DesignDocument document = ReadDesign(options.source, progress, 2).design;
   progress.Show("listing", 1, 2);
 
   FormsSummary summary;
-  summary.file = options.file;
+  summary.file = options.source.file;
   summary.edition = vorn_host::EditionName(document.edition);
   summary.assumed = document.assumed;
-  summary.workType = ToUtf8(document.structureType.GetTypeStr().View());
+  summary.workType = ToUtf8(document.structureType.GetTypeStr());
   const vorn_host::EditionScope scope(document.edition);
   std::map<std::pair<std::string, std::string>, std::size_t> places;
   for (const VornXSections& set : document.sets) {
@@ -144,17 +140,14 @@ void PrintJson(const FormsSummary& summary) {
 
 }  // namespace
 
-void AddFormsCommand(CLI::App& app, int& exitCode) {
+void AddFormsCommand(CLI::App& app) {
   const auto options = std::make_shared<FormsOptions>();
   CLI::App* command = app.add_subcommand("forms", "List the build forms with their attributes and pavement category");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
+  AddFileArgument(*command, options->source);
+  AddReadOptions(*command, options->source);
+  command->callback([options] {
     const FormsSummary summary = Summarise(*options);
-    options->json ? PrintJson(summary) : PrintText(summary);
-    exitCode = kOk;
+    options->source.json ? PrintJson(summary) : PrintText(summary);
   });
 }
 

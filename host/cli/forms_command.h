@@ -5,7 +5,6 @@
 namespace vorn_cli {
 
 /// Adds `vorn forms` to the command line: lists the build forms of a document with what their work types tell.
-/// @param exitCode receives the command's exit code once it has run
-void AddFormsCommand(CLI::App& app, int& exitCode);
+void AddFormsCommand(CLI::App& app);
 
 }  // namespace vorn_cli

@@ -9,11 +9,10 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/design_document.h"
-#include "host/document/path_text.h"
-#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -23,9 +22,7 @@ using vorn_host::DesignDocument;
 using vorn_host::ToUtf8;
 
 struct InfoOptions {
-  std::string file;
-  DesignDocument::ReadOptions read;
-  bool json = false;
+  DesignSource source;
 };
 
 /// What a document holds; both the text and the JSON are made from it.
@@ -110,9 +107,9 @@ std::string ItemText(const VornFormCtrlTarget& target) {
 class SetSummariser {
  public:
   explicit SetSummariser(const VornXSections& set) {
-    m_summary.refAlign = ToUtf8(set.GetRefAlign().View());
-    m_summary.refVertical = ToUtf8(set.GetRefVertical().View());
-    m_summary.projectPhase = ToUtf8(set.GetProjectPhase().View());
+    m_summary.refAlign = ToUtf8(set.GetRefAlign());
+    m_summary.refVertical = ToUtf8(set.GetRefVertical());
+    m_summary.projectPhase = ToUtf8(set.GetProjectPhase());
     m_summary.alignment = set.GetAlignment();
     m_summary.sections = set.GetXSectionArray().GetSize();
     for (const VornXSection& section : set.GetXSectionArray()) AddSection(section);
@@ -143,7 +140,7 @@ class SetSummariser {
   void AddForm(const VornBuildForm& form) {
     const auto [place, isNew] =
         m_formPlaces.try_emplace({form.GetXSectType().View(), form.GetName().View()}, m_summary.forms.size());
-    if (isNew) m_summary.forms.push_back({ToUtf8(form.GetXSectType().View()), ToUtf8(form.GetName().View())});
+    if (isNew) m_summary.forms.push_back({ToUtf8(form.GetXSectType()), ToUtf8(form.GetName())});
     DocumentSummary::Forms& forms = m_summary.forms[place->second];
     const int points = form.GetComposedPntArray().GetSize();
     ++forms.count;
@@ -173,17 +170,17 @@ DocumentSummary::Project SummariseProject(const vorn_host::Project& project) {
   const VornRoadInfo& road = roadGm.GetRoadInfo();
   DocumentSummary::Project summary;
   summary.storeVersion = project.GetStoreVersion();
-  summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName().View());
-  summary.road = ToUtf8(road.GetName().View());
+  summary.name = ToUtf8(project.data.GetRoadCenter().GetProject().GetName());
+  summary.road = ToUtf8(road.GetName());
   // No store version holds a river's class.
   const bool isRiver = VornIsRiver(roadGm.GetStructureType().GetType(), true);
-  if (!isRiver) summary.roadClass = ToUtf8(road.GetClassificatRoad().View());
+  if (!isRiver) summary.roadClass = ToUtf8(road.GetClassificatRoad());
   if (const int speed = road.Speed(); speed > 0) summary.designSpeed = speed;
   for (const VornAlignment& alignment : roadGm.GetAlignments()) {
-    summary.alignments.push_back(ToUtf8(alignment.GetName().View()));
+    summary.alignments.push_back(ToUtf8(alignment.GetName()));
   }
   for (const VornCrsData& crs : info.GetCrsArray()) {
-    summary.coordinateSystems.push_back(ToUtf8(crs.GetName().View()));
+    summary.coordinateSystems.push_back(ToUtf8(crs.GetName()));
   }
   summary.controlPoints = info.GetCtrlPoints().GetCtrlPos().GetSize();
   summary.benchMarks = info.GetCtrlPoints().GetBenchMarks().GetSize();
@@ -203,12 +200,12 @@ DocumentSummary Summarise(const std::string& file, const DesignDocument& documen
   summary.notUnderstood = document.unreadValues.size();
   for (const VornFileInfo& info : document.fileInfos) {
     summary.fileInfos.push_back(
-        {DateText(info.GetCreateDate()), DateText(info.GetChangeDate()), ToUtf8(info.GetNote().View())});
+        {DateText(info.GetCreateDate()), DateText(info.GetChangeDate()), ToUtf8(info.GetNote())});
   }
   if (document.hasStructureType) {
     const VornStructureType& type = document.structureType;
-    summary.structure = {ToUtf8(type.GetTypeStr().View()), ToUtf8(type.GetJobName().View()),
-                         ToUtf8(type.GetCompany().View()), ToUtf8(type.GetStationType().View())};
+    summary.structure = {ToUtf8(type.GetTypeStr()), ToUtf8(type.GetJobName()), ToUtf8(type.GetCompany()),
+                         ToUtf8(type.GetStationType())};
   }
   for (const VornXSections& set : document.sets) summary.sets.push_back(SetSummariser(set).Take());
   summary.carried = document.carried.Rows();
@@ -310,9 +307,6 @@ void PrintText(const DocumentSummary& summary) {
 
 // --- as JSON ---------------------------------------------------------------------------------------------------------
 
-Json DateJson(const std::string& date) { return date.empty() ? Json(nullptr) : Json(date); }
-Json StationJson(const std::optional<double>& station) { return station ? Json(*station) : Json(nullptr); }
-
 Json SetJson(const DocumentSummary::Set& set) {
   Json forms = Json::array();
   for (const DocumentSummary::Forms& row : set.forms) {
@@ -326,8 +320,8 @@ Json SetJson(const DocumentSummary::Set& set) {
           {"alignment", set.alignment},
           {"crossSections",
            {{"count", set.sections},
-            {"firstStation", StationJson(set.firstStation)},
-            {"lastStation", StationJson(set.lastStation)},
+            {"firstStation", OrNull(set.firstStation)},
+            {"lastStation", OrNull(set.lastStation)},
             {"changesOfShape", set.changesOfShape},
             {"controlSections", set.controlSections}}},
           {"buildForms", {{"count", set.formCount}, {"points", set.points}, {"byName", forms}}},
@@ -336,17 +330,15 @@ Json SetJson(const DocumentSummary::Set& set) {
 }
 
 Json ProjectJson(const DocumentSummary::Project& project) {
-  return {{"storeVersion", project.storeVersion},
-          {"name", project.name},
-          {"road",
-           {{"name", project.road},
-            {"class", project.roadClass},
-            {"designSpeed", project.designSpeed ? Json(*project.designSpeed) : Json(nullptr)}}},
-          {"alignments", project.alignments},
-          {"coordinateSystems", project.coordinateSystems},
-          {"controlPoints", project.controlPoints},
-          {"benchMarks", project.benchMarks},
-          {"groundPoints", project.groundPoints}};
+  return {
+      {"storeVersion", project.storeVersion},
+      {"name", project.name},
+      {"road", {{"name", project.road}, {"class", project.roadClass}, {"designSpeed", OrNull(project.designSpeed)}}},
+      {"alignments", project.alignments},
+      {"coordinateSystems", project.coordinateSystems},
+      {"controlPoints", project.controlPoints},
+      {"benchMarks", project.benchMarks},
+      {"groundPoints", project.groundPoints}};
 }
 
 void PrintJson(const DocumentSummary& summary) {
@@ -363,7 +355,7 @@ void PrintJson(const DocumentSummary& summary) {
                {"carriedOver", RowsToJson(summary.carried)}};
   for (const DocumentSummary::FileInfo& info : summary.fileInfos) {
     json["fileInformation"].push_back(
-        {{"createDate", DateJson(info.createDate)}, {"changeDate", DateJson(info.changeDate)}, {"note", info.note}});
+        {{"createDate", OrNull(info.createDate)}, {"changeDate", OrNull(info.changeDate)}, {"note", info.note}});
   }
   if (summary.structure) {
     json["structureType"] = {{"type", summary.structure->type},
@@ -376,27 +368,25 @@ void PrintJson(const DocumentSummary& summary) {
 }
 
 DocumentSummary ReadAndSummarise(const InfoOptions& options) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 1);
-  const vorn_host::DesignFile file = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read);
-  DocumentSummary summary = Summarise(options.file, file.design);
+  Progress progress = ProgressOf(options.source);
+  const vorn_host::DesignFile file = ReadDesign(options.source, progress, 1);
+  DocumentSummary summary = Summarise(options.source.file, file.design);
   if (file.project) summary.project = SummariseProject(*file.project);
   return summary;
 }
 
 }  // namespace
 
-void AddInfoCommand(CLI::App& app, int& exitCode) {
+void AddInfoCommand(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Show what a document or project holds");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "show characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
+  AddFileArgument(*command, options->source);
+  AddAssumeOption(*command, options->source.read.assume);
+  AddLossyOption(*command, options->source, "show characters outside code page 932 as 〓");
+  AddJsonOption(*command, options->source.json);
+  command->callback([options] {
     const DocumentSummary summary = ReadAndSummarise(*options);
-    options->json ? PrintJson(summary) : PrintText(summary);
-    exitCode = kOk;
+    options->source.json ? PrintJson(summary) : PrintText(summary);
   });
 }
 

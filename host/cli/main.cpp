@@ -33,17 +33,17 @@ int Run(const std::vector<std::string>& arguments) {
   app.set_version_flag("--version", "vorn " VORN_VERSION);
   app.require_subcommand(1);
   app.allow_windows_style_options(false);  // a path may begin with a slash on every system
-  vorn_cli::AddInfoCommand(app, exitCode);
+  vorn_cli::AddInfoCommand(app);
   vorn_cli::AddCheckCommand(app, exitCode);
-  vorn_cli::AddConvertCommand(app, exitCode);
-  vorn_cli::AddEditCommand(app, exitCode);
-  vorn_cli::AddExportCommand(app, exitCode);
-  vorn_cli::AddFormsCommand(app, exitCode);
-  vorn_cli::AddPlotCommand(app, exitCode);
-  vorn_cli::AddReportCommand(app, exitCode);
-  vorn_cli::AddSampleCommand(app, exitCode);
-  vorn_cli::AddDatumsCommand(app, exitCode);
-  vorn_cli::AddCrsCommand(app, exitCode);
+  vorn_cli::AddConvertCommand(app);
+  vorn_cli::AddEditCommand(app);
+  vorn_cli::AddExportCommand(app);
+  vorn_cli::AddFormsCommand(app);
+  vorn_cli::AddPlotCommand(app);
+  vorn_cli::AddReportCommand(app);
+  vorn_cli::AddSampleCommand(app);
+  vorn_cli::AddDatumsCommand(app);
+  vorn_cli::AddCrsCommand(app);
   vorn_cli::AddSettingsCommand(app, exitCode, std::move(settings));
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back

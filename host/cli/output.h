@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,7 @@ using Json = nlohmann::ordered_json;
 /// control sequences.
 class TextReport {
  public:
+  /// A line of text, so many blanks from the left.
   void Line(std::string_view text, int indent = 0);
   /// A label and what it says, in two columns. Continuation rows have an empty label. Here and in tables a full-width
   /// character takes the room of two others.
@@ -44,6 +46,7 @@ class TextReport {
 
 /// Writes to the standard output; throws `DocumentError` when that fails (a full disk behind a redirection).
 void Print(const TextReport& report);
+/// The same for JSON, indented for people to read.
 void Print(const Json& json);
 /// As it is: what a command makes for other programs.
 void PrintVerbatim(std::string_view text);
@@ -61,7 +64,16 @@ void PrintError(std::string_view sentence);
 void PrintNotUnderstood(TextReport& report, const std::vector<vorn_host::UnreadValue>& values);
 /// How many characters code page 932 could not hold, when there were any.
 void PrintReplaced(TextReport& report, std::size_t inReading, std::size_t inWriting);
+/// Each with its line, where it is, what it says and why that is not understood.
 [[nodiscard]] Json UnreadValuesToJson(const std::vector<vorn_host::UnreadValue>& values);
+/// What is carried over: of each kind of thing its name and how many there are.
 [[nodiscard]] Json RowsToJson(const std::vector<vorn_host::CarriedContent::Row>& rows);
+/// A text, null for an empty one.
+[[nodiscard]] inline Json OrNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+/// A value, null for none.
+template <typename Value>
+[[nodiscard]] Json OrNull(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
 
 }  // namespace vorn_cli

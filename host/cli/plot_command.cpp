@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
@@ -17,7 +18,6 @@
 #include "host/drawing/section_view.h"
 #include "host/drawing/svg_writer.h"
 #include "host/drawing/value_text.h"
-#include "host/project/design_file.h"
 
 namespace vorn_cli {
 
@@ -29,13 +29,11 @@ using vorn_host::SectionDrawing;
 using vorn_host::SectionView;
 
 struct PlotOptions {
-  std::string file;
+  DesignSource source;
   std::string out;
-  DesignDocument::ReadOptions read;
   SectionChoice choice;
   std::optional<double> height;
   vorn_host::DrawingOptions drawing;
-  bool json = false;
 };
 
 /// The sections chosen, as people look at them and as they are drawn.
@@ -45,13 +43,12 @@ struct Plot {
 };
 
 Plot MakePlot(const PlotOptions& options) {
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 2);
-  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
+  Progress progress = ProgressOf(options.source);
+  const DesignDocument document = ReadDesign(options.source, progress, 2).design;
   progress.Show("drawing", 1, 2);
   const vorn_host::SectionViewer viewer(document);
   Plot plot;
-  for (const SectionPick& pick : PickSections(document, viewer, options.choice, options.file)) {
+  for (const SectionPick& pick : PickSections(document, viewer, options.choice, options.source.file)) {
     plot.views.push_back(viewer.Of(pick.set, pick.section, options.height));
     SectionView& view = plot.views.back();
     plot.drawings.push_back(Draw(view, options.drawing));
@@ -76,11 +73,11 @@ void PrintJson(const Plot& plot, const std::string& out) {
     const SectionView& view = plot.views[i];
     sections.push_back({{"set", view.set + 1},
                         {"index", view.section + 1},
-                        {"station", view.station ? Json(*view.station) : Json(nullptr)},
+                        {"station", OrNull(view.station)},
                         {"stationText", view.stationText},
                         {"name", view.name},
                         {"behindChangeOfShape", view.isBehindChange},
-                        {"centerHeight", view.centerHeight ? Json(*view.centerHeight) : Json(nullptr)},
+                        {"centerHeight", OrNull(view.centerHeight)},
                         {"scale", plot.drawings[i].scale},
                         {"exaggeration", plot.drawings[i].exaggeration},
                         {"notes", NoteTexts(view.notes, Language::English)}});
@@ -89,20 +86,20 @@ void PrintJson(const Plot& plot, const std::string& out) {
 }
 
 void Run(const PlotOptions& options) {
-  RefuseToReplaceDesign(options.file, options.out, "the drawing");
+  RefuseToReplaceDesign(options.source.file, options.out, "the drawing");
   const Plot plot = MakePlot(options);
   const std::string svg = vorn_host::WriteSvg(plot.drawings, "Cross section " + TitleOf(plot.views.front()));
   if (options.out.empty()) return PrintVerbatim(svg);
   vorn_host::WriteFileAtomically(vorn_host::Utf8Path(options.out), svg);
-  options.json ? PrintJson(plot, options.out) : PrintText(plot, options.out);
+  options.source.json ? PrintJson(plot, options.out) : PrintText(plot, options.out);
 }
 
 }  // namespace
 
-void AddPlotCommand(CLI::App& app, int& exitCode) {
+void AddPlotCommand(CLI::App& app) {
   const auto options = std::make_shared<PlotOptions>();
   CLI::App* command = app.add_subcommand("plot", "Draw a cross section as SVG");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
+  AddFileArgument(*command, options->source);
   command->add_option("--station", options->choice.station,
                       "station of the cross section: in metres, or as the document counts (No.6+0.0000)");
   command->add_option("--name", options->choice.name, "name of the cross section");
@@ -114,13 +111,8 @@ void AddPlotCommand(CLI::App& app, int& exitCode) {
   AddExaggerationOption(*command, options->drawing.exaggeration);
   AddHeightOption(*command, options->height);
   AddLanguageOption(*command, options->drawing.language, "language of the words in the drawing: en (default) or ja");
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs, about what was written")->needs(out);
-  command->callback([options, &exitCode] {
-    Run(*options);
-    exitCode = kOk;
-  });
+  AddReadOptions(*command, options->source)->description("JSON for programs, about what was written")->needs(out);
+  command->callback([options] { Run(*options); });
 }
 
 }  // namespace vorn_cli

@@ -1,16 +1,15 @@
 #include "host/cli/report_command.h"
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/drawn_output.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/document/atomic_file.h"
 #include "host/document/path_text.h"
-#include "host/project/design_file.h"
 #include "host/report/design_report.h"
 
 namespace vorn_cli {
@@ -21,18 +20,15 @@ using vorn_host::DesignDocument;
 using vorn_host::DesignReport;
 
 struct ReportCommandOptions {
-  std::string file;
+  DesignSource source;
   std::string out;
-  DesignDocument::ReadOptions read;
   vorn_host::ReportOptions report;
-  bool json = false;
 };
 
 DesignReport WriteReport(const ReportCommandOptions& options) {
-  RefuseToReplaceDesign(options.file, options.out, "the report");
-  Progress progress(Progress::IsLong(vorn_host::Utf8Path(options.file)));
-  progress.Show("reading", 0, 1);
-  const DesignDocument document = vorn_host::DesignFile::Read(vorn_host::Utf8Path(options.file), options.read).design;
+  RefuseToReplaceDesign(options.source.file, options.out, "the report");
+  Progress progress = ProgressOf(options.source);
+  const DesignDocument document = ReadDesign(options.source, progress, 1).design;
   DesignReport report = vorn_host::MakeReport(
       document, options.report, [&](int done, int total) { progress.Show("drawing cross sections", done, total); });
   vorn_host::WriteFileAtomically(vorn_host::Utf8Path(options.out), report.html);
@@ -60,24 +56,21 @@ void PrintJson(const ReportCommandOptions& options, const DesignReport& report) 
 
 }  // namespace
 
-void AddReportCommand(CLI::App& app, int& exitCode) {
+void AddReportCommand(CLI::App& app) {
   const auto options = std::make_shared<ReportCommandOptions>();
   CLI::App* command = app.add_subcommand(
       "report", "Write a page for the browser: every cross section with its drawing and what is wrong in it");
-  command->add_option("FILE", options->file, "the document or project (.vorn)")->required()->type_name("");
+  AddFileArgument(*command, options->source);
   AddOutputOption(*command, options->out, "the page to write")->required()->type_name("PAGE");
   AddHeightOption(*command, options->report.centerHeight);
   AddExaggerationOption(*command, options->report.exaggeration);
   AddLanguageOption(*command, options->report.language,
                     "language that the page begins with: en or ja (the reader's own unless told otherwise)");
-  AddAssumeOption(*command, options->read.assume);
-  command->add_flag("--lossy", options->read.lossy, "read characters outside code page 932 as 〓");
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, &exitCode] {
-    options->report.file = vorn_host::Utf8Text(vorn_host::Utf8Path(options->file).filename());
+  AddReadOptions(*command, options->source);
+  command->callback([options] {
+    options->report.file = vorn_host::Utf8Text(vorn_host::Utf8Path(options->source.file).filename());
     const DesignReport report = WriteReport(*options);
-    options->json ? PrintJson(*options, report) : PrintText(*options, report);
-    exitCode = kOk;
+    options->source.json ? PrintJson(*options, report) : PrintText(*options, report);
   });
 }
 

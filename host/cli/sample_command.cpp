@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "host/cli/command_options.h"
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/cli/progress.h"
 #include "host/cli/stored_output.h"
 #include "host/document/edition_conversion.h"
-#include "host/document/path_text.h"
 #include "host/project/design_file.h"
 #include "host/sample/sample_document.h"
 
@@ -33,7 +33,7 @@ struct SampleCommandOptions {
   vorn_host::SampleOptions sample;
   std::optional<Edition> edition;
   vorn_host::TextEncoding encoding = vorn_host::TextEncoding::Utf8;
-  bool toProject = false;
+  vorn_host::DesignKind kind = vorn_host::DesignKind::Document;
   bool json = false;
 };
 
@@ -43,7 +43,7 @@ const std::map<std::string, SampleKind>& Kinds() {
   return kinds;
 }
 
-StoredSummary WriteSample(const SampleCommandOptions& options) {
+RewriteSummary WriteSample(const SampleCommandOptions& options) {
   const Edition edition = options.edition.value_or(Edition::V41);
   Progress progress(options.sample.sections >= kLongDesign);
   // Making the design takes about a fifth of the time, writing it the rest.
@@ -55,14 +55,12 @@ StoredSummary WriteSample(const SampleCommandOptions& options) {
   document.edition = vorn_host::IsEdition20(edition) ? Edition::V41 : edition;
   vorn_host::ConvertEdition(document, edition, options.out);
   progress.Show("writing", 1, 5);
-  StoredSummary stored;
-  WriteDesign(std::move(file), options.out, {{options.encoding, false}, {}, options.toProject}, stored);
-  return stored;
+  return WriteDesign(std::move(file), options.out, {{options.encoding, false}, {}, options.kind});
 }
 
 }  // namespace
 
-void AddSampleCommand(CLI::App& app, int& exitCode) {
+void AddSampleCommand(CLI::App& app) {
   const auto options = std::make_shared<SampleCommandOptions>();
   CLI::App* command =
       app.add_subcommand("sample", "Write a realistic synthetic document or project, for trying out and tests");
@@ -81,27 +79,23 @@ void AddSampleCommand(CLI::App& app, int& exitCode) {
   AddEditionOption(*command, options->edition, "edition to write (4.1 unless told otherwise)");
   command->add_option("--seed", options->sample.seed, "another number gives another terrain")->capture_default_str();
   AddEncodingOption(*command, options->encoding);
-  command->add_flag("--json", options->json, "JSON for programs");
-  command->callback([options, command, &exitCode] {
-    options->toProject = vorn_host::IsWrittenAsProject(vorn_host::Utf8Path(options->out));
-    if (command->count("--encoding") > 0 && options->toProject) {
-      throw CLI::ValidationError("--encoding", "only a document has an encoding");
-    }
-    const StoredSummary stored = WriteSample(*options);
+  AddJsonOption(*command, options->json);
+  command->callback([options, command] {
+    options->kind = KindToWrite(*command, options->out);
+    const RewriteSummary written = WriteSample(*options);
     const std::string edition(vorn_host::EditionName(options->edition.value_or(Edition::V41)));
     if (options->json) {
-      Json json = {{"written", options->out}, {"edition", edition}, {"crossSections", options->sample.sections}};
-      AddStored(json, stored);
+      Json json = {{"written", written.out}, {"edition", edition}, {"crossSections", written.sections}};
+      AddStored(json, written.stored);
       Print(json);
     } else {
       TextReport report;
-      report.Row("Written", options->out);
+      report.Row("Written", written.out);
       report.Row("Edition", edition);
-      PrintStored(report, stored);
-      report.Row("Cross sections", std::to_string(options->sample.sections));
+      PrintStored(report, written.stored);
+      report.Row("Cross sections", std::to_string(written.sections));
       Print(report);
     }
-    exitCode = kOk;
   });
 }
 

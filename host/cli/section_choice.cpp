@@ -74,7 +74,7 @@ class Chooser {
 
   [[nodiscard]] bool IsMeant(const SectionPick& pick) const {
     if (m_choice.index > 0 && pick.section != m_choice.index - 1) return false;
-    if (!m_choice.name.empty() && vorn_host::ToUtf8(SectionOf(pick).GetName().View()) != m_choice.name) return false;
+    if (!m_choice.name.empty() && vorn_host::ToUtf8(SectionOf(pick).GetName()) != m_choice.name) return false;
     return m_choice.station.empty() ||
            DistanceTo(pick).value_or(std::numeric_limits<double>::infinity()) < vorn_host::kSamePlace;
   }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/cli/design_source.h"
 #include "host/cli/output.h"
 #include "host/document/document_error.h"
 #include "host/document/text_encoding.h"
@@ -52,7 +53,7 @@ struct SettingsSummary {
 
 // --- reading ---------------------------------------------------------------------------------------------------------
 
-std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot().View()); }
+std::string RootName() { return vorn_host::ToUtf8(VornDefineManager::GetInstance().GetInfoConstRegKeyRoot()); }
 
 /// What is stored for a setting. Of entries whose names differ in case only, the store knows which one counts.
 std::optional<SettingsEntry> EntryOf(const KnownSetting& setting, const SettingsStore& store) {
@@ -77,7 +78,7 @@ SettingState ReadState(const KnownSetting& setting, const SettingsStore& store) 
   } else {
     const auto& text = std::get<VornTextSetting>(setting.kind);
     state.defaultValue = vorn_host::ToUtf8(text.defaultValue);
-    state.value = vorn_host::ToUtf8(text.Load(group).View());
+    state.value = vorn_host::ToUtf8(text.Load(group));
   }
   const std::optional<SettingsEntry> entry = EntryOf(setting, store);
   state.isStored = entry.has_value();
@@ -126,12 +127,8 @@ Json ToJson(const SettingValue& value) {
 
 Json ToJson(const SettingState& state) {
   const std::string meaning = MeaningOf(*state.setting, state.value);
-  return {{"key", DottedName(*state.setting)},
-          {"value", ToJson(state.value)},
-          {"meaning", meaning.empty() ? Json(nullptr) : Json(meaning)},
-          {"default", ToJson(state.defaultValue)},
-          {"stored", state.isStored},
-          {"ignored", state.ignored.empty() ? Json(nullptr) : Json(state.ignored)}};
+  return {{"key", DottedName(*state.setting)},     {"value", ToJson(state.value)}, {"meaning", OrNull(meaning)},
+          {"default", ToJson(state.defaultValue)}, {"stored", state.isStored},     {"ignored", OrNull(state.ignored)}};
 }
 
 Json ToJson(const SettingsEntry& entry) {
@@ -288,7 +285,7 @@ void AddSettingsCommand(CLI::App& app, int& exitCode, std::shared_ptr<SettingsSt
                        int (*run)(const SettingsStore&, const SettingsOptions&)) {
     CLI::App* command = settings->add_subcommand(name, description);
     command->add_flag("--ts", options->totalStation, "the settings of the total-station edition");
-    command->add_flag("--json", options->json, "JSON for programs");
+    AddJsonOption(*command, options->json);
     command->callback([options, store, run, &exitCode] {
       if (store == nullptr) {
         throw vorn_host::DocumentError("there is no place for settings: neither XDG_CONFIG_HOME nor HOME names one");

@@ -1,5 +1,6 @@
 #include "host/document/input_values.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "vorn/platform/nur_mrm.h"
@@ -40,5 +41,13 @@ double OutwardWidth(VornLocation side, const TamWorld2& from, const TamWorld2& t
 double Distance(const TamWorld2& a, const TamWorld2& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 double Rounded(double value, KelMrmFigure places) { return KelIsShoki(value) ? 0.0 : NurMrm(places).ZMrm(value); }
+
+bool IsPlaced(const VornBuildForm& form) {
+  const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
+  return std::all_of(points.begin(), points.end(), [&](const VornComposedPnt& point) {
+    const bool isLooseStart = &point == points.GetData() && !point.IsCenter();
+    return isLooseStart || (point.GetCLDist().IsSet() && point.GetGh().IsSet());
+  });
+}
 
 }  // namespace vorn_host

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "vorn/model/composed_pnt.h"
-#include "vorn/model/composed_pnt_array.h"
+#include "vorn/model/build_form.h"
 #include "vorn/platform/nur_mrm.h"
 
 namespace vorn_host {
@@ -27,5 +26,8 @@ struct InputValues {
 [[nodiscard]] double Distance(const TamWorld2& a, const TamWorld2& b);
 /// As a document writes it; an unset value counts as zero.
 [[nodiscard]] double Rounded(double value, KelMrmFigure places);
+/// Whether every point of a form has a distance and a height. A start point that is no centre point may lack them:
+/// nothing places it.
+[[nodiscard]] bool IsPlaced(const VornBuildForm& form);
 
 }  // namespace vorn_host

@@ -4,13 +4,13 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "host/document/text_encoding.h"
 #include "host/drawing/drawing_style.h"
+#include "host/drawing/paper.h"
 #include "host/drawing/value_text.h"
 #include "vorn/platform/fixed_decimal.h"
 
@@ -72,9 +72,8 @@ double WidthOf(std::string_view utf8) {
 
 /// A place as far along a direction and as far to the left of it.
 DxfPlace Moved(DxfPlace place, double degrees, double along, double across) {
-  const double angle = degrees * std::numbers::pi / 180.0;
-  return {place.x + along * std::cos(angle) - across * std::sin(angle),
-          place.y + along * std::sin(angle) + across * std::cos(angle)};
+  const auto [x, y] = PaperDirection(degrees).From({place.x, place.y}, along, across);
+  return {x, y};
 }
 
 double RoundedUp(double metres) {

@@ -1,7 +1,6 @@
 #include "host/drawing/label_stand.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vorn_host {
 
@@ -31,17 +30,14 @@ PaperPlace LeaderEnd(const LabelStand& stand) {
   return {stand.right, stand.lift > 0.0 ? stand.lift - kGap : stand.lift + kAscent + kGap};
 }
 
-double ReachOf(const LabelStand& stand) {
-  const PaperPlace end = LeaderEnd(stand);
-  return std::hypot(end.x, end.y);
-}
+double ReachOf(const LabelStand& stand) { return Distance({}, LeaderEnd(stand)); }
 
 const std::vector<LabelStand>& FarStands() {
   static const std::vector<LabelStand> stands = RowsOfStands();
   return stands;
 }
 
-double LabelLeader::Length() const { return std::hypot(to.x - from.x, to.y - from.y); }
+double LabelLeader::Length() const { return Distance(from, to); }
 
 PaperPlace LabelLeader::At(double along) const {
   const double length = Length();
@@ -51,10 +47,10 @@ PaperPlace LabelLeader::At(double along) const {
 
 double LabelLeader::DistanceTo(const PaperPlace& place) const {
   const double length = Length();
-  if (length == 0.0) return std::hypot(place.x - from.x, place.y - from.y);
+  if (length == 0.0) return Distance(place, from);
   const double along = ((to.x - from.x) * (place.x - from.x) + (to.y - from.y) * (place.y - from.y)) / length;
   const PaperPlace nearest = At(std::clamp(along, 0.0, length));
-  return std::hypot(place.x - nearest.x, place.y - nearest.y);
+  return Distance(place, nearest);
 }
 
 }  // namespace vorn_host

@@ -104,7 +104,7 @@ namespace {
 
 /// A line as a box of some height, which it runs through the middle of.
 LabelBox BoxOfLine(const PaperPlace& from, const PaperPlace& to, double height) {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
+  const double length = Distance(from, to);
   PaperDirection direction;
   if (length > 0.0) {
     direction.cosine = (to.x - from.x) / length;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,15 @@ struct PaperPlace {
   double x = 0.0;  ///< to the right
   double y = 0.0;  ///< upward
 };
+
+/// How far two places lie apart, in millimetres.
+[[nodiscard]] inline double Distance(const PaperPlace& a, const PaperPlace& b) {
+  return std::hypot(b.x - a.x, b.y - a.y);
+}
+/// The place halfway between two.
+[[nodiscard]] inline PaperPlace Middle(const PaperPlace& a, const PaperPlace& b) {
+  return {(a.x + b.x) / 2.0, (a.y + b.y) / 2.0};
+}
 
 /// How metres of the section plane become millimetres on paper.
 class PaperScale {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/drawing/language.h"
@@ -27,6 +29,18 @@ enum class DrawingKind {
   Frame,      ///< frame, axes with their numbers, scale bar
   Title,      ///< station and name
 };
+
+/// What the line that leads to a point of a form shows.
+[[nodiscard]] constexpr DrawingKind KindOf(FormRole role, SectionPart part) {
+  if (role == FormRole::Layer) return DrawingKind::PavementLayer;
+  if (role == FormRole::Other) return DrawingKind::OtherForm;
+  return part == SectionPart::Slope || part == SectionPart::Berm ? DrawingKind::Slope : DrawingKind::DesignSurface;
+}
+
+/// What the segment between two neighbours on a line of a form shows, by their indices.
+[[nodiscard]] inline DrawingKind SegmentKind(const ViewForm& form, int one, int other) {
+  return KindOf(form.role, form.points[static_cast<std::size_t>(OuterOf(one, other))].part);
+}
 
 /// A line through places, in metres of the section plane.
 struct DrawnLine {
@@ -70,6 +84,19 @@ struct DrawnText {
   int form = -1;                         ///< index into `SectionView::forms`; -1 where it belongs to none
   int target = -1;                       ///< index into `SectionDrawing::measured`; -1 where it belongs to none
 };
+
+/// "start", "middle", "end".
+[[nodiscard]] constexpr std::string_view WordOf(DrawnText::Anchor anchor) {
+  switch (anchor) {
+    case DrawnText::Anchor::Start:
+      return "start";
+    case DrawnText::Anchor::Middle:
+      return "middle";
+    case DrawnText::Anchor::End:
+      break;
+  }
+  return "end";
+}
 
 /// A cross section as a drawing: everything to be drawn, independent of any file format. SVG, the report's page and
 /// DXF all draw this.

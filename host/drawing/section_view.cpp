@@ -13,8 +13,6 @@
 #include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
 #include "host/drawing/value_text.h"
-#include "host/editing/edit_pieces.h"
-#include "host/editing/point_positions.h"
 #include "vorn/framework/schema.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/types/hoso_type.h"
@@ -296,7 +294,7 @@ std::optional<int> NumberBehind(std::string_view prefix, std::string_view text) 
 std::optional<double> StationInterval(const VornXSections& set, std::string_view prefix) {
   std::optional<double> interval;
   for (const VornXSection& section : set.GetXSectionArray()) {
-    const std::optional<int> number = NumberBehind(prefix, section.GetName().View());
+    const std::optional<int> number = NumberBehind(prefix, section.GetName());
     if (!number || !section.GetCumulativeDist().IsSet()) continue;
     const double station = section.GetCumulativeDist().Value();
     if (*number > 0 && !interval) interval = station / *number;
@@ -375,9 +373,9 @@ class SectionBuilder {
     added.itemText = target.GetControlItemString().GetString();
     added.item = ItemOf(target.GetControlItem());
     added.workType = target.GetWorkTypeString().GetString();
-    added.scope = Utf8(target.GetTargetScope());
-    added.regulation = Utf8(target.GetTargetRegio());
-    if (owner >= 0) added.formName = Utf8(m_section.GetBuildFormArray()[owner].GetName());
+    added.scope = ToUtf8(target.GetTargetScope());
+    added.regulation = ToUtf8(target.GetTargetRegio());
+    if (owner >= 0) added.formName = ToUtf8(m_section.GetBuildFormArray()[owner].GetName());
     if (m_edition20 || target.GetTargetPntArray().IsEmpty()) {
       AddPointsByCode(added, target, owner);
     } else {
@@ -415,18 +413,18 @@ class SectionBuilder {
     m_formIndex.push_back(-1);
     std::vector<int>& placed = m_pointIndex.emplace_back(static_cast<std::size_t>(points.GetSize()), -1);
     if (points.IsEmpty()) {
-      view.notes.push_back({Note::FormWithoutPoints, Utf8(form.GetName())});
+      view.notes.push_back({Note::FormWithoutPoints, ToUtf8(form.GetName())});
       return;
     }
     if (!HasPlace(points[0], true)) {
       const Note why = points[0].IsCenter() ? Note::FormOutOfReach : Note::FormWithoutCenter;
-      view.notes.push_back({why, Utf8(form.GetName())});
+      view.notes.push_back({why, ToUtf8(form.GetName())});
       return;
     }
     m_formIndex.back() = static_cast<int>(view.forms.size());
     ViewForm& added = view.forms.emplace_back();
-    added.name = Utf8(form.GetName());
-    added.xSectType = Utf8(form.GetXSectType());
+    added.name = ToUtf8(form.GetName());
+    added.xSectType = ToUtf8(form.GetXSectType());
     added.role = m_roles[static_cast<std::size_t>(index)];
     added.documentIndex = index;
     AddPoints(added, points, placed);
@@ -450,7 +448,7 @@ class SectionBuilder {
   static void AddPoint(ViewForm& form, const VornComposedPnt& point, int from) {
     ViewPoint added;
     added.place = {point.GetCLDist().Value(), point.GetGh().Value()};
-    added.code = Utf8(point.GetCode());
+    added.code = ToUtf8(point.GetCode());
     added.from = from;
     added.side = VornComposedPnt::GetLocationStr(point.GetLocation()).GetString();
     added.values = InputOf(point);
@@ -469,7 +467,7 @@ class SectionBuilder {
     const Vorn_Array<VornExistingComposedPnt>& points = form.GetComposedPntArray();
     if (points.IsEmpty()) return;
     ViewGround ground;
-    ground.name = Utf8(form.GetName());
+    ground.name = ToUtf8(form.GetName());
     int missing = 0;
     for (const VornExistingComposedPnt& point : points) {
       const bool isSet = point.GetCLDist().IsSet() && point.GetGh().IsSet();
@@ -651,19 +649,19 @@ class SectionBuilder {
 
   void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
     for (const CString& code : CodesOf(target)) {
-      if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + Utf8(code)));
+      if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + ToUtf8(code)));
     }
   }
 
   void AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) const {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      const std::string formName = Utf8(point.GetBuildFormName());
+      const std::string formName = ToUtf8(point.GetBuildFormName());
       if (added.formName.empty()) added.formName = formName;
       const bool isHere = point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
                           point.GetXSectChg() == m_section.GetXSectChg() &&
                           IsSameStation(point.GetCumulativeDist().Value(), m_section.GetCumulativeDist().Value());
       const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
-      added.points.push_back(PntOf(form, point.GetCode(), formName + " " + Utf8(point.GetCode())));
+      added.points.push_back(PntOf(form, point.GetCode(), formName + " " + ToUtf8(point.GetCode())));
       if (!isHere) added.points.back().elsewhere = PlaceOf(point);
     }
   }
@@ -760,8 +758,8 @@ SectionView SectionViewer::Of(int set, int section, const std::optional<double>&
   SectionView view;
   view.set = set;
   view.section = section;
-  view.alignment = Utf8(sections.GetRefAlign());
-  view.name = Utf8(shown.GetName());
+  view.alignment = ToUtf8(sections.GetRefAlign());
+  view.name = ToUtf8(shown.GetName());
   view.isBehindChange = shown.GetXSectChg();
   view.isControlSection = shown.GetControlSect();
   if (shown.GetCumulativeDist().IsSet()) {
@@ -785,7 +783,7 @@ SectionView SectionViewer::WithoutSection(int set) const {
   SectionView view;
   view.set = set;
   view.section = -1;
-  view.alignment = Utf8(m_document.sets[set].GetRefAlign());
+  view.alignment = ToUtf8(m_document.sets[set].GetRefAlign());
   const SectionBuilder builder(m_document, nowhere);
   for (const VornFormCtrlTarget* target : m_knowledge->sets[static_cast<std::size_t>(set)].unplaced) {
     builder.AddTarget(view, *target, -1);

@@ -80,11 +80,10 @@ std::string Escaped(std::string_view text) {
 /// Writes the pieces of one drawing; y grows downward here.
 class SvgSheet {
  public:
-  explicit SvgSheet(const SectionDrawing& drawing)
-      : m_drawing(drawing), m_across(1000.0 / drawing.scale), m_upward(1000.0 / drawing.scale * drawing.exaggeration) {}
+  explicit SvgSheet(const SectionDrawing& drawing) : m_drawing(drawing), m_scale(drawing.scale, drawing.exaggeration) {}
 
-  [[nodiscard]] double Width() const { return (m_drawing.right - m_drawing.left) * m_across; }
-  [[nodiscard]] double Height() const { return (m_drawing.top - m_drawing.bottom) * m_upward; }
+  [[nodiscard]] double Width() const { return (m_drawing.right - m_drawing.left) * m_scale.Across(); }
+  [[nodiscard]] double Height() const { return (m_drawing.top - m_drawing.bottom) * m_scale.Upward(); }
 
   [[nodiscard]] std::string Content() const {
     std::string svg;
@@ -111,7 +110,7 @@ class SvgSheet {
   };
 
   [[nodiscard]] Place PlaceOf(const SectionPlace& place) const {
-    return {(place.offset - m_drawing.left) * m_across, (m_drawing.top - place.height) * m_upward};
+    return {(place.offset - m_drawing.left) * m_scale.Across(), (m_drawing.top - place.height) * m_scale.Upward()};
   }
 
   void AddLine(std::string& svg, const DrawnLine& line) const {
@@ -158,15 +157,13 @@ class SvgSheet {
     const std::string x = Mm(place.x);
     const std::string y = Mm(place.y);
     svg += "<text x=\"" + x + "\" y=\"" + y + "\" font-size=\"" + Mm(text.sizeMm) + '"';
-    if (text.anchor == DrawnText::Anchor::Middle) svg += " text-anchor=\"middle\"";
-    if (text.anchor == DrawnText::Anchor::End) svg += " text-anchor=\"end\"";
+    if (text.anchor != DrawnText::Anchor::Start) svg.append(" text-anchor=\"").append(WordOf(text.anchor)) += '"';
     if (text.angle != 0.0) svg += " transform=\"rotate(" + Mm(-text.angle) + ' ' + x + ' ' + y + ")\"";
     svg += '>' + Escaped(text.text) + "</text>\n";
   }
 
   const SectionDrawing& m_drawing;
-  double m_across;
-  double m_upward;
+  PaperScale m_scale;
 };
 
 /// The titles of the drawing, which say what it shows to those who do not see it.

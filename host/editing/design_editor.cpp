@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/document/design_path.h"
+#include "host/document/input_values.h"
 #include "host/document/target_codes.h"
 #include "host/editing/edit_pieces.h"
 #include "host/editing/point_positions.h"

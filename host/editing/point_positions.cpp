@@ -1,6 +1,5 @@
 #include "host/editing/point_positions.h"
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -107,14 +106,6 @@ bool ExpressStart(VornComposedPnt& start) {
 }
 
 }  // namespace
-
-bool IsPlaced(const VornBuildForm& form) {
-  const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
-  return std::all_of(points.begin(), points.end(), [&](const VornComposedPnt& point) {
-    const bool isLooseStart = &point == points.GetData() && !point.IsCenter();
-    return isLooseStart || (point.GetCLDist().IsSet() && point.GetGh().IsSet());
-  });
-}
 
 int ExpressPositions(VornBuildForm& form) {
   Vorn_ComposedPntArray& points = form.GetComposedPntArray();

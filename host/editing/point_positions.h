@@ -7,10 +7,6 @@ namespace vorn_host {
 /// Positions farther apart than this, in metres, are a change: less is rounding to the decimals of a document.
 inline constexpr double kChangedPosition = 1e-4;
 
-/// Whether every point of a form has a distance and a height. A start point that is no centre point may lack them:
-/// nothing places it.
-[[nodiscard]] bool IsPlaced(const VornBuildForm& form);
-
 /// Gives the points of a form the input values that lead to their positions, after points were inserted, removed,
 /// moved or put into another order: a document holds the input values only. Values that lead there as they are stay;
 /// the others keep their reading (percent, ratio) where its decimals allow. Each point is placed from where the point

@@ -72,20 +72,20 @@ std::optional<std::string> ReasonToKeep(const fs::path& path, const std::string&
   return Utf8Text(path) + " is the name of a project, which " + what + " is not";
 }
 
-bool IsWrittenAsProject(const fs::path& path) {
+DesignKind KindToWrite(const fs::path& path) {
   const fs::path target = ThroughLinks(path);
-  if (IsProjectName(target)) return true;
+  if (IsProjectName(target)) return DesignKind::Project;
   if (IsProjectName(path)) {
     RequireNoDocument(path, target);
-    return true;
+    return DesignKind::Project;
   }
-  if (!HoldsProject(path)) return false;
+  if (!HoldsProject(path)) return DesignKind::Document;
   if (EndsWith(path, ".xml")) {
     throw DocumentError(Utf8Text(path) +
                         ": this file is a project, although it is named like a document; a document in "
                         "its place would lose the project's road data");
   }
-  return true;
+  return DesignKind::Project;
 }
 
 DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOptions& options) {
@@ -102,7 +102,7 @@ DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOpti
 
 DesignFile::WriteReport DesignFile::Write(const fs::path& path, const WriteOptions& options) && {
   WriteReport report;
-  if (!(options.asProject ? *options.asProject : IsWrittenAsProject(path))) {
+  if ((options.kind ? *options.kind : KindToWrite(path)) == DesignKind::Document) {
     report.document = design.Write(path, options.document);
     report.roadDataLeft = project && project->HoldsRoadData();
     return report;

@@ -21,11 +21,14 @@ namespace vorn_host {
 /// @param what is to be written, "the drawing"
 [[nodiscard]] std::optional<std::string> ReasonToKeep(const std::filesystem::path& path, const std::string& what);
 
-/// Whether a design is written into that file as a project: it or the file that it leads to is named like one, or is
-/// one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a document,
-/// since a document in its place would lose all its road data, and when a link is named like a project and leads to a
-/// document or to a file named like one, which would become a project.
-[[nodiscard]] bool IsWrittenAsProject(const std::filesystem::path& path);
+/// The two kinds of file that hold a design.
+enum class DesignKind { Document, Project };
+
+/// What a design is written as into that file: as a project where it or the file that it leads to is named like one, or
+/// is one and not named otherwise (".xml"). Throws `DocumentError` when the file is a project and named like a
+/// document, since a document in its place would lose all its road data, and when a link is named like a project and
+/// leads to a document or to a file named like one, which would become a project.
+[[nodiscard]] DesignKind KindToWrite(const std::filesystem::path& path);
 
 /// A file with a design, whichever of the two kinds it is: a document, or a project, whose design then is worked on as
 /// a document.
@@ -36,8 +39,8 @@ struct DesignFile {
     /// For a project: the store version to write. Without one, that of the project that was read, when it can be
     /// written, else the newest.
     std::string storeVersion;
-    /// `IsWrittenAsProject` of the file, when it has been looked at already.
-    std::optional<bool> asProject;
+    /// `KindToWrite` of the file, when it has been looked at already.
+    std::optional<DesignKind> kind;
   };
   /// What writing a design did.
   struct WriteReport {
@@ -55,7 +58,7 @@ struct DesignFile {
   /// Reads a project when the file is named or begins like one, else a document. Throws `DocumentError`.
   [[nodiscard]] static DesignFile Read(const std::filesystem::path& path, const DesignDocument::ReadOptions& options);
 
-  /// Writes a project or a document (`IsWrittenAsProject`), whole or not at all. A design that was read from a document
+  /// Writes a project or a document (`KindToWrite`), whole or not at all. A design that was read from a document
   /// becomes a new project; what a project holds besides the design is not part of a document. The design is written
   /// from where it is and not needed afterwards. Throws `DocumentError`.
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options) &&;

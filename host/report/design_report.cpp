@@ -51,7 +51,8 @@ Json Kinds() {
 Json Marks() {
   Json marks = Json::array();
   for (const MarkStyle& style : MarkStyles()) {
-    marks.push_back({{"width", style.lineMm},
+    marks.push_back({{"name", style.name},
+                     {"width", style.lineMm},
                      {"filled", style.isFilled},
                      {"radius", style.radiusMm},
                      {"length", style.lengthMm},
@@ -100,7 +101,7 @@ class ReportMaker {
   DesignReport Make(const std::function<void(int done, int total)>& progress) {
     int done = 0;
     for (int set = 0; set < m_document.sets.GetSize(); ++set) {
-      m_setNames.push_back(ToUtf8(m_document.sets[set].GetRefAlign().View()));
+      m_setNames.push_back(ToUtf8(m_document.sets[set].GetRefAlign()));
       for (int section = 0; section < m_document.sets[set].GetXSectionArray().GetSize(); ++section) {
         if (progress) progress(done++, m_report.sections);
         AddSection(set, section);
@@ -195,7 +196,7 @@ class ReportMaker {
     return {{"file", m_options.file},
             {"edition", EditionName(m_document.edition)},
             {"assumed", m_document.assumed},
-            {"workType", ToUtf8(m_document.structureType.GetTypeStr().View())},
+            {"workType", ToUtf8(m_document.structureType.GetTypeStr())},
             {"language", LanguageCode(m_options.language)},
             {"errors", m_report.errors},
             {"notes", m_report.notes},

@@ -5,11 +5,13 @@
 #include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/drawing/paper.h"
+#include "host/drawing/section_words.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_host {
@@ -89,7 +91,7 @@ Json ToJson(const DrawnText& text, const Sheet& sheet) {
   Json row = {static_cast<int>(text.kind),
               text.form,
               text.target,
-              static_cast<int>(text.anchor),
+              WordOf(text.anchor),
               Degrees(text.angle),
               Millimetres(text.sizeMm),
               Millimetres(text.alongMm),
@@ -154,11 +156,12 @@ Json TakenWords(Json& english, Json& japanese) {
 // --- the section -----------------------------------------------------------------------------------------------------
 
 /// Null for a point that has no place: the indices of the others stay.
-Json ToJson(const ViewPoint& point, const Sheet& sheet) {
+/// @param kinds of the lines that end at the point
+Json ToJson(const ViewPoint& point, const std::set<DrawingKind>& kinds, const Sheet& sheet) {
   if (!IsFinite(point.place)) return nullptr;
   Json row = {point.code,
               point.from,
-              static_cast<int>(point.part),
+              WordOf(point.part),
               point.side,
               point.input,
               point.grade,
@@ -167,16 +170,32 @@ Json ToJson(const ViewPoint& point, const Sheet& sheet) {
               Metres(point.place.offset),
               Metres(point.place.height)};
   sheet.AddPlace(row, point.place);
+  row.push_back(kinds);
   return row;
+}
+
+/// For every point of a form the kinds of the lines that end there: the point is seen with any of them. Where no line
+/// does, that of the line which would lead to it.
+std::vector<std::set<DrawingKind>> KindsAtPoints(const ViewForm& form) {
+  std::vector<std::set<DrawingKind>> kinds(form.points.size());
+  for (const std::vector<int>& line : form.lines) {
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      for (const int end : {line[i - 1], line[i]}) {
+        kinds[static_cast<std::size_t>(end)].insert(SegmentKind(form, line[i - 1], line[i]));
+      }
+    }
+  }
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    if (kinds[i].empty()) kinds[i].insert(KindOf(form.role, form.points[i].part));
+  }
+  return kinds;
 }
 
 Json ToJson(const ViewForm& form, const Sheet& sheet) {
   Json points = Json::array();
-  for (const ViewPoint& point : form.points) points.push_back(ToJson(point, sheet));
-  return {{"name", form.name},
-          {"type", form.xSectType},
-          {"role", static_cast<int>(form.role)},
-          {"points", std::move(points)}};
+  const std::vector<std::set<DrawingKind>> kinds = KindsAtPoints(form);
+  for (std::size_t i = 0; i < kinds.size(); ++i) points.push_back(ToJson(form.points[i], kinds[i], sheet));
+  return {{"name", form.name}, {"type", form.xSectType}, {"points", std::move(points)}};
 }
 
 Json ToJson(const ViewGround& ground, const Sheet& sheet) {
@@ -187,7 +206,7 @@ Json ToJson(const ViewGround& ground, const Sheet& sheet) {
     sheet.AddPlace(row, place);
     points.push_back(std::move(row));
   }
-  return {{"name", ground.name}, {"points", std::move(points)}};
+  return {{"name", ground.name}, {"kind", DrawingKind::Ground}, {"points", std::move(points)}};
 }
 
 /// Where the form or point with an index in the document stands among those shown; -1 where it is left out.

@@ -108,8 +108,8 @@ class File {
     return OnFile(vorn_host::Utf8Text(path), [&] {
       const LibraryTurn turn;
       DesignFile::WriteOptions settled = options;
-      settled.asProject = vorn_host::IsWrittenAsProject(path);
-      const Rebuilds rebuilds = *settled.asProject ? Rebuilds::Collections : Rebuilds::Nothing;
+      settled.kind = vorn_host::KindToWrite(path);
+      const Rebuilds rebuilds = settled.kind == vorn_host::DesignKind::Project ? Rebuilds::Collections : Rebuilds::Nothing;
       DesignDocument& design = PrepareEdit(*m_design, rebuilds);
       Project* const project = m_project ? &PrepareEdit(**m_project, rebuilds) : nullptr;
       const BusyMark busyDesign(*m_design);
@@ -127,7 +127,7 @@ class File {
     file.design = std::move(design);
     if (project) file.project = std::move(*project);
     const auto putBack = [&] {
-      design = *options.asProject ? file.project->GiveDesign() : std::move(file.design);
+      design = options.kind == vorn_host::DesignKind::Project ? file.project->GiveDesign() : std::move(file.design);
       if (project) *project = *std::move(file.project);
     };
     try {

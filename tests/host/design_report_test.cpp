@@ -147,7 +147,7 @@ TEST(SectionReportJson, WritesMarksAndTexts) {
   drawing.texts.push_back(text);
   const Json json = JsonOf(ReportOf(drawing))["drawing"];
   EXPECT_EQ(json["marks"], (Json{{10, 1, 3, 3, 33.333, 0.0, 0.0}}));
-  EXPECT_EQ(json["texts"], (Json{{9, 7, -1, 2, -1.5, 2.5, -1.2, 0.8, "1:1.5", 10.0, -10.0}}));
+  EXPECT_EQ(json["texts"], (Json{{9, 7, -1, "end", -1.5, 2.5, -1.2, 0.8, "1:1.5", 10.0, -10.0}}));
 }
 
 TEST(SectionReportJson, LeavesOutWhatHasNoPlace) {
@@ -209,9 +209,35 @@ TEST(SectionReportJson, TellsOfAPointWhatTheViewKnows) {
   const Json form = JsonOf(report)["forms"][0];
   EXPECT_EQ(form["name"], "路面");
   EXPECT_EQ(form["type"], "盛土工");
-  EXPECT_EQ(form["role"], 1);
   EXPECT_EQ(form["points"][1],
-            (Json{"L1", 0, 3, "Left", "3.500 m, -1.501 %", "-1.5%", 0, 1, -3.5, 9.9475, -35.0, 0.525}));
+            (Json{"L1", 0, "berm", "Left", "3.500 m, -1.501 %", "-1.5%", 0, 1, -3.5, 9.9475, -35.0, 0.525, {2}}));
+}
+
+TEST(SectionReportJson, TellsOfAPointTheLinesThatEndThere) {
+  SectionReport report = ReportOf(EmptyDrawing());
+  ViewForm form;
+  form.role = FormRole::DesignSurface;
+  // The sides alternate: whatever a point is placed from, its neighbours on the line are those of its side.
+  for (const SectionPart part : {SectionPart::Start, SectionPart::Roadbed, SectionPart::Roadbed, SectionPart::Slope,
+                                 SectionPart::Slope, SectionPart::Berm}) {
+    form.points.push_back(PointAt(0.0, 10.0));
+    form.points.back().part = part;
+    form.points.back().from = 0;
+  }
+  form.lines = {{3, 1, 0, 2, 4}};
+  report.view.forms = {form};
+  report.view.grounds.push_back({"G", {{0.0, 9.0}}});
+  const Json json = JsonOf(report);
+  const auto kindsAt = [&](int point) { return json["forms"][0]["points"][point].back(); };
+  const int surface = static_cast<int>(DrawingKind::DesignSurface);
+  const int slope = static_cast<int>(DrawingKind::Slope);
+  EXPECT_EQ(kindsAt(0), Json::array({surface}));
+  EXPECT_EQ(kindsAt(1), Json::array({surface, slope}));
+  EXPECT_EQ(kindsAt(2), Json::array({surface, slope}));
+  EXPECT_EQ(kindsAt(3), Json::array({slope}));
+  EXPECT_EQ(kindsAt(4), Json::array({slope}));
+  EXPECT_EQ(kindsAt(5), Json::array({slope})) << "no line: that of what leads to it";
+  EXPECT_EQ(json["grounds"][0]["kind"], static_cast<int>(DrawingKind::Ground));
 }
 
 TEST(SectionReportJson, TellsOfTargetsFindingsAndNotes) {

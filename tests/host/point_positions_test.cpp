@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "host/document/input_values.h"
 #include "tests/host/documents.h"
 
 namespace vorn_host {

@@ -44,14 +44,16 @@ class Search {
   }
 }
 
-/** How each kind of piece is drawn, by its number; `level` tells what lies above what. And how each shape of marks is. */
+/**
+ * How each kind of piece is drawn, by its number; `level` tells what lies above what. And how each shape of marks is, by
+ * its number as well.
+ */
 function stylesOf({ kinds, marks }) {
-  const styles = [];
+  const byNumber = [];
   kinds.forEach((style, level) => {
-    styles[style.kind] = { ...style, level };
+    byNumber[style.kind] = { ...style, level };
   });
-  styles.marks = marks.map((mark) => ({ ...mark, path: pathOf(mark) }));
-  return styles;
+  return { kinds: byNumber, marks: marks.map((mark) => ({ ...mark, path: pathOf(mark) })) };
 }
 
 /** A mark as a path around its place, in millimetres on paper: a circle, or a triangle that points at it from the left. */
@@ -144,8 +146,8 @@ function drawingOf({ drawing, japanese, words }) {
 function pointOf(section, form, at) {
   const row = section.forms[form]?.points[at];
   if (!row) return null;
-  const [code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y] = row;
-  return { form, at, code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y };
+  const [code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y, kinds] = row;
+  return { form, at, code, from, part, side, input, grade, exists, isCrossing, offset, height, x, y, kinds };
 }
 
 /** Whether two of them are the same point; places tell points of the ground apart. */
@@ -153,35 +155,12 @@ function isSamePoint(one, other) {
   return one.form === other.form && one.at === other.at && one.x === other.x && one.y === other.y;
 }
 
-const ROLES = { designSurface: 0, layer: 1 };
-const PARTS = { slope: 2, berm: 3 };
-
-/** The layer of the line that leads to a point. */
-function layerOf(role, part) {
-  if (role === ROLES.layer) return 'pavement-layer';
-  if (role !== ROLES.designSurface) return 'other-form';
-  return part === PARTS.slope || part === PARTS.berm ? 'slope' : 'design-surface';
-}
-
-/** For every point of a form the layers of the lines that meet there. */
-function layersOf({ role, points }) {
-  const layers = points.map(() => new Set());
-  points.forEach((row, at) => {
-    if (!row) return;
-    const [, from, part] = row;
-    for (const end of [at, from]) layers[end]?.add(layerOf(role, part));
-  });
-  return layers;
-}
-
-/** Every point that has a place, form after form, then those of the existing ground. */
+/** Every point that has a place, form after form, then those of the existing ground; `kinds` of the lines that end there. */
 function pointsOf(section) {
   const points = [];
-  section.forms.forEach((form, f) => {
-    const layers = layersOf(form);
-    form.points.forEach((row, p) => row && points.push({ ...pointOf(section, f, p), layers: layers[p] }));
-  });
+  section.forms.forEach((form, f) =>
+    form.points.forEach((row, p) => row && points.push(pointOf(section, f, p))));
   section.grounds.forEach((ground, g) => ground.points.forEach(([offset, height, x, y]) =>
-    points.push({ form: -1, at: -1, ground: g, offset, height, x, y, layers: new Set(['ground']) })));
+    points.push({ form: -1, at: -1, ground: g, offset, height, x, y, kinds: [ground.kind] })));
   return points;
 }

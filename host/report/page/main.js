@@ -53,7 +53,7 @@ class Page {
 
   showLayers() {
     const legend = at('layers').querySelector('legend');
-    at('layers').replaceChildren(legend, ...this.design.styles.map((style) => {
+    at('layers').replaceChildren(legend, ...this.design.styles.kinds.map((style) => {
       const box = make('input', { type: 'checkbox', 'data-layer': style.name });
       box.checked = !document.body.classList.contains(`without-${style.name}`);
       return make('label', { class: 'check' }, box, legendOf(style, this.design.styles), speech.words.layerNames[style.name]);
@@ -194,8 +194,8 @@ class Page {
 
   /** The points that are seen: what is switched off does not answer the pointer. */
   shownPoints() {
-    const isShown = (layer) => !document.body.classList.contains(`without-${layer}`);
-    return this.points.filter(({ layers }) => [...layers].some(isShown));
+    const isShown = (kind) => !document.body.classList.contains(`without-${this.design.styles.kinds[kind].name}`);
+    return this.points.filter(({ kinds }) => kinds.some(isShown));
   }
 
   /** The other points that are seen at the place of a point. */

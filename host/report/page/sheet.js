@@ -9,8 +9,6 @@ function makeSvg(name, attributes = {}, ...children) {
   return element;
 }
 
-const ANCHORS = ['start', 'middle', 'end'];
-
 /** A colour of equal hue for a dark background: as light as it is dark on white. */
 function onDark(color) {
   const [red, green, blue] = [1, 3, 5].map((at) => parseInt(color.slice(at, at + 2), 16) / 255);
@@ -24,8 +22,8 @@ function onDark(color) {
  * The rules for every kind of piece. Weights are millimetres on paper; --unit is what one of them is on the sheet.
  * A layer that is switched off is off in print as well.
  */
-function styleRules(styles) {
-  const rules = styles.map(({ name, line, width, dashes, text }) => {
+function styleRules({ kinds }) {
+  const rules = kinds.map(({ name, line, width, dashes, text }) => {
     const lengths = dashes.map((length) => `calc(var(--unit) * ${length}px)`).join(' ');
     return `.${name} { --line: ${line}; --text-color: ${text}; --width: ${width}; ${lengths && `--dashes: ${lengths};`} }
       @media screen and (prefers-color-scheme: dark) { .${name} { --line: ${onDark(line)}; --text-color: ${onDark(text)}; } }
@@ -41,11 +39,9 @@ function markOf({ path, width, filled }, attributes) {
   return makeSvg('path', { ...attributes, d: path, 'stroke-width': width, class: `${attributes.class} ${look}` });
 }
 
-/** Shapes of marks, by their numbers in the drawing. */
-const SHAPES = { point: 0, crossing: 1 };
 /** Kinds that are told by a mark or by letters rather than by a line. */
 const SAMPLES = {
-  crossing: { shape: SHAPES.crossing }, code: { shape: SHAPES.point }, grade: { letters: '1:1.5' }, title: { letters: 'A' },
+  crossing: { shape: 'cross' }, code: { shape: 'point' }, grade: { letters: '1:1.5' }, title: { letters: 'A' },
 };
 
 /** What a kind looks like on the sheet, for a legend: its line with its weight and dashes, its mark, or its letters. */
@@ -56,8 +52,8 @@ function legendOf({ name }, styles) {
     const text = makeSvg('text', { class: `${name} text`, 'font-size': 3, 'text-anchor': 'middle', y: 1.1 });
     text.textContent = letters;
     legend.append(text);
-  } else if (shape !== undefined) {
-    legend.append(markOf(styles.marks[shape], { class: name }));
+  } else if (shape) {
+    legend.append(markOf(styles.marks.find((mark) => mark.name === shape), { class: name }));
   } else {
     legend.append(makeSvg('path', { class: `${name} line`, d: 'M-6.5 0H6.5' }));
   }
@@ -103,7 +99,7 @@ class Sheet {
 
   /** Pieces in the order in which they lie on each other. */
   upward(pieces) {
-    return [...pieces].sort(([first], [second]) => this.styles[first].level - this.styles[second].level);
+    return [...pieces].sort(([first], [second]) => this.styles.kinds[first].level - this.styles.kinds[second].level);
   }
 
   /** Lines of one owner are one path: thousands of hatches are as quick as one. Those of targets are easy to hit. */
@@ -113,7 +109,7 @@ class Sheet {
       const key = `${kind} ${form} ${target}`;
       let d = paths.get(key)?.d ?? '';
       for (let i = 0; i < places.length; i += 2) d += `${i === 0 ? 'M' : 'L'}${places[i]} ${places[i + 1]}`;
-      paths.set(key, { d, owner: this.ownerOf(this.styles[kind].name, form, target), isTarget: target >= 0 });
+      paths.set(key, { d, owner: this.ownerOf(this.styles.kinds[kind].name, form, target), isTarget: target >= 0 });
     }
     for (const { d, owner, isTarget } of paths.values()) {
       if (isTarget) this.lines.append(makeSvg('path', { ...owner, d, class: `${owner.class} grip` }));
@@ -122,26 +118,26 @@ class Sheet {
   }
 
   addMark([kind, form, target, shape, angle, x, y]) {
-    const owner = this.ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles.kinds[kind].name, form, target);
     this.place(markOf(this.styles.marks[shape], owner), x, y, -angle);
   }
 
   /** A line from beside a measured place to its dimension line. */
   addExtension([kind, form, target, x, y, besideX, besideY, endX, endY]) {
-    const owner = this.ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles.kinds[kind].name, form, target);
     const elements = ['grip', 'line'].map((look) => makeSvg('path', { ...owner, class: `${owner.class} ${look}` }));
     this.extensionLines.append(...elements);
     this.extensions.push({ elements, x, y, besideX, besideY, endX, endY });
   }
 
   addLeader([kind, form, target, x, y, ...places]) {
-    const owner = this.ownerOf(this.styles[kind].name, form, target);
+    const owner = this.ownerOf(this.styles.kinds[kind].name, form, target);
     this.place(makeSvg('path', { ...owner, d: `M${places.join(' ')}`, class: `${owner.class} line` }), x, y);
   }
 
   addText([kind, form, target, anchor, angle, size, along, lift, content, x, y]) {
-    const owner = this.ownerOf(this.styles[kind].name, form, target);
-    const look = { class: `${owner.class} text`, 'font-size': size, 'text-anchor': ANCHORS[anchor] };
+    const owner = this.ownerOf(this.styles.kinds[kind].name, form, target);
+    const look = { class: `${owner.class} text`, 'font-size': size, 'text-anchor': anchor };
     const text = makeSvg('text', { ...owner, ...look });
     text.textContent = content;
     this.place(text, x, y, -angle, along, -lift);

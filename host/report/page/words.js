@@ -34,7 +34,7 @@ const WORDS = {
     elsewhere: (station, isBehindChange) => `at station ${station}${isBehindChange ? `, ${WORDS.en.behindChange}` : ''}`,
     withoutCode: 'no code',
     alsoHere: 'also here', broken: 'This part of the page cannot be read; the file may be damaged.',
-    parts: ['Start', 'Roadbed', 'Slope', 'Berm', 'Other'], sides: {}, kinds: {},
+    parts: { start: 'Start', roadbed: 'Roadbed', slope: 'Slope', berm: 'Berm', other: 'Other' }, sides: {}, kinds: {},
     items: { SlopeLength: 'Slope length', XSectArea: 'Section area' },
     workTypes: { RE_CutWork: 'Cut', RE_FillWork: 'Fill' },
     layerNames: {
@@ -76,7 +76,7 @@ const WORDS = {
     elsewhere: (station, isBehindChange) => `測点 ${station}${isBehindChange ? `、${WORDS.ja.behindChange}` : ''}`,
     withoutCode: 'コードなし',
     alsoHere: '同じ位置', broken: 'ページのこの部分を読めません。ファイルが壊れている可能性があります。',
-    parts: ['起点', '路体', '法面', '小段', 'その他'],
+    parts: { start: '起点', roadbed: '路体', slope: '法面', berm: '小段', other: 'その他' },
     sides: { Center: '中心', Left: '左', Right: '右' },
     items: {
       Width: '幅員', Height: '基準高', SlopeLength: '法長', Thickness: '厚さ', Depth: '深さ', Length: '延長', XSectArea: '断面積', Area: '面積',
