@@ -93,10 +93,11 @@ bool IsXmlName(std::string_view text) {
 bool IsDocumentType(const std::string& text) {
   const std::string written = "<!DOCTYPE " + text + ">";
   pugi::xml_document tree;
-  const bool isRead =
+  const pugi::xml_parse_result result =
       tree.load_buffer(written.data(), written.size(), pugi::parse_doctype | pugi::parse_fragment, pugi::encoding_utf8);
+  RequireMemory(result);
   const pugi::xml_node first = tree.first_child();
-  return isRead && first.type() == pugi::node_doctype && first.value() == text && !first.next_sibling();
+  return result && first.type() == pugi::node_doctype && first.value() == text && !first.next_sibling();
 }
 
 /// Whether bytes are UTF-8 by the rule that holds for documents.

@@ -11,8 +11,9 @@ namespace vorn_host {
 /// place in it and the reason.
 class DocumentError : public std::runtime_error {
  public:
-  /// An error with that sentence.
-  explicit DocumentError(const std::string& message) : std::runtime_error(message) {}
+  /// An error with that sentence, of which the middle is left out where it is longer than any path and what is said of
+  /// it: names in a file can be of any length.
+  explicit DocumentError(const std::string& message);
 };
 
 /// A character that the encoding of the model or of the file cannot hold. Reading or writing with `lossy` replaces it

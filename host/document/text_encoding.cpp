@@ -219,10 +219,10 @@ std::size_t CountCharacters(std::string_view utf8) {
 
 void RequireMarkup(std::string_view text, const std::string& name) {
   const std::size_t first = text.find_first_not_of(kXmlBlanks);
-  if (first == std::string_view::npos || text[first] != '<') ThrowNoXml(name);
+  if (first == std::string_view::npos || text[first] != '<') {
+    throw DocumentError(name + ": this is not an XML document");
+  }
 }
-
-void ThrowNoXml(const std::string& name) { throw DocumentError(name + ": this is not an XML document"); }
 
 std::string DescribeCharacter(char32_t codePoint) {
   std::array<char, 16> code{};

@@ -51,8 +51,6 @@ struct TextPosition {
 /// Throws a `DocumentError` for bytes that do not even begin like markup: a picture, an archive.
 /// @param name stands for the file
 void RequireMarkup(std::string_view text, const std::string& name);
-/// Throws that error.
-[[noreturn]] void ThrowNoXml(const std::string& name);
 
 /// A character as messages show it: "é (U+00E9)".
 [[nodiscard]] std::string DescribeCharacter(char32_t codePoint);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
@@ -13,6 +14,11 @@ namespace vorn_host {
 template <typename Range, typename Value>
 bool Contains(const Range& range, const Value& value) {
   return std::find(std::begin(range), std::end(range), value) != std::end(range);
+}
+
+/// Memory that ran out while a text was parsed is no fault of the text: throws `std::bad_alloc`.
+inline void RequireMemory(const pugi::xml_parse_result& result) {
+  if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
 }
 
 /// Whether a node is a piece of text, as character data or as a section of it.

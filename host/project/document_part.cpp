@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "host/document/document_error.h"
+#include "host/document/xml_nodes.h"
 
 namespace vorn_host {
 
@@ -129,6 +130,7 @@ DocumentPart DocumentPart::Parse(std::string_view text, const std::string& name)
   const Reader reader(name);
   pugi::xml_document tree;
   const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+  RequireMemory(result);
   if (!result) reader.Damaged(result.description());
   const pugi::xml_node element = tree.child(kDocumentElement);
   if (!element) reader.Damaged("there is no document");

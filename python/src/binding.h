@@ -13,6 +13,7 @@
 #include "python/src/casters.h"
 #include "python/src/node.h"
 #include "python/src/sequence.h"
+#include "vorn/framework/identifier.h"
 
 /// What the bindings of all classes share: how values, members and collections become attributes, and how work that
 /// depends on the library's process-wide edition takes its turn.
@@ -107,12 +108,9 @@ void Flag(Class<Type>& cls, const char* name, Value (Base::*get)() const, void (
       [set](Type& object, bool value) { (object.*set)(value ? 1 : 0); }, doc);
 }
 
-/// An identifier that is not assigned.
-inline constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
-
 /// `None` for an identifier that is not assigned.
 [[nodiscard]] inline std::optional<std::uint32_t> AssignedOrNone(std::uint32_t id) {
-  return id == kUnassigned ? std::nullopt : std::optional(id);
+  return id == kVornNoID ? std::nullopt : std::optional(id);
 }
 
 /// An identifier, `None` while it is not assigned.
@@ -121,7 +119,7 @@ void Identifier(Class<Type>& cls, const char* name, Value (Base::*get)() const, 
                 const char* doc) {
   Attribute(
       cls, name, [get](const Type& object) { return AssignedOrNone((object.*get)()); },
-      [set](Type& object, std::optional<std::uint32_t> id) { (object.*set)(id.value_or(kUnassigned)); }, doc);
+      [set](Type& object, std::optional<std::uint32_t> id) { (object.*set)(id.value_or(kVornNoID)); }, doc);
 }
 
 /// A value that can only be read.

@@ -79,11 +79,11 @@ void AddRoleIdentifiers(Class<VornComposedPnt>& cls, const RoleNames& names) {
   Attribute(
       cls, names.Name("pair_id").c_str(),
       [role](const Point& point) { return AssignedOrNone(point.GetDekiPairID(role)); },
-      [role](Point& point, std::optional<std::uint32_t> id) { point.SetDekiPairID(id.value_or(kUnassigned), role); },
+      [role](Point& point, std::optional<std::uint32_t> id) { point.SetDekiPairID(id.value_or(kVornNoID), role); },
       names.Doc("Identifier of the as-built pair, None for none").c_str());
   Attribute(
       cls, names.Name("form_id").c_str(), [role](const Point& point) { return AssignedOrNone(point.FormID(role)); },
-      [role](Point& point, std::optional<std::uint32_t> id) { point.FormID(role) = id.value_or(kUnassigned); },
+      [role](Point& point, std::optional<std::uint32_t> id) { point.FormID(role) = id.value_or(kVornNoID); },
       names.Doc("Identifier of the build form that owns the point, None for none").c_str());
 }
 

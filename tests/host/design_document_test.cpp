@@ -371,9 +371,21 @@ TEST(MalformedDocument, NamesAControlCharacter) {
             "design.xml: line 2, column 4: the control character (U+0001) is not allowed");
 }
 
+TEST(MalformedDocument, NamesAZeroByteAsAFileHasThatWasNotWrittenToItsEnd) {
+  EXPECT_EQ(
+      ReadError(Lines("<b/></tsf:A>") + std::string(100, '\0')),
+      "design.xml: line 2, column 13: a zero byte is not allowed; a file that was not written to its end has such");
+}
+
+TEST(MalformedDocument, IsToldInASentenceHoweverLongItsNamesAre) {
+  const std::string error = ReadError("<?xml version='1.0' encoding='" + std::string(100'000, 'x') + "'?><a/>");
+  EXPECT_LT(error.size(), 6000u);
+  EXPECT_THAT(error, AllOf(HasSubstr("design.xml: line 1: the encoding"), HasSubstr("is not supported")));
+}
+
 TEST(MalformedDocument, IsWhatIsNoXmlAtAll) {
   for (const std::string& text : {std::string("PK\x03\x04"), std::string("%PDF-1.7"), std::string("{\"a\": 1}"),
-                                  std::string(" \n "), std::string("<a>\0</a>", 8), std::string("\xEF\xBB\xBF")}) {
+                                  std::string(" \n "), std::string("\0\0<a/>", 6), std::string("\xEF\xBB\xBF")}) {
     EXPECT_EQ(ReadError(text), "design.xml: this is not an XML document");
   }
 }
