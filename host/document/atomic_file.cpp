@@ -48,8 +48,12 @@ std::error_code LastError() { return {errno, std::generic_category()}; }
 /// What a file is opened for: what it holds stays as it is, or nothing else, or there must be no such file yet.
 enum class Opening { Read, Overwrite, Create };
 
+/// Who may read and write a file that is made: all whom the system's settings let, or only its owner as long as it has
+/// not got the rights of the file that it replaces.
+enum class Rights { Usual, OwnerOnly };
+
 /// A file of bytes, none of which the C library may change; null, with `errno` set, where it cannot be opened.
-File TryOpen(const fs::path& place, Opening opening) {
+File TryOpen(const fs::path& place, Opening opening, [[maybe_unused]] Rights rights = Rights::Usual) {
   errno = 0;
 #ifdef _WIN32
   // Names are UTF-16 here, and not every runtime knows the mode that creates.
@@ -61,14 +65,20 @@ File TryOpen(const fs::path& place, Opening opening) {
   if (!file) _close(handle);
   return file;
 #else
-  constexpr const char* kModes[] = {"rb", "wb", "wbx"};
-  return File(std::fopen(place.c_str(), kModes[static_cast<int>(opening)]));
+  constexpr int kFlags[] = {O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, O_WRONLY | O_CREAT | O_EXCL};
+  const int handle = open(place.c_str(), kFlags[static_cast<int>(opening)] | O_CLOEXEC,
+                          rights == Rights::OwnerOnly ? S_IRUSR | S_IWUSR : 0666);
+  if (handle < 0) return nullptr;
+  File file(fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
+  if (!file) close(handle);
+  return file;
 #endif
 }
 
 /// Opens a file; messages name `path`, which is what the user asked for.
-File Open(const fs::path& place, Opening opening, const fs::path& path, const char* what) {
-  File file = TryOpen(place, opening);
+File Open(const fs::path& place, Opening opening, const fs::path& path, const char* what,
+          Rights rights = Rights::Usual) {
+  File file = TryOpen(place, opening, rights);
   if (!file) ThrowFileError(path, what, LastError());
   return file;
 }
@@ -330,8 +340,8 @@ class TemporaryFile {
   [[nodiscard]] const fs::path& Path() const { return m_path; }
 
   /// Makes the file, which must not be there yet: what another program made is not ours to overwrite.
-  File Create(const fs::path& path) {
-    File file = Open(m_path, Opening::Create, path, "cannot be written in its directory");
+  File Create(const fs::path& path, Rights rights) {
+    File file = Open(m_path, Opening::Create, path, "cannot be written in its directory", rights);
     m_isOurs = true;
     return file;
   }
@@ -360,32 +370,44 @@ class TemporaryFile {
   bool m_isOurs = false;
 };
 
-/// Whether the file itself may be written: a read-only file is protected, although its directory would let another
-/// one be put in its place.
-bool IsWritable(const fs::path& path) {
+/// The file itself has to be writable: a read-only file is protected, although its directory would let another one be
+/// put in its place.
+void RequireWritable(const fs::path& target, const fs::path& path) {
+  errno = 0;
 #ifdef _WIN32
-  return _waccess(path.c_str(), 2) == 0;
+  if (_waccess(target.c_str(), 2) == 0) return;
 #else
-  return access(path.c_str(), W_OK) == 0;
+  if (access(target.c_str(), W_OK) == 0) return;
 #endif
+  const std::error_code error = LastError();
+  const bool isProtected = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
+  if (isProtected) throw DocumentError(Utf8Text(path) + ": the file is read-only");
+  ThrowFileError(path, "cannot be written", error);
 }
 
 /// Gives the temporary file the rights and, where that is allowed, the owner of the file that it replaces.
-void TakeOver(const fs::path& temporary, const fs::path& former) {
-  std::error_code error;
-  const fs::file_status status = fs::status(former, error);
-  if (!fs::exists(status)) return;
+void CopyRightsAndOwner(const fs::path& temporary, const fs::path& former, const fs::file_status& status,
+                        const fs::path& path) {
 #ifndef _WIN32
   struct stat owner {};
   if (stat(former.c_str(), &owner) == 0 && chown(temporary.c_str(), owner.st_uid, owner.st_gid) != 0) errno = 0;
 #endif
+  std::error_code error;
   fs::permissions(temporary, status.permissions(), error);
+  if (!error) return;
+  // A file system without rights, such as that of a memory stick, gives all files the same ones.
+  std::error_code unknown;
+  if (fs::status(temporary, unknown).permissions() == status.permissions()) return;
+  ThrowFileError(path, "the rights of the former file cannot be given to the new one", error);
 }
 
 /// Fills a temporary file that is to replace `former` or to be its copy; `path` is what messages name.
 void Fill(TemporaryFile& temporary, const Producer& produce, const fs::path& former, const fs::path& path) {
-  File file = temporary.Create(path);
-  TakeOver(temporary.Path(), former);
+  std::error_code error;
+  const fs::file_status status = fs::status(former, error);
+  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
+  File file = temporary.Create(path, fs::exists(status) ? Rights::OwnerOnly : Rights::Usual);
+  if (fs::exists(status)) CopyRightsAndOwner(temporary.Path(), former, status, path);
   WriteAll(std::move(file), produce, path);
 }
 
@@ -453,7 +475,7 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   }
 
   const fs::path target = ThroughLinks(path);
-  if (fs::exists(status) && !IsWritable(target)) throw DocumentError(Utf8Text(path) + ": the file is read-only");
+  if (fs::exists(status)) RequireWritable(target, path);
   TidyUpAfterKilledSaves(target);
   TemporaryFile temporary(target);
   Fill(temporary, produce, target, path);
@@ -469,6 +491,21 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
 
 std::string TooLarge(const std::string& name, std::uint64_t most) {
   return name + ": this is larger than " + std::to_string(most) + " bytes, the most that is read";
+}
+
+std::string ReadBeginning(const fs::path& path, std::size_t size) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
+  if (!fs::is_regular_file(status)) return {};
+  const File file = TryOpen(path, Opening::Read);
+  if (!file && errno == ENOENT) return {};  // taken away since it was looked at
+  if (!file) ThrowFileError(path, "cannot be opened", LastError());
+  std::string beginning(size, '\0');
+  errno = 0;
+  beginning.resize(std::fread(beginning.data(), 1, size, file.get()));
+  if (std::ferror(file.get()) != 0) ThrowFileError(path, "cannot be read", LastError());
+  return beginning;
 }
 
 std::optional<std::string> ReadFileIfThere(const fs::path& path, std::uint64_t most) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -23,8 +24,14 @@ inline constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
 [[nodiscard]] std::optional<std::string> ReadFileIfThere(const std::filesystem::path& path,
                                                          std::uint64_t most = kLargestFile);
 
+/// What a regular file begins with, at most so many bytes; nothing where there is none. Throws `DocumentError` when
+/// that cannot be told: whoever asks what a file is must not take one for none.
+[[nodiscard]] std::string ReadBeginning(const std::filesystem::path& path, std::size_t size);
+
 /// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
+///
+/// Where a file is replaced, the new one has its rights and, where the system allows that, its owner.
 ///
 /// The temporary file of "design.xml" is ".design.xml-" with ten digits and ".tmp". One that a killed program left is
 /// removed by a save of the same file that comes an hour later.

@@ -127,20 +127,21 @@ void ForEachBelowBlank(std::string_view text, Visit&& visit) {
 }
 
 /// Notes where the lines end. Refuses control characters: XML has no form for them, so that nobody could read the
-/// rewritten document. Text with a NUL is none at all.
+/// rewritten document.
 void FindLines(Source& source) {
   std::size_t control = std::string::npos;
   ForEachBelowBlank(source.text, [&](std::size_t at) {
     const char c = source.text[at];
     if (c == '\n') {
       source.lines.AddBreak(at);
-    } else if (c == '\0') {
-      ThrowNoXml(source.name);
-    } else if (IsControlCharacter(c)) {
+    } else if (c == '\0' || IsControlCharacter(c)) {
       control = std::min(control, at);
     }
   });
   if (control == std::string::npos) return;
+  if (source.text[control] == '\0') {
+    source.Malformed(control, "a zero byte is not allowed; a file that was not written to its end has such");
+  }
   const std::string character = DescribeCharacter(static_cast<char32_t>(source.text[control]));
   source.Malformed(control, "the control character " + character + " is not allowed");
 }
@@ -173,6 +174,7 @@ void Parse(Source& source, pugi::xml_document& tree) {
   RequirePlainReferences(source);
   const pugi::xml_parse_result result =
       tree.load_buffer_inplace(source.text.data(), source.text.size(), kParseOptions, pugi::encoding_utf8);
+  RequireMemory(result);
   if (!result) {
     const auto offset = static_cast<std::size_t>(result.offset > 0 ? result.offset : 0);
     source.Malformed(offset, std::string("the document is malformed: ") + result.description());
@@ -356,9 +358,14 @@ DesignDocument DesignDocument::Read(const std::filesystem::path& path, const Rea
   return FromBytes(ReadFile(path, options.mostBytes), Utf8Text(path), options);
 }
 
+bool DesignDocument::IsMarkup(std::string_view content) {
+  const std::size_t first = content.find_first_not_of(std::string_view("\xEF\xBB\xBF\xFE\xFF \t\r\n\0", 10));
+  return first != std::string_view::npos && content[first] == '<';
+}
+
 bool DesignDocument::IsDocument(std::string_view content) {
   pugi::xml_document tree;  // what stands before a fault is in the tree, and the content may end anywhere
-  (void)tree.load_buffer(content.data(), content.size());
+  RequireMemory(tree.load_buffer(content.data(), content.size()));
   const pugi::xml_node root = tree.document_element();
   return std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root);
 }

@@ -59,6 +59,8 @@ class DesignDocument {
   /// Reads the bytes of a document; name stands for the file in messages.
   [[nodiscard]] static DesignDocument FromBytes(std::string bytes, const std::string& name, const ReadOptions& options);
 
+  /// Whether a file's content begins as XML does, in whatever encoding.
+  [[nodiscard]] static bool IsMarkup(std::string_view content);
   /// Whether a file's content begins as a document does, by its root element.
   [[nodiscard]] static bool IsDocument(std::string_view content);
 

@@ -1,7 +1,6 @@
 #include "host/project/design_file.h"
 
 #include <algorithm>
-#include <fstream>
 #include <utility>
 
 #include "host/document/atomic_file.h"
@@ -21,20 +20,9 @@ bool EndsWith(const fs::path& path, const char* ending) {
   return name.Right(CString(ending).GetLength()).CompareNoCase(ending) == 0;
 }
 
-/// What a regular file begins with; empty when there is none.
-std::string BeginningOf(const fs::path& path, std::size_t size) {
-  std::error_code error;
-  if (!fs::is_regular_file(path, error)) return {};
-  std::string beginning(size, '\0');
-  std::ifstream file(path, std::ios::binary);
-  file.read(beginning.data(), static_cast<std::streamsize>(size));
-  beginning.resize(static_cast<std::size_t>(file.gcount()));
-  return beginning;
-}
-
 bool HoldsProject(const fs::path& path) {
   constexpr std::size_t kHead = 8;
-  return ProjectFile::IsProject(BeginningOf(path, kHead));
+  return ProjectFile::IsProject(ReadBeginning(path, kHead));
 }
 
 /// Refuses a link to a document, by its name or by what it holds, that is named like a project.
@@ -61,9 +49,11 @@ std::string VersionToWrite(const std::optional<Project>& project) {
 bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
 
 bool HoldsDesign(const fs::path& path) {
-  constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there
-  const std::string beginning = BeginningOf(path, kBeforeRoot);
-  return ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning);
+  constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there, mostly
+  const std::string beginning = ReadBeginning(path, kBeforeRoot);
+  if (ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning)) return true;
+  if (beginning.size() < kBeforeRoot || !DesignDocument::IsMarkup(beginning)) return false;
+  return DesignDocument::IsDocument(ReadFile(path));
 }
 
 std::optional<std::string> ReasonToKeep(const fs::path& path, const std::string& what) {

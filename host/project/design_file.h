@@ -13,7 +13,8 @@ namespace vorn_host {
 /// Whether a file name is that of a project: it ends with ".vorn", in letters of either case.
 [[nodiscard]] bool IsProjectName(const std::filesystem::path& path);
 
-/// Whether there is a file that holds a design: one that begins as a project or a document does.
+/// Whether there is a file that holds a design: one that begins as a project or a document does. Throws `DocumentError`
+/// when there is a file that cannot be read.
 [[nodiscard]] bool HoldsDesign(const std::filesystem::path& path);
 
 /// Why nothing else may be written in a file's place: it holds a design, or is named like a project or the backup of

@@ -140,6 +140,21 @@ TEST(ReadFileIfThere, TakesAMissingAndAnEmptyFileForWhatTheyAre) {
   EXPECT_THAT(ErrorOf([&] { (void)ReadFileIfThere(directory.Path()); }), HasSubstr("this is a directory"));
 }
 
+TEST(ReadBeginning, GivesNoMoreThanAskedForAndNothingOfWhatIsNoFile) {
+  const TemporaryDirectory directory;
+  directory.Write("a", "content");
+  EXPECT_EQ(ReadBeginning(directory / "a", 3), "con");
+  EXPECT_EQ(ReadBeginning(directory / "a", 30), "content");
+  EXPECT_EQ(ReadBeginning(directory / "missing", 3), "");
+  EXPECT_EQ(ReadBeginning(directory.Path(), 3), "");
+}
+
+#ifndef _WIN32
+TEST(ReadBeginning, DoesNotTakeAFileThatItCannotLookAtForNone) {
+  EXPECT_THAT(ErrorOf([] { (void)ReadBeginning(std::string(5000, 'x'), 3); }), HasSubstr(": cannot be opened: "));
+}
+#endif
+
 // --- writing -------------------------------------------------------------------------------------------------------
 
 TEST(WriteFileAtomically, MakesANewFile) {
@@ -214,6 +229,20 @@ TEST(WriteFileAtomically, KeepsThePermissionsOfTheFile) {
   EXPECT_EQ(fs::status(directory / "a").permissions(),
             fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
 }
+
+#ifndef _WIN32
+TEST(WriteFileAtomically, HidesAPrivateFileAlsoWhileItIsWritten) {
+  const TemporaryDirectory directory;
+  directory.Write("a", "old");
+  fs::permissions(directory / "a", fs::perms::owner_read | fs::perms::owner_write);
+  WriteFileAtomically(directory / "a", [&](const TextSink& write) {
+    write("new");
+    for (const auto& entry : fs::directory_iterator(directory.Path())) {
+      EXPECT_EQ(entry.status().permissions() & (fs::perms::group_all | fs::perms::others_all), fs::perms::none);
+    }
+  });
+}
+#endif
 
 TEST(WriteFileAtomically, FollowsALink) {
   const TemporaryDirectory directory;

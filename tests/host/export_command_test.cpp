@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <string>
 #include <vector>
@@ -130,6 +131,16 @@ TEST_F(ExportCommand, KeepsTargetsThatStandAtNoSection) {
               HasSubstr("\"name\":\"S L1\",\"elsewhere\":{\"station\":30.0,"));
   EXPECT_THAT(Output({"export", design, "-o", Path("x.dxf")}),
               HasSubstr("1 control target stands at no cross section"));
+}
+
+TEST_F(ExportCommand, NeverReplacesADesignBehindALongComment) {
+  const std::string design = Design(OneSection(FillForm()));
+  const std::string text = ReadAll(design);
+  const std::size_t afterDeclaration = text.find("?>") + 2;
+  const std::string other = Path("other.txt");
+  std::ofstream(other, std::ios::binary) << text.substr(0, afterDeclaration) << "<!--" << std::string(100'000, ' ')
+                                         << "-->" << text.substr(afterDeclaration);
+  ExpectFailure({"export", design, "-o", other, "--format", "csv"}, HasSubstr("would replace the design"));
 }
 
 TEST_F(ExportCommand, NeverReplacesTheDesign) {
