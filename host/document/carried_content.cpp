@@ -95,12 +95,16 @@ namespace {
 /// Walks a source document beside the model and takes out what the model does not hold.
 class Collector {
  public:
-  Collector(const DocumentScan& scan, const Vorn_XSectionsArray& sets, bool edition20, CarriedContent::Impl& into)
-      : m_scan(scan), m_sets(sets), m_edition20(edition20), m_into(into) {}
+  Collector(const DocumentScan& scan, const Vorn_XSectionsArray& sets, bool edition20, std::size_t mostItems,
+            CarriedContent::Impl& into)
+      : m_scan(scan), m_sets(sets), m_edition20(edition20), m_mostItems(mostItems), m_into(into) {}
+
+  /// Whether all has been taken; else there was more than allowed, and the rest is not looked at.
+  [[nodiscard]] bool IsWhole() const { return m_into.items.size() <= m_mostItems; }
 
   void CollectBelow(pugi::xml_node element, std::span<const std::string_view> children, bool hasText) {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
-    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = element.first_child(); child && IsWhole(); child = child.next_sibling()) {
       const pugi::xml_node_type type = child.type();
       if (IsText(child) && (hasText || IsBlank(child.value()))) continue;
       const std::string_view name = child.name();
@@ -160,7 +164,8 @@ class Collector {
   }
 
   void CollectAttributes(pugi::xml_node element, const KnownElement& known) {
-    for (pugi::xml_attribute attribute = element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute && IsWhole();
+         attribute = attribute.next_attribute()) {
       const std::string_view name = attribute.name();
       if (Contains(known.attributes, name)) continue;
       CarriedItem item;
@@ -175,6 +180,7 @@ class Collector {
   const DocumentScan& m_scan;
   const Vorn_XSectionsArray& m_sets;
   bool m_edition20;
+  std::size_t m_mostItems;
   CarriedContent::Impl& m_into;
   ElementPath m_path;
 };
@@ -186,8 +192,8 @@ CarriedContent::~CarriedContent() = default;
 CarriedContent::CarriedContent(CarriedContent&&) noexcept = default;
 CarriedContent& CarriedContent::operator=(CarriedContent&&) noexcept = default;
 
-void CarriedContent::Collect(const pugi::xml_document& source, const DocumentScan& scan,
-                             const Vorn_XSectionsArray& sets, bool edition20) {
+bool CarriedContent::Collect(const pugi::xml_document& source, const DocumentScan& scan,
+                             const Vorn_XSectionsArray& sets, bool edition20, std::size_t mostItems) {
   m_impl = std::make_unique<Impl>();
   const pugi::xml_node root = source.document_element();
   m_impl->rootTag = root.name();
@@ -199,7 +205,7 @@ void CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
     if (known != kRootChildren.end() && !Contains(m_impl->rootOrder, *known)) m_impl->rootOrder.push_back(*known);
   }
 
-  Collector collector(scan, sets, edition20, *m_impl);
+  Collector collector(scan, sets, edition20, mostItems, *m_impl);
   bool beforeRoot = true;
   for (const pugi::xml_node node : source.children()) {
     if (node == root) {
@@ -209,6 +215,7 @@ void CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
       collector.Keep(node, beforeRoot ? CarriedItem::Place::BeforeRoot : CarriedItem::Place::AfterRoot, {});
     }
   }
+  return collector.IsWhole();
 }
 
 const std::string& CarriedContent::RootTag() const { return m_impl->rootTag; }

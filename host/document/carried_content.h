@@ -49,12 +49,17 @@ class CarriedContent {
   /// Takes the content over in place of its own.
   CarriedContent& operator=(CarriedContent&&) noexcept;
 
-  /// Takes everything out of a source document that the library leaves alone when reading it.
+  /// How many attributes, comments and elements that are not of the design are carried over unless told otherwise: each
+  /// takes up to a kilobyte with its place, and an element takes all below it along as one.
+  static constexpr std::size_t kMostItems = 2'000'000;
+
+  /// Takes everything out of a source document that the library leaves alone when reading it. False when that is more
+  /// than so many items.
   /// @param scan of the document: elements that hold nothing more are passed over
   /// @param sets the sets read from it: their cross sections may stand in another order than in the document
   /// @param edition20 whether it was read as edition 2.0, where control targets hold text and no points
-  void Collect(const pugi::xml_document& source, const DocumentScan& scan, const Vorn_XSectionsArray& sets,
-               bool edition20);
+  [[nodiscard]] bool Collect(const pugi::xml_document& source, const DocumentScan& scan,
+                             const Vorn_XSectionsArray& sets, bool edition20, std::size_t mostItems = kMostItems);
   /// What is carried over, in the order of the document.
   [[nodiscard]] const std::vector<CarriedItem>& Items() const;
 

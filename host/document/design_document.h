@@ -33,9 +33,11 @@ class DesignDocument {
     std::optional<Edition> assume;
     /// Replace characters that code page 932 cannot hold with 〓 instead of refusing the document.
     bool lossy = false;
-    /// The largest document that is read, in bytes. Reading takes memory in proportion, at worst about a hundred times
-    /// as much (elements of four bytes each): whoever takes documents from strangers sets what the machine can bear.
+    /// The largest document that is read, in bytes. Reading takes memory in proportion: whoever takes documents from
+    /// strangers sets what the machine can bear.
     std::uint64_t mostBytes = kLargestFile;
+    /// How many things that are not of the design a document may hold.
+    std::size_t mostCarriedItems = CarriedContent::kMostItems;
   };
   /// How a document is written.
   struct WriteOptions {

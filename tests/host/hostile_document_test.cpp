@@ -75,6 +75,19 @@ TEST(HostileDocument, WithManySiblingsIsRead) {
   EXPECT_EQ(document.carried.Rows()[0].count, 200'000);
 }
 
+TEST(HostileDocument, WithMoreToCarryOverThanTheHostAllowsIsRefused) {
+  // Two comments, an attribute and an element, which takes along what is below it.
+  const std::string text =
+      Xml(Edition::V41, "<!-- a --><tsf:XSections b=\"\"><tsf:XSection><c><d/></c></tsf:XSection></tsf:XSections>") +
+      "<!-- e -->";
+  DesignDocument::ReadOptions options;
+  options.mostCarriedItems = 4;
+  EXPECT_EQ(DesignDocument::FromBytes(text, "a.xml", options).carried.Items().size(), 4U);
+  options.mostCarriedItems = 3;
+  EXPECT_THAT(ErrorOf([&] { (void)DesignDocument::FromBytes(text, "a.xml", options); }),
+              HasSubstr("a.xml: this holds more than 3 attributes, comments and elements that are not of a design"));
+}
+
 TEST(HostileDocument, LargerThanTheHostAllowsIsRefused) {
   const std::string text = Xml(Edition::V41, "");
   DesignDocument::ReadOptions options;
