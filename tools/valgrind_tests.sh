@@ -13,4 +13,7 @@ check=(valgrind --quiet --error-exitcode=9 --leak-check=full --show-leak-kinds=d
 "${check[@]}" "$build/tests/vorn_tests" --gtest_brief=1 \
   --gtest_filter='-OleDateTime.KeepsEvery*:FixedDecimal.Rounds*AsByHand:SmallText.RefusesFourGibibytes*'
 "${check[@]}" "$build/tests/vorn_host_tests" --gtest_brief=1 --gtest_filter='-HostileDocument.*:ReadFile.Refuses*'
+# In these, memory runs out on purpose.
+"${check[@]}" "$build/tests/vorn_allocation_failure_tests" --gtest_brief=1
+"${check[@]}" "$build/tests/vorn_archive_memory_tests" --gtest_brief=1
 echo "valgrind found nothing"
