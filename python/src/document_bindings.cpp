@@ -95,27 +95,31 @@ DesignDocument NewDocument(Edition edition) {
 void AddReading(Class<DesignDocument>& cls) {
   cls.def_static(
          "read",
-         [](const std::filesystem::path& path, std::optional<Edition> assume, bool lossy) {
-           const DesignDocument::ReadOptions options{assume, lossy};
+         [](const std::filesystem::path& path, std::optional<Edition> assume, bool lossy, std::uint64_t mostBytes) {
+           const DesignDocument::ReadOptions options{assume, lossy, mostBytes};
            return Alone(OnFile(vorn_host::Utf8Text(path),
                                [&] { return WithoutPython([&] { return DesignDocument::Read(path, options); }); }));
          },
          py::arg("path"), py::kw_only(), py::arg("assume") = py::none(), py::arg("lossy") = false,
+         py::arg("most_bytes") = vorn_host::kLargestFile,
          "Reads a document. Other threads go on meanwhile.\n\n"
          ":param assume: edition of a document that is not recognised; without one it is refused\n"
          ":param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing the document\n"
+         ":param most_bytes: a larger one is refused; reading may take a hundred times as much memory\n"
          ":raises DocumentError: it cannot be read")
       .def_static(
           "from_bytes",
-          [](const py::bytes& data, const std::string& name, std::optional<Edition> assume, bool lossy) {
-            const DesignDocument::ReadOptions options{assume, lossy};
+          [](const py::bytes& data, const std::string& name, std::optional<Edition> assume, bool lossy,
+             std::uint64_t mostBytes) {
+            const DesignDocument::ReadOptions options{assume, lossy, mostBytes};
             auto bytes = static_cast<std::string>(data);
             return Alone(OnFile(name, [&] {
               return WithoutPython([&] { return DesignDocument::FromBytes(std::move(bytes), name, options); });
             }));
           },
           py::arg("data"), py::arg("name") = "document.xml", py::kw_only(), py::arg("assume") = py::none(),
-          py::arg("lossy") = false, "Reads the bytes of a document; the name stands for the file in messages.");
+          py::arg("lossy") = false, py::arg("most_bytes") = vorn_host::kLargestFile,
+          "Reads the bytes of a document as `read` does; the name stands for the file in messages.");
 }
 
 void AddWriting(Class<DesignDocument>& cls) {

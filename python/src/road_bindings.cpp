@@ -1,5 +1,10 @@
+#include <string>
+#include <tuple>
+#include <vector>
+
 #include "python/src/binding.h"
 #include "vorn/road/linear_xml_data.h"
+#include "vorn/road/vertical_datum.h"
 
 /// The road and survey data of a project.
 namespace vorn_python {
@@ -300,6 +305,17 @@ void AddRoad(py::module_& module) {
   AddRoadCenter(module);
   AddLandXml(module);
   AddRoadData(module);
+  module.def(
+      "vertical_datums",
+      [] {
+        std::vector<std::tuple<std::string, std::string, double>> datums;
+        for (const VornVerticalDatum& datum : kVornVerticalDatums) {
+          datums.emplace_back(vorn_host::ToUtf8(datum.name), vorn_host::ToUtf8(datum.designation), datum.height);
+        }
+        return datums;
+      },
+      "The vertical datums of Japan: the body of water, the designation (`CoordinateSystem.vertical_datum`), and the\n"
+      "height of the zero above that of Tokyo Bay in metres. Two have the designation A.P.");
 }
 
 }  // namespace vorn_python

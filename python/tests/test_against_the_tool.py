@@ -91,3 +91,8 @@ def test_projects(path: Path, tool: Tool) -> None:
     assert len(data.construction.control_points.horizontal_points) == told["controlPoints"]
     assert len(data.construction.control_points.bench_marks) == told["benchMarks"]
     assert sum(len(group.points) for group in data.road_center.groups) == told["groundPoints"]
+
+
+def test_vertical_datums(tool: Tool) -> None:
+    told = [tuple(datum.values()) for datum in tool("datums", "--json")["verticalDatums"]]
+    assert vorn.vertical_datums() == told

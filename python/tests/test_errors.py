@@ -2,7 +2,9 @@
 
 from __future__ import annotations
 
+import pickle
 from pathlib import Path
+from typing import Callable
 
 import pytest
 
@@ -34,6 +36,27 @@ def test_malformed_tells_line_and_column() -> None:
     assert caught.value.line == 3
     assert caught.value.column is not None
     assert f"line 3, column {caught.value.column}" in str(caught.value)
+
+
+def test_an_error_keeps_its_place_on_the_way_from_another_process() -> None:
+    with pytest.raises(vorn.DocumentError) as caught:
+        vorn.DesignDocument.from_bytes(b"<a>\n<b></a>")
+    other = pickle.loads(pickle.dumps(caught.value))
+    assert type(other) is vorn.DocumentError and str(other) == str(caught.value)
+    assert (other.file, other.line, other.column) == ("document.xml", 2, caught.value.column)
+
+
+def test_a_document_that_is_too_large(tmp_path: Path) -> None:
+    data = vorn.sample(sections=1).to_bytes()
+    (tmp_path / "a.xml").write_bytes(data)
+    reads: list[Callable[[int], object]] = [
+        lambda most: vorn.DesignDocument.from_bytes(data, most_bytes=most),
+        lambda most: vorn.DesignDocument.read(tmp_path / "a.xml", most_bytes=most),
+        lambda most: vorn.DesignFile.read(tmp_path / "a.xml", most_bytes=most)]
+    for read in reads:
+        read(len(data))
+        with pytest.raises(vorn.DocumentError):
+            read(len(data) - 1)
 
 
 def test_text_that_code_page_932_cannot_hold() -> None:

@@ -1606,6 +1606,10 @@ class RoadData:
     def land_xml(self) -> LandXmlSettings:
         """What the export to LandXML is set to."""
 
+def vertical_datums() -> List[Tuple[str, str, float]]:
+    """The vertical datums of Japan: the body of water, the designation (`CoordinateSystem.vertical_datum`), and the
+    height of the zero above that of Tokyo Bay in metres. Two have the designation A.P."""
+
 class UnreadValue:
     """A value of a document that was not understood; it is not written again."""
     def __eq__(self, other: object) -> bool: ...
@@ -1705,15 +1709,16 @@ class DesignDocument:
     def __init__(self, edition: Edition = ...) -> None:
         """A new document."""
     @staticmethod
-    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ...) -> DesignDocument:
+    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignDocument:
         """Reads a document. Other threads go on meanwhile.
 
         :param assume: edition of a document that is not recognised; without one it is refused
         :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing the document
+        :param most_bytes: a larger one is refused; reading may take a hundred times as much memory
         :raises DocumentError: it cannot be read"""
     @staticmethod
-    def from_bytes(data: bytes, name: str = ..., *, assume: Optional[Edition] = ..., lossy: bool = ...) -> DesignDocument:
-        """Reads the bytes of a document; the name stands for the file in messages."""
+    def from_bytes(data: bytes, name: str = ..., *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignDocument:
+        """Reads the bytes of a document as `read` does; the name stands for the file in messages."""
     def write(self, path: Union[str, os.PathLike[str]], *, encoding: Encoding = ..., lossy: bool = ...) -> WriteReport:
         """Writes the document in its edition, whole or not at all. Other threads go on meanwhile.
 
@@ -1936,12 +1941,13 @@ class DesignFile:
     def __init__(self, design: DesignDocument, project: Optional[Project] = ...) -> None:
         """A design to be written, with the project that gave it, if one did."""
     @staticmethod
-    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ...) -> DesignFile:
+    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignFile:
         """Reads a project when the file is named or begins like one, otherwise a document. Other threads go
         on meanwhile.
 
         :param assume: edition of a document that is not recognised; without one it is refused
         :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them
+        :param most_bytes: a larger file is refused
         :raises DocumentError: it cannot be read"""
     @property
     def design(self) -> DesignDocument:
