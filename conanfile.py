@@ -18,7 +18,8 @@ class VornConan(ConanFile):
     options = {"shared": [True, False], "fPIC": [True, False], "with_host": [True, False]}
     default_options = {"shared": False, "fPIC": True, "with_host": True}
     exports_sources = (
-        "CMakeLists.txt", "LICENSE", "cmake/*", "docs/CMakeLists.txt", "docs/doxygen/*", "host/*", "packaging/*", "vorn/*",
+        "CMakeLists.txt", "LICENSE", "cmake/*", "docs/CMakeLists.txt", "docs/doxygen/*", "host/*", "packaging/*",
+        "vorn/*",
     )  # fmt: skip
 
     def set_version(self):

@@ -109,9 +109,9 @@ class Installation(unittest.TestCase):
             exported = {symbol for _, symbol in symbols(library(f"{name}.so"), "-D")}
             self.assertFalse([symbol for symbol in exported if FOREIGN.match(symbol)])
             # Functions and variables that are in one place only; anything else applications have themselves.
-            defined = {s for kind, s in symbols(library(f"{name}.a")) if kind in "TDBR" and s != "RemoveUnfinishedFiles"}
+            defined = {symbol for kind, symbol in symbols(library(f"{name}.a")) if kind in "TDBR"}
             self.assertGreater(len(defined), 400)
-            self.assertFalse(defined - exported, name)
+            self.assertLessEqual(defined - exported, {"RemoveUnfinishedFiles"}, name)  # what a signal calls
 
 
 class Consumers(unittest.TestCase):
@@ -179,7 +179,8 @@ class Consumers(unittest.TestCase):
         flags = [word.replace("\0", " ") for word in flags.replace("\\ ", "\0").split()]
         self.assertEqual(f"{version}\n", run("pkg-config", "--modversion", package, env=where))
         out = os.path.join(folder, f"{program}-of-{package}{'-static' if static else ''}")
-        run(cxx, "-std=c++20", source("tests", "package", "consumer", f"{program}.cpp"), "-o", out, *flags, *link_options)
+        code = source("tests", "package", "consumer", f"{program}.cpp")
+        run(cxx, "-std=c++20", code, "-o", out, *flags, *link_options)
         return out
 
     def test_pkg_config_static(self):
@@ -214,12 +215,14 @@ class Recipes(unittest.TestCase):
         os.makedirs(port)
         script = os.path.join(port, "try.cmake")
         functions = ["vcpkg_check_features", "vcpkg_cmake_configure", "vcpkg_cmake_install", "vcpkg_cmake_config_fixup",
-                     "vcpkg_copy_pdbs", "vcpkg_fixup_pkgconfig", "vcpkg_install_copyright", "vcpkg_copy_tools"]  # fmt: skip
+                     "vcpkg_copy_pdbs", "vcpkg_fixup_pkgconfig", "vcpkg_install_copyright",
+                     "vcpkg_copy_tools"]  # fmt: skip
         with open(script, "w", encoding="utf-8") as file:
             file.write("cmake_minimum_required(VERSION 3.25)\n")
             file.writelines(f"function({name})\n  message(STATUS \"{name} ${{ARGN}}\")\nendfunction()\n"
                             for name in functions)  # fmt: skip
-            file.write(f'set(CURRENT_PACKAGES_DIR "{port}")\nset(CURRENT_PORT_DIR "{source("packaging/vcpkg/vorn")}")\n')
+            file.write(f'set(CURRENT_PACKAGES_DIR "{port}")\n')
+            file.write(f'set(CURRENT_PORT_DIR "{source("packaging/vcpkg/vorn")}")\n')
             file.write(f'include("{source("packaging", "vcpkg", "vorn", "portfile.cmake")}")\n')
         calls = run(cmake, "-P", script)
         path = re.search(r"SOURCE_PATH;(.*?)(;|$)", calls, re.M).group(1)
