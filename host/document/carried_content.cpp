@@ -102,7 +102,7 @@ class Collector {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
       const pugi::xml_node_type type = child.type();
-      if (IsText(child) && (hasText || IsBlank(child.value()))) continue;
+      if (IsText(child) && (hasText || WithoutBlanks(child.value()).empty())) continue;
       const std::string_view name = child.name();
       const KnownElement* known =
           type == pugi::node_element && Contains(children, name) ? FindKnownElement(name) : nullptr;
@@ -128,8 +128,6 @@ class Collector {
   }
 
  private:
-  static bool IsBlank(std::string_view text) { return text.find_first_not_of(kXmlBlanks) == std::string_view::npos; }
-
   /// Counts a modelled sibling, and makes it the nearest.
   static int NextIndex(std::vector<ElementStep>& last, std::string_view tag) {
     if (!last.empty() && last.back().tag == tag) return ++last.back().index;
