@@ -264,7 +264,7 @@ namespace {
 
 /// Finds where the element that holds an item is now: the item goes with the sibling that it follows, and points may
 /// move to another form. False when the element is gone.
-bool FollowParent(const CarriedItem& item, const CarriedContent::Moves& moves, ElementPath& parent) {
+bool FollowParent(const CarriedItem& item, const CarriedContent::ElementMoves& moves, ElementPath& parent) {
   parent = item.parent;
   if (!item.anchors.empty()) {
     parent.push_back(item.anchors.front());
@@ -278,7 +278,7 @@ bool FollowParent(const CarriedItem& item, const CarriedContent::Moves& moves, E
 }
 
 /// Moves the anchors of an item: a sibling that is gone gives way to the one before it of the same tag.
-void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedContent::Moves& moves) {
+void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedContent::ElementMoves& moves) {
   std::vector<ElementStep> moved;
   for (const ElementStep& anchor : item.anchors) {
     ElementPath former = item.parent;
@@ -296,7 +296,7 @@ void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedC
 
 }  // namespace
 
-std::vector<CarriedContent::Row> CarriedContent::MoveElements(const Moves& moves) {
+std::vector<CarriedContent::Row> CarriedContent::MoveElements(const ElementMoves& moves) {
   RowCounter dropped;
   std::erase_if(m_impl->items, [&](CarriedItem& item) {
     if (item.place != CarriedItem::Place::InElement) return false;

@@ -43,8 +43,7 @@ EditReport DesignEditor::RegulateTargets() {
     auto& counts = bySection.emplace_back(static_cast<std::size_t>(set.GetXSectionArray().GetSize()));
     indexes.emplace_back(set);
     if (IsEdition20(m_document.edition)) continue;
-    const std::vector<TargetFate> result =
-        vorn_host::RegulateTargets(set.GetFormCtrlTargetArray(), set, indexes.back());
+    const std::vector<TargetFate> result = RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, indexes.back());
     total.Add(result);
     for (const TargetFate& fate : result) {
       if (fate.section >= 0) counts[static_cast<std::size_t>(fate.section)].Add(fate);
@@ -55,11 +54,10 @@ EditReport DesignEditor::RegulateTargets() {
   ForEachSection(report, [&](const Site& site) -> std::string {
     RegulationCount count = bySection[static_cast<std::size_t>(site.setIndex)][static_cast<std::size_t>(site.index)];
     for (VornBuildForm& form : site.section.GetBuildFormArray()) {
-      const std::vector<TargetFate> result =
-          IsEdition20(m_document.edition)
-              ? RegulateTargets20(form, site.section.GetCumulativeDist())
-              : vorn_host::RegulateTargets(form.GetFormCtrlTargetArray(), site.set,
-                                           indexes[static_cast<std::size_t>(site.setIndex)]);
+      const std::vector<TargetFate> result = IsEdition20(m_document.edition)
+                                                 ? RegulateTargetsOf20(form, site.section.GetCumulativeDist())
+                                                 : RegulateTargetsOf(form.GetFormCtrlTargetArray(), site.set,
+                                                                     indexes[static_cast<std::size_t>(site.setIndex)]);
       total.Add(result);
       count.Add(result);
     }

@@ -215,8 +215,8 @@ std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set) {
   return counts;
 }
 
-std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                        const SectionIndex& sections) {
+std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
+                                          const SectionIndex& sections) {
   std::vector<TargetFate> fates;
   std::map<std::string, std::vector<int>> groups;
   CodeIndex index;
@@ -238,7 +238,7 @@ std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const
   return fates;
 }
 
-std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& station) {
+std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& station) {
   Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   std::vector<int> all;

@@ -5,7 +5,6 @@
 
 #include "host/document/design_document.h"
 #include "host/document/section_index.h"
-#include "host/editing/edit_report.h"
 
 namespace vorn_host {
 
@@ -52,9 +51,9 @@ struct TargetFate {
 [[nodiscard]] std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set);
 
 /// Regulates targets of a set or of a form in it, against the placed points of its sections.
-[[nodiscard]] std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                                      const SectionIndex& sections);
+[[nodiscard]] std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
+                                                        const SectionIndex& sections);
 /// Regulates the targets of a form, as edition 2.0 holds them.
-[[nodiscard]] std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& station);
+[[nodiscard]] std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& station);
 
 }  // namespace vorn_host

@@ -31,7 +31,7 @@ DesignDocument TwoSections(const std::string& targets) {
 std::vector<TargetFate> Regulated(DesignDocument& document) {
   const EditionScope scope(document.edition);
   VornXSections& set = document.sets[0];
-  return RegulateTargets(set.GetFormCtrlTargetArray(), set, SectionIndex(set));
+  return RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, SectionIndex(set));
 }
 
 TargetPntType TypeOf(const DesignDocument& document, int target = 0) {
@@ -183,21 +183,21 @@ class FormTargets : public testing::Test {
 
 TEST_F(FormTargets, RegulationPutsTheCodesInOrder) {
   VornBuildForm form = FormWith({"R1 L1"});
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].swapped);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].swapped);
   EXPECT_THAT(CodesIn(form), ElementsAre("L1 R1"));
   EXPECT_TRUE(form.GetFormCtrlTargetArray()[0].GetTargetPntArray().IsEmpty());
 }
 
 TEST_F(FormTargets, RegulationRemovesARepeatedTarget) {
   VornBuildForm form = FormWith({"L1 R1", "R1 L1", "CL R1"});
-  const std::vector<TargetFate> fates = RegulateTargets20(form, 20.0);
+  const std::vector<TargetFate> fates = RegulateTargetsOf20(form, 20.0);
   EXPECT_THAT(CodesIn(form), ElementsAre("L1 R1", "CL R1"));
   EXPECT_TRUE(fates[1].removed);
 }
 
 TEST_F(FormTargets, RegulationLeavesACodeThatDoesNotExist) {
   VornBuildForm form = FormWith({"R1 L9"});
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].irregular);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].irregular);
   EXPECT_THAT(CodesIn(form), ElementsAre("R1 L9"));
 }
 
@@ -205,7 +205,7 @@ TEST_F(FormTargets, AHeightAtSeveralPointsNeedsNoOrder) {
   VornBuildForm form = FormWith({"CL R1"});
   form.GetFormCtrlTargetArray()[0].SetControlItem(ControlItem::Height);
   form.GetFormCtrlTargetArray()[0].SetTargetPntType(TargetPntType::TargetPnt);
-  const TargetFate fate = RegulateTargets20(form, 20.0)[0];
+  const TargetFate fate = RegulateTargetsOf20(form, 20.0)[0];
   EXPECT_FALSE(fate.irregular);
   EXPECT_FALSE(fate.reordered);
   EXPECT_THAT(CodesIn(form), ElementsAre("CL R1"));
@@ -214,7 +214,7 @@ TEST_F(FormTargets, AHeightAtSeveralPointsNeedsNoOrder) {
 TEST_F(FormTargets, AHeightAtAPointThatDoesNotExistIsIrregular) {
   VornBuildForm form = FormWith({"CL R9"});
   form.GetFormCtrlTargetArray()[0].SetControlItem(ControlItem::Height);
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].irregular);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].irregular);
 }
 
 }  // namespace
