@@ -1,6 +1,5 @@
 #include "host/document/document_check.h"
 
-#include <algorithm>
 #include <cmath>
 #include <set>
 #include <utility>
