@@ -170,7 +170,7 @@ void RemoveMarked(Vorn_FormCtrlTargetArray& targets, const std::vector<TargetFat
 }  // namespace
 
 std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formName,
-                                        const std::vector<bool>& sections) {
+                                        const std::function<bool(int)>& isMeant) {
   Vorn_FormCtrlTargetArray& targets = set.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   const SectionIndex index(set);
@@ -179,7 +179,7 @@ std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formN
     const bool stands = std::any_of(points.begin(), points.end(), [&](const VornFormCtrlTargetPnt& point) {
       if (point.GetBuildFormName() != formName) return false;
       const int section = index.Find(point.GetCumulativeDist(), point.GetXSectChg());
-      return section >= 0 && sections[static_cast<std::size_t>(section)];
+      return section >= 0 && isMeant(section);
     });
     fates.push_back({.removed = stands});
     return stands;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,10 +40,11 @@ struct TargetFate {
   int section = -1;        ///< the cross section that it stands in
 };
 
-/// Removes the control targets of a set that have a point on a form of that name in one of the sections marked.
+/// Removes the control targets of a set that have a point on a form of that name.
+/// @param isMeant whether the section of an index is one in which they are removed
 /// @returns what became of every target that the set had
 [[nodiscard]] std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formName,
-                                                      const std::vector<bool>& sections);
+                                                      const std::function<bool(int)>& isMeant);
 
 /// Where control targets name a form or a code that does not exist, one line each.
 [[nodiscard]] std::vector<std::string> DanglingTargets(const DesignDocument& document);

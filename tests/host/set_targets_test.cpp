@@ -50,7 +50,8 @@ TEST(SetTargets, VisitsThePointsThatStandOnACrossSection) {
 TEST(SetTargets, RemovesTheTargetsOnAFormOfTheSectionsMarked) {
   DesignDocument document = TwoSections(WidthXml("0.0000", "S", "L1", "R1") + WidthXml("20.0000", "S", "L1", "R1") +
                                         WidthXml("20.0000", "P", "L1", "R1"));
-  const std::vector<TargetFate> fates = RemoveTargetsOn(document.sets[0], "S", {false, true});
+  const std::vector<TargetFate> fates =
+      RemoveTargetsOn(document.sets[0], "S", [](int section) { return section == 1; });
   EXPECT_THAT(TargetsOf(document), ElementsAre("0 S L1, 0 S R1", "20 P L1, 20 P R1"));
   ASSERT_EQ(fates.size(), 3u);
   EXPECT_FALSE(fates[0].removed);
@@ -60,7 +61,7 @@ TEST(SetTargets, RemovesTheTargetsOnAFormOfTheSectionsMarked) {
 
 TEST(SetTargets, RemovesATargetWithOneOfItsPointsOnTheForm) {
   DesignDocument document = TwoSections(TargetXml("Thickness", "20.0000", "Lower Upper", {{"P", "L1"}, {"S", "L1"}}));
-  (void)RemoveTargetsOn(document.sets[0], "P", {true, true});
+  (void)RemoveTargetsOn(document.sets[0], "P", [](int) { return true; });
   EXPECT_THAT(TargetsOf(document), IsEmpty());
 }
 
