@@ -106,7 +106,7 @@ class Collector {
     std::vector<ElementStep> last;  // the last modelled sibling of each tag, the nearest at the end
     for (pugi::xml_node child = element.first_child(); child && IsWhole(); child = child.next_sibling()) {
       const pugi::xml_node_type type = child.type();
-      if (IsText(child) && (hasText || IsBlank(child.value()))) continue;
+      if (IsText(child) && (hasText || WithoutBlanks(child.value()).empty())) continue;
       const std::string_view name = child.name();
       const KnownElement* known =
           type == pugi::node_element && Contains(children, name) ? FindKnownElement(name) : nullptr;
@@ -132,8 +132,6 @@ class Collector {
   }
 
  private:
-  static bool IsBlank(std::string_view text) { return text.find_first_not_of(kXmlBlanks) == std::string_view::npos; }
-
   /// Counts a modelled sibling, and makes it the nearest.
   static int NextIndex(std::vector<ElementStep>& last, std::string_view tag) {
     if (!last.empty() && last.back().tag == tag) return ++last.back().index;
@@ -273,7 +271,7 @@ namespace {
 
 /// Finds where the element that holds an item is now: the item goes with the sibling that it follows, and points may
 /// move to another form. False when the element is gone.
-bool FollowParent(const CarriedItem& item, const CarriedContent::Moves& moves, ElementPath& parent) {
+bool FollowParent(const CarriedItem& item, const CarriedContent::ElementMoves& moves, ElementPath& parent) {
   parent = item.parent;
   if (!item.anchors.empty()) {
     parent.push_back(item.anchors.front());
@@ -287,7 +285,7 @@ bool FollowParent(const CarriedItem& item, const CarriedContent::Moves& moves, E
 }
 
 /// Moves the anchors of an item: a sibling that is gone gives way to the one before it of the same tag.
-void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedContent::Moves& moves) {
+void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedContent::ElementMoves& moves) {
   std::vector<ElementStep> moved;
   for (const ElementStep& anchor : item.anchors) {
     ElementPath former = item.parent;
@@ -305,7 +303,7 @@ void MoveAnchors(CarriedItem& item, const ElementPath& newParent, const CarriedC
 
 }  // namespace
 
-std::vector<CarriedContent::Row> CarriedContent::MoveElements(const Moves& moves) {
+std::vector<CarriedContent::Row> CarriedContent::MoveElements(const ElementMoves& moves) {
   RowCounter dropped;
   std::erase_if(m_impl->items, [&](CarriedItem& item) {
     if (item.place != CarriedItem::Place::InElement) return false;

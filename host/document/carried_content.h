@@ -22,6 +22,8 @@ namespace vorn_host {
 struct CarriedItem;
 struct DocumentScan;
 struct ElementStep;
+/// The way to an element from the root, which is no step itself.
+using ElementPath = std::vector<ElementStep>;
 
 /// What a document holds and the library does not model: unknown elements, attributes, comments and processing
 /// instructions, each with the place where it stood. It is put back there when the document is written again.
@@ -34,12 +36,12 @@ class CarriedContent {
   };
 
   /// Where elements are after a change of the model, told by the paths that they had before.
-  struct Moves {
+  struct ElementMoves {
     /// Turns the path of an element into where it is now; false when it is gone or never was.
-    std::function<bool(std::vector<ElementStep>&)> follow;
+    std::function<bool(ElementPath&)> follow;
     /// Index of the last element of the same tag and parent before an element that is still in the model, maybe below
     /// another parent; -1 when there is none.
-    std::function<int(const std::vector<ElementStep>&)> siblingBefore;
+    std::function<int(const ElementPath&)> siblingBefore;
   };
 
   CarriedContent();
@@ -88,7 +90,7 @@ class CarriedContent {
   std::vector<Row> DropBelowControlTargets();
   /// Moves items along with their elements when the model changes.
   /// @returns what was dropped, as the element that held it is gone
-  std::vector<Row> MoveElements(const Moves& moves);
+  std::vector<Row> MoveElements(const ElementMoves& moves);
   /// Moves items along with their sets. What hung on a set that is gone goes with it.
   /// @param formers for each set, which one it was, -1 for a new one
   /// @param formerCount how many there were

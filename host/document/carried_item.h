@@ -17,8 +17,6 @@ struct ElementStep {
 
   friend bool operator==(const ElementStep&, const ElementStep&) = default;
 };
-/// The way to an element from the root, which is no step itself.
-using ElementPath = std::vector<ElementStep>;
 
 /// One node (or attribute) that is carried over, and where it stood.
 struct CarriedItem {

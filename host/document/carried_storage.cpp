@@ -39,7 +39,7 @@ namespace {
 constexpr const char* kBeforeRoot = "before-root";
 constexpr const char* kAfterRoot = "after-root";
 
-std::string PathText(const std::vector<ElementStep>& steps) {
+std::string PathText(const ElementPath& steps) {
   std::string text;
   for (const ElementStep& step : steps) {
     if (!text.empty()) text += ' ';

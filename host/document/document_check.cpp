@@ -1,6 +1,5 @@
 #include "host/document/document_check.h"
 
-#include <algorithm>
 #include <cmath>
 #include <set>
 #include <utility>
@@ -334,15 +333,12 @@ class Checker {
       Add(Severity::Error, "control target names what does not exist", path(), what);
       told = what;
     };
-    const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
-    const std::string form = "form " + ToUtf8(point.GetBuildFormName().View());
-    const int index = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
-    if (index < 0) return missing("there is no cross section at " + station);
-    const VornXSection& section = set.GetXSectionArray()[index];
-    if (section.Find(point.GetBuildFormName(), nullptr) < 0) return missing("there is no " + form + " at " + station);
-    if (section.Find(point.GetBuildFormName(), &point.GetCode()) < 0) {
-      return missing(form + " at " + station + " has no code " + ToUtf8(point.GetCode().View()));
-    }
+    const Standing standing = FindStanding(point, set, sections);
+    if (!standing.missing.empty()) return missing(standing.missing);
+    if (set.GetXSectionArray()[standing.section].Find(point.GetBuildFormName(), &point.GetCode()) >= 0) return;
+    missing("form " + ToUtf8(point.GetBuildFormName().View()) + " at " +
+            StationPath(point.GetCumulativeDist(), point.GetXSectChg()) + " has no code " +
+            ToUtf8(point.GetCode().View()));
   }
 
   template <typename Path>

@@ -198,19 +198,15 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   if (points.IsEmpty()) return {nullptr, nullptr, "it has no target points"};
   if (!NamesOneForm(points)) return {nullptr, nullptr, "its points stand in several sections or forms"};
   if (!HasPlainCodes(points)) return {nullptr, nullptr, "one of its codes is empty or holds a blank"};
-  const VornFormCtrlTargetPnt& first = points[0];
-  const int index = sections.Find(first.GetCumulativeDist(), first.GetXSectChg());
-  const std::string station = StationPath(first.GetCumulativeDist(), first.GetXSectChg());
-  if (index < 0) return {nullptr, nullptr, "there is no cross section at " + station};
-  VornXSection& section = set.GetXSectionArray()[index];
-  const int form = section.Find(first.GetBuildFormName(), nullptr);
-  const std::string name = ToUtf8(first.GetBuildFormName().View());
-  if (form < 0) return {nullptr, nullptr, "there is no form " + name + " at " + station};
-  VornBuildForm& found = section.GetBuildFormArray()[form];
-  if (const std::string_view why = WhyNotWritten(found, true); !why.empty()) {
+  const Standing standing = FindStanding(points[0], set, sections);
+  if (!standing.missing.empty()) return {nullptr, nullptr, standing.missing};
+  VornXSection& section = set.GetXSectionArray()[standing.section];
+  VornBuildForm& form = section.GetBuildFormArray()[standing.form];
+  if (const std::string_view why = WhyNotWritten(form, true); !why.empty()) {
+    const std::string name = ToUtf8(points[0].GetBuildFormName().View());
     return {nullptr, nullptr, "its form " + name + " " + std::string(why) + " and is not written"};
   }
-  return {&section, &found, {}};
+  return {&section, &form, {}};
 }
 
 /// Counts for the notes on work types.

@@ -1,6 +1,5 @@
 #include "host/document/point_conversion.h"
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 

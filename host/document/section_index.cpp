@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/document/design_path.h"
+#include "host/document/text_encoding.h"
 #include "vorn/framework/tolerance.h"
 
 namespace vorn_host {
@@ -34,6 +36,15 @@ int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
     if (hit && (found < 0 || entry->second < found)) found = entry->second;
   }
   return found;
+}
+
+Standing FindStanding(const VornFormCtrlTargetPnt& point, const VornXSections& set, const SectionIndex& sections) {
+  const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
+  const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
+  if (section < 0) return {-1, -1, "there is no cross section at " + station};
+  const int form = set.GetXSectionArray()[section].Find(point.GetBuildFormName(), nullptr);
+  if (form >= 0) return {section, form, {}};
+  return {section, -1, "there is no form " + ToUtf8(point.GetBuildFormName().View()) + " at " + station};
 }
 
 }  // namespace vorn_host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -25,5 +26,16 @@ class SectionIndex {
   std::vector<std::pair<double, int>> m_byStation;
   std::vector<int> m_withoutStation;
 };
+
+/// The section and the form that a point of a control target stands on.
+struct Standing {
+  int section = -1;     ///< index in the set; -1 when there is none
+  int form = -1;        ///< index in the section; -1 when there is none
+  std::string missing;  ///< "there is no form A at station 20.0000"; empty when there are both
+};
+/// Finds where a target's point stands by its station and the name of its form.
+/// @param sections those of the set
+[[nodiscard]] Standing FindStanding(const VornFormCtrlTargetPnt& point, const VornXSections& set,
+                                    const SectionIndex& sections);
 
 }  // namespace vorn_host

@@ -18,12 +18,6 @@ constexpr std::array<std::string_view, 10> kShiftJisNames = {"shift_jis", "shift
                                                              "ms_kanji",  "csshiftjis", "windows-31j", "cswindows31j",
                                                              "cp932",     "ms932"};
 
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return lower;
-}
-
 std::string At(std::string_view utf8, std::size_t offset) { return Describe(PositionAt(utf8, offset)); }
 
 /// The value of the encoding pseudo-attribute of an XML declaration at the beginning; empty without one.
@@ -140,14 +134,31 @@ std::string FromShiftJis(std::string_view bytes, const std::string& name) {
                        (isCharacter ? DescribeCharacter(stopped.codePoint) : "a byte that is not UTF-8"));
 }
 
+/// Appends text of the model. Bytes that are no text are replaced.
+/// @return how often they were
+std::size_t AppendModelText(std::string_view cp932, std::string_view replacement, std::string& utf8) {
+  for (std::size_t replaced = 0;; ++replaced) {
+    const auto done = code_page_932::AppendAsUtf8(cp932, utf8);
+    if (done) return replaced;
+    utf8 += replacement;
+    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
+  }
+}
+
 }  // namespace
+
+std::string AsciiLower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = AsciiLower(c);
+  return lower;
+}
 
 std::string_view EncodingName(TextEncoding encoding) {
   return encoding == TextEncoding::ShiftJis ? "Shift_JIS" : "UTF-8";
 }
 
 std::optional<TextEncoding> ParseEncoding(std::string_view name) {
-  const std::string lower = Lower(name);
+  const std::string lower = AsciiLower(name);
   if (lower == "utf-8" || lower == "utf8" || lower == "us-ascii" || lower == "ascii") return TextEncoding::Utf8;
   const bool shiftJis = std::find(kShiftJisNames.begin(), kShiftJisNames.end(), lower) != kShiftJisNames.end();
   return shiftJis ? std::optional(TextEncoding::ShiftJis) : std::nullopt;
@@ -171,7 +182,7 @@ DecodedText DecodeDocument(std::string bytes, const std::string& name) {
     RequireUtf8(text, name, false);
     return {std::move(bytes), "UTF-8"};
   }
-  if (Lower(declared).starts_with("utf-16")) {
+  if (AsciiLower(declared).starts_with("utf-16")) {
     throw DocumentError(name + ": line 1: the bytes are not " + declared + ", which the document declares");
   }
   const auto encoding = ParseEncoding(declared);
@@ -244,23 +255,17 @@ std::string_view WithoutBlanks(std::string_view text) {
 std::string_view ModelTextToUtf8(std::string_view cp932, std::string& buffer, TextProblems& problems) {
   if (IsAscii(cp932)) return cp932;
   buffer.clear();
-  while (true) {
-    const auto done = code_page_932::AppendAsUtf8(cp932, buffer);
-    if (done) return buffer;
+  for (std::size_t replaced = AppendModelText(cp932, kGetaMarkUtf8, buffer); replaced > 0; --replaced) {
     problems.Add("bytes that are no character of code page 932", -1);
-    buffer += kGetaMarkUtf8;
-    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
   }
+  return buffer;
 }
 
 std::string ToUtf8(std::string_view cp932) {
+  constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
   std::string utf8;
-  while (true) {
-    const auto done = code_page_932::AppendAsUtf8(cp932, utf8);
-    if (done) return utf8;
-    AppendUtf8(0xFFFD, utf8);
-    cp932.remove_prefix(done.position + std::max<std::size_t>(done.length, 1));
-  }
+  AppendModelText(cp932, kReplacementCharacter, utf8);
+  return utf8;
 }
 
 std::optional<std::string> FromUtf8(std::string_view utf8) {

@@ -10,6 +10,11 @@
 
 namespace vorn_host {
 
+/// The letters A to Z in lower case; all other characters stay.
+[[nodiscard]] constexpr char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+/// The same for a text.
+[[nodiscard]] std::string AsciiLower(std::string_view text);
+
 /// The encodings that documents are written in.
 enum class TextEncoding { Utf8, ShiftJis };
 

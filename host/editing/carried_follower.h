@@ -60,14 +60,14 @@ class CarriedFollower {
   void TraceForms(VornXSection& section, Moves& moves) const;
   static void TraceGround(const VornXSection& section, bool mirrored, Moves& moves);
   // Each leads a path to where its element is now; false when that is gone.
-  [[nodiscard]] bool Follow(std::vector<ElementStep>& path) const;
-  [[nodiscard]] bool FollowIntoSection(std::vector<ElementStep>& path) const;
-  [[nodiscard]] bool FollowTarget(std::vector<ElementStep>& path) const;
+  [[nodiscard]] bool Follow(ElementPath& path) const;
+  [[nodiscard]] bool FollowIntoSection(ElementPath& path) const;
+  [[nodiscard]] bool FollowTarget(ElementPath& path) const;
   // Each tells the former index of the last sibling before an element that is left; -1 when there is none.
-  [[nodiscard]] int SiblingBefore(const std::vector<ElementStep>& path) const;
-  [[nodiscard]] int SiblingBeforeInSection(const std::vector<ElementStep>& path) const;
-  [[nodiscard]] int TargetBefore(const std::vector<ElementStep>& path) const;
-  static Element ElementOf(const std::vector<ElementStep>& path);
+  [[nodiscard]] int SiblingBefore(const ElementPath& path) const;
+  [[nodiscard]] int SiblingBeforeInSection(const ElementPath& path) const;
+  [[nodiscard]] int TargetBefore(const ElementPath& path) const;
+  static Element ElementOf(const ElementPath& path);
 
   DesignDocument& m_document;
   std::set<SectionKey> m_carrying;

@@ -72,15 +72,17 @@ void SwapCrossingCodes(VornBuildForm& form, bool withTargets) {
 
 std::string DesignEditor::Site::Path() const { return SectionPath(SetPath(set, setIndex), section); }
 
-DesignEditor::DesignEditor(DesignDocument& document) : m_document(document), m_follower(document) {
+DesignEditor::DesignEditor(DesignDocument& document)
+    : m_document(document), m_follower(document), m_elevationsKnown(document.sets) {
   const EditionScope scope(document.edition);
   m_danglingBefore = DanglingTargets(document);
-  for (VornXSections& set : document.sets) {
-    std::vector<char>& known = m_elevationsKnown.emplace_back();
-    for (VornXSection& section : set.GetXSectionArray()) {
+  for (int i = 0; i < document.sets.GetSize(); ++i) {
+    Vorn_XSectionArray& sections = document.sets[i].GetXSectionArray();
+    for (int j = 0; j < sections.GetSize(); ++j) {
+      VornXSection& section = sections[j];
       NumberForms(section.GetBuildFormArray());
-      known.push_back(ArePlaced(section) ? 1 : 0);
-      if (known.back() != 0) continue;
+      m_elevationsKnown.At(i, j) = ArePlaced(section);
+      if (m_elevationsKnown.At(i, j)) continue;
       // Heights above the centre line, so that the shape is known while the elevation is not.
       NurReal dist;
       NurReal height;
@@ -112,10 +114,6 @@ void DesignEditor::NoteRoadGeometry(EditReport& report) const {
   report.notes.emplace_back("The road geometry is carried over unchanged: it does not follow the cross sections.");
 }
 
-char& DesignEditor::ElevationsKnown(const Site& site) {
-  return m_elevationsKnown[static_cast<std::size_t>(site.setIndex)][static_cast<std::size_t>(site.index)];
-}
-
 std::vector<std::string> DesignEditor::LostTargets() const {
   const EditionScope scope(m_document.edition);
   std::multiset<std::string_view> before(m_danglingBefore.begin(), m_danglingBefore.end());
@@ -142,7 +140,7 @@ EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
     NurReal planHeight;
     site.section.GetBuildFormArray().RegulateComposedPnt(height, planDist, planHeight);
     const std::vector<TamWorld2> after = PositionsOf(site.section);
-    const bool wasKnown = std::exchange(ElevationsKnown(site), 1) != 0;
+    const bool wasKnown = std::exchange(m_elevationsKnown.At(site.setIndex, site.index), true);
     const int moved = wasKnown ? CountMoved(before, after) : static_cast<int>(after.size());
     report.Add("points placed", moved);
     return moved > 0 ? std::to_string(moved) + " points placed from height " + Metres(height.Value()) : std::string();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/document/design_document.h"
+#include "host/editing/by_section.h"
 #include "host/editing/carried_follower.h"
 #include "host/editing/edit_report.h"
 
@@ -71,7 +72,6 @@ class DesignEditor {
   /// Ends a step.
   void Finish(EditReport& report);
 
-  [[nodiscard]] char& ElevationsKnown(const Site& site);
   /// Tells where control targets stand on points that do not exist (any more).
   void RemarkOnMissingPoints(EditReport& report) const;
   /// @param crossing the crossing point of a side, empty when there is none
@@ -80,7 +80,7 @@ class DesignEditor {
 
   DesignDocument& m_document;
   CarriedFollower m_follower;
-  std::vector<std::vector<char>> m_elevationsKnown;  ///< by set and section
+  BySection<bool> m_elevationsKnown;
   std::vector<std::string> m_danglingBefore;
 };
 

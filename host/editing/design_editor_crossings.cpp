@@ -212,7 +212,7 @@ void DesignEditor::RemarkOnUnmet(const Site& site, const std::string& crossing, 
 
 std::string DesignEditor::RecalcCrossingsOf(const Site& site, EditReport& report) {
   VornXSection& section = site.section;
-  if (ElevationsKnown(site) == 0) {
+  if (!m_elevationsKnown.At(site.setIndex, site.index)) {
     throw EditError(site.Path(),
                     "its points have no elevations to compare with the ground: recalculate the positions first");
   }

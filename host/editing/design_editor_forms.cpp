@@ -183,11 +183,11 @@ void NoteLostPlanSurfaces(const CString& left, const CString& right, EditReport&
 EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   const EditionScope scope(m_document.edition);
   EditReport report;
-  std::vector<std::vector<Retyping>> retypings(static_cast<std::size_t>(m_document.sets.GetSize()));
+  BySection<Retyping> retypings(m_document.sets);
   ForEachSection(report, [&](const Site& site) -> std::string {
     Vorn_BuildFormArray& forms = site.section.GetBuildFormArray();
-    Retyping& retyping = retypings[static_cast<std::size_t>(site.setIndex)].emplace_back(
-        Retyping{NameOf(forms, 0), NameOf(forms, 1), forms.GetSize() > 1 && IsPlan(forms[1])});
+    Retyping& retyping = retypings.At(site.setIndex, site.index);
+    retyping = {NameOf(forms, 0), NameOf(forms, 1), forms.GetSize() > 1 && IsPlan(forms[1])};
     if (const char* reason = WhyNotRetyped(forms, left == right)) {
       report.remarks.push_back({site.Path(), reason});
       return {};
@@ -202,8 +202,7 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
     ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
-      FollowRetyping(point, retypings[static_cast<std::size_t>(i)][static_cast<std::size_t>(section)],
-                     set.GetXSectionArray()[section].GetBuildFormArray());
+      FollowRetyping(point, retypings.At(i, section), set.GetXSectionArray()[section].GetBuildFormArray());
     });
   }
   Finish(report);
@@ -244,7 +243,7 @@ EditReport DesignEditor::SortForms(const CStringArray& names) {
 EditReport DesignEditor::RemoveForm(const CString& name) {
   const EditionScope scope(m_document.edition);
   EditReport report;
-  std::vector<std::vector<bool>> removed(static_cast<std::size_t>(m_document.sets.GetSize()));
+  BySection<bool> removed(m_document.sets);
   int ownTargets = 0;  // of the forms themselves, as edition 2.0 holds them
   ForEachSection(report, [&](const Site& site) -> std::string {
     VornXSection& section = site.section;
@@ -256,7 +255,7 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
     if (count > 0 && section.GetBuildFormArray().IsEmpty()) {
       throw EditError(site.Path(), "the form " + Utf8(name) + " is the only one, and a cross section needs one");
     }
-    removed[static_cast<std::size_t>(site.setIndex)].push_back(count > 0);
+    removed.At(site.setIndex, site.index) = count > 0;
     report.Add("forms removed", count);
     ownTargets += targetsBefore - CountTargets(section.GetBuildFormArray());
     if (count == 0) return {};
@@ -266,7 +265,8 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
   report.Add("control targets removed with their form", ownTargets);
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
-    const std::vector<TargetFate> fates = RemoveTargetsOn(set, name, removed[static_cast<std::size_t>(i)]);
+    const std::vector<TargetFate> fates =
+        RemoveTargetsOn(set, name, [&](int section) { return removed.At(i, section); });
     const auto isRemoved = [](const TargetFate& fate) { return fate.removed; };
     report.Add("control targets removed with their form",
                static_cast<int>(std::count_if(fates.begin(), fates.end(), isRemoved)));
@@ -279,7 +279,7 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
 EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& oldName, const CString& newName) {
   const EditionScope scope(m_document.edition);
   EditReport report;
-  std::vector<std::vector<bool>> renamed(static_cast<std::size_t>(m_document.sets.GetSize()));
+  BySection<bool> renamed(m_document.sets);
   ForEachSection(report, [&](const Site& site) -> std::string {
     VornXSection& section = site.section;
     const bool hit = oldName != newName && section.IsUsedBuildName(xsectType, oldName);
@@ -288,14 +288,14 @@ EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& old
     }
     if (hit) section.RenameBuildForm(xsectType, oldName, newName);
     // While another form keeps the old name, control targets of that name stay with it.
-    renamed[static_cast<std::size_t>(site.setIndex)].push_back(hit && !HasForm(section, oldName));
+    renamed.At(site.setIndex, site.index) = hit && !HasForm(section, oldName);
     return hit ? Utf8(oldName) + " is " + Utf8(newName) + " now" : std::string();
   });
   int points = 0;
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     ForEachTargetPoint(m_document.sets[i], [&](VornFormCtrlTargetPnt& point, int section) {
       if (point.GetBuildFormName() != oldName) return;
-      if (!renamed[static_cast<std::size_t>(i)][static_cast<std::size_t>(section)]) return;
+      if (!renamed.At(i, section)) return;
       const CString& code = point.GetCode();
       if (m_document.sets[i].GetXSectionArray()[section].Find(newName, &code) < 0) return;  // it named nothing before
       point.SetBuildFormName(newName);

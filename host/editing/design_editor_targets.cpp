@@ -36,30 +36,27 @@ EditReport DesignEditor::RegulateTargets() {
   EditReport report;
   RegulationCount total;
   int withoutSection = 0;
-  std::vector<std::vector<RegulationCount>> bySection;
+  BySection<RegulationCount> counts(m_document.sets);
   std::vector<SectionIndex> indexes;
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
-    auto& counts = bySection.emplace_back(static_cast<std::size_t>(set.GetXSectionArray().GetSize()));
     indexes.emplace_back(set);
     if (IsEdition20(m_document.edition)) continue;
-    const std::vector<TargetFate> result =
-        vorn_host::RegulateTargets(set.GetFormCtrlTargetArray(), set, indexes.back());
+    const std::vector<TargetFate> result = RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, indexes.back());
     total.Add(result);
     for (const TargetFate& fate : result) {
-      if (fate.section >= 0) counts[static_cast<std::size_t>(fate.section)].Add(fate);
+      if (fate.section >= 0) counts.At(i, fate.section).Add(fate);
       if (fate.irregular && fate.section < 0) ++withoutSection;
     }
     m_follower.FollowTargets(i, result);
   }
   ForEachSection(report, [&](const Site& site) -> std::string {
-    RegulationCount count = bySection[static_cast<std::size_t>(site.setIndex)][static_cast<std::size_t>(site.index)];
+    RegulationCount& count = counts.At(site.setIndex, site.index);
     for (VornBuildForm& form : site.section.GetBuildFormArray()) {
-      const std::vector<TargetFate> result =
-          IsEdition20(m_document.edition)
-              ? RegulateTargets20(form, site.section.GetCumulativeDist())
-              : vorn_host::RegulateTargets(form.GetFormCtrlTargetArray(), site.set,
-                                           indexes[static_cast<std::size_t>(site.setIndex)]);
+      const std::vector<TargetFate> result = IsEdition20(m_document.edition)
+                                                 ? RegulateTargetsOf20(form, site.section.GetCumulativeDist())
+                                                 : RegulateTargetsOf(form.GetFormCtrlTargetArray(), site.set,
+                                                                     indexes[static_cast<std::size_t>(site.setIndex)]);
       total.Add(result);
       count.Add(result);
     }

@@ -170,7 +170,7 @@ void RemoveMarked(Vorn_FormCtrlTargetArray& targets, const std::vector<TargetFat
 }  // namespace
 
 std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formName,
-                                        const std::vector<bool>& sections) {
+                                        const std::function<bool(int)>& isMeant) {
   Vorn_FormCtrlTargetArray& targets = set.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   const SectionIndex index(set);
@@ -179,7 +179,7 @@ std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formN
     const bool stands = std::any_of(points.begin(), points.end(), [&](const VornFormCtrlTargetPnt& point) {
       if (point.GetBuildFormName() != formName) return false;
       const int section = index.Find(point.GetCumulativeDist(), point.GetXSectChg());
-      return section >= 0 && sections[static_cast<std::size_t>(section)];
+      return section >= 0 && isMeant(section);
     });
     fates.push_back({.removed = stands});
     return stands;
@@ -215,8 +215,8 @@ std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set) {
   return counts;
 }
 
-std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                        const SectionIndex& sections) {
+std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
+                                          const SectionIndex& sections) {
   std::vector<TargetFate> fates;
   std::map<std::string, std::vector<int>> groups;
   CodeIndex index;
@@ -238,7 +238,7 @@ std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const
   return fates;
 }
 
-std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& station) {
+std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& station) {
   Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   std::vector<int> all;

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "host/document/design_document.h"
 #include "host/document/section_index.h"
-#include "host/editing/edit_report.h"
 
 namespace vorn_host {
 
@@ -40,10 +40,11 @@ struct TargetFate {
   int section = -1;        ///< the cross section that it stands in
 };
 
-/// Removes the control targets of a set that have a point on a form of that name in one of the sections marked.
+/// Removes the control targets of a set that have a point on a form of that name.
+/// @param isMeant whether the section of an index is one in which they are removed
 /// @returns what became of every target that the set had
 [[nodiscard]] std::vector<TargetFate> RemoveTargetsOn(VornXSections& set, const CString& formName,
-                                                      const std::vector<bool>& sections);
+                                                      const std::function<bool(int)>& isMeant);
 
 /// Where control targets name a form or a code that does not exist, one line each.
 [[nodiscard]] std::vector<std::string> DanglingTargets(const DesignDocument& document);
@@ -52,9 +53,9 @@ struct TargetFate {
 [[nodiscard]] std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set);
 
 /// Regulates targets of a set or of a form in it, against the placed points of its sections.
-[[nodiscard]] std::vector<TargetFate> RegulateTargets(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                                      const SectionIndex& sections);
+[[nodiscard]] std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
+                                                        const SectionIndex& sections);
 /// Regulates the targets of a form, as edition 2.0 holds them.
-[[nodiscard]] std::vector<TargetFate> RegulateTargets20(VornBuildForm& form, const NurReal& station);
+[[nodiscard]] std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& station);
 
 }  // namespace vorn_host

@@ -40,8 +40,6 @@ class SetPlaces {
     CString vertical;   ///< the same of the vertical alignment
   };
 
-  void FindWhereTheyMoved(const VornAlignmentsArray& alignments, std::vector<int>& found) const;
-
   std::vector<Set> m_sets;
 };
 

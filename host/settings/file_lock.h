@@ -11,8 +11,8 @@ class FileLock {
   /// Waits until the lock is free; makes the file if there is none. Throws `DocumentError` when that is impossible.
   explicit FileLock(const std::filesystem::path& path);
   FileLock(const FileLock&) = delete;
-  /// Lets go of the lock.
   FileLock& operator=(const FileLock&) = delete;
+  /// Lets go of the lock.
   ~FileLock();
 
  private:

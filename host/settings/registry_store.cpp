@@ -13,7 +13,6 @@
 #include <utility>
 
 #include "host/document/document_error.h"
-#include "host/document/text_encoding.h"
 
 namespace vorn_host {
 

@@ -10,10 +10,8 @@ namespace vorn_host {
 
 namespace {
 
-char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 SettingsPath FoldedPath(SettingsPath path) {
-  for (std::string& name : path) name = FoldedName(std::move(name));
+  for (std::string& name : path) name = FoldedName(name);
   return path;
 }
 
@@ -157,13 +155,11 @@ std::string DottedName(const SettingsPath& path, std::string_view name) {
 
 std::string DottedName(const SettingsEntry& entry) { return DottedName(entry.path, entry.name); }
 
-std::string FoldedName(std::string name) {
-  std::transform(name.begin(), name.end(), name.begin(), Folded);
-  return name;
-}
+std::string FoldedName(std::string_view name) { return AsciiLower(name); }
 
 bool IsSameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Folded(x) == Folded(y); });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
 }
 
 }  // namespace vorn_host

@@ -131,7 +131,7 @@ class SettingsStore : public WexStore {
 [[nodiscard]] std::string DottedName(const SettingsEntry& entry);
 
 /// A name of a key or value with ASCII letters in lower case: names differ by more than that.
-[[nodiscard]] std::string FoldedName(std::string name);
+[[nodiscard]] std::string FoldedName(std::string_view name);
 /// Whether two names are the same but for the case of ASCII letters.
 [[nodiscard]] bool IsSameName(std::string_view a, std::string_view b);
 

@@ -31,7 +31,7 @@ DesignDocument TwoSections(const std::string& targets) {
 std::vector<TargetFate> Regulated(DesignDocument& document) {
   const EditionScope scope(document.edition);
   VornXSections& set = document.sets[0];
-  return RegulateTargets(set.GetFormCtrlTargetArray(), set, SectionIndex(set));
+  return RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, SectionIndex(set));
 }
 
 TargetPntType TypeOf(const DesignDocument& document, int target = 0) {
@@ -50,7 +50,8 @@ TEST(SetTargets, VisitsThePointsThatStandOnACrossSection) {
 TEST(SetTargets, RemovesTheTargetsOnAFormOfTheSectionsMarked) {
   DesignDocument document = TwoSections(WidthXml("0.0000", "S", "L1", "R1") + WidthXml("20.0000", "S", "L1", "R1") +
                                         WidthXml("20.0000", "P", "L1", "R1"));
-  const std::vector<TargetFate> fates = RemoveTargetsOn(document.sets[0], "S", {false, true});
+  const std::vector<TargetFate> fates =
+      RemoveTargetsOn(document.sets[0], "S", [](int section) { return section == 1; });
   EXPECT_THAT(TargetsOf(document), ElementsAre("0 S L1, 0 S R1", "20 P L1, 20 P R1"));
   ASSERT_EQ(fates.size(), 3u);
   EXPECT_FALSE(fates[0].removed);
@@ -60,7 +61,7 @@ TEST(SetTargets, RemovesTheTargetsOnAFormOfTheSectionsMarked) {
 
 TEST(SetTargets, RemovesATargetWithOneOfItsPointsOnTheForm) {
   DesignDocument document = TwoSections(TargetXml("Thickness", "20.0000", "Lower Upper", {{"P", "L1"}, {"S", "L1"}}));
-  (void)RemoveTargetsOn(document.sets[0], "P", {true, true});
+  (void)RemoveTargetsOn(document.sets[0], "P", [](int) { return true; });
   EXPECT_THAT(TargetsOf(document), IsEmpty());
 }
 
@@ -183,21 +184,21 @@ class FormTargets : public testing::Test {
 
 TEST_F(FormTargets, RegulationPutsTheCodesInOrder) {
   VornBuildForm form = FormWith({"R1 L1"});
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].swapped);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].swapped);
   EXPECT_THAT(CodesIn(form), ElementsAre("L1 R1"));
   EXPECT_TRUE(form.GetFormCtrlTargetArray()[0].GetTargetPntArray().IsEmpty());
 }
 
 TEST_F(FormTargets, RegulationRemovesARepeatedTarget) {
   VornBuildForm form = FormWith({"L1 R1", "R1 L1", "CL R1"});
-  const std::vector<TargetFate> fates = RegulateTargets20(form, 20.0);
+  const std::vector<TargetFate> fates = RegulateTargetsOf20(form, 20.0);
   EXPECT_THAT(CodesIn(form), ElementsAre("L1 R1", "CL R1"));
   EXPECT_TRUE(fates[1].removed);
 }
 
 TEST_F(FormTargets, RegulationLeavesACodeThatDoesNotExist) {
   VornBuildForm form = FormWith({"R1 L9"});
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].irregular);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].irregular);
   EXPECT_THAT(CodesIn(form), ElementsAre("R1 L9"));
 }
 
@@ -205,7 +206,7 @@ TEST_F(FormTargets, AHeightAtSeveralPointsNeedsNoOrder) {
   VornBuildForm form = FormWith({"CL R1"});
   form.GetFormCtrlTargetArray()[0].SetControlItem(ControlItem::Height);
   form.GetFormCtrlTargetArray()[0].SetTargetPntType(TargetPntType::TargetPnt);
-  const TargetFate fate = RegulateTargets20(form, 20.0)[0];
+  const TargetFate fate = RegulateTargetsOf20(form, 20.0)[0];
   EXPECT_FALSE(fate.irregular);
   EXPECT_FALSE(fate.reordered);
   EXPECT_THAT(CodesIn(form), ElementsAre("CL R1"));
@@ -214,7 +215,7 @@ TEST_F(FormTargets, AHeightAtSeveralPointsNeedsNoOrder) {
 TEST_F(FormTargets, AHeightAtAPointThatDoesNotExistIsIrregular) {
   VornBuildForm form = FormWith({"CL R9"});
   form.GetFormCtrlTargetArray()[0].SetControlItem(ControlItem::Height);
-  EXPECT_TRUE(RegulateTargets20(form, 20.0)[0].irregular);
+  EXPECT_TRUE(RegulateTargetsOf20(form, 20.0)[0].irregular);
 }
 
 }  // namespace
