@@ -6,6 +6,7 @@
 
 #include "host/document/document_error.h"
 #include "host/document/text_encoding.h"
+#include "host/document/utf8_character.h"
 #include "vorn/platform/fixed_decimal.h"
 
 namespace vorn_cli {
@@ -14,15 +15,6 @@ namespace {
 
 constexpr std::size_t kLabelWidth = 18;
 constexpr std::size_t kCountWidth = 8;
-
-/// Where the character that begins there ends. A byte that begins none stands for itself.
-std::size_t CharacterEnd(std::string_view utf8, std::size_t begin) {
-  const auto lead = static_cast<unsigned char>(utf8[begin]);
-  const std::size_t longest = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-  std::size_t end = begin + 1;
-  while (end < utf8.size() && end - begin < longest && vorn_host::IsUtf8Continuation(utf8[end])) ++end;
-  return end;
-}
 
 /// The code point of a character, or the byte that stands for itself.
 char32_t CodePointOf(std::string_view character) {
@@ -46,7 +38,7 @@ std::string Visible(std::string_view text, bool keepNewlines = false) {
   visible.reserve(text.size());
   std::size_t end = 0;
   for (std::size_t at = 0; at < text.size(); at = end) {
-    end = CharacterEnd(text, at);
+    end = vorn_host::EndOfCharacter(text, at);
     const std::string_view character = text.substr(at, end - at);
     const bool isKept = !IsActedOn(CodePointOf(character)) || (keepNewlines && character == "\n");
     visible += isKept ? character : " ";
@@ -60,7 +52,7 @@ std::size_t DisplayWidth(std::string_view utf8) {
   std::size_t width = 0;
   std::size_t end = 0;
   for (std::size_t at = 0; at < utf8.size(); at = end) {
-    end = CharacterEnd(utf8, at);
+    end = vorn_host::EndOfCharacter(utf8, at);
     const std::optional<std::string> character = vorn_host::FromUtf8(utf8.substr(at, end - at));
     width += character ? character->size() : 1;
   }

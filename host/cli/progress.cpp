@@ -1,5 +1,6 @@
 #include "host/cli/progress.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <system_error>
 

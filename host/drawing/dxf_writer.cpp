@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <utility>
 
 #include "host/document/document_error.h"
-#include "host/document/text_encoding.h"
+#include "host/document/utf8_character.h"
 #include "host/drawing/plain_number.h"
 #include "vorn/platform/code_page_932.h"
 
@@ -73,12 +72,6 @@ bool IsControl(std::string_view character) {
   if (character.size() == 1) return first < 0x20 || first == 0x7F;
   if (character.size() == 2) return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
   return character == "\xE2\x80\xA8" || character == "\xE2\x80\xA9";
-}
-
-std::size_t EndOfCharacter(std::string_view utf8, std::size_t at) {
-  std::size_t end = at + 1;
-  while (end < utf8.size() && IsUtf8Continuation(utf8[end])) ++end;
-  return end;
 }
 
 /// The character that starts at a position, safe behind what is written already.

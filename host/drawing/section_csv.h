@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,17 +38,11 @@ class SectionCsvWriter {
   void AddPoints(const SectionView& view);
   void AddGround(const SectionView& view);
   void AddTargets(const SectionView& view);
-  void AddTargetRow(const SectionView& view, int target, int point);
-
-  /// Begins a row with what tells the cross section.
-  void BeginRow(const SectionView& view);
-  void Cell(std::string_view text);
-  void Design(std::string_view text) { Cell(CsvDesignText(text)); }
-  void Number(const std::optional<double>& value);
-  /// An index, counted from 1; empty for -1.
-  void Index(int index);
-  void Flag(bool value) { Cell(value ? "true" : "false"); }
-  void EndRow();
+  /// A row of what tells the cross section, and of the cells of its own columns.
+  template <typename Columns, typename Row>
+  void AddRow(const SectionView& view, const Columns& columns, const Row& row);
+  /// Ends the row, and hands it over.
+  void WriteRow();
 
   TextSink m_sink;
   CsvContent m_content;

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/document/text_encoding.h"
+#include "host/document/utf8_character.h"
 #include "host/drawing/paper.h"
 #include "host/drawing/section_layout.h"
 #include "host/drawing/value_text.h"
@@ -99,10 +99,12 @@ std::vector<std::string> Wrapped(const std::string& note, double width) {
     line += word;
     word.clear();
   };
-  for (std::size_t i = 0; i < note.size(); ++i) {
-    word += note[i];
-    if (i + 1 < note.size() && IsUtf8Continuation(note[i + 1])) continue;  // a character stays whole
-    if (note[i] == ' ' || TextWidth(word, kNoteSize) > width) endWord();
+  for (std::size_t at = 0; at < note.size();) {
+    const std::size_t end = EndOfCharacter(note, at);
+    const std::string_view character = std::string_view(note).substr(at, end - at);
+    word += character;
+    if (character == " " || TextWidth(word, kNoteSize) > width) endWord();
+    at = end;
   }
   endWord();
   lines.push_back(line);
@@ -267,8 +269,7 @@ class Sheet {
     double width = size;  // of what shows that there is more
     std::size_t end = 0;
     while (width <= kWidestFrame) {
-      std::size_t next = end + 1;
-      while (next < text.size() && IsUtf8Continuation(text[next])) ++next;
+      const std::size_t next = EndOfCharacter(text, end);
       width += TextWidth(std::string_view(text).substr(end, next - end), size);
       if (width <= kWidestFrame) end = next;
     }

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/drawing/plain_number.h"
 #include "host/drawing/section_words.h"
 #include "vorn/platform/fixed_decimal.h"
 
@@ -23,8 +24,7 @@ std::string TextOf(const Json& json) { return json.dump(-1, ' ', false, Json::er
 
 /// Rounded as in the other exchange files; null where there is no number.
 Json NumberOf(double value) {
-  constexpr int kPlaces = 9;
-  return std::isfinite(value) ? Json(FixedDecimal::Round(value, kPlaces)) : Json(nullptr);
+  return std::isfinite(value) ? Json(FixedDecimal::Round(value, kExchangePlaces)) : Json(nullptr);
 }
 
 Json NumberOf(const std::optional<double>& value) { return value ? NumberOf(*value) : Json(nullptr); }
@@ -33,8 +33,6 @@ Json NumberOf(const std::optional<double>& value) { return value ? NumberOf(*val
 Json NumberOfIndex(int index) { return index < 0 ? Json(nullptr) : Json(index + 1); }
 
 Json PositionOf(const SectionPlace& place) { return Json::array({NumberOf(place.offset), NumberOf(place.height)}); }
-
-bool IsFinite(const SectionPlace& place) { return std::isfinite(place.offset) && std::isfinite(place.height); }
 
 /// A line through places; a point where there is one; null where there is none. Places without a number, which GeoJSON
 /// cannot express, are left out.

@@ -15,7 +15,6 @@
 #include "host/drawing/label_placer.h"
 #include "host/drawing/label_stand.h"
 #include "host/drawing/paper_profile.h"
-#include "host/drawing/section_words.h"
 #include "host/drawing/value_text.h"
 
 namespace vorn_host {

@@ -10,9 +10,11 @@
 #include "host/document/edition.h"
 #include "host/document/input_values.h"
 #include "host/document/section_index.h"
-#include "host/document/target_codes.h"
 #include "host/document/text_encoding.h"
+#include "host/drawing/center_height.h"
+#include "host/drawing/point_text.h"
 #include "host/drawing/value_text.h"
+#include "host/drawing/view_targets.h"
 #include "vorn/framework/schema.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/types/hoso_type.h"
@@ -23,23 +25,16 @@ namespace vorn_host {
 namespace {
 
 using Component = VornComposedPnt::ComponentType;
-using ControlItem = VornFormCtrlTarget::ControlItem;
 using DataType = VornComposedPnt::DataType;
 using Note = ViewNote::Kind;
 using Reading = ViewInput::Reading;
 
-/// Crossings tell one height of the centre line when they differ by no more than this, in metres; and what lies this
-/// near to the ground lies on it.
-constexpr double kOnGround = 0.005;
-/// Ends of slopes that nobody marked as crossings tell a height only on ground that differs by as much, in metres: on
-/// level ground the two sides of any symmetric section agree, however high it stands.
-constexpr double kTellingGround = 0.02;
 /// Nothing of a cross section lies farther away than this, in metres: what does is a damaged value.
 constexpr double kFarthest = 1e6;
 
 bool IsWithinReach(double value) { return std::abs(value) <= kFarthest; }  // false for what is no number, too
 
-// --- texts of a point ------------------------------------------------------------------------------------------------
+// --- a point ---------------------------------------------------------------------------------------------------------
 
 /// A centre point holds a distance and a height in every edition.
 Reading ReadingOf(const VornComposedPnt& point) { return point.IsCenter() ? Reading::WidthHeight : point.GetReading(); }
@@ -47,24 +42,6 @@ Reading ReadingOf(const VornComposedPnt& point) { return point.IsCenter() ? Read
 ViewInput InputOf(const VornComposedPnt& point) {
   const auto told = [](const NurReal& value) { return value.IsSet() ? std::optional(value.Value()) : std::nullopt; };
   return {ReadingOf(point), told(point.GetX()), told(point.GetY())};
-}
-
-/// A dash for a value that is not set, which points that were placed may lack; nothing where both are.
-std::string InputText(const ViewInput& input) {
-  if (!input.x && !input.y) return {};
-  const auto told = [](const std::optional<double>& value, const char* before, const char* behind) {
-    return value ? before + ValueText(*value, 3, 4) + behind : std::string("–");
-  };
-  const std::string first = told(input.x, "", " m") + ", ";
-  switch (input.reading) {
-    case Reading::Rate:
-      return first + told(input.y, "1:", "");
-    case Reading::Percent:
-      return first + told(input.y, "", " %");
-    case Reading::WidthHeight:
-      break;
-  }
-  return first + told(input.y, "", " m");
 }
 
 SectionPart PartOf(const VornComposedPnt& point) {
@@ -84,30 +61,6 @@ SectionPart PartOf(const VornComposedPnt& point) {
     default:
       return SectionPart::Other;
   }
-}
-
-/// A segment as steep as this, height to width, is labelled with a ratio where nothing tells that it is a slope.
-constexpr double kSteep = 0.2;
-
-/// The ratio of a slope or the grade of a surface from a place to the next one outward, rising outward. Upright
-/// segments have no grade.
-/// @param input what the document tells of this segment; its values are taken where it tells a ratio or a grade
-std::string GradeText(const ViewInput& input, SectionPart part, const SectionPlace& from, const SectionPlace& to) {
-  const double width = std::abs(to.offset - from.offset);
-  const double rise = to.height - from.height;
-  const bool isUpright = width <= kSamePlace;
-  const bool isLevel = std::abs(rise) <= kSamePlace;
-  if (isUpright && (isLevel || part != SectionPart::Slope)) return {};
-  const bool isUnknownPart = part == SectionPart::Other;
-  const bool asRatio = part == SectionPart::Slope ||
-                       (isUnknownPart && (input.reading == Reading::Rate ||
-                                          (input.reading != Reading::Percent && std::abs(rise) > kSteep * width)));
-  if (asRatio && !isLevel) {
-    const double ratio = input.reading == Reading::Rate && input.y ? std::abs(*input.y) : width / std::abs(rise);
-    return "1:" + ValueText(ratio, 1, 3);
-  }
-  const double percent = input.reading == Reading::Percent && input.y ? *input.y : 100.0 * rise / width;
-  return ValueText(percent, 1, 3) + "%";
 }
 
 /// @param isStart that a form does not go on through its start point only tells that its sides are not joined
@@ -236,13 +189,6 @@ std::optional<double> GroundHeightAt(const ViewGround& ground, double offset) {
   return std::nullopt;
 }
 
-std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
-  std::vector<std::string> texts;
-  texts.reserve(notes.size());
-  for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
-  return texts;
-}
-
 // --- what is known of a set ------------------------------------------------------------------------------------------
 
 struct SectionViewer::Knowledge {
@@ -353,37 +299,18 @@ namespace {
 /// Builds the view of one cross section. The edition has to be selected meanwhile.
 class SectionBuilder {
  public:
-  SectionBuilder(const DesignDocument& document, const VornXSection& section)
-      : m_edition20(IsEdition20(document.edition)),
-        m_section(section),
-        m_forms(section.GetBuildFormArray()),
-        m_roles(RolesOf(m_forms)) {}
+  explicit SectionBuilder(const VornXSection& section)
+      : m_section(section), m_forms(section.GetBuildFormArray()), m_roles(RolesOf(m_forms)) {}
 
   /// @param centerHeight where the document does not tell it
-  void Build(SectionView& view, const std::optional<double>& centerHeight) {
+  /// @returns where forms and points of the document stand in the view
+  [[nodiscard]] ViewIndices Build(SectionView& view, const std::optional<double>& centerHeight) {
     FindPositions();
     for (int i = 0; i < m_forms.GetSize(); ++i) AddForm(view, i);
     for (const VornExistingBuildForm& ground : m_section.GetExistingBuildFormArray()) AddGround(view, ground);
     SetHeight(view, centerHeight);
     MarkCrossings(view);
-  }
-
-  void AddTarget(SectionView& view, const VornFormCtrlTarget& target, int owner) const {
-    ViewTarget added;
-    added.itemText = target.GetControlItemString().GetString();
-    added.item = ItemOf(target.GetControlItem());
-    added.workType = target.GetWorkTypeString().GetString();
-    added.scope = ToUtf8(target.GetTargetScope());
-    added.regulation = ToUtf8(target.GetTargetRegio());
-    if (owner >= 0) added.formName = ToUtf8(m_section.GetBuildFormArray()[owner].GetName());
-    if (m_edition20 || target.GetTargetPntArray().IsEmpty()) {
-      AddPointsByCode(added, target, owner);
-    } else {
-      AddPointsByStation(added, target);
-    }
-    if (added.item == ViewTarget::Item::Height) SetElevations(view, added);
-    added.designValue = DesignValue(view, added);
-    view.targets.push_back(std::move(added));
+    return std::move(m_indices);
   }
 
  private:
@@ -410,8 +337,8 @@ class SectionBuilder {
   void AddForm(SectionView& view, int index) {
     const VornBuildForm& form = m_forms[index];
     const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
-    m_formIndex.push_back(-1);
-    std::vector<int>& placed = m_pointIndex.emplace_back(static_cast<std::size_t>(points.GetSize()), -1);
+    m_indices.forms.push_back(-1);
+    std::vector<int>& placed = m_indices.points.emplace_back(static_cast<std::size_t>(points.GetSize()), -1);
     if (points.IsEmpty()) {
       view.notes.push_back({Note::FormWithoutPoints, ToUtf8(form.GetName())});
       return;
@@ -421,7 +348,7 @@ class SectionBuilder {
       view.notes.push_back({why, ToUtf8(form.GetName())});
       return;
     }
-    m_formIndex.back() = static_cast<int>(view.forms.size());
+    m_indices.forms.back() = static_cast<int>(view.forms.size());
     ViewForm& added = view.forms.emplace_back();
     added.name = ToUtf8(form.GetName());
     added.xSectType = ToUtf8(form.GetXSectType());
@@ -528,214 +455,11 @@ class SectionBuilder {
     }
   }
 
-  /// A place of the design on a side that has to lie on the ground, and the height of the centre line that it tells.
-  struct GroundEnd {
-    bool isMarked = false;
-    bool isLeft = false;
-    double ground = 0.0;  ///< elevation
-    double centerHeight = 0.0;
-  };
-
-  /// Where the design surfaces end: at the outermost crossing, else at the foot or the top of the outermost slope.
-  static std::vector<GroundEnd> GroundEnds(const SectionView& view) {
-    std::vector<GroundEnd> ends;
-    for (const ViewForm& form : view.forms) {
-      if (form.role != FormRole::DesignSurface) continue;
-      for (const char* side : {"Left", "Right"}) {
-        const ViewPoint* end = EndOf(form, side);
-        if (end == nullptr || (!end->isCrossing && end->part != SectionPart::Slope)) continue;
-        const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
-        if (!ground) continue;
-        ends.push_back({end->isCrossing, side == std::string_view("Left"), *ground, *ground - end->place.height});
-      }
-    }
-    return ends;
-  }
-
-  /// The outermost crossing of a side, else its last point; null for a side without points.
-  static const ViewPoint* EndOf(const ViewForm& form, std::string_view side) {
-    const ViewPoint* end = nullptr;
-    for (const ViewPoint& point : form.points) {
-      if (point.side == side && point.exists && (end == nullptr || !end->isCrossing || point.isCrossing)) end = &point;
-    }
-    return end;
-  }
-
-  [[nodiscard]] static std::optional<double> HeightFromCrossings(const SectionView& view) {
-    if (view.grounds.empty()) return std::nullopt;
-    std::vector<GroundEnd> ends = GroundEnds(view);
-    const auto hasBothSides = [](const std::vector<GroundEnd>& of, bool markedOnly) {
-      const auto has = [&](bool left) {
-        return std::any_of(of.begin(), of.end(),
-                           [&](const GroundEnd& end) { return end.isLeft == left && (end.isMarked || !markedOnly); });
-      };
-      return has(true) && has(false);
-    };
-    if (!hasBothSides(ends, false)) return std::nullopt;
-    if (hasBothSides(ends, true)) {
-      std::erase_if(ends, [](const GroundEnd& end) { return !end.isMarked; });
-    } else if (SpreadOf(ends, &GroundEnd::ground) < kTellingGround) {
-      return std::nullopt;
-    }
-    if (SpreadOf(ends, &GroundEnd::centerHeight) > kOnGround) return std::nullopt;
-    const auto [least, most] = MinMaxOf(ends, &GroundEnd::centerHeight);
-    return Rounded((least + most) / 2.0, 3);
-  }
-
-  static std::pair<double, double> MinMaxOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
-    const auto [least, most] = std::minmax_element(
-        ends.begin(), ends.end(), [&](const GroundEnd& a, const GroundEnd& b) { return a.*value < b.*value; });
-    return {(*least).*value, (*most).*value};
-  }
-
-  static double SpreadOf(const std::vector<GroundEnd>& ends, double GroundEnd::*value) {
-    const auto [least, most] = MinMaxOf(ends, value);
-    return most - least;
-  }
-
-  /// A design that ends on the ground crosses it there, whether or not the document marks the point.
-  static void MarkCrossings(SectionView& view) {
-    if (view.grounds.empty()) return;
-    for (ViewForm& form : view.forms) {
-      if (form.role != FormRole::DesignSurface) continue;
-      for (const char* side : {"Left", "Right"}) {
-        const ViewPoint* end = EndOf(form, side);
-        if (end == nullptr || end->isCrossing) continue;
-        const std::optional<double> ground = GroundHeightAt(view.grounds.front(), end->place.offset);
-        if (!ground || std::abs(*ground - end->place.height) > kOnGround) continue;
-        form.points[static_cast<std::size_t>(end - form.points.data())].isCrossing = true;
-      }
-    }
-  }
-
-  // --- control targets -------------------------------------------------------------------------------------------
-
-  static ViewTarget::Item ItemOf(ControlItem item) {
-    using Item = ViewTarget::Item;
-    switch (item) {
-      case ControlItem::SlopeLength:
-        return Item::SlopeLength;
-      case ControlItem::Width:
-        return Item::Width;
-      case ControlItem::Height:
-        return Item::Height;
-      case ControlItem::Thickness:
-        return Item::Thickness;
-      case ControlItem::Depth:
-        return Item::Depth;
-      case ControlItem::XSectArea:
-        return Item::SectionArea;
-      case ControlItem::Length:
-        return Item::Length;
-      case ControlItem::Area:
-        return Item::Area;
-      case ControlItem::Unset:
-        break;
-    }
-    return Item::Other;
-  }
-
-  /// A point of a form of the section; -1 both where it is not there or has no place.
-  [[nodiscard]] ViewTarget::Pnt PntOf(int form, const CString& code, std::string name) const {
-    ViewTarget::Pnt pnt;
-    pnt.name = std::move(name);
-    if (form < 0) return pnt;
-    const int point = m_forms[form].GetComposedPntArray().Find(code);
-    if (point < 0) return pnt;
-    pnt.point = m_pointIndex[static_cast<std::size_t>(form)][static_cast<std::size_t>(point)];
-    if (pnt.point >= 0) pnt.form = m_formIndex[static_cast<std::size_t>(form)];
-    return pnt;
-  }
-
-  void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
-    for (const CString& code : CodesOf(target)) {
-      if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + ToUtf8(code)));
-    }
-  }
-
-  void AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) const {
-    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      const std::string formName = ToUtf8(point.GetBuildFormName());
-      if (added.formName.empty()) added.formName = formName;
-      const bool isHere = point.GetCumulativeDist().IsSet() && m_section.GetCumulativeDist().IsSet() &&
-                          point.GetXSectChg() == m_section.GetXSectChg() &&
-                          IsSameStation(point.GetCumulativeDist().Value(), m_section.GetCumulativeDist().Value());
-      const int form = isHere ? m_section.Find(point.GetBuildFormName(), &point.GetCode()) : -1;
-      added.points.push_back(PntOf(form, point.GetCode(), formName + " " + ToUtf8(point.GetCode())));
-      if (!isHere) added.points.back().elsewhere = PlaceOf(point);
-    }
-  }
-
-  static ViewTarget::Elsewhere PlaceOf(const VornFormCtrlTargetPnt& point) {
-    const NurReal& station = point.GetCumulativeDist();
-    if (!station.IsSet()) return {std::nullopt, {}, point.GetXSectChg()};
-    return {station.Value(), StationText(station), point.GetXSectChg()};
-  }
-
-  static double Distance(const SectionPlace& from, const SectionPlace& to) {
-    return std::hypot(to.offset - from.offset, to.height - from.height);
-  }
-
-  /// Along the line of a form from one of its points to another; straight where no line connects them.
-  static double LengthAlong(const ViewForm& form, int from, int to) {
-    const auto placeOf = [&](int index) { return form.points[static_cast<std::size_t>(index)].place; };
-    const std::vector<int> path = PathBetween(form, from, to);
-    double length = 0.0;
-    for (std::size_t i = 1; i < path.size(); ++i) length += Distance(placeOf(path[i - 1]), placeOf(path[i]));
-    return length;
-  }
-
-  /// Of a thickness or a depth, which is measured upright; none between points beside each other.
-  static std::optional<double> HeightBetween(const SectionPlace& from, const SectionPlace& to) {
-    if (std::abs(to.offset - from.offset) > kSamePlace) return std::nullopt;
-    return std::abs(to.height - from.height);
-  }
-
-  static void SetElevations(const SectionView& view, ViewTarget& target) {
-    for (ViewTarget::Pnt& pnt : target.points) {
-      if (pnt.point >= 0) pnt.designValue = PlaceOf(view, pnt).height;
-    }
-  }
-
-  /// Between the two points of whatever is measured, of the only point of a height.
-  static std::optional<double> DesignValue(const SectionView& view, const ViewTarget& target) {
-    const bool isHeight = target.item == ViewTarget::Item::Height;
-    if (target.points.size() != (isHeight ? 1u : 2u)) return std::nullopt;
-    if (std::any_of(target.points.begin(), target.points.end(), [](const auto& pnt) { return pnt.point < 0; })) {
-      return std::nullopt;
-    }
-    const ViewTarget::Pnt& first = target.points.front();
-    const ViewTarget::Pnt& last = target.points.back();
-    const ViewForm& form = view.forms[static_cast<std::size_t>(first.form)];
-    const SectionPlace& from = PlaceOf(view, first);
-    const SectionPlace& to = PlaceOf(view, last);
-    switch (target.item) {
-      case ViewTarget::Item::Height:
-        return from.height;
-      case ViewTarget::Item::Width:
-        return std::abs(to.offset - from.offset);
-      case ViewTarget::Item::SlopeLength:
-        return first.form == last.form ? LengthAlong(form, first.point, last.point) : Distance(from, to);
-      case ViewTarget::Item::Thickness:
-      case ViewTarget::Item::Depth:
-        return HeightBetween(from, to);
-      default:
-        break;
-    }
-    return std::nullopt;
-  }
-
-  static const SectionPlace& PlaceOf(const SectionView& view, const ViewTarget::Pnt& pnt) {
-    return view.forms[static_cast<std::size_t>(pnt.form)].points[static_cast<std::size_t>(pnt.point)].place;
-  }
-
-  bool m_edition20;
   const VornXSection& m_section;
   Vorn_BuildFormArray m_forms;  ///< a copy: the document stays as it is
   std::vector<FormRole> m_roles;
   bool m_arePlaced = false;
-  std::vector<int> m_formIndex;                ///< by form of the document: its index in the view, -1 when left out
-  std::vector<std::vector<int>> m_pointIndex;  ///< the same for its points
+  ViewIndices m_indices;
 };
 
 }  // namespace
@@ -769,24 +493,22 @@ SectionView SectionViewer::Of(int set, int section, const std::optional<double>&
       view.stationText = NumberedStation(*view.station, knowledge.numbers->prefix, knowledge.numbers->interval);
     }
   }
-  SectionBuilder builder(m_document, shown);
-  builder.Build(view, centerHeight);
+  const TargetViewer viewer(IsEdition20(m_document.edition), &shown, SectionBuilder(shown).Build(view, centerHeight));
   for (const Knowledge::HeldTarget& held : knowledge.targets[static_cast<std::size_t>(section)]) {
-    builder.AddTarget(view, *held.target, held.owner);
+    viewer.Add(view, *held.target, held.owner);
   }
   return view;
 }
 
 SectionView SectionViewer::WithoutSection(int set) const {
   const EditionScope scope(m_document.edition);
-  const VornXSection nowhere;
   SectionView view;
   view.set = set;
   view.section = -1;
   view.alignment = ToUtf8(m_document.sets[set].GetRefAlign());
-  const SectionBuilder builder(m_document, nowhere);
+  const TargetViewer viewer(IsEdition20(m_document.edition), nullptr, {});
   for (const VornFormCtrlTarget* target : m_knowledge->sets[static_cast<std::size_t>(set)].unplaced) {
-    builder.AddTarget(view, *target, -1);
+    viewer.Add(view, *target, -1);
   }
   const int count = static_cast<int>(view.targets.size());
   if (count > 0) view.notes.push_back({.kind = Note::TargetsWithoutSection, .points = count});

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +21,11 @@ struct SectionPlace {
 
   friend bool operator==(const SectionPlace&, const SectionPlace&) = default;
 };
+
+/// Whether both are numbers.
+[[nodiscard]] inline bool IsFinite(const SectionPlace& place) {
+  return std::isfinite(place.offset) && std::isfinite(place.height);
+}
 
 /// What part of a cross section leads to a point, from the point before it.
 enum class SectionPart { Start, Roadbed, Slope, Berm, Other };
@@ -152,8 +159,24 @@ struct SectionView {
   friend bool operator==(const SectionView&, const SectionView&) = default;
 };
 
-/// Notes in words.
-[[nodiscard]] std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language);
+/// The form that a named point of a control target lies in; null where there is none.
+[[nodiscard]] inline const ViewForm* FormOf(const SectionView& view, const ViewTarget::Pnt& named) {
+  const auto index = static_cast<std::size_t>(named.form);
+  return named.form >= 0 && index < view.forms.size() ? &view.forms[index] : nullptr;
+}
+
+/// The point that a control target names; null where the section has none of that name.
+[[nodiscard]] inline const ViewPoint* PointOf(const SectionView& view, const ViewTarget::Pnt& named) {
+  const ViewForm* form = FormOf(view, named);
+  const auto index = static_cast<std::size_t>(named.point);
+  return form != nullptr && named.point >= 0 && index < form->points.size() ? &form->points[index] : nullptr;
+}
+
+/// Index in the document of the point that a point is placed from; -1 for a start point.
+[[nodiscard]] inline int OriginIndexOf(const ViewForm& form, const ViewPoint& point) {
+  const auto index = static_cast<std::size_t>(point.from);
+  return point.from >= 0 && index < form.points.size() ? form.points[index].documentIndex : -1;
+}
 
 /// Looks at the cross sections of a document, one by one: what all of them share (which target stands where, how
 /// stations are counted) is found once. The document has to outlive the object and to stay as it is meanwhile.

@@ -84,23 +84,4 @@ namespace vorn_host {
   return "other";
 }
 
-/// The form that a named point of a control target lies in; null where there is none.
-[[nodiscard]] inline const ViewForm* FormOf(const SectionView& view, const ViewTarget::Pnt& named) {
-  const auto index = static_cast<std::size_t>(named.form);
-  return named.form >= 0 && index < view.forms.size() ? &view.forms[index] : nullptr;
-}
-
-/// The point that a control target names; null where the section has none of that name.
-[[nodiscard]] inline const ViewPoint* PointOf(const SectionView& view, const ViewTarget::Pnt& named) {
-  const ViewForm* form = FormOf(view, named);
-  const auto index = static_cast<std::size_t>(named.point);
-  return form != nullptr && named.point >= 0 && index < form->points.size() ? &form->points[index] : nullptr;
-}
-
-/// Index in the document of the point that a point is placed from; -1 for a start point.
-[[nodiscard]] inline int OriginIndexOf(const ViewForm& form, const ViewPoint& point) {
-  const auto index = static_cast<std::size_t>(point.from);
-  return point.from >= 0 && index < form.points.size() ? form.points[index].documentIndex : -1;
-}
-
 }  // namespace vorn_host

@@ -99,4 +99,11 @@ std::string NoteText(const ViewNote& note, Language language) {
   return language == Language::Japanese ? JapaneseText(note) : EnglishText(note);
 }
 
+std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language) {
+  std::vector<std::string> texts;
+  texts.reserve(notes.size());
+  for (const ViewNote& note : notes) texts.push_back(NoteText(note, language));
+  return texts;
+}
+
 }  // namespace vorn_host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/drawing/language.h"
 
@@ -34,5 +35,7 @@ struct ViewNote {
 
 /// The note in words: one sentence without a full stop.
 [[nodiscard]] std::string NoteText(const ViewNote& note, Language language);
+/// Several of them.
+[[nodiscard]] std::vector<std::string> NoteTexts(const std::vector<ViewNote>& notes, Language language);
 
 }  // namespace vorn_host

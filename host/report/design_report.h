@@ -28,6 +28,8 @@ struct DesignReport {
   int targetsWithoutSection = 0;  ///< control targets that no cross section shows
 };
 
+/// Makes the page of a design: every cross section is looked at, drawn and checked. Whatever is wrong with the design
+/// stands on the page; nothing is thrown for it.
 /// @param progress told how many of the cross sections are done
 [[nodiscard]] DesignReport MakeReport(const DesignDocument& document, const ReportOptions& options,
                                       const std::function<void(int done, int total)>& progress = {});

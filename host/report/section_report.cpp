@@ -36,8 +36,6 @@ Json Metres(const std::optional<double>& value) { return value ? Metres(*value) 
 Json Millimetres(double value) { return Rounded(value, 1e3); }
 Json Degrees(double value) { return Rounded(value, 1e3); }
 
-bool IsFinite(const SectionPlace& place) { return std::isfinite(place.offset) && std::isfinite(place.height); }
-
 /// Where the places of a drawing lie on its paper, as seen from the centre line: that is the same in every language,
 /// whatever room the words around the section need.
 class Sheet {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/document/text_encoding.h"
+#include "host/document/utf8_character.h"
 #include "host/settings/settings_nesting.h"
 
 namespace vorn_host {
@@ -121,11 +122,10 @@ void Collect(const toml::table& table, SettingsPath& path, std::vector<SettingsE
 std::size_t OffsetOf(std::string_view text, toml::source_position position) {
   std::size_t at = text.starts_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
   for (toml::source_index line = 1; line < position.line; ++line) at = text.find('\n', at) + 1;
-  for (toml::source_index column = 1; column < position.column; ++column) {
-    do ++at;
-    while (at < text.size() && IsUtf8Continuation(text[at]));
+  for (toml::source_index column = 1; column < position.column && at < text.size(); ++column) {
+    at = EndOfCharacter(text, at);
   }
-  return std::min(at, text.size());
+  return at;
 }
 
 /// A table that has a header starts there, and the name in the header stands behind that; one that is there through a

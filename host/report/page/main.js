@@ -1,6 +1,6 @@
 // --- the page --------------------------------------------------------------------------------------------------------
 
-const at = (id) => document.getElementById(id);
+const byId = (id) => document.getElementById(id);
 const TABS = ['findings', 'targets', 'points'];
 
 const SCROLLING_KEYS = new Set(['ArrowUp', 'ArrowDown', 'PageUp', 'PageDown', 'Home', 'End']);
@@ -15,9 +15,9 @@ class Page {
   constructor() {
     this.design = new Design();
     speech.begin(this.design.index.language);
-    this.list = new SectionList(at('list'), this.design);
-    this.viewer = new SheetViewer(at('stage'), at('tip'));
-    this.printing = new Printing(this.design, at('sheets'), at('print-progress'));
+    this.list = new SectionList(byId('list'), this.design);
+    this.viewer = new SheetViewer(byId('stage'), byId('tip'));
+    this.printing = new Printing(this.design, byId('sheets'), byId('print-progress'));
     this.chosen = -1;
     this.target = -1;
     this.tab = this.design.index.errors > 0 ? 'findings' : 'targets';
@@ -34,17 +34,17 @@ class Page {
     const { words } = speech;
     const { index } = this.design;
     label(document);
-    at('language').value = speech.language;
+    byId('language').value = speech.language;
     document.title = index.file;
-    at('file').textContent = index.file;
+    byId('file').textContent = index.file;
     const edition = `${words.edition} ${index.edition}${index.assumed ? ` (${words.assumed})` : ''}`;
-    at('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
+    byId('facts').textContent = [index.workType, edition, words.sectionCount(this.design.length),
       findingsText(index.errors, index.notes)].filter(Boolean).join(' · ');
-    at('facts').title = at('facts').textContent;
+    byId('facts').title = byId('facts').textContent;
     const { wholeDocumentCount } = this.design;
-    at('document').hidden = wholeDocumentCount === 0;
-    at('document-summary').textContent = `${words.document} (${wholeDocumentCount})`;
-    at('document').open = false;
+    byId('document').hidden = wholeDocumentCount === 0;
+    byId('document-summary').textContent = `${words.document} (${wholeDocumentCount})`;
+    byId('document').open = false;
     this.showLayers();
     this.list.redraw();
     this.showCount();
@@ -52,8 +52,8 @@ class Page {
   }
 
   showLayers() {
-    const legend = at('layers').querySelector('legend');
-    at('layers').replaceChildren(legend, ...this.design.styles.kinds.map((style) => {
+    const legend = byId('layers').querySelector('legend');
+    byId('layers').replaceChildren(legend, ...this.design.styles.kinds.map((style) => {
       const box = make('input', { type: 'checkbox', 'data-layer': style.name });
       box.checked = !document.body.classList.contains(`without-${style.name}`);
       return make('label', { class: 'check' }, box, legendOf(style, this.design.styles), speech.words.layerNames[style.name]);
@@ -63,7 +63,7 @@ class Page {
   // --- the list ---
 
   filter() {
-    this.found = this.design.search.find(at('search').value, at('only-findings').checked);
+    this.found = this.design.search.find(byId('search').value, byId('only-findings').checked);
     this.list.show(this.found);
     this.showCount();
   }
@@ -72,10 +72,10 @@ class Page {
     if (!this.found) return;
     const { words } = speech;
     const count = this.found.length;
-    at('count').textContent = words.listed(count, this.design.length);
-    at('print-listed').textContent = words.printListed(Math.min(count, MOST_PAGES));
-    at('print-limit').hidden = count <= MOST_PAGES;
-    at('print-limit').textContent = words.printLimit(MOST_PAGES, count);
+    byId('count').textContent = words.listed(count, this.design.length);
+    byId('print-listed').textContent = words.printListed(Math.min(count, MOST_PAGES));
+    byId('print-limit').hidden = count <= MOST_PAGES;
+    byId('print-limit').textContent = words.printLimit(MOST_PAGES, count);
   }
 
   openAddress() {
@@ -112,7 +112,7 @@ class Page {
     } catch (error) {
       this.section = null;
       this.show();
-      at('title').textContent = speech.words.broken;
+      byId('title').textContent = speech.words.broken;
       console.error(error);
     }
   }
@@ -121,29 +121,30 @@ class Page {
     if (this.chosen < 0) return;
     const { title, errors, notes } = this.design.entry(this.chosen);
     const place = speech.words.position(this.chosen + 1, this.design.length);
-    at('live').textContent = [title, place, findingsText(errors, notes)].join(', ');
+    byId('live').textContent = [title, place, findingsText(errors, notes)].join(', ');
   }
 
   // --- the chosen section ---
 
   show() {
     const { words } = speech;
-    at('empty').hidden = this.design.length > 0;
+    byId('empty').hidden = this.design.length > 0;
     if (!this.section) {
       this.viewer.show(null, []);
-      at('title').textContent = '';
-      at('height').textContent = '';
+      byId('title').textContent = '';
+      byId('height').textContent = '';
       return this.clearPanels();
     }
     const { title } = this.design.entry(this.chosen);
     const { isControlSection } = this.section;
-    at('title').textContent = title;
-    at('title').title = title;
-    at('height').textContent = [heightText(this.section), isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
+    byId('title').textContent = title;
+    byId('title').title = title;
+    byId('height').textContent = [heightText(this.section), isControlSection ? words.controlSection : ''].filter(Boolean).join(' · ');
     this.points = pointsOf(this.section);
+    this.shown = this.shownPoints();
     const drawing = drawingOf(this.section);
     const frame = `1:${drawing.scale}, ${drawing.exaggeration}`;
-    this.viewer.show(new Sheet(drawing, this.design.styles, title), this.shownPoints(), frame);
+    this.viewer.show(new Sheet(drawing, this.design.styles, title), this.shown, frame);
     this.showTables();
     this.highlightTarget(this.target);
   }
@@ -154,7 +155,7 @@ class Page {
     const notes = notesOf(this.section);
     const ofForms = this.points.filter(({ form }) => form >= 0).length;
     const counts = { findings: findings.length + notes.length, targets: targets.length, points: ofForms };
-    for (const tab of TABS) at(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
+    for (const tab of TABS) byId(`tab-${tab}`).textContent = `${words[tab]} (${counts[tab]})`;
     this.tables = {
       findings: () => (counts.findings > 0 ? findingsTable(findings, notes) : words.nothingFound),
       targets: () => (counts.targets > 0 ? targetsTable(this.section) : words.noTargets),
@@ -167,13 +168,13 @@ class Page {
   /** The focus stays where it was: a panel keeps it when its rows are gone. */
   clearPanels() {
     const panel = document.activeElement?.closest('.panel');
-    for (const tab of TABS) at(`panel-${tab}`).replaceChildren();
+    for (const tab of TABS) byId(`panel-${tab}`).replaceChildren();
     panel?.focus({ preventScroll: true });
   }
 
   /** A table is made when it is looked at: one of thousands of points takes its time. */
   fillPanel() {
-    const panel = at(`panel-${this.tab}`);
+    const panel = byId(`panel-${this.tab}`);
     if (!this.section || panel.hasChildNodes()) return;
     const content = this.tables[this.tab]();
     panel.append(content instanceof Node ? content : make('p', { class: 'quiet' }, content));
@@ -183,9 +184,9 @@ class Page {
   openTab(name) {
     this.tab = name;
     for (const tab of TABS) {
-      at(`tab-${tab}`).ariaSelected = String(tab === name);
-      at(`tab-${tab}`).tabIndex = tab === name ? 0 : -1;
-      at(`panel-${tab}`).hidden = tab !== name;
+      byId(`tab-${tab}`).ariaSelected = String(tab === name);
+      byId(`tab-${tab}`).tabIndex = tab === name ? 0 : -1;
+      byId(`panel-${tab}`).hidden = tab !== name;
     }
     this.fillPanel();
   }
@@ -200,7 +201,7 @@ class Page {
 
   /** The other points that are seen at the place of a point. */
   samePlace(point) {
-    return this.viewer.points.filter((other) => other.form >= 0 && !isSamePoint(other, point) && other.offset === point.offset &&
+    return this.shown.filter((other) => other.form >= 0 && !isSamePoint(other, point) && other.offset === point.offset &&
       other.height === point.height);
   }
 
@@ -237,7 +238,7 @@ class Page {
 
   /** @param isLit tells of a row whether it is the one; brings it into sight */
   lightRows(panel, isLit) {
-    for (const row of at(panel).querySelectorAll('tr.choosable')) {
+    for (const row of byId(panel).querySelectorAll('tr.choosable')) {
       const lit = Boolean(isLit(row));
       if (lit === (row.ariaCurrent === 'true')) continue;
       row.ariaCurrent = String(lit);
@@ -270,31 +271,31 @@ class Page {
   // --- what people do ---
 
   listen() {
-    at('search').addEventListener('input', () => this.filter());
-    at('search').addEventListener('keydown', (event) => this.onSearchKey(event));
-    at('only-findings').addEventListener('change', () => this.filter());
-    at('language').addEventListener('change', () => {
-      speech.language = at('language').value;
+    byId('search').addEventListener('input', () => this.filter());
+    byId('search').addEventListener('keydown', (event) => this.onSearchKey(event));
+    byId('only-findings').addEventListener('change', () => this.filter());
+    byId('language').addEventListener('change', () => {
+      speech.language = byId('language').value;
       this.speak();
       this.announce();
     });
     this.list.addEventListener('choose', ({ detail }) => this.choose(detail));
     window.addEventListener('hashchange', () => this.openAddress());
     document.addEventListener('keydown', (event) => this.onKey(event));
-    at('former').addEventListener('click', () => this.step(-1));
-    at('next').addEventListener('click', () => this.step(1));
-    at('zoom-in').addEventListener('click', () => this.viewer.zoomIn());
-    at('zoom-out').addEventListener('click', () => this.viewer.zoomOut());
-    at('reset').addEventListener('click', () => this.viewer.reset());
-    at('layers').addEventListener('change', ({ target }) => this.switchLayer(target.dataset.layer, target.checked));
+    byId('former').addEventListener('click', () => this.step(-1));
+    byId('next').addEventListener('click', () => this.step(1));
+    byId('zoom-in').addEventListener('click', () => this.viewer.zoomIn());
+    byId('zoom-out').addEventListener('click', () => this.viewer.zoomOut());
+    byId('reset').addEventListener('click', () => this.viewer.reset());
+    byId('layers').addEventListener('change', ({ target }) => this.switchLayer(target.dataset.layer, target.checked));
     document.addEventListener('pointerdown', ({ target }) => {
-      if (!at('layers-menu').contains(target)) at('layers-menu').open = false;
+      if (!byId('layers-menu').contains(target)) byId('layers-menu').open = false;
     });
-    at('layers-menu').addEventListener('focusout', ({ relatedTarget }) => {
+    byId('layers-menu').addEventListener('focusout', ({ relatedTarget }) => {
       // Nothing has the focus next where the window loses it, or a label in the menu is pressed.
-      if (relatedTarget && !at('layers-menu').contains(relatedTarget)) at('layers-menu').open = false;
+      if (relatedTarget && !byId('layers-menu').contains(relatedTarget)) byId('layers-menu').open = false;
     });
-    at('document').addEventListener('toggle', () => this.showWholeDocument());
+    byId('document').addEventListener('toggle', () => this.showWholeDocument());
     this.listenToViewer();
     this.listenToTables();
     this.listenToPrinting();
@@ -302,7 +303,7 @@ class Page {
 
   listenToViewer() {
     this.viewer.addEventListener('zoom', ({ detail }) => {
-      at('zoom').textContent = `${Math.round(detail * 100)} %`;
+      byId('zoom').textContent = `${Math.round(detail * 100)} %`;
     });
     this.viewer.addEventListener('point', ({ detail }) => this.section && this.hoverPoint(detail));
     this.viewer.addEventListener('target', ({ detail }) => this.chooseTarget(detail));
@@ -313,8 +314,8 @@ class Page {
 
   listenToTables() {
     for (const tab of TABS) {
-      at(`tab-${tab}`).addEventListener('click', () => this.openTab(tab));
-      const panel = at(`panel-${tab}`);
+      byId(`tab-${tab}`).addEventListener('click', () => this.openTab(tab));
+      const panel = byId(`panel-${tab}`);
       const onRow = (action) => ({ target }) => {
         const row = target.closest('tr.choosable');
         if (row) action(row);
@@ -332,16 +333,16 @@ class Page {
   }
 
   listenToPrinting() {
-    const dialog = at('print-dialog');
-    at('print').addEventListener('click', () => dialog.showModal());
-    at('print-start').addEventListener('click', async () => {
+    const dialog = byId('print-dialog');
+    byId('print').addEventListener('click', () => dialog.showModal());
+    byId('print-start').addEventListener('click', async () => {
       const extent = dialog.querySelector('[name=extent]:checked').value;
       const wanted = extent === 'listed' ? this.found : [this.chosen].filter((section) => section >= 0);
-      at('print-start').disabled = true;
+      byId('print-start').disabled = true;
       try {
         await this.printing.print(wanted);
       } finally {
-        at('print-start').disabled = false;
+        byId('print-start').disabled = false;
         dialog.close();
       }
     });
@@ -351,31 +352,32 @@ class Page {
   }
 
   async showWholeDocument() {
-    if (!at('document').open) return;
+    if (!byId('document').open) return;
     const { findings, targets } = await this.design.wholeDocument();
     const tables = [];
     if (findings.length > 0) tables.push(findingsTable(findings));
     if (targets.length > 0) tables.push(targetsWithoutSection(targets, this.design.index.sets));
-    at('document-findings').replaceChildren(...tables);
+    byId('document-findings').replaceChildren(...tables);
   }
 
   switchLayer(layer, isShown) {
     document.body.classList.toggle(`without-${layer}`, !isShown);
     if (!this.section) return;
-    this.viewer.points = this.shownPoints();
-    if (this.ringed) this.hoverPoint(this.viewer.points.find((point) => isSamePoint(point, this.ringed)));
+    this.shown = this.shownPoints();
+    this.viewer.showPoints(this.shown);
+    if (this.ringed) this.hoverPoint(this.shown.find((point) => isSamePoint(point, this.ringed)));
   }
 
   /** Closes the menu of layers; the focus does not vanish with it. */
   closeLayers() {
-    const menu = at('layers-menu');
+    const menu = byId('layers-menu');
     if (menu.contains(document.activeElement)) menu.querySelector('summary').focus();
     menu.open = false;
   }
 
   onSearchKey(event) {
     if (event.key === 'Escape') {
-      at('search').value = '';
+      byId('search').value = '';
       this.filter();
     } else if (event.key === 'Enter' || event.key === 'ArrowDown') {
       if (this.found.length > 0) this.choose(this.found.includes(this.chosen) ? this.chosen : this.found[0]);
@@ -383,19 +385,19 @@ class Page {
       return;
     }
     event.preventDefault();
-    at('list').focus();
+    byId('list').focus();
   }
 
   onKey(event) {
     if (event.defaultPrevented || event.ctrlKey || event.metaKey || event.altKey) return;
     if (event.target.closest('dialog')) return;
-    if (event.key === 'Escape' && at('layers-menu').open) return this.closeLayers();
+    if (event.key === 'Escape' && byId('layers-menu').open) return this.closeLayers();
     if (event.target.closest('input, select, textarea') || scrolls(event)) return;
     const tabs = event.target.closest('[role=tablist]');
     if (tabs && ['ArrowLeft', 'ArrowRight'].includes(event.key)) {
       const steps = event.key === 'ArrowRight' ? 1 : TABS.length - 1;
       this.openTab(TABS[(TABS.indexOf(this.tab) + steps) % TABS.length]);
-      at(`tab-${this.tab}`).focus();
+      byId(`tab-${this.tab}`).focus();
       return event.preventDefault();
     }
     const action = Page.keys[event.key];
@@ -418,8 +420,8 @@ class Page {
     '-': (page) => page.viewer.zoomOut(),
     0: (page) => page.viewer.reset(),
     '/': () => {
-      at('search').focus();
-      at('search').select();
+      byId('search').focus();
+      byId('search').select();
     },
     Escape: (page) => {
       page.target = -1;

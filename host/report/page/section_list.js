@@ -1,5 +1,6 @@
 // --- the list of sections --------------------------------------------------------------------------------------------
 
+/** Height of a row in pixels; the style sheet knows it as --row. */
 const ROW_HEIGHT = 40;
 /** Rows beyond the visible ones that are kept, so that scrolling never shows a gap. */
 const SPARE_ROWS = 6;
@@ -10,6 +11,7 @@ class SectionList extends EventTarget {
     super();
     this.list = list;
     this.runway = list.querySelector('.runway');
+    this.runway.style.setProperty('--row', `${ROW_HEIGHT}px`);
     this.design = design;
     this.rows = new Map();
     this.found = [];
@@ -17,7 +19,7 @@ class SectionList extends EventTarget {
     list.addEventListener('scroll', () => this.draw());
     list.addEventListener('click', (event) => {
       const row = event.target.closest('[role=option]');
-      if (row) this.dispatchEvent(Object.assign(new Event('choose'), { detail: Number(row.dataset.section) }));
+      if (row) this.dispatchEvent(new CustomEvent('choose', { detail: Number(row.dataset.section) }));
     });
     new ResizeObserver(() => this.draw()).observe(list);
   }

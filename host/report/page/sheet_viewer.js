@@ -34,7 +34,7 @@ class SheetViewer extends EventTarget {
     const former = this.sheet && this.shift && frame === this.frame ? this.sheet.scale : null;
     this.sheet?.element.remove();
     this.sheet = sheet;
-    this.points = points;
+    this.showPoints(points);
     this.frame = frame;
     this.tell('point', null);
     if (!sheet) return;
@@ -44,8 +44,13 @@ class SheetViewer extends EventTarget {
     this.fit();
   }
 
-  tell(name, detail, event) {
-    this.dispatchEvent(Object.assign(new Event(name), { detail, pointer: event }));
+  /** @param points that can be hovered from now on, in millimetres on paper */
+  showPoints(points) {
+    this.points = points;
+  }
+
+  tell(name, detail) {
+    this.dispatchEvent(new CustomEvent(name, { detail }));
   }
 
   // --- zoom and pan ---
@@ -192,7 +197,7 @@ class SheetViewer extends EventTarget {
       const distance = Math.hypot(this.xOf(point) - x, this.yOf(point) - y);
       if (distance < least) [nearest, least] = [point, distance];
     }
-    this.tell('point', nearest, event);
+    this.tell('point', nearest);
   }
 
   xOf(point) {
