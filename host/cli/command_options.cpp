@@ -14,6 +14,7 @@ namespace {
 void AddEdition(CLI::App& command, const char* name, std::optional<vorn_host::Edition>& edition,
                 const char* description) {
   std::vector<std::string> names;
+  names.reserve(vorn_host::kWritableEditions.size());
   for (const vorn_host::Edition known : vorn_host::kWritableEditions) names.emplace_back(vorn_host::EditionName(known));
   command
       .add_option_function<std::string>(

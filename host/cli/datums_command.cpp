@@ -26,6 +26,7 @@ std::string HeightText(double height) {
 
 void PrintText() {
   std::vector<std::vector<std::string>> rows;
+  rows.reserve(kVornVerticalDatums.size());
   for (const VornVerticalDatum& datum : kVornVerticalDatums) {
     rows.push_back({ToUtf8(datum.name), ToUtf8(datum.designation), HeightText(datum.height)});
   }

@@ -107,7 +107,7 @@ std::string MeaningOf(const KnownSetting& setting, const SettingValue& value) {
 
 /// 3 (60 km/h), "道路中心".
 std::string ValueText(const KnownSetting& setting, const SettingValue& value) {
-  const std::string text = vorn_host::ShownText(value);
+  std::string text = vorn_host::ShownText(value);
   const auto* integer = std::get_if<IntegerSetting>(&setting.kind);
   if (integer == nullptr || integer->meaning == nullptr) return text;
   const std::string meaning = MeaningOf(setting, value);
@@ -217,7 +217,7 @@ std::int32_t ParseInteger(const KnownSetting& setting, const IntegerSetting& int
 CString ParseText(const KnownSetting& setting, std::string_view text) {
   std::optional<std::string> converted = vorn_host::FromUtf8(text);
   if (!converted) RefuseValue(setting, std::string(text) + " has characters that code page 932 cannot hold");
-  return CString(std::move(*converted));
+  return CString(*converted);
 }
 
 /// Whether the value could be stored; the store has told why not.

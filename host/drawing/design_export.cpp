@@ -23,6 +23,7 @@ void TakeScaleNotes(const std::vector<ScaleNeed>& needs, double scale, const Des
   if (needs.empty()) return;
   constexpr double kMuchSmaller = 10.0;
   std::vector<double> scales;
+  scales.reserve(needs.size());
   for (const ScaleNeed& need : needs) scales.push_back(need.scale);
   std::sort(scales.begin(), scales.end());
   const double most = kMuchSmaller * scales[(scales.size() - 1) / 2];
@@ -122,7 +123,7 @@ SheetGrid DesignExport::GridOf(DrawingOptions& drawing) const {
 
 /// "No.6+0.0000 (No.6)", or "set 2 > No.6+0.0000 (No.6)" where there are several sets.
 std::string DesignExport::PlaceOf(const SectionView& view) const {
-  const std::string set = "set " + std::to_string(view.set + 1);
+  std::string set = "set " + std::to_string(view.set + 1);
   if (view.section < 0) return set;
   return m_sets > 1 ? set + " > " + TitleOf(view) : TitleOf(view);
 }

@@ -430,6 +430,7 @@ void Project::TakeDesign(DesignDocument design) {
   const std::vector<int> found = m_sets.Find(alignments);
   const std::vector<int> matches = m_sets.Match(design.sets, alignments, found);
   std::vector<int> chosen;
+  chosen.reserve(matches.size());
   for (const int former : matches) chosen.push_back(former < 0 ? -1 : found[static_cast<std::size_t>(former)]);
   const std::vector<int> places = ArrangeAlignments(alignments, found, chosen);
   for (int i = 0; i < design.sets.GetSize(); ++i) {

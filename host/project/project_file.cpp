@@ -119,7 +119,7 @@ ProjectFile ProjectFile::Parse(std::string_view content, const std::string& name
 }
 
 ProjectFileBuilder::ProjectFileBuilder(std::string storeVersion) : m_storeVersion(std::move(storeVersion)) {
-  static_assert(kMagic.size() + 4 + kStoreVersionLength + 2 * (8 + 4) + 4 == ProjectFile::kHeadSize);
+  static_assert(kMagic.size() + 4 + kStoreVersionLength + std::size_t{2} * (8 + 4) + 4 == ProjectFile::kHeadSize);
   const std::vector<std::uint8_t> room(ProjectFile::kHeadSize);
   m_file.Write(room.data(), static_cast<std::uint32_t>(room.size()));
 }

@@ -148,7 +148,7 @@ Millimetres FormBuilder::HeightToGround(const GroundLine& ground, std::int64_t r
       const Millimetres run = after.offset - before.offset;
       const Millimetres rise = after.height - before.height;
       const std::int64_t dividend = 10 * ((here - before.offset) * rise - (height - before.height) * run) * direction;
-      const std::int64_t divisor = (direction * 10 * run - ratio * rise) * direction;
+      const std::int64_t divisor = (10 * run * direction - ratio * rise) * direction;
       return (dividend + divisor / 2) / divisor;
     }
     before = after;
