@@ -36,7 +36,7 @@ class Project {
     int count = 0;     ///< how often
   };
 
-  /// A new project: no road data, and the settings' names of the as-built control items.
+  /// A new project: no road data, and the built-in names of the as-built control items.
   Project();
 
   /// Reads a project file of any store version. Throws `DocumentError` when it cannot be read, is damaged, or was

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "host/document/carried_item.h"
 #include "host/document/design_document.h"
 #include "tests/host/documents.h"
 
