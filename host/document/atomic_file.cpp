@@ -70,7 +70,12 @@ File TryOpen(const fs::path& place, Opening opening, [[maybe_unused]] Rights rig
                           rights == Rights::OwnerOnly ? S_IRUSR | S_IWUSR : 0666);
   if (handle < 0) return nullptr;
   File file(fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
-  if (!file) close(handle);
+  if (!file) {
+    const int error = errno;
+    close(handle);
+    if (opening == Opening::Create) unlink(place.c_str());
+    errno = error;
+  }
   return file;
 #endif
 }
@@ -534,8 +539,13 @@ fs::path ThroughLinks(const fs::path& path) {
   constexpr int kMostLinks = 40;
   fs::path place = path;
   std::error_code error;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(place, error)); ++i) {
-    place = place.parent_path() / fs::read_symlink(place, error);
+  for (int i = 0; i < kMostLinks; ++i) {
+    const fs::file_status status = fs::symlink_status(place, error);
+    if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be looked at", error);
+    if (!fs::is_symlink(status)) return place;
+    const fs::path target = fs::read_symlink(place, error);
+    if (error) ThrowFileError(path, "the link cannot be followed", error);
+    place = place.parent_path() / target;
   }
   return place;
 }

@@ -58,7 +58,8 @@ void WriteFileAtomically(const std::filesystem::path& path, std::string_view con
 /// would be too long, the last characters are left out: at most those of ".vorn", so that no two projects share one.
 [[nodiscard]] std::filesystem::path BackupOf(const std::filesystem::path& path);
 
-/// The file that a path names in the end, whether it exists or not: links are followed.
+/// The file that a path names in the end, whether it exists or not: links are followed. Throws `DocumentError` when it
+/// cannot be told whether the path is that of a link, or where that leads.
 [[nodiscard]] std::filesystem::path ThroughLinks(const std::filesystem::path& path);
 
 /// Makes a program that is stopped by a signal (Ctrl-C, a closed terminal) take its unfinished files away first, or

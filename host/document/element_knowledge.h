@@ -7,16 +7,27 @@
 
 namespace vorn_host {
 
-/// The tags of the elements that the library models, qualified.
+// The tags of the elements that the library models, qualified.
+
+/// Of file information.
 inline constexpr std::string_view kFileInfoTag = "tsf:FileInfo";
+/// Of a structure type.
 inline constexpr std::string_view kStructureTypeTag = "tsf:StructureType";
+/// Of a set of cross sections.
 inline constexpr std::string_view kXSectionsTag = "tsf:XSections";
+/// Of a cross section.
 inline constexpr std::string_view kXSectionTag = "tsf:XSection";
+/// Of a build form.
 inline constexpr std::string_view kBuildFormTag = "tsf:BuildForm";
+/// Of a composed point.
 inline constexpr std::string_view kComposedPntTag = "tsf:ComposedPnt";
+/// Of existing ground.
 inline constexpr std::string_view kExistingBuildFormTag = "tsf:ExistingBuildForm";
+/// Of a ground point.
 inline constexpr std::string_view kExistingComposedPntTag = "tsf:ExistingComposedPnt";
+/// Of a control target.
 inline constexpr std::string_view kFormCtrlTargetTag = "tsf:FormCtrlTarget";
+/// Of a target point.
 inline constexpr std::string_view kFormCtrlTargetPntTag = "tsf:FormCtrlTargetPnt";
 
 /// The elements that the library models.

@@ -13,8 +13,9 @@ namespace vorn_host {
 [[nodiscard]] bool IsWritten(const VornBuildForm& form, bool edition20);
 /// Whether an existing ground form is written, in the editions that hold such forms.
 [[nodiscard]] bool IsWritten(const VornExistingBuildForm& form);
-/// Reasons of `WhyNotWritten`, as they follow the name of the form.
+/// A reason of `WhyNotWritten`, as it follows the name of the form.
 inline constexpr std::string_view kTooFewPoints = "has fewer than two points";
+/// The other reason.
 inline constexpr std::string_view kNotExported = "is not exported";
 /// What keeps a build form from being written, the lack of points before the lack of export; empty when it is written.
 [[nodiscard]] std::string_view WhyNotWritten(const VornBuildForm& form, bool edition20);

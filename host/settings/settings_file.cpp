@@ -62,11 +62,14 @@ void RefuseWhatIsNoFile(const fs::path& path) {
   throw DocumentError(Utf8Text(path) + ": this is no ordinary file");
 }
 
-/// The file that the path's links lead to. Beside a device nothing can be put: then it is the path itself.
-fs::path FileOf(const fs::path& path) {
+/// The file that the path's links lead to. Beside a device nothing can be put: then it is the path itself, and so it is
+/// where the links cannot be followed, which is told when the file is read or written.
+fs::path FileOf(const fs::path& path) try {
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
   return fs::exists(status) && !fs::is_regular_file(status) ? path : ThroughLinks(path);
+} catch (const DocumentError&) {
+  return path;
 }
 
 std::string ReadText(const fs::path& path) {

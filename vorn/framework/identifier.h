@@ -9,6 +9,7 @@ inline constexpr std::uint32_t kVornNoID = 0xFFFFFFFF;
 /// Gives the elements of a collection their serials.
 class VornSerialCounter {
  public:
+  /// Begins with that serial.
   explicit VornSerialCounter(std::uint32_t next) : m_next(next) {}
 
   /// The serial that the next element without one receives; never lowered. `kVornNoID` when all are given away: such
