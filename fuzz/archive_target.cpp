@@ -17,7 +17,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 /// What loading may take: the library's own needs, and some times the archive's size.
-constexpr std::size_t kMemoryBase = 64u << 20;
+constexpr std::size_t kMemoryBase = 2u << 20;
 constexpr std::size_t kMemoryFactor = 32;
 
 /// A buffer that nearly every value crosses the edge of.

@@ -1,12 +1,12 @@
 #include "fuzz/document_judge.h"
 
-#include <algorithm>
-#include <cmath>
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "fuzz/document_holdings.h"
+#include "fuzz/document_settling.h"
 #include "fuzz/target.h"
 #include "host/document/document_check.h"
 #include "host/document/document_error.h"
@@ -34,51 +34,39 @@ std::string Written(DesignDocument& document, TextEncoding encoding) {
   return document.ToBytes(kName, {encoding, encoding == TextEncoding::ShiftJis}, report);
 }
 
-/// Whether a point is written otherwise than it is read: a missing second value is read as zero, so is one that is no
-/// number. A point without a data type is written with all the decimals that it may have, and as a width and a height,
-/// whose decimals are fewer; in edition 2.0 a centre point is written with the decimals of its slope type, but without
-/// that.
-bool PointSettles(const VornComposedPnt& point, bool edition20) {
-  if (!point.GetY().IsSet() || !std::isfinite(point.GetY().Value())) return true;
-  return edition20 ? point.IsCenter() && point.IsSlope() : point.GetDataType() == VornComposedPnt::DataType::Unset;
+/// What a design becomes when it is written and read.
+struct SettledDesign {
+  std::vector<std::string> holdings;
+  std::string text;  ///< what it is written as from then on
+};
+
+/// The design itself stays as it is.
+SettledDesign Settled(DesignDocument& document, TextEncoding encoding) {
+  const VornFileInfoArray fileInfos = document.fileInfos;
+  const Vorn_XSectionsArray sets = document.sets;
+  Settle(document);
+  SettledDesign settled;
+  settled.text = Written(document, encoding);
+  settled.holdings = HoldingsOf(document);
+  document.fileInfos = fileInfos;
+  document.sets = sets;
+  return settled;
 }
 
-/// Whether a ground point's only value is its height: it is read as a distance.
-bool GroundPointSettles(const VornExistingComposedPnt& point) {
-  return !point.GetCLDist().IsSet() && point.GetGh().IsSet();
+/// How much of what is carried over has a place in what is written.
+int CarriedOver(DesignDocument& document, TextEncoding encoding) {
+  DesignDocument::WriteReport report;
+  (void)document.ToBytes(kName, {encoding, encoding == TextEncoding::ShiftJis}, report);
+  return CarriedItems(document.carried.Rows()) - CarriedItems(report.unplaced);
 }
 
-bool SectionSettles(const VornXSection& section, bool edition20) {
-  for (const VornBuildForm& form : section.GetBuildFormArray()) {
-    for (const VornComposedPnt& point : form.GetComposedPntArray()) {
-      if (PointSettles(point, edition20)) return true;
-    }
-  }
-  for (const VornExistingBuildForm& ground : section.GetExistingBuildFormArray()) {
-    const VornExistingComposedPntArray& points = ground.GetComposedPntArray();
-    if (std::any_of(points.begin(), points.end(), GroundPointSettles)) return true;
-  }
-  return false;
-}
-
-/// Whether a date is none. It is written as an empty text, which is read as the first of all days.
-bool HasNoDate(const DesignDocument& document) {
-  for (const VornFileInfo& info : document.fileInfos) {
-    if (info.GetCreateDate().GetStatus() != COleDateTime::valid) return true;
-    if (info.GetChangeDate().GetStatus() != COleDateTime::valid) return true;
-  }
-  return false;
-}
-
-/// Whether the document is read otherwise than it was written, once.
-bool Settles(const DesignDocument& document) {
-  if (HasNoDate(document)) return true;
-  for (const VornXSections& set : document.sets) {
-    for (const VornXSection& section : set.GetXSectionArray()) {
-      if (SectionSettles(section, IsEdition20(document.edition))) return true;
-    }
-  }
-  return false;
+std::string WhatIsLost(DesignDocument& document, const SettledDesign& settled, const DesignDocument& again,
+                       TextEncoding encoding) {
+  if (again.edition != document.edition) return "the edition";
+  std::string difference = FirstDifference(settled.holdings, HoldingsOf(again));
+  if (!difference.empty()) return difference;
+  if (CarriedItems(again.carried.Rows()) == CarriedOver(document, encoding)) return {};
+  return "of what was carried over, there is only " + Describe(again.carried.Rows());
 }
 
 std::string JudgeWriting(DesignDocument& document, TextEncoding encoding) {
@@ -87,12 +75,13 @@ std::string JudgeWriting(DesignDocument& document, TextEncoding encoding) {
     std::string written = Written(document, encoding);
     if (Written(document, encoding) != written) Finding(place, "writing twice gives different bytes");
     DesignDocument again = DesignDocument::FromBytes(written, kName, {});
-    if (again.edition != document.edition) Finding(place, "what was written is of another edition");
+    const SettledDesign settled = Settled(document, encoding);
+    const std::string lost = WhatIsLost(document, settled, again, encoding);
+    if (!lost.empty()) Finding(place, "writing loses: " + lost);
     const std::string rewritten = Written(again, encoding);
-    if (rewritten != written && !Settles(document))
-      Finding(place, "what was written, read and written again is not the same");
-    DesignDocument settled = DesignDocument::FromBytes(rewritten, kName, {});
-    if (Written(settled, encoding) != rewritten) Finding(place, "what was rewritten does not stay the same");
+    if (rewritten != settled.text) Finding(place, "what was written, read and written again is not the same");
+    DesignDocument last = DesignDocument::FromBytes(rewritten, kName, {});
+    if (Written(last, encoding) != rewritten) Finding(place, "what was rewritten does not stay the same");
     return written;
   } catch (const DocumentError& error) {
     Finding(place, error.what());
@@ -114,6 +103,11 @@ std::vector<Edition> TargetsOf(Edition edition) {
 }
 
 }  // namespace
+
+std::string WhatIsLost(DesignDocument& document, const std::string& written) {
+  const TextEncoding encoding = TextEncoding::Utf8;
+  return WhatIsLost(document, Settled(document, encoding), DesignDocument::FromBytes(written, kName, {}), encoding);
+}
 
 std::string JudgeWriting(DesignDocument& document) {
   (void)JudgeWriting(document, TextEncoding::ShiftJis);

@@ -16,4 +16,8 @@ bool JudgeDocument(const std::string& bytes, const vorn_host::DesignDocument::Re
 /// @returns what was written in UTF-8
 std::string JudgeWriting(vorn_host::DesignDocument& document);
 
+/// What a text in UTF-8 lacks of the document that it was written from; empty when that is all there. Throws
+/// `DocumentError` when the text cannot be read.
+[[nodiscard]] std::string WhatIsLost(vorn_host::DesignDocument& document, const std::string& written);
+
 }  // namespace vorn_fuzz

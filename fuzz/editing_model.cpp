@@ -1,5 +1,6 @@
 #include "fuzz/editing_model.h"
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -13,6 +14,16 @@ namespace {
 
 using vorn_host::DesignDocument;
 using vorn_host::SampleKind;
+
+/// The sizes of a model from which on it has two sets.
+constexpr std::uint8_t kFirstOfTwoSets = 128;
+
+/// Adds the same sections along another alignment.
+void AddSet(DesignDocument& design) {
+  VornXSections set = design.sets[0];
+  set.SetRefAlign("CL-2");
+  design.sets.Add(std::move(set));
+}
 
 void ChangePoints(VornBuildForm& form, InputReader& input) {
   Vorn_ComposedPntArray& points = form.GetComposedPntArray();
@@ -45,8 +56,8 @@ void AddTarget(DesignDocument& design, InputReader& input) {
   VornBuildForm* const form = IsEdition20(design.edition) ? ChooseForm(design, input) : nullptr;
   if (form != nullptr) {
     form->GetFormCtrlTargetArray().Add(std::move(target));
-  } else if (!IsEdition20(design.edition) && !design.sets.IsEmpty()) {
-    design.sets[0].GetFormCtrlTargetArray().Add(std::move(target));
+  } else if (VornXSections* const set = IsEdition20(design.edition) ? nullptr : ChooseSet(design, input)) {
+    set->GetFormCtrlTargetArray().Add(std::move(target));
   }
 }
 
@@ -106,9 +117,18 @@ VornComposedPnt MakePoint(InputReader& input) {
   return point;
 }
 
-VornXSection* ChooseSection(DesignDocument& design, InputReader& input) {
+VornXSections* ChooseSet(DesignDocument& design, InputReader& input) {
   if (design.sets.IsEmpty()) return nullptr;
-  Vorn_XSectionArray& sections = design.sets[0].GetXSectionArray();
+  return &design.sets[design.sets.GetSize() > 1 ? input.Choose(design.sets.GetSize()) : 0];
+}
+
+VornXSection* ChooseSection(DesignDocument& design, InputReader& input) {
+  VornXSections* const set = ChooseSet(design, input);
+  return set == nullptr ? nullptr : ChooseSection(*set, input);
+}
+
+VornXSection* ChooseSection(VornXSections& set, InputReader& input) {
+  Vorn_XSectionArray& sections = set.GetXSectionArray();
   return sections.IsEmpty() ? nullptr : &sections[input.Choose(sections.GetSize())];
 }
 
@@ -122,9 +142,11 @@ DesignDocument MakeModel(InputReader& input) {
   constexpr SampleKind kKinds[] = {SampleKind::Road, SampleKind::River, SampleKind::Farm};
   vorn_host::SampleOptions options;
   options.kind = input.Choose(kKinds);
-  options.sections = 1 + input.Choose(3);
+  const std::uint8_t size = input.Byte();
+  options.sections = 1 + size % 3;
   options.seed = input.Byte();
   DesignDocument design = vorn_host::ToDocument(vorn_host::MakeSampleDesign(options));
+  if (size >= kFirstOfTwoSets) AddSet(design);
   ConvertEdition(design, vorn_host::kWritableEditions[static_cast<std::size_t>(input.Choose(4))]);
   for (int i = input.Choose(8); i > 0; --i) Change(design, input);
   return design;

@@ -1,9 +1,16 @@
 #include "fuzz/editing_steps.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <iterator>
+#include <string>
+#include <vector>
 
 #include "fuzz/editing_model.h"
+#include "fuzz/target.h"
 #include "host/editing/design_editor.h"
+#include "host/editing/set_targets.h"
 
 namespace vorn_fuzz {
 
@@ -11,6 +18,43 @@ namespace {
 
 using vorn_host::DesignDocument;
 using vorn_host::DesignEditor;
+
+// --- what steps keep -------------------------------------------------------------------------------------------------
+
+/// The shifts of all sections and the positions of all points. Those of a form are in an order of their own: steps may
+/// put the points into another one.
+std::vector<TamWorld2> ShiftsAndPositions(const DesignDocument& design) {
+  std::vector<TamWorld2> positions;
+  for (const VornXSections& set : design.sets) {
+    for (const VornXSection& section : set.GetXSectionArray()) {
+      positions.push_back(section.GetShiftData());
+      for (const VornBuildForm& form : section.GetBuildFormArray()) {
+        const auto first = static_cast<std::ptrdiff_t>(positions.size());
+        for (const VornComposedPnt& point : form.GetComposedPntArray()) positions.push_back(point.Pos());
+        std::sort(positions.begin() + first, positions.end(),
+                  [](const TamWorld2& a, const TamWorld2& b) { return a.x == b.x ? a.y < b.y : a.x < b.x; });
+      }
+    }
+  }
+  return positions;
+}
+
+/// A step and its opposite lead back to where the points were.
+void RequireSame(const std::vector<TamWorld2>& after, const std::vector<TamWorld2>& before, const char* step) {
+  constexpr double kRounding = 1e-9;  // metres
+  const auto isSame = [](const TamWorld2& a, const TamWorld2& b) {
+    return std::abs(a.x - b.x) <= kRounding && std::abs(a.y - b.y) <= kRounding;
+  };
+  if (!std::equal(after.begin(), after.end(), before.begin(), before.end(), isSame)) {
+    Finding(step, "there and back is elsewhere");
+  }
+}
+
+/// A step that removes nothing takes the control targets along.
+void RequireNoneLost(const DesignEditor& editor, const char* step) {
+  const std::vector<std::string> lost = editor.LostTargets();
+  if (!lost.empty()) Finding(step, "a control target is lost: " + lost.front());
+}
 
 // --- steps of the editor ---------------------------------------------------------------------------------------------
 
@@ -26,11 +70,28 @@ void RecalcCrossings(DesignDocument& design, InputReader& input) {
   (void)editor.LostTargets();
 }
 
-void Mirror(DesignDocument& design, InputReader&) { (void)DesignEditor(design).Mirror(); }
+/// Twice leads back, and then once more.
+void Mirror(DesignDocument& design, InputReader&) {
+  DesignEditor editor(design);
+  const std::vector<TamWorld2> before = ShiftsAndPositions(design);
+  (void)editor.Mirror();
+  (void)editor.Mirror();
+  RequireSame(ShiftsAndPositions(design), before, "mirroring");
+  (void)editor.Mirror();
+  RequireNoneLost(editor, "mirroring");
+}
 
+/// There, back, and there again.
 void Shift(DesignDocument& design, InputReader& input) {
   const double dist = input.Length();
-  (void)DesignEditor(design).Shift(dist, input.Length());
+  const double height = input.Length();
+  DesignEditor editor(design);
+  const std::vector<TamWorld2> before = ShiftsAndPositions(design);
+  (void)editor.Shift(dist, height);
+  (void)editor.Shift(-dist, -height);
+  RequireSame(ShiftsAndPositions(design), before, "shifting");
+  (void)editor.Shift(dist, height);
+  RequireNoneLost(editor, "shifting");
 }
 
 void Retype(DesignDocument& design, InputReader& input) {
@@ -41,19 +102,25 @@ void Retype(DesignDocument& design, InputReader& input) {
 void SortForms(DesignDocument& design, InputReader& input) {
   CStringArray names;
   for (int i = input.Choose(4); i > 0; --i) names.Add(ChooseText(input));
-  (void)DesignEditor(design).SortForms(names);
+  DesignEditor editor(design);
+  (void)editor.SortForms(names);
+  RequireNoneLost(editor, "sorting");
 }
 
 void RemoveForm(DesignDocument& design, InputReader& input) {
   DesignEditor editor(design);
+  const std::size_t before = vorn_host::DanglingTargets(design).size();
   (void)editor.RemoveForm(ChooseText(input));
   (void)editor.LostTargets();
+  if (vorn_host::DanglingTargets(design).size() > before) Finding("control targets", "some outlive their form");
 }
 
 void RenameForm(DesignDocument& design, InputReader& input) {
   const CString type = ChooseText(input);
   const CString name = ChooseText(input);
-  (void)DesignEditor(design).RenameForm(type, name, ChooseText(input));
+  DesignEditor editor(design);
+  (void)editor.RenameForm(type, name, ChooseText(input));
+  RequireNoneLost(editor, "renaming");
 }
 
 void ClearCodes(DesignDocument& design, InputReader&) { (void)DesignEditor(design).ClearCodes(); }
@@ -105,9 +172,10 @@ void SortByHeight(DesignDocument& design, InputReader& input) {
 }
 
 void ChangeStation(DesignDocument& design, InputReader& input) {
-  if (design.sets.IsEmpty()) return;
+  VornXSections* const set = ChooseSet(design, input);
+  if (set == nullptr) return;
   const double former = 20.0 * input.Choose(3);
-  design.sets[0].GetFormCtrlTargetArray().ChangeDist(former, input.Length(), input.Choose(2) == 0);
+  set->GetFormCtrlTargetArray().ChangeDist(former, input.Length(), input.Choose(2) == 0);
 }
 
 /// Derives a form from the first one: its points hang on the points there.
@@ -154,13 +222,15 @@ void CalcDerived(DesignDocument& design, InputReader& input) {
 }
 
 void InsertSection(DesignDocument& design, InputReader& input) {
-  VornXSection* const section = ChooseSection(design, input);
-  if (section == nullptr || design.sets[0].GetXSectionArray().GetSize() > 5) return;
+  constexpr int kMostSections = 6;
+  VornXSections* const set = ChooseSet(design, input);
+  VornXSection* const section = set == nullptr ? nullptr : ChooseSection(*set, input);
+  if (section == nullptr || set->GetXSectionArray().GetSize() >= kMostSections) return;
   VornXSection copy = *section;
   copy.SetCumulativeDist(input.Length());
   // Of two at one station, reading puts the one behind a change of shape second.
-  if (design.sets[0].GetXSectionArray().Find(copy.GetCumulativeDist().Value()) >= 0) return;
-  (void)design.sets[0].GetXSectionArray().Insert(copy);
+  if (set->GetXSectionArray().Find(copy.GetCumulativeDist().Value()) >= 0) return;
+  (void)set->GetXSectionArray().Insert(copy);
 }
 
 void PlaceFromCentre(DesignDocument& design, InputReader& input) {
@@ -203,7 +273,7 @@ constexpr Step kSteps[] = {Recalc,
 
 int StepCount() { return static_cast<int>(std::size(kSteps)); }
 
-bool SharesSerials(int step) { return kSteps[step] == Retype; }
+bool MaySplitForms(int step) { return kSteps[step] == Retype; }
 
 bool TakeStep(int step, DesignDocument& design, InputReader& input) try {
   const vorn_host::EditionScope scope(design.edition);

@@ -23,19 +23,21 @@ using vorn_host::DesignDocument;
 using vorn_host::DocumentError;
 using vorn_host::Project;
 
-constexpr std::uint32_t kUnassigned = 0xFFFFFFFF;
 constexpr int kMostSteps = 12;
 
-/// Whether the items have serials of their own. Several may have none, and several centre points have 0.
+using Serials = std::set<std::uint32_t>;
+
+/// Every item has a serial of its own, or none, and the next one is above them all.
+/// @param shared serials that several may bear
 template <typename Array>
-bool HasOwnSerials(const Array& items, bool zeroIsShared) {
-  std::set<std::uint32_t> seen;
+void JudgeSerials(const Array& items, const Serials& shared, const char* what) {
+  Serials seen;
   for (const auto& item : items) {
     const std::uint32_t serial = item.GetSerialID();
-    if (serial == kUnassigned || (zeroIsShared && serial == 0)) continue;
-    if (!seen.insert(serial).second) return false;
+    if (serial == kVornNoID) continue;
+    if (!seen.insert(serial).second && !shared.contains(serial)) Finding(what, "two have one serial");
   }
-  return true;
+  if (!seen.empty() && items.GetNextSerialID() <= *seen.rbegin()) Finding(what, "the next serial is given already");
 }
 
 void RequireNumber(const NurReal& value, const char* what) {
@@ -43,7 +45,8 @@ void RequireNumber(const NurReal& value, const char* what) {
 }
 
 void JudgePoints(const Vorn_ComposedPntArray& points) {
-  if (!HasOwnSerials(points, true)) Finding("points", "two of a form have one serial");
+  constexpr std::uint32_t kCentre = 0;
+  JudgeSerials(points, {kCentre}, "points of a form");
   for (const VornComposedPnt& point : points) {
     RequireNumber(point.GetCLDist(), "a distance from the centre line");
     RequireNumber(point.GetGh(), "a height");
@@ -52,14 +55,40 @@ void JudgePoints(const Vorn_ComposedPntArray& points) {
   }
 }
 
-/// @param sharedSerials whether forms were split, whose halves bear one serial
-void JudgeModel(const DesignDocument& design, bool sharedSerials) {
+/// Sections stand by their stations, those behind a change of shape after those before it.
+void JudgeOrder(const Vorn_XSectionArray& sections) {
+  for (int i = 1; i < sections.GetSize(); ++i) {
+    const NurReal& former = sections[i - 1].GetCumulativeDist();
+    const NurReal& station = sections[i].GetCumulativeDist();
+    if (!former.IsSet()) continue;
+    if (!station.IsSet() || station.Value() < former.Value())
+      Finding("sections", "they do not stand by their stations");
+  }
+}
+
+/// @param splitForms serials of forms that were split, whose halves bear one
+void JudgeModel(const DesignDocument& design, const Serials& splitForms) {
   for (const VornXSections& set : design.sets) {
-    if (!HasOwnSerials(set.GetFormCtrlTargetArray(), false)) Finding("control targets", "two have one serial");
+    JudgeSerials(set.GetFormCtrlTargetArray(), {}, "control targets");
+    JudgeOrder(set.GetXSectionArray());
     for (const VornXSection& section : set.GetXSectionArray()) {
       const Vorn_BuildFormArray& forms = section.GetBuildFormArray();
-      if (!sharedSerials && !HasOwnSerials(forms, false)) Finding("forms", "two of a section have one serial");
-      for (const VornBuildForm& form : forms) JudgePoints(form.GetComposedPntArray());
+      JudgeSerials(forms, splitForms, "forms of a section");
+      for (const VornBuildForm& form : forms) {
+        JudgeSerials(form.GetFormCtrlTargetArray(), {}, "control targets of a form");
+        JudgePoints(form.GetComposedPntArray());
+      }
+    }
+  }
+}
+
+/// The serials of the first two forms of a section where they bear one: only the first form is ever split.
+void AddSplitForms(const DesignDocument& design, Serials& splitForms) {
+  for (const VornXSections& set : design.sets) {
+    for (const VornXSection& section : set.GetXSectionArray()) {
+      const Vorn_BuildFormArray& forms = section.GetBuildFormArray();
+      if (forms.GetSize() < 2 || forms[0].GetSerialID() != forms[1].GetSerialID()) continue;
+      splitForms.insert(forms[0].GetSerialID());
     }
   }
 }
@@ -80,13 +109,14 @@ void JudgeStoring(DesignDocument design) {
 bool Judge(std::span<const std::uint8_t> bytes) {
   InputReader input(bytes);
   DesignDocument design = MakeModel(input);
-  JudgeModel(design, false);
-  bool sharedSerials = false;
+  Serials splitForms;
+  JudgeModel(design, splitForms);
   for (int i = 0; i < kMostSteps && !input.IsEmpty(); ++i) {
     const int step = input.Choose(StepCount());
-    if (!TakeStep(step, design, input)) return false;
-    sharedSerials = sharedSerials || SharesSerials(step);
-    JudgeModel(design, sharedSerials);
+    const bool isDone = TakeStep(step, design, input);
+    if (MaySplitForms(step)) AddSplitForms(design, splitForms);
+    JudgeModel(design, splitForms);
+    if (!isDone) return false;  // a design that may be half edited is never written
   }
   (void)CheckDocument(design);
   const std::string written = JudgeWriting(design);
@@ -95,15 +125,47 @@ bool Judge(std::span<const std::uint8_t> bytes) {
   return true;
 }
 
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// A small design without changes: positions first, then the step.
+Bytes PlainInput(std::uint8_t step, std::uint8_t edition) {
+  // Kind, sections, terrain, edition, number of changes.
+  return {static_cast<std::uint8_t>(step % 3), 2, 1, edition, 0, 0, 0, step, 1, 9, 5, 3, 10, 3, 2};
+}
+
+/// Two sets, a point more in one and a point less in the other, positions, the step with other arguments, and the next
+/// step.
+Bytes VariedInput(std::uint8_t step) {
+  constexpr std::uint8_t kInsertPoint = 1;
+  constexpr std::uint8_t kRemovePoint = 3;
+  const auto vary = [step](int factor, int count) { return static_cast<std::uint8_t>(step * factor % count); };
+  const std::uint8_t side = vary(1, 3);
+  const std::uint8_t dataType = vary(5, 4);
+  Bytes input = {vary(7, 3), static_cast<std::uint8_t>(129 + vary(5, 2)), vary(11, 251), vary(3, 4), 2};
+  // Each change: its kind; set, section and form; set and section, which it does not use; what it does, and where.
+  input.insert(input.end(), {0, 0, 1, 0, 0, 0, kInsertPoint, 3});
+  // The point: side, two values of two bytes, types, existence, kind, code, and that it has no position yet.
+  input.insert(input.end(), {side, 5, vary(9, 251), 1, vary(13, 251), dataType, 1, 3, 0, vary(3, 14), 1});
+  input.insert(input.end(), {0, 1, 0, vary(1, 2), 1, 0, kRemovePoint, vary(1, 5)});
+  input.insert(input.end(), {0, 0, step});
+  for (int i = 1; i <= 8; ++i) input.push_back(static_cast<std::uint8_t>((step + 3) * (2 * i + 5) % 256));
+  input.insert(input.end(), {static_cast<std::uint8_t>((step + 1) % StepCount()), 1, 6, 2, 7, 1, 3});
+  return input;
+}
+
+}  // namespace
+
 std::vector<Seed> MakeSeeds() {
   std::vector<Seed> seeds;
-  for (int step = 0; step < StepCount(); ++step) {
+  for (int i = 0; i < StepCount(); ++i) {
+    const auto step = static_cast<std::uint8_t>(i);
+    const std::string name = "step_" + std::to_string(i) + "_";
     for (std::uint8_t edition = 0; edition < 4; ++edition) {
-      // Kind, sections, terrain, edition, no changes; positions first, then the step.
-      const auto kind = static_cast<std::uint8_t>(step % 3);
-      seeds.push_back({"step_" + std::to_string(step) + "_" + std::to_string(edition),
-                       {kind, 2, 1, edition, 0, 0, 0, static_cast<std::uint8_t>(step), 1, 9, 5, 3, 10, 3, 2}});
+      seeds.push_back({name + std::to_string(edition), PlainInput(step, edition)});
     }
+    seeds.push_back({name + "varied", VariedInput(step)});
   }
   return seeds;
 }
