@@ -318,6 +318,47 @@ TEST(OutputsWithoutMemory, AreAsTheyWere) {
   ExpectOldOrNew(texts, [](CStringArray& codes) { FullForm(kNewName).GetNoriCodeArray(VornLocation::Left, codes); });
 }
 
+TEST(OutputsWithoutMemory, OfPointsAreAsTheyWere) {
+  const Vorn_ComposedPntArray points = FullForm(kNewName).GetComposedPntArray();
+  VornIndexArray other;
+  other.Add(77);
+  struct Outputs {
+    int center = 88;
+    VornIndexArray left;
+    VornIndexArray right;
+  };
+  const Outputs old{88, other, other};
+  Outputs now;
+  const auto expectOld = [&] {
+    EXPECT_EQ(now.center, 88);
+    EXPECT_TRUE(now.left == other);
+    EXPECT_TRUE(now.right == other);
+  };
+  const auto reset = [&] { now = old; };
+  FailEachAllocation(
+      reset, [&] { EXPECT_TRUE(points.QueryIndexArray(now.left, now.right)); }, expectOld);
+  EXPECT_EQ(now.left.GetSize(), 3);
+  EXPECT_EQ(now.right.GetSize(), 3);
+  FailEachAllocation(
+      reset, [&] { EXPECT_TRUE(points.QueryIndexArray(now.center, now.left, now.right)); }, expectOld);
+  EXPECT_EQ(now.center, 0);
+  EXPECT_EQ(now.left.GetSize(), 2);
+  EXPECT_EQ(now.right.GetSize(), 2);
+  FailEachAllocation(
+      reset, [&] { EXPECT_TRUE(points.QueryIndexArrayLtoR(now.left)); }, expectOld);
+  EXPECT_EQ(now.left.GetSize(), 5);
+
+  Vorn_ComposedPntArray ends;
+  ends.SetSize(2);
+  ExpectOldOrNew(
+      ends, [&](Vorn_ComposedPntArray& changing) { EXPECT_TRUE(points.QueryTermPoint(changing[0], changing[1])); });
+  ExpectOldOrNew(VornUIntArray(), [](VornUIntArray& ids) { PointWithBothRecords().ConnectIDs(ids); });
+  ExpectOldOrNew(CString(), [](CString& code) { EXPECT_TRUE(FullForm(kNewName).GetCodeFromPnt({9.5, -2.0}, code)); });
+  ExpectOldOrNew(KelPointArray(), [](KelPointArray& crossings) {
+    EXPECT_GT(FullSection(20.0).GetCrossPoint(VornLocation::Left, crossings), 0);
+  });
+}
+
 TEST(OutputsWithoutMemory, GetAllFormsOfAKindOrNone) {
   const VornTypeManager manager;
   for (const auto append : {&VornTypeManager::Road, &VornTypeManager::River, &VornTypeManager::Other}) {
