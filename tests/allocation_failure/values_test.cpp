@@ -359,6 +359,32 @@ TEST(OutputsWithoutMemory, OfPointsAreAsTheyWere) {
   });
 }
 
+TEST(OutputsWithoutMemory, GetTheFormOfANameOrStay) {
+  const VornTypeManager manager;
+  const VornFormAttr other{"another form", {}};
+  VornFormAttr attr;
+  // Of road earthwork, and of none: the search goes on to the end then.
+  VornTypeManager::List forms;
+  manager.Road(forms);
+  for (const CString& name : {CString(forms[0].name), CString(kNewName)}) {
+    FailEachAllocation([&] { attr = other; }, [&] { (void)manager.Find(attr, name); },
+                       [&] { EXPECT_EQ(attr.name, other.name); });
+    EXPECT_NE(attr.name, other.name);
+  }
+  const auto replace = [&] { manager.Type(VornStructureType::Type::RoadEarthwork, forms, true); };
+  FailEachAllocation(
+      [&] {
+        forms.RemoveAll();
+        forms.Add(other);
+      },
+      replace,
+      [&] {
+        ASSERT_EQ(forms.GetSize(), 1);
+        EXPECT_EQ(forms[0].name, other.name);
+      });
+  EXPECT_GT(forms.GetSize(), 1);
+}
+
 TEST(OutputsWithoutMemory, GetAllFormsOfAKindOrNone) {
   const VornTypeManager manager;
   for (const auto append : {&VornTypeManager::Road, &VornTypeManager::River, &VornTypeManager::Other}) {
