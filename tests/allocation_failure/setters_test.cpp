@@ -32,6 +32,7 @@ TEST(ModelWithoutMemory, TakesTextsOrNot) {
               &VornFormCtrlTarget::SetTargetRegio);
   const VornFormCtrlTargetPnt& point = target.GetTargetPntArray()[0];
   ExpectTaken(point, kText, &VornFormCtrlTargetPnt::SetBuildFormName, &VornFormCtrlTargetPnt::SetCode);
+  ExpectOldOrNew(point, [](VornFormCtrlTargetPnt& changing) { changing.Set(30.0, kText, kText, true); });
 
   ExpectTaken(VornFileInfo(), kText, &VornFileInfo::SetNote);
   ExpectTaken(VornBuildItem(kSurface), kText, &VornBuildItem::SetName);
