@@ -18,13 +18,13 @@ namespace {
 
 using allocation_test::AllowAllocations;
 using allocation_test::ExpectOldOrNew;
+using allocation_test::ExpectOldOrNewWhenWritten;
 using allocation_test::FullForm;
 using allocation_test::FullSection;
 using allocation_test::FullSet;
 using allocation_test::HasWholeElementsOf;
 using allocation_test::kNewName;
 using allocation_test::kSurface;
-using allocation_test::Leaves;
 using allocation_test::State;
 using allocation_test::StateOf;
 using test_support::Bytes;
@@ -67,14 +67,11 @@ void ExpectStoredAndLoaded(const Record& record) {
   for (const char* version : kStoreVersions) {
     SCOPED_TRACE(version);
     const CString tag(version);
-    ExpectOldOrNew(
-        record,
-        [&](Record& storing) {
-          Sink sink;
-          CArchive ar(&sink, CArchive::store, 64);
-          storing.Serialize(ar, tag);
-        },
-        Leaves::EachPart);
+    ExpectOldOrNewWhenWritten(record, [&](Record& storing) {
+      Sink sink;
+      CArchive ar(&sink, CArchive::store, 64);
+      storing.Serialize(ar, tag);
+    });
     // Older data are read otherwise than they are written: the files of old programs below are.
     if (std::string_view(version) < "05.00") continue;
     Record stored = record;
@@ -101,6 +98,10 @@ TEST(ArchiveWithoutMemory, HasRecordsInWholeElements) {
   VornStructureType type;
   type.SetJobName(kNewName);
   ExpectStoredAndLoaded(type);
+  VornTsHosoType pavement;
+  pavement.SetPaveID(3);
+  pavement.SetKindID(13, 7);
+  ExpectStoredAndLoaded(pavement);
   VornFileInfoArray infos;
   infos.SetSize(2);
   infos[1].SetNote(kNewName);
@@ -115,6 +116,19 @@ TEST(PointMemory, IsNotTakenForARoleThatALoadedPointDoesNotHave) {
   test_support::LoadingArchive ar(bytes);
   loaded.Serialize(*ar, tag);
   EXPECT_EQ(allocation_test::AllocationsOf([&] { const VornComposedPnt copy = loaded; }), 0u);
+}
+
+TEST(ArchiveWithoutMemory, LeavesThePavementSettings) {
+  VornTsHosoType stored;
+  stored.SetScaleID(5);
+  const CString tag("06.50");
+  const Bytes bytes = test_support::Stored([&](CArchive& ar) { stored.Serialize(ar, tag); });
+  VornTsHosoType pavement;
+  pavement.SetPaveID(3);
+  ExpectOldOrNew(pavement, [&](VornTsHosoType& loading) {
+    test_support::LoadingArchive ar(bytes);
+    loading.Serialize(*ar, tag);
+  });
 }
 
 TEST(ArchiveWithoutMemory, HasASetInWholeElements) {
@@ -145,14 +159,11 @@ TEST_P(RoadArchiveWithoutMemory, HasWholeElements) {
   VornLinearXMLData data;
   test_support::LoadingArchive in(bytes);
   load(*in, data);
-  ExpectOldOrNew(
-      data,
-      [](VornLinearXMLData& storing) {
-        Sink sink;
-        CArchive ar(&sink, CArchive::store, 64);
-        storing.Serialize(ar, "");
-      },
-      Leaves::EachPart);
+  ExpectOldOrNewWhenWritten(data, [](VornLinearXMLData& storing) {
+    Sink sink;
+    CArchive ar(&sink, CArchive::store, 64);
+    storing.Serialize(ar, "");
+  });
 }
 
 }  // namespace

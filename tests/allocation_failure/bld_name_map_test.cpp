@@ -92,6 +92,44 @@ TEST(RegistryWithoutMemory, ReadingLeavesTheRegistry) {
   EXPECT_EQ(registry.GetCount(), 2);
 }
 
+TEST(RegistryWithoutMemory, TakesAListOrNot) {
+  VornBldNameMap registry;
+  VornBldNameList list;
+  for (const char* name : {kNewName, kOldName}) list.AddTail(VornBuildItem(name));
+  const auto prepare = [&] { registry = OldRegistry(); };
+  const auto expectOld = [&] { ExpectOldRegistry(registry); };
+  for (const char* key : {kOldKey, kNewKey}) {
+    FailEachAllocation(
+        prepare, [&] { registry.SetAt(key, list); }, expectOld);
+    EXPECT_EQ(registry.Get(key)->GetCount(), 2);
+    FailEachAllocation(
+        prepare, [&] { registry.SetAt(key, VornBldNameList(list)); }, expectOld);
+    EXPECT_EQ(registry.Get(key)->GetCount(), 2);
+  }
+  FailEachAllocation(
+      prepare, [&] { (void)registry[kNewKey]; }, expectOld);
+  EXPECT_EQ(registry.GetCount(), 2);
+  FailEachAllocation(
+      prepare, [&] { EXPECT_TRUE(registry.RemoveKey(kOldKey)); }, expectOld);
+  EXPECT_TRUE(registry.IsEmpty());
+}
+
+TEST(RegistryWithoutMemory, LookupLeavesTheOutput) {
+  const VornBldNameMap registry = OldRegistry();
+  VornBldNameList list;
+  const auto prepare = [&] {
+    list.RemoveAll();
+    for (int i = 0; i < 2; ++i) list.AddTail(VornBuildItem(kNewName));
+  };
+  FailEachAllocation(
+      prepare, [&] { EXPECT_EQ(registry.Lookup(kOldKey, list), 1); },
+      [&] {
+        EXPECT_EQ(list.GetCount(), 2);
+        EXPECT_EQ(list.begin()->GetName(), kNewName);
+      });
+  EXPECT_EQ(list.GetCount(), 1);
+}
+
 TEST(RegistryWithoutMemory, CheckUsedNameLeavesTheMarks) {
   VornBldNameList list;
   const Vorn_XSectionArray sections = SectionsWith(kNewKey, kNewName);

@@ -14,13 +14,13 @@ namespace {
 
 using allocation_test::AllowAllocations;
 using allocation_test::ExpectOldOrNew;
+using allocation_test::ExpectOldOrNewWhenWritten;
 using allocation_test::FullForm;
 using allocation_test::FullSection;
 using allocation_test::FullSet;
 using allocation_test::HasWholeElementsOf;
 using allocation_test::kNewName;
 using allocation_test::kSurface;
-using allocation_test::Leaves;
 using allocation_test::State;
 using allocation_test::StateOf;
 using test_support::XmlTree;
@@ -60,7 +60,7 @@ void ExpectReadAndWritten(const Element& element) {
       XmlTreeCursor cursor(tree);
       EXPECT_TRUE(writing.toXML(&cursor));
     };
-    ExpectOldOrNew(element, write, Leaves::EachPart);
+    ExpectOldOrNewWhenWritten(element, write);
     Element written = element;
     const std::string xml = test_support::WriteXml(written);
     if (!xml.empty()) ExpectReadWithoutHalves<Element>(xml);

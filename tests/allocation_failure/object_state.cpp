@@ -78,6 +78,23 @@ State StateOf(const VornStructureType& t) {
 
 State StateOf(const VornBuildItem& i) { return {Joined(i.GetName(), i.GetColor(), i.GetUsed()), {}}; }
 
+// --- type settings ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// What settings hold is told by their record alone.
+template <typename Settings>
+State StateOfRecord(const Settings& settings, const CString& tag) {
+  Settings copy = settings;
+  const auto bytes = test_support::Stored([&](CArchive& ar) { copy.Serialize(ar, tag); });
+  return {std::string(bytes.begin(), bytes.end()), {}};
+}
+
+}  // namespace
+
+State StateOf(const VornXSectType& t) { return StateOfRecord(t, "06.50"); }
+State StateOf(const VornTsHosoType& t) { return StateOfRecord(t, "06.50"); }
+
 // --- road data -------------------------------------------------------------------------------------------------------
 
 State StateOf(const VornCrsData& d) {
@@ -115,9 +132,9 @@ State StateOf(const VornRoadInfo& i) {
 }
 
 State StateOf(const VornRoadGmData& d) {
-  return {
-      Joined(d.GetOption(), d.GetSchemaVersion(), d.GetOption2(), d.GetText()),
-      {StateOf(d.GetRoadInfo()), StateOf(d.GetAlignments()), StateOf(d.GetFileInfos()), StateOf(d.GetStructureType())}};
+  return {Joined(d.GetOption(), d.GetSchemaVersion(), d.GetOption2(), d.GetText()),
+          {StateOf(d.GetRoadInfo()), StateOf(d.GetAlignments()), StateOf(d.GetFileInfos()),
+           StateOf(d.GetStructureType()), StateOf(d.GetXSectType())}};
 }
 
 State StateOf(const VornFormCtrl& c) {

@@ -14,8 +14,10 @@
 #include "vorn/model/x_sections.h"
 #include "vorn/road/linear_xml_data.h"
 #include "vorn/types/bld_name_map.h"
+#include "vorn/types/hoso_type.h"
 
-// All that an object holds, for comparing an object with what it was and with what it is to become.
+// All that an object holds, for comparing an object with what it was and with what it is to become. The extension
+// tables of the records are no part of it: they are written empty and forgotten when read, so no object holds one.
 
 namespace allocation_test {
 
@@ -98,6 +100,9 @@ State StateOf(const VornXSections& set);
 State StateOf(const VornFileInfo& info);
 State StateOf(const VornStructureType& type);
 State StateOf(const VornBuildItem& item);
+
+State StateOf(const VornXSectType& type);
+State StateOf(const VornTsHosoType& type);
 
 State StateOf(const VornCrsData& system);
 State StateOf(const VornCtrlPoint& point);

@@ -2,17 +2,22 @@
 
 #include "tests/allocation_failure/full_objects.h"
 #include "tests/allocation_failure/old_or_new.h"
+#include "tests/allocation_failure/setters.h"
 #include "tests/support/settings.h"
 
 // What road and survey data keep when memory runs out while they are assigned, joined and taken from settings.
 
 namespace {
 
+using allocation_test::ExpectNoAllocation;
 using allocation_test::ExpectOldOrNew;
+using allocation_test::ExpectTaken;
+using allocation_test::FailEachAllocation;
 using allocation_test::FullSet;
 using allocation_test::kLayer;
 using allocation_test::kNewName;
 using allocation_test::kSurface;
+using allocation_test::StateOf;
 
 VornRoadGmData FullRoad(const char* name) {
   VornRoadGmData road;
@@ -109,10 +114,6 @@ TEST(RoadDataWithoutMemory, AreAssignedOrNot) {
   ExpectAssignedWholly(data.GetLandXml().GetAlignments()[0], other.GetLandXml().GetAlignments()[0]);
 }
 
-TEST(RoadDataWithoutMemory, TakeSectionsOrNot) {
-  ExpectOldOrNew(VornAlignment(), [](VornAlignment& alignment) { alignment.SetXSections(FullSet()); });
-}
-
 TEST(RoadDataWithoutMemory, TakeCommonDataOrNot) {
   const VornLinearXMLData data = FullData(kSurface);
   const VornLinearXMLData other = FullData(kNewName);
@@ -124,6 +125,84 @@ TEST(RoadDataWithoutMemory, TakeCommonDataOrNot) {
 
 TEST(SurveyPointsWithoutMemory, AreComposedOrNot) {
   ExpectOldOrNew(GroundPoints(2), [](VornGmPntArray& points) { points.Composition(GroundPoints(5)); });
+}
+
+TEST(RoadDataWithoutMemory, TakeTextsOrNot) {
+  const CString text(kNewName);
+  const VornLinearXMLData data = FullData(kSurface);
+  ExpectTaken(VornRoadInfo(), text, &VornRoadInfo::SetName, &VornRoadInfo::SetText1, &VornRoadInfo::SetText2);
+  ExpectTaken(VornRoadGmData(), text, &VornRoadGmData::SetText);
+  ExpectTaken(VornAlignment(), text, &VornAlignment::SetName, &VornAlignment::SetCrsName, &VornAlignment::SetAuxText,
+              &VornAlignment::SetMemo1, &VornAlignment::SetMemo2, &VornAlignment::SetMemo3);
+  ExpectTaken(VornCrsData(), text, &VornCrsData::SetName, &VornCrsData::SetVerticalDatum, &VornCrsData::SetAuxText);
+  ExpectTaken(VornCtrlPoint(), text, &VornCtrlPoint::SetName);
+  ExpectTaken(VornBenchMark(), text, &VornBenchMark::SetName);
+  ExpectTaken(VornGmPnt(), text, &VornGmPnt::SetName);
+  ExpectTaken(VornGmPnts(), text, &VornGmPnts::SetName, &VornGmPnts::SetName2);
+  ExpectTaken(VornCtrlPoints(), text, &VornCtrlPoints::SetName);
+  ExpectTaken(VornProjectData(), text, &VornProjectData::SetName, &VornProjectData::SetText);
+  ExpectTaken(VornCreatorInfoData(), text, &VornCreatorInfoData::SetName, &VornCreatorInfoData::SetText);
+  ExpectTaken(VornLandXMLProject(), text, &VornLandXMLProject::SetName, &VornLandXMLProject::SetDesc);
+  ExpectTaken(VornLandXMLAlignment(), text, &VornLandXMLAlignment::SetName, &VornLandXMLAlignment::SetText);
+  ExpectTaken(data.GetInfoConstrcut(), kNewName, &VornInfoConstrcut::SetStoreVersion);
+  ExpectTaken(data.GetRoadCenter(), kNewName, &VornRoadCenterData::SetStoreVersion);
+}
+
+TEST(RoadDataWithoutMemory, TakePartsOrNot) {
+  const VornLinearXMLData data = FullData(kSurface);
+  ExpectTaken(VornLinearXMLData(), data.GetInfoConstrcut(), &VornLinearXMLData::SetInfoConstrcut);
+  ExpectTaken(VornLinearXMLData(), data.GetRoadCenter(), &VornLinearXMLData::SetRoadCenter);
+  ExpectTaken(VornLinearXMLData(), data.GetLandXml(), &VornLinearXMLData::SetLandXml);
+
+  const VornInfoConstrcut& info = data.GetInfoConstrcut();
+  VornFormCtrl ctrl;
+  ctrl.GetNames().fill(CString(kNewName));
+  ExpectTaken(VornInfoConstrcut(), info.GetCrsArray(), &VornInfoConstrcut::SetCrsArray);
+  ExpectTaken(VornInfoConstrcut(), info.GetCtrlPoints(), &VornInfoConstrcut::SetCtrlPoints);
+  ExpectTaken(VornInfoConstrcut(), info.GetRoadGm(), &VornInfoConstrcut::SetRoadGm);
+  ExpectTaken(VornInfoConstrcut(), ctrl, &VornInfoConstrcut::SetFormCtrl);
+  const VornCtrlPoints& points = info.GetCtrlPoints();
+  ExpectTaken(VornCtrlPoints(), points.GetCtrlPos(), &VornCtrlPoints::SetCtrlPos);
+  ExpectTaken(VornCtrlPoints(), points.GetBenchMarks(), &VornCtrlPoints::SetBenchMarks);
+  ExpectTaken(VornCtrlPoints(), points.GetGmPnts(), &VornCtrlPoints::SetGmPnts);
+  ExpectTaken(VornGmPnts(), points.GetGmPnts()[0].GetPoints(), &VornGmPnts::SetPoints);
+
+  const VornRoadCenterData& center = data.GetRoadCenter();
+  ExpectTaken(VornRoadCenterData(), center.GetProject(), &VornRoadCenterData::SetProject);
+  ExpectTaken(VornRoadCenterData(), center.GetCrsArray(), &VornRoadCenterData::SetCrsArray);
+  ExpectTaken(VornRoadCenterData(), points.GetGmPnts(), &VornRoadCenterData::SetGmPnts);
+  ExpectTaken(VornRoadCenterData(), center.GetRoadGm(), &VornRoadCenterData::SetRoadGm);
+  ExpectTaken(VornProjectData(), center.GetProject().GetCreators(), &VornProjectData::SetCreators);
+
+  const VornLandXMLData& landXml = data.GetLandXml();
+  VornLandXMLCgPointsArray cgPoints;
+  cgPoints.SetSize(2);
+  ExpectTaken(VornLandXMLData(), landXml.GetProject(), &VornLandXMLData::SetProject);
+  ExpectTaken(VornLandXMLData(), cgPoints, &VornLandXMLData::SetCgPoints);
+  ExpectTaken(VornLandXMLData(), landXml.GetAlignments(), &VornLandXMLData::SetAlignments);
+  ExpectTaken(VornLandXMLData(), landXml.GetTexts(), &VornLandXMLData::SetTexts);
+}
+
+TEST(RoadDataWithoutMemory, TakePartsOfARoadOrNot) {
+  const VornRoadGmData road = FullRoad(kSurface);
+  VornFileInfoArray infos;
+  infos.SetSize(2);
+  infos[1].SetNote(kNewName);
+  ExpectTaken(VornRoadGmData(), road.GetRoadInfo(), &VornRoadGmData::SetRoadInfo);
+  ExpectTaken(VornRoadGmData(), road.GetAlignments(), &VornRoadGmData::SetAlignments);
+  ExpectTaken(VornRoadGmData(), infos, &VornRoadGmData::SetFileInfos);
+  ExpectTaken(VornRoadGmData(), road.GetStructureType(), &VornRoadGmData::SetStructureType);
+  ExpectTaken(VornAlignment(), FullSet(), &VornAlignment::SetXSections);
+  ExpectTaken(road.GetAlignments()[0], FullSet(), &VornAlignment::SetXSections);
+  VornRoadInfo other;
+  other.SetTraffic(77);
+  ExpectNoAllocation(road.GetRoadInfo(), [&](VornRoadInfo& info) { info.SetDesignInfo(other); });
+}
+
+TEST(RoadDataWithoutMemory, GetTheNamesOfNewControlItems) {
+  VornFormCtrl ctrl;
+  ctrl.GetNames().fill(CString(kNewName));
+  ExpectNoAllocation(ctrl, [](VornFormCtrl& changing) { changing.Init(); });
 }
 
 using RoadSettingsWithoutMemory = test_support::SettingsTest;
@@ -141,6 +220,42 @@ TEST_F(RoadSettingsWithoutMemory, AreTakenOrNot) {
   road.GetRoadInfo().SetTraffic(77);
   road.StoreRegistry();
   ExpectOldOrNew(VornRoadGmData(), [](VornRoadGmData& loading) { loading.LoadRegistry(); });
+  ExpectOldOrNew(VornLinearXMLData(), [](VornLinearXMLData& loading) { loading.LoadRegistry(); });
+}
+
+/// A store in memory keeps each value when it comes: some of them are there when memory runs out, each as it was or as
+/// it was to be, and storing again stores all.
+TEST_F(RoadSettingsWithoutMemory, AreStoredValueByValue) {
+  WexKey root;
+  ASSERT_TRUE(VornGetBaseRegKey(&root));
+  VornFormCtrl old;
+  old.GetNames().fill(CString(kSurface));
+  old.GetMarks().fill(VornFormCtrl::CtrlMarkType::Capitals);
+  VornFormCtrl stored;
+  stored.GetNames().fill(CString(kNewName));
+  stored.GetMarks().fill(VornFormCtrl::CtrlMarkType::SmallLetters);
+  VornFormCtrl loaded;
+  FailEachAllocation([&] { old.StoreRegistry(&root); }, [&] { stored.StoreRegistry(&root); },
+                     [&] {
+                       loaded.LoadRegistry(&root);
+                       for (const CString& name : loaded.GetNames()) EXPECT_TRUE(name == kSurface || name == kNewName);
+                       stored.StoreRegistry(&root);
+                       loaded.LoadRegistry(&root);
+                       EXPECT_EQ(StateOf(loaded), StateOf(stored));
+                     });
+  loaded.LoadRegistry(&root);
+  EXPECT_EQ(StateOf(loaded), StateOf(stored));
+
+  VornRoadGmData road;
+  road.GetRoadInfo().SetTraffic(77);
+  VornRoadGmData again;
+  FailEachAllocation([] { VornRoadGmData().StoreRegistry(); }, [&] { road.StoreRegistry(); },
+                     [&] {
+                       again.LoadRegistry();
+                       EXPECT_TRUE(again.GetRoadInfo().GetTraffic() == 1 || again.GetRoadInfo().GetTraffic() == 77);
+                     });
+  again.LoadRegistry();
+  EXPECT_EQ(again.GetRoadInfo().GetTraffic(), 77);
 }
 
 }  // namespace

@@ -111,4 +111,28 @@ TEST(TextMemory, IsNotAskedForByShortTexts) {
             0u);
 }
 
+TEST(TextMemory, IsNotAskedForByTextsThatGetShorterOrAreFolded) {
+  const CString kept = CString("  ") + kLong.c_str() + "Y \t";
+  CString trimmed = kept;
+  CString left = kept;
+  CString right = kept;
+  CString upper = kept;
+  CString lower = kept;
+  EXPECT_EQ(AllocationsOf([&] {
+              trimmed.Trim();
+              left.TrimLeft();
+              right.TrimRight();
+              upper.MakeUpper();
+              lower.MakeLower();
+              lower.SetAt(0, 'a');
+              (void)lower.GetBufferSetLength(20);
+            }),
+            0u);
+  EXPECT_EQ(trimmed, CString(kLong) + "Y");
+  EXPECT_EQ(left, CString(kLong) + "Y \t");
+  EXPECT_EQ(right, CString("  ") + kLong.c_str() + "Y");
+  EXPECT_EQ(upper.Mid(2), CString(std::string(300, 'X')) + "Y \t");
+  EXPECT_EQ(lower, CString("a ") + std::string(18, 'x').c_str());
+}
+
 }  // namespace

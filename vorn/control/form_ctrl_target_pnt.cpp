@@ -1,5 +1,7 @@
 #include "vorn/control/form_ctrl_target_pnt.h"
 
+#include <utility>
+
 #include "vorn/framework/numerical_precision.h"
 #include "vorn/framework/schema.h"
 
@@ -38,8 +40,11 @@ bool VornFormCtrlTargetPnt::IsEnable() const {
 
 void VornFormCtrlTargetPnt::Set(const NurReal& cumulativeDist, const CString& buildFormName, const CString& code,
                                 bool xSectChg) {
+  // Both texts first: a point that had the form of one and the code of another would stand somewhere else.
+  CString newName = buildFormName;
+  CString newCode = code;
   m_cumulativeDist = cumulativeDist;
-  m_buildFormName = buildFormName;
-  m_code = code;
+  m_buildFormName = std::move(newName);
+  m_code = std::move(newCode);
   m_xSectChg = xSectChg;
 }

@@ -121,54 +121,62 @@ void Vorn_ComposedPntArray::GetLocationAreaIndex(VornLocation location, int& fir
   }
 }
 
+// The lists are made aside: without memory, those of the caller stay as they were.
+
 bool Vorn_ComposedPntArray::QueryIndexArray(VornIndexArray& left, VornIndexArray& right) const {
-  left.RemoveAll();
-  right.RemoveAll();
-  if (IsEmpty()) return false;
-  left.Add(0);
-  right.Add(0);
-  for (int i = 1; i < GetSize(); ++i) {
-    if (GetAt(i).IsLeft()) left.Add(i);
-    if (GetAt(i).IsRight()) right.Add(i);
+  VornIndexArray leftFound;
+  VornIndexArray rightFound;
+  if (!IsEmpty()) {
+    leftFound.Add(0);
+    rightFound.Add(0);
   }
-  return true;
+  for (int i = 1; i < GetSize(); ++i) {
+    if (GetAt(i).IsLeft()) leftFound.Add(i);
+    if (GetAt(i).IsRight()) rightFound.Add(i);
+  }
+  left = std::move(leftFound);
+  right = std::move(rightFound);
+  return !IsEmpty();
 }
 
 bool Vorn_ComposedPntArray::QueryIndexArray(int& center, VornIndexArray& left, VornIndexArray& right) const {
-  center = -1;
-  left.RemoveAll();
-  right.RemoveAll();
-  if (IsEmpty()) return false;
-  for (int i = 0; i < GetSize(); ++i) {
+  int centerFound = -1;
+  VornIndexArray leftFound;
+  VornIndexArray rightFound;
+  bool sided = !IsEmpty();
+  for (int i = 0; sided && i < GetSize(); ++i) {
     switch (GetAt(i).GetLocation()) {
       case VornLocation::Center:
-        center = i;
+        centerFound = i;
         break;
       case VornLocation::Left:
-        left.Add(i);
+        leftFound.Add(i);
         break;
       case VornLocation::Right:
-        right.Add(i);
+        rightFound.Add(i);
         break;
       default:
-        return false;
+        sided = false;
     }
   }
-  return true;
+  center = centerFound;
+  left = std::move(leftFound);
+  right = std::move(rightFound);
+  return sided;
 }
 
 bool Vorn_ComposedPntArray::QueryIndexArrayLtoR(VornIndexArray& order) const {
-  order.RemoveAll();
-  if (IsEmpty()) return false;
-  order.SetSize(GetSize());
+  VornIndexArray found;
+  found.SetSize(GetSize());
   int front = 0;
   int back = GetUpperBound();
   for (int i = GetUpperBound(); i >= 0; --i) {
     const VornComposedPnt& point = GetAt(i);
-    if (point.IsCenter() || point.IsLeft()) order[front++] = i;
-    if (point.IsRight()) order[back--] = i;
+    if (point.IsCenter() || point.IsLeft()) found[front++] = i;
+    if (point.IsRight()) found[back--] = i;
   }
-  return true;
+  order = std::move(found);
+  return !IsEmpty();
 }
 
 std::optional<std::pair<int, int>> Vorn_ComposedPntArray::TermIndices() const {

@@ -26,24 +26,33 @@ CString Join(const CString& parent, std::string_view subKey) {
 
 }  // namespace
 
-bool WexKey::Locate(const WexKey* parent, const char* subKey) {
-  // Built aside, because a key may be opened below itself.
-  ApplicationRoot origin = parent == nullptr ? Root() : ApplicationRoot{parent->m_store, parent->m_path};
-  m_path = Join(origin.path, ViewOf(subKey));
-  m_store = std::move(origin.store);
+WexKey WexKey::Located(const WexKey* parent, const char* subKey) {
+  WexKey key;
+  if (parent == nullptr) {
+    key.m_store = Root().store;
+    key.m_path = Join(Root().path, ViewOf(subKey));
+  } else {
+    key.m_store = parent->m_store;
+    key.m_path = Join(parent->m_path, ViewOf(subKey));
+  }
+  return key;
+}
+
+// Located aside: a key may be opened below itself, and without memory it stays what it was. A key that were left at a
+// path that nobody has looked up would pass for an open one.
+
+bool WexKey::Open(const WexKey* parent, const char* subKey) {
+  WexKey key = Located(parent, subKey);
+  if (!key.IsOpen() || !key.m_store->KeyExists(key.m_path.View())) key.Close();
+  *this = std::move(key);
   return IsOpen();
 }
 
-bool WexKey::Open(const WexKey* parent, const char* subKey) {
-  const bool opened = Locate(parent, subKey) && m_store->KeyExists(m_path.View());
-  if (!opened) Close();
-  return opened;
-}
-
 bool WexKey::Create(const WexKey* parent, const char* subKey) {
-  const bool created = Locate(parent, subKey) && m_store->CreateKey(m_path.View());
-  if (!created) Close();
-  return created;
+  WexKey key = Located(parent, subKey);
+  if (!key.IsOpen() || !key.m_store->CreateKey(key.m_path.View())) key.Close();
+  *this = std::move(key);
+  return IsOpen();
 }
 
 void WexKey::Close() {

@@ -37,8 +37,8 @@ class WexKey {
  private:
   friend class WexKeyGroup;
 
-  /// Points the key at a path without asking whether it exists; false when the parent is closed.
-  bool Locate(const WexKey* parent, const char* subKey);
+  /// A key at a path, without asking whether it exists; closed when the parent is.
+  [[nodiscard]] static WexKey Located(const WexKey* parent, const char* subKey);
 
   std::shared_ptr<WexStore> m_store;
   CString m_path;

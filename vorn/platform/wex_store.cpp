@@ -13,8 +13,10 @@ bool WexMemoryStore::KeyExists(std::string_view path) const { return m_keys.find
 bool WexMemoryStore::CreateKey(std::string_view path) {
   const CString key = Folded(path);
   const std::string_view separator(&kSeparator, 1);
-  for (int end = key.Find(separator); end >= 0; end = key.Find(separator, end + 1)) m_keys.try_emplace(key.Left(end));
-  m_keys.try_emplace(key);
+  std::map<CString, Values> created;
+  for (int end = key.Find(separator); end >= 0; end = key.Find(separator, end + 1)) created.try_emplace(key.Left(end));
+  created.try_emplace(key);
+  m_keys.merge(created);  // needs no memory: the keys come together or not at all
   return true;
 }
 

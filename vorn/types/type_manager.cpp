@@ -93,7 +93,10 @@ bool VornTypeManager::Find(VornFormAttr& attr, WorkType type, const CString& nam
 }
 
 bool VornTypeManager::Find(VornFormAttr& attr, const CString& name) const {
+  VornFormAttr found;  // without memory for the second search, the first one's answer is none
   // The forms of other work are among those of either.
-  return Find(attr, WorkType::RoadEarthwork, name, true, true) ||
-         Find(attr, WorkType::RiverCoastErosionControl, name, false, false);
+  const bool known = Find(found, WorkType::RoadEarthwork, name, true, true) ||
+                     Find(found, WorkType::RiverCoastErosionControl, name, false, false);
+  attr = found;
+  return known;
 }
