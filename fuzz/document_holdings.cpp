@@ -112,6 +112,16 @@ void AddForm(const VornBuildForm& form, bool edition20, Holdings& holdings) {
   if (edition20) AddTargets(form.GetFormCtrlTargetArray(), edition20, holdings);
 }
 
+/// Later editions have the targets of the forms behind those of the set, even where a form itself is not written.
+void AddGatheredTargets(const VornXSections& set, Holdings& holdings) {
+  AddTargets(set.GetFormCtrlTargetArray(), false, holdings);
+  for (const VornXSection& section : set.GetXSectionArray()) {
+    for (const VornBuildForm& form : section.GetBuildFormArray()) {
+      AddTargets(form.GetFormCtrlTargetArray(), false, holdings);
+    }
+  }
+}
+
 void AddGround(const VornExistingBuildForm& ground, Holdings& holdings) {
   if (!vorn_host::IsWritten(ground)) return;
   holdings.push_back(Item("tsf:ExistingBuildForm", {ground.GetName().View()}));
@@ -141,7 +151,7 @@ Holdings HoldingsOf(const DesignDocument& document) {
   for (const VornXSections& set : document.sets) {
     holdings.push_back(ItemOf(set, edition20));
     for (const VornXSection& section : set.GetXSectionArray()) AddSection(section, edition20, holdings);
-    if (!edition20) AddTargets(set.GetFormCtrlTargetArray(), edition20, holdings);
+    if (!edition20) AddGatheredTargets(set, holdings);
   }
   return holdings;
 }
