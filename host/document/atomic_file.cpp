@@ -458,11 +458,11 @@ void KeepUnderSecondName(TemporaryFile& second, const fs::path& target, const fs
 /// Puts a file in place and makes the one that was there its backup. An earlier backup stays until the new file is in
 /// place, and what was there comes back when it cannot become the backup: a save that fails changes neither.
 void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, const fs::path& path) {
+  const fs::path backup = BackupOf(target);  // may fail, and nothing has happened yet
   TemporaryFile former(target, kBackupEnding);
   KeepUnderSecondName(former, target, path);
   const SignalsWait untilBothAreDone;
   PutInPlace(temporary, target, path);
-  const fs::path backup = BackupOf(target);
   const std::error_code error = former.RenameTo(backup);
   if (!error) return;
   former.RenameTo(target);
