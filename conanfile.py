@@ -76,6 +76,8 @@ class VornConan(ConanFile):
             host = self.cpp_info.components["host"]
             host.libs = ["vorn-host"]
             host.includedirs = [os.path.join("include", "vorn-host")]
+            if self.settings.os == "Linux":
+                host.system_libs = ["pthread"]
             host.requires = ["vorn", "pugixml::pugixml", "tomlplusplus::tomlplusplus", "zlib::zlib"]
             host.set_property("cmake_target_name", "vorn::host")
             host.set_property("pkg_config_name", "vorn-host")

@@ -34,6 +34,10 @@ foreach(target IN ITEMS vorn vorn_host)
   endif()
 endforeach()
 
+if(NOT VORN_DEBIAN_PACKAGES)  # whose copyright files hold it
+  install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+endif()
+
 # Tables of code page 932 that only the library's own sources need.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/vorn" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
         FILES_MATCHING PATTERN "*.h" PATTERN "code_page_932_decode_table.h" EXCLUDE)

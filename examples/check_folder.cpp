@@ -9,6 +9,7 @@
 #include <iostream>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <thread>
 
 #include "host/document/design_document.h"
@@ -34,8 +35,8 @@ void ShowProgress(std::size_t done, std::size_t all) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc != 2) return 2;
+int main(int argc, char** argv) try {
+  if (argc != 2) throw std::invalid_argument("check_folder FOLDER");
   std::set<std::filesystem::path> files;
   for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
     if (entry.path().extension() == ".xml") files.insert(entry.path());
@@ -61,4 +62,7 @@ int main(int argc, char** argv) {
   for (const auto& [file, outcome] : outcomes) {
     std::cout << file.filename().string() << ": " << kWords[static_cast<int>(outcome)] << '\n';
   }
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 2;
 }

@@ -56,7 +56,10 @@ class LineStore final : public WexStore {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) return 2;
+  if (argc != 2 || !std::ofstream(argv[1], std::ios::app)) {
+    std::cerr << "own_settings_store FILE, which can be written\n";
+    return 2;
+  }
   WexSetApplicationStore(std::make_shared<LineStore>(argv[1]), "Company\\Application");
   VornFormCtrl control;  // what the as-built control items are called, and how points are marked
   control.LoadRegistry(nullptr);

@@ -19,7 +19,7 @@ find "${folders[@]}" -name '*.cpp' -print0 | xargs -0 -n 1 -P "$(nproc)" "${chec
 
 joined=$(IFS='|'; echo "${folders[*]}")
 log=$build/clang_tidy.log
-run-clang-tidy-14 -p "$build" -quiet -j "$(nproc)" "/($joined)/.*\.cpp$" >"$log" 2>/dev/null || {
+run-clang-tidy-14 -p "$build" -quiet -j "$(nproc)" "^$PWD/($joined)/.*\.cpp$" >"$log" 2>/dev/null || {
   cat "$log"
   exit 1
 }

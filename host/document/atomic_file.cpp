@@ -248,7 +248,7 @@ bool IsNewerThan(const fs::path& file, const fs::path& backup) {
 
 /// Takes away what saves of the file that were killed left behind; a former file that was to become the backup becomes
 /// it. It matters to no save whether that can be done.
-void TidyUpAfterKilledSaves(const fs::path& target) {
+void TidyUpAfterKilledSaves(const fs::path& target) try {
   const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
   const fs::path prefix = TemporaryPrefix(target);
   std::vector<fs::path> stale;
@@ -261,6 +261,7 @@ void TidyUpAfterKilledSaves(const fs::path& target) {
     const bool isFormer = path.extension() == kBackupEnding && IsNewerThan(path, backup);
     isFormer ? fs::rename(path, backup, ignored) : static_cast<void>(fs::remove(path, ignored));
   }
+} catch (const DocumentError&) {
 }
 
 #ifndef _WIN32
@@ -362,6 +363,8 @@ class TemporaryFile {
     fs::create_hard_link(target, m_path, error);
     return m_isOurs = !error;
   }
+  /// It stays, whatever becomes of the object.
+  void Leave() { m_isOurs = false; }
   /// Renames it, over what has the name. Where that is the same file already, nothing happens.
   std::error_code RenameTo(const fs::path& name) {
     std::error_code error;
@@ -391,19 +394,28 @@ void RequireWritable(const fs::path& target, const fs::path& path) {
 }
 
 /// Gives the temporary file the rights and, where that is allowed, the owner of the file that it replaces.
-void CopyRightsAndOwner(const fs::path& temporary, const fs::path& former, const fs::file_status& status,
-                        const fs::path& path) {
-#ifndef _WIN32
+/// What the group of the former file may do is given to no other group.
+void CopyRightsAndOwner(std::FILE* temporary, const fs::path& former, const fs::path& path) {
+  constexpr const char* kFailed = "the rights of the former file cannot be given to the new one";
+#ifdef _WIN32
+  (void)temporary, (void)former, (void)path, (void)kFailed;  // a file that may be written has no rights of its own here
+#else
+  // By the open file: under its name there could be another one by now.
+  const int handle = fileno(temporary);
   struct stat owner {};
-  if (stat(former.c_str(), &owner) == 0 && chown(temporary.c_str(), owner.st_uid, owner.st_gid) != 0) errno = 0;
-#endif
-  std::error_code error;
-  fs::permissions(temporary, status.permissions(), error);
-  if (!error) return;
+  struct stat own {};
+  errno = 0;
+  if (stat(former.c_str(), &owner) != 0 || fstat(handle, &own) != 0) ThrowFileError(path, kFailed, LastError());
+  const bool hasGroup = fchown(handle, owner.st_uid, owner.st_gid) == 0 ||
+                        fchown(handle, static_cast<uid_t>(-1), owner.st_gid) == 0 || own.st_gid == owner.st_gid;
+  const mode_t rights = owner.st_mode & (S_IRWXU | S_IRWXO | (hasGroup ? S_IRWXG : 0));
+  errno = 0;
+  if (fchmod(handle, rights) == 0) return;
+  const std::error_code error = LastError();
   // A file system without rights, such as that of a memory stick, gives all files the same ones.
-  std::error_code unknown;
-  if (fs::status(temporary, unknown).permissions() == status.permissions()) return;
-  ThrowFileError(path, "the rights of the former file cannot be given to the new one", error);
+  if (fstat(handle, &own) == 0 && (own.st_mode & 0777) == rights) return;
+  ThrowFileError(path, kFailed, error);
+#endif
 }
 
 /// Fills a temporary file that is to replace `former` or to be its copy; `path` is what messages name.
@@ -412,7 +424,7 @@ void Fill(TemporaryFile& temporary, const Producer& produce, const fs::path& for
   const fs::file_status status = fs::status(former, error);
   if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
   File file = temporary.Create(path, fs::exists(status) ? Rights::OwnerOnly : Rights::Usual);
-  if (fs::exists(status)) CopyRightsAndOwner(temporary.Path(), former, status, path);
+  if (fs::exists(status)) CopyRightsAndOwner(file.get(), former, path);
   WriteAll(std::move(file), produce, path);
 }
 
@@ -465,8 +477,10 @@ void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, c
   PutInPlace(temporary, target, path);
   const std::error_code error = former.RenameTo(backup);
   if (!error) return;
-  former.RenameTo(target);
-  ThrowFileError(path, ("the former file cannot be kept as " + Utf8Text(backup)).c_str(), error);
+  const bool isBack = !former.RenameTo(target);
+  if (!isBack) former.Leave();
+  const std::string where = isBack ? "" : "; it is " + Utf8Text(former.Path());
+  ThrowFileError(path, ("the former file cannot be kept as " + Utf8Text(backup) + where).c_str(), error);
 }
 
 void Save(const fs::path& path, const Producer& produce, FormerFile former) {

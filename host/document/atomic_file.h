@@ -31,7 +31,8 @@ inline constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
 /// Writes a file whole or not at all: into a temporary file beside it, flushed to the disk, then renamed over it. A
 /// link is followed; what is no regular file (a device, a pipe) is written directly. Throws `DocumentError`.
 ///
-/// Where a file is replaced, the new one has its rights and, where the system allows that, its owner.
+/// Where a file is replaced, the new one has its rights and, where the system allows that, its owner and group. Without
+/// the group, nobody gets what the group was allowed.
 ///
 /// The temporary file of "design.xml" is ".design.xml-" with ten digits and ".tmp". One that a killed program left is
 /// removed by a save of the same file that comes an hour later.

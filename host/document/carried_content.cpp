@@ -59,7 +59,7 @@ std::vector<int> ModelOrder(pugi::xml_node set, const Vorn_XSectionArray& sectio
 /// Text that stands between elements, without the layout around it: each rewriting would add some more.
 void RemoveLayout(pugi::xml_node text) {
   const std::string content(WithoutBlanks(text.value()));
-  text.set_value(content.c_str());
+  SetValue(text, content.c_str());
 }
 
 /// Replaces the URI of namespace declarations in an element and below it.
@@ -67,7 +67,7 @@ void ReplaceNamespace(pugi::xml_node element, const std::string& from, const std
   WalkNodes(element, [&](pugi::xml_node node, int) {
     for (pugi::xml_attribute attribute : node.attributes()) {
       if (std::string_view(attribute.name()).starts_with("xmlns") && from == attribute.value()) {
-        attribute.set_value(to.c_str());
+        SetValue(attribute, to.c_str());
       }
     }
   });
@@ -125,7 +125,7 @@ class Collector {
     item.parent = m_path;
     item.anchors.assign(last.rbegin(), last.rend());
     for (ElementStep& anchor : item.anchors) anchor.index = ModelIndex(anchor);
-    item.node = m_into.store.append_copy(node);
+    item.node = AppendCopy(m_into.store, node);
     if (node.type() == pugi::node_pcdata) RemoveLayout(item.node);
     item.name = DescribeNode(node);
     m_into.items.push_back(std::move(item));
@@ -196,6 +196,7 @@ bool CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
   const pugi::xml_node root = source.document_element();
   m_impl->rootTag = root.name();
   for (const pugi::xml_attribute attribute : root.attributes()) {
+    if (m_impl->rootAttributes.size() == mostItems) return false;
     m_impl->rootAttributes.emplace_back(attribute.name(), attribute.value());
   }
   for (const pugi::xml_node child : root.children()) {
@@ -206,6 +207,7 @@ bool CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
   Collector collector(scan, sets, edition20, mostItems, *m_impl);
   bool beforeRoot = true;
   for (const pugi::xml_node node : source.children()) {
+    if (!collector.IsWhole()) break;
     if (node == root) {
       beforeRoot = false;
       collector.CollectBelow(root, kRootChildren, false);

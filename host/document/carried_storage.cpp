@@ -51,20 +51,20 @@ std::string PathText(const ElementPath& steps) {
 }
 
 void StoreItem(pugi::xml_node parent, const CarriedItem& item) {
-  pugi::xml_node element = parent.append_child("item");
+  const pugi::xml_node element = AppendElement(parent, "item");
   if (item.place != CarriedItem::Place::InElement) {
-    element.append_attribute("place") = item.place == CarriedItem::Place::BeforeRoot ? kBeforeRoot : kAfterRoot;
+    AppendAttribute(element, "place", item.place == CarriedItem::Place::BeforeRoot ? kBeforeRoot : kAfterRoot);
   }
-  if (!item.parent.empty()) element.append_attribute("in") = PathText(item.parent).c_str();
-  if (!item.anchors.empty()) element.append_attribute("behind") = PathText(item.anchors).c_str();
-  element.append_attribute("name") = item.name.c_str();
+  if (!item.parent.empty()) AppendAttribute(element, "in", PathText(item.parent).c_str());
+  if (!item.anchors.empty()) AppendAttribute(element, "behind", PathText(item.anchors).c_str());
+  AppendAttribute(element, "name", item.name.c_str());
   if (!item.node) {
-    element.append_attribute("attribute") = item.attributeName.c_str();
-    element.append_attribute("value") = item.attributeValue.c_str();
+    AppendAttribute(element, "attribute", item.attributeName.c_str());
+    AppendAttribute(element, "value", item.attributeValue.c_str());
   } else if (item.node.type() == pugi::node_doctype) {
-    element.append_attribute("doctype") = item.node.value();  // no element may hold one
+    AppendAttribute(element, "doctype", item.node.value());  // no element may hold one
   } else {
-    element.append_copy(item.node);
+    AppendCopy(element, item.node);
   }
 }
 
@@ -206,8 +206,7 @@ class Loader {
       Damaged("one document type may stand, before the root");
     }
     if (!IsDocumentType(text)) Damaged("\"" + text + "\" is no document type");
-    item.node = m_into.store.append_child(pugi::node_doctype);
-    item.node.set_value(text.c_str());
+    item.node = AppendNode(m_into.store, pugi::node_doctype, text.c_str());
   }
 
   void TakeNode(pugi::xml_node node, CarriedItem& item) {
@@ -220,7 +219,7 @@ class Loader {
       Damaged("the text of " + std::string(item.parent.back().tag) + " belongs to the design");
     }
     RequireFit(node, static_cast<int>(item.parent.size()) + 1);
-    item.node = m_into.store.append_copy(node);
+    item.node = AppendCopy(m_into.store, node);
   }
 
   /// @param above how many levels lie above the node
@@ -323,20 +322,20 @@ class Loader {
 }  // namespace
 
 void CarriedContent::Store(pugi::xml_node parent) const {
-  pugi::xml_node root = parent.append_child("root");
-  root.append_attribute("tag") = RootTag().c_str();
+  const pugi::xml_node root = AppendElement(parent, "root");
+  AppendAttribute(root, "tag", RootTag().c_str());
   std::string order;
   for (const std::string_view tag : RootOrder()) (order += order.empty() ? "" : " ") += tag;
-  root.append_attribute("order") = order.c_str();
+  AppendAttribute(root, "order", order.c_str());
   for (const auto& [name, value] : RootAttributes()) {
-    pugi::xml_node attribute = root.append_child("attribute");
-    attribute.append_attribute("name") = name.c_str();
-    attribute.append_attribute("value") = value.c_str();
+    const pugi::xml_node attribute = AppendElement(root, "attribute");
+    AppendAttribute(attribute, "name", name.c_str());
+    AppendAttribute(attribute, "value", value.c_str());
   }
   for (const std::vector<int>& sections : m_impl->sectionOrders) {
     std::string places;
     for (const int place : sections) (places += places.empty() ? "" : " ") += std::to_string(place);
-    parent.append_child("sections").append_attribute("order") = places.c_str();
+    AppendAttribute(AppendElement(parent, "sections"), "order", places.c_str());
   }
   for (const CarriedItem& item : Items()) StoreItem(parent, item);
 }

@@ -66,7 +66,8 @@ class DesignDocument {
   [[nodiscard]] static bool IsDocument(std::string_view content);
 
   /// Writes the document in its edition, whole or not at all: an existing file stays as it is when anything fails.
-  /// Throws `DocumentError`. Writing lasts in the model where the library says so (`VornBuildForm::toXML`).
+  /// Throws `DocumentError`. It takes the place of whatever is there, a project too: where a person chooses the file,
+  /// `DesignFile` asks what it is. Writing lasts in the model where the library says so (`VornBuildForm::toXML`).
   WriteReport Write(const std::filesystem::path& path, const WriteOptions& options);
   WriteReport Write(const std::filesystem::path& path) { return Write(path, WriteOptions()); }
   /// The bytes that `Write` writes; name stands for the file in messages.

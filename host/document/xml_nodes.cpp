@@ -8,6 +8,68 @@ namespace vorn_host {
 
 namespace {
 
+/// Whether two nodes are of one kind, name and value, and have the same attributes.
+bool AreAlike(pugi::xml_node a, pugi::xml_node b) {
+  const auto same = [](const char* one, const char* other) { return std::string_view(one) == other; };
+  if (a.type() != b.type() || !same(a.name(), b.name()) || !same(a.value(), b.value())) return false;
+  pugi::xml_attribute other = b.first_attribute();
+  for (const pugi::xml_attribute attribute : a.attributes()) {
+    if (!other || !same(attribute.name(), other.name()) || !same(attribute.value(), other.value())) return false;
+    other = other.next_attribute();
+  }
+  return !other;
+}
+
+/// Whether two nodes are alike, and all below them.
+bool AreAlikeThroughout(pugi::xml_node top, pugi::xml_node otherTop) {
+  pugi::xml_node node = top;
+  pugi::xml_node other = otherTop;
+  while (AreAlike(node, other)) {
+    if (node.first_child() || other.first_child()) {
+      node = node.first_child();
+      other = other.first_child();
+      continue;
+    }
+    while (node != top && !node.next_sibling() && !other.next_sibling()) {
+      node = node.parent();
+      other = other.parent();
+    }
+    if (node == top) return true;
+    node = node.next_sibling();
+    other = other.next_sibling();
+  }
+  return false;
+}
+
+}  // namespace
+
+pugi::xml_node AppendElement(pugi::xml_node parent, const char* name) {
+  const pugi::xml_node element = parent.append_child(pugi::node_element);
+  if (!element || !pugi::xml_node(element).set_name(name)) throw std::bad_alloc();
+  return element;
+}
+
+pugi::xml_node AppendNode(pugi::xml_node parent, pugi::xml_node_type type, const char* value) {
+  const pugi::xml_node node = parent.append_child(type);
+  if (!node) throw std::bad_alloc();
+  SetValue(node, value);
+  return node;
+}
+
+void AppendAttribute(pugi::xml_node element, const char* name, const char* value) {
+  const pugi::xml_attribute attribute = element.append_attribute(name);
+  if (!attribute || std::string_view(attribute.name()) != name) throw std::bad_alloc();
+  SetValue(attribute, value);
+}
+
+pugi::xml_node AppendCopy(pugi::xml_node parent, pugi::xml_node node) {
+  const pugi::xml_node copy = parent.append_copy(node);
+  if (!copy || !AreAlikeThroughout(node, copy)) throw std::bad_alloc();
+  return copy;
+}
+
+namespace {
+
 /// Removes layout: white space at an end of the text where it reaches a line break or a tab.
 std::string_view WithoutLayout(std::string_view text) {
   constexpr std::string_view kBreak = "\t\r\n";

@@ -21,6 +21,23 @@ inline void RequireMemory(const pugi::xml_parse_result& result) {
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
 }
 
+// A tree that grows says nothing where memory runs out: a node stays empty, a name or a value is missing. These throw
+// `std::bad_alloc` then, so that nothing is lost in silence.
+
+/// Appends an element.
+pugi::xml_node AppendElement(pugi::xml_node parent, const char* name);
+/// Appends a node of another kind with that value.
+pugi::xml_node AppendNode(pugi::xml_node parent, pugi::xml_node_type type, const char* value);
+/// Appends an attribute.
+void AppendAttribute(pugi::xml_node element, const char* name, const char* value);
+/// Appends a copy of a node and of all below it.
+pugi::xml_node AppendCopy(pugi::xml_node parent, pugi::xml_node node);
+/// Gives a node, or an attribute, another value.
+template <typename Item>
+void SetValue(Item item, const char* value) {
+  if (!item.set_value(value)) throw std::bad_alloc();
+}
+
 /// Whether a node is a piece of text, as character data or as a section of it.
 [[nodiscard]] inline bool IsText(pugi::xml_node node) {
   const pugi::xml_node_type type = node.type();

@@ -114,14 +114,17 @@ class Reader {
 
 std::string DocumentPart::ToText() const {
   pugi::xml_document tree;
-  pugi::xml_node element = tree.append_child(kDocumentElement);
-  element.append_attribute("edition") = std::string(EditionName(edition)).c_str();
-  element.append_attribute("encoding") = encodingName.c_str();
-  element.append_attribute("structureType") = hasStructureType;
-  if (inRoadCenter) element.append_attribute("roadCenter") = true;
-  for (const int index : emptySets) element.append_child("set").append_attribute("alignment") = index;
+  const pugi::xml_node element = AppendElement(tree, kDocumentElement);
+  AppendAttribute(element, "edition", std::string(EditionName(edition)).c_str());
+  AppendAttribute(element, "encoding", encodingName.c_str());
+  AppendAttribute(element, "structureType", hasStructureType ? "true" : "false");
+  if (inRoadCenter) AppendAttribute(element, "roadCenter", "true");
+  for (const int index : emptySets) {
+    AppendAttribute(AppendElement(element, "set"), "alignment", std::to_string(index).c_str());
+  }
   carried.Store(element);
   std::ostringstream text;
+  text.exceptions(std::ios::badbit);  // otherwise a lack of memory cuts the text short
   tree.save(text, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   return std::move(text).str();
 }

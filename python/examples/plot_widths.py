@@ -50,7 +50,10 @@ def main() -> None:
     if len(codes) != 2:
         parser.error("--codes takes two codes with a comma between them")
 
-    design = vorn.DesignDocument.read(arguments.design)
+    try:
+        design = vorn.DesignDocument.read(arguments.design)
+    except vorn.Error as error:
+        parser.error(str(error))
     # Documents hold no positions: they are computed from the input values, here relative to the centre line.
     vorn.DesignEditor(design).recalc(0.0)
 

@@ -2,6 +2,7 @@
 #include "host/document/document_check.h"
 #include "host/document/edition_conversion.h"
 #include "host/document/path_text.h"
+#include "host/project/design_file.h"
 #include "host/sample/sample_document.h"
 #include "python/src/binding.h"
 #include "python/src/report.h"
@@ -128,11 +129,17 @@ void AddWriting(Class<DesignDocument>& cls) {
          [](Element<DesignDocument>& e, const std::filesystem::path& path, vorn_host::TextEncoding encoding,
             bool lossy) {
            return OnFile(vorn_host::Utf8Text(path), [&] {
+             if (vorn_host::KindToWrite(path) == vorn_host::DesignKind::Project) {
+               throw vorn_host::DocumentError(vorn_host::Utf8Text(path) +
+                                              ": this is a project, or named like one; a document in its place would "
+                                              "lose its road data, and DesignFile writes it as a project");
+             }
              return RunJob(e, [&](DesignDocument& document) { return document.Write(path, {encoding, lossy}); });
            });
          },
          py::arg("path"), py::kw_only(), py::arg("encoding") = vorn_host::TextEncoding::Utf8, py::arg("lossy") = false,
-         "Writes the document in its edition, whole or not at all. Other threads go on meanwhile.\n\n"
+         "Writes the document in its edition, whole or not at all, and never over a project. Other threads go on "
+         "meanwhile.\n\n"
          ":raises DocumentError: it cannot be written; an existing file stays as it is")
       .def(
           "to_bytes",

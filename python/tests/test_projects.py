@@ -123,3 +123,17 @@ def test_land_xml(tmp_path: Path) -> None:
 
 def test_project_names() -> None:
     assert vorn.is_project_name("a.VORN") and not vorn.is_project_name(Path("a.xml"))
+
+
+def test_a_document_never_takes_the_place_of_a_project(tmp_path: Path) -> None:
+    design = vorn.DesignDocument.read(SAMPLES / "road-4.1.xml")
+    path = tmp_path / "a.vorn"
+    vorn.Project().save(path)
+    before = path.read_bytes()
+    with pytest.raises(vorn.DocumentError, match="this is a project"):
+        design.write(path)
+    renamed = tmp_path / "a.dat"
+    path.rename(renamed)
+    with pytest.raises(vorn.DocumentError, match="this is a project"):
+        design.write(renamed)
+    assert renamed.read_bytes() == before

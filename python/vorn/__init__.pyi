@@ -1720,7 +1720,7 @@ class DesignDocument:
     def from_bytes(data: bytes, name: str = ..., *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignDocument:
         """Reads the bytes of a document as `read` does; the name stands for the file in messages."""
     def write(self, path: Union[str, os.PathLike[str]], *, encoding: Encoding = ..., lossy: bool = ...) -> WriteReport:
-        """Writes the document in its edition, whole or not at all. Other threads go on meanwhile.
+        """Writes the document in its edition, whole or not at all, and never over a project. Other threads go on meanwhile.
 
         :raises DocumentError: it cannot be written; an existing file stays as it is"""
     def to_bytes(self, name: str = ..., *, encoding: Encoding = ..., lossy: bool = ...) -> bytes:

@@ -22,14 +22,14 @@ SKIPPED = 77
 FAULTS = [
     ("openat", "EACCES"), ("openat", "EMFILE"), ("read", "EIO"), ("write", "ENOSPC"), ("write", "EIO"),
     ("fsync", "EIO"), ("close", "EIO"), ("rename", "EACCES"), ("link", "EPERM"), ("unlink", "EACCES"),
-    ("newfstatat", "EACCES"), ("statx", "EACCES"), ("fstatat64", "EACCES"), ("chown", "EPERM"), ("chown32", "EPERM"),
-    ("fchmodat", "EPERM"), ("access", "EACCES"), ("access", "EINTR"), ("flock", "EINTR"), ("flock", "ENOLCK"),
+    ("newfstatat", "EACCES"), ("statx", "EACCES"), ("fstatat64", "EACCES"), ("fchown", "EPERM"), ("fchown32", "EPERM"),
+    ("fchmod", "EPERM"), ("access", "EACCES"), ("access", "EINTR"), ("flock", "EINTR"), ("flock", "ENOLCK"),
     ("getdents64", "EIO"), ("readlink", "EIO"), ("mkdir", "EACCES"), ("fcntl", "EBADF"), ("fcntl64", "EBADF"),
     ("statfs", "EIO"), ("statfs64", "EIO"),
 ]  # fmt: skip
 KINDS = sorted({kind for kind, _ in FAULTS})
 # A kind has another name on another machine; under one of its names each occurs in some job.
-NAMES = [{"newfstatat", "statx", "fstatat64"}, {"chown", "chown32"}, {"fcntl", "fcntl64"}, {"statfs", "statfs64"}]
+NAMES = [{"newfstatat", "statx", "fstatat64"}, {"fchown", "fchown32"}, {"fcntl", "fcntl64"}, {"statfs", "statfs64"}]
 NAMES += [{kind} for kind in KINDS if not any(kind in names for names in NAMES)]
 
 

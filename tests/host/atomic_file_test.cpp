@@ -438,6 +438,16 @@ TEST_F(SavingAgain, CopiesWhereTheFileSystemHasNoSecondNames) {
   EXPECT_EQ(m_calls.flushedFiles, 2) << "the copy has to outlast a power failure too";
 }
 
+TEST_F(SavingAgain, LeavesTheFormerFileUnderItsSecondNameWhenItCanHaveNeitherOther) {
+  int renames = 0;
+  m_calls.onRename = [&](const char*) { return ++renames == 1 ? 0 : EIO; };
+  const std::string error = Save();
+  const std::vector<std::string> names = m_directory.Names();
+  ASSERT_EQ(names.size(), 3u);
+  EXPECT_THAT(error, AllOf(HasSubstr("the former file cannot be kept"), HasSubstr(names.front())));
+  EXPECT_EQ(ReadFile(m_directory / names.front()), "former");
+}
+
 TEST_F(SavingAgain, KeepsAnEmptyFileToo) {
   m_calls.onLink = [] { return EPERM; };
   m_directory.Write("a", "");
