@@ -79,8 +79,8 @@ class Installation(unittest.TestCase):
         self.assertEqual(f"vorn {version}\n", run(installed("bin", "vorn"), "--version"))
         share = [os.path.relpath(os.path.join(where, name), installed("share"))
                  for where, _, names in os.walk(installed("share")) for name in names]  # fmt: skip
-        self.assertEqual(["bash-completion/completions/vorn", "fish/vendor_completions.d/vorn.fish", "man/man1/vorn.1",
-                          "zsh/site-functions/_vorn"], sorted(share))  # fmt: skip
+        self.assertEqual(["bash-completion/completions/vorn", "doc/vorn/LICENSE", "fish/vendor_completions.d/vorn.fish",
+                          "man/man1/vorn.1", "zsh/site-functions/_vorn"], sorted(share))  # fmt: skip
 
     def test_libraries_tell_the_version_they_are_compatible_with(self):
         compatible = ".".join(version.split(".")[:2])
