@@ -110,7 +110,8 @@ class File {
       const LibraryTurn turn;
       DesignFile::WriteOptions settled = options;
       settled.kind = vorn_host::KindToWrite(path);
-      const Rebuilds rebuilds = settled.kind == vorn_host::DesignKind::Project ? Rebuilds::Collections : Rebuilds::Nothing;
+      const Rebuilds rebuilds =
+          settled.kind == vorn_host::DesignKind::Project ? Rebuilds::Collections : Rebuilds::Nothing;
       DesignDocument& design = PrepareEdit(*m_design, rebuilds);
       Project* const project = m_project ? &PrepareEdit(**m_project, rebuilds) : nullptr;
       const BusyMark busyDesign(*m_design);
