@@ -56,9 +56,9 @@ class LineStore final : public WexStore {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2 || !std::ofstream(argv[1], std::ios::app)) {
-    std::cerr << "own_settings_store FILE, which can be written\n";
-    return 2;
+  std::string line;  // nothing is written over but a file of this program
+  if (argc != 2 || (std::getline(std::ifstream(argv[1]), line) && line.find('|') >= line.find('\t'))) {
+    return std::cerr << "own_settings_store FILE, new or of this program\n", 2;
   }
   WexSetApplicationStore(std::make_shared<LineStore>(argv[1]), "Company\\Application");
   VornFormCtrl control;  // what the as-built control items are called, and how points are marked

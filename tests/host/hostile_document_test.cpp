@@ -76,6 +76,8 @@ TEST(HostileDocument, WithManySiblingsIsRead) {
   EXPECT_EQ(document.carried.Rows()[0].count, 200'000);
 }
 
+static_assert(CarriedContent::kMostItems == 2'000'000, "the pages name this limit");
+
 TEST(HostileDocument, WithMoreToCarryOverThanTheHostAllowsIsRefused) {
   // Two comments, an attribute and an element, which takes along what is below it.
   const std::string text =
