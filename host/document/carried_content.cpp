@@ -196,7 +196,11 @@ bool CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
   const pugi::xml_node root = source.document_element();
   m_impl->rootTag = root.name();
   for (const pugi::xml_attribute attribute : root.attributes()) {
-    if (m_impl->rootAttributes.size() == mostItems) return false;
+    constexpr std::size_t kUsualAttributes = 16;  // namespaces and the like, which every document has
+    if (m_impl->rootAttributes.size() >= kUsualAttributes &&
+        m_impl->rootAttributes.size() - kUsualAttributes >= mostItems) {
+      return false;
+    }
     m_impl->rootAttributes.emplace_back(attribute.name(), attribute.value());
   }
   for (const pugi::xml_node child : root.children()) {

@@ -61,7 +61,10 @@ def main() -> None:
     for axes, section_set in zip(rows[:, 0], design.sets):
         plot(axes, section_set, codes)
     figure.tight_layout()
-    figure.savefig(arguments.output, dpi=120)
+    try:
+        figure.savefig(arguments.output, dpi=120)
+    except OSError as error:
+        parser.error(str(error))
 
 
 if __name__ == "__main__":

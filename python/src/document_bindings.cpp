@@ -96,23 +96,26 @@ DesignDocument NewDocument(Edition edition) {
 void AddReading(Class<DesignDocument>& cls) {
   cls.def_static(
          "read",
-         [](const std::filesystem::path& path, std::optional<Edition> assume, bool lossy, std::uint64_t mostBytes) {
-           const DesignDocument::ReadOptions options{assume, lossy, mostBytes};
+         [](const std::filesystem::path& path, std::optional<Edition> assume, bool lossy, std::uint64_t mostBytes,
+            std::size_t mostCarriedItems) {
+           const DesignDocument::ReadOptions options{assume, lossy, mostBytes, mostCarriedItems};
            return Alone(OnFile(vorn_host::Utf8Text(path),
                                [&] { return WithoutPython([&] { return DesignDocument::Read(path, options); }); }));
          },
          py::arg("path"), py::kw_only(), py::arg("assume") = py::none(), py::arg("lossy") = false,
          py::arg("most_bytes") = vorn_host::kLargestFile,
+         py::arg("most_carried_items") = vorn_host::CarriedContent::kMostItems,
          "Reads a document. Other threads go on meanwhile.\n\n"
          ":param assume: edition of a document that is not recognised; without one it is refused\n"
          ":param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing the document\n"
-         ":param most_bytes: a larger one is refused; reading may take a hundred times as much memory\n"
+         ":param most_bytes: a larger one is refused; reading takes memory in proportion\n"
+         ":param most_carried_items: a document with more that is not of a design is refused\n"
          ":raises DocumentError: it cannot be read")
       .def_static(
           "from_bytes",
           [](const py::bytes& data, const std::string& name, std::optional<Edition> assume, bool lossy,
-             std::uint64_t mostBytes) {
-            const DesignDocument::ReadOptions options{assume, lossy, mostBytes};
+             std::uint64_t mostBytes, std::size_t mostCarriedItems) {
+            const DesignDocument::ReadOptions options{assume, lossy, mostBytes, mostCarriedItems};
             auto bytes = static_cast<std::string>(data);
             return Alone(OnFile(name, [&] {
               return WithoutPython([&] { return DesignDocument::FromBytes(std::move(bytes), name, options); });
@@ -120,6 +123,7 @@ void AddReading(Class<DesignDocument>& cls) {
           },
           py::arg("data"), py::arg("name") = "document.xml", py::kw_only(), py::arg("assume") = py::none(),
           py::arg("lossy") = false, py::arg("most_bytes") = vorn_host::kLargestFile,
+          py::arg("most_carried_items") = vorn_host::CarriedContent::kMostItems,
           "Reads the bytes of a document as `read` does; the name stands for the file in messages.");
 }
 

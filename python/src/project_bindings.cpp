@@ -94,9 +94,9 @@ class File {
       : m_design(std::move(design)), m_project(std::move(project)) {}
 
   static File Read(const std::filesystem::path& path, std::optional<vorn_host::Edition> assume, bool lossy,
-                   std::uint64_t mostBytes) {
+                   std::uint64_t mostBytes, std::size_t mostCarriedItems) {
     DesignFile file = OnFile(vorn_host::Utf8Text(path), [&] {
-      return WithoutPython([&] { return DesignFile::Read(path, {assume, lossy, mostBytes}); });
+      return WithoutPython([&] { return DesignFile::Read(path, {assume, lossy, mostBytes, mostCarriedItems}); });
     });
     return {Alone(std::move(file.design)),
             file.project ? std::optional(Alone(*std::move(file.project))) : std::nullopt};
@@ -180,11 +180,13 @@ void AddFile(py::module_& module) {
           py::arg("project") = py::none(), "A design to be written, with the project that gave it, if one did.")
       .def_static("read", &File::Read, py::arg("path"), py::kw_only(), py::arg("assume") = py::none(),
                   py::arg("lossy") = false, py::arg("most_bytes") = vorn_host::kLargestFile,
+                  py::arg("most_carried_items") = vorn_host::CarriedContent::kMostItems,
                   "Reads a project when the file is named or begins like one, otherwise a document. Other threads go\n"
                   "on meanwhile.\n\n"
                   ":param assume: edition of a document that is not recognised; without one it is refused\n"
                   ":param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them\n"
                   ":param most_bytes: a larger file is refused\n"
+                  ":param most_carried_items: a document with more that is not of a design is refused\n"
                   ":raises DocumentError: it cannot be read")
       .def_property_readonly("design", &File::Design, "The design.")
       .def_property_readonly("project", &File::GetProject,

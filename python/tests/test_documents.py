@@ -108,3 +108,10 @@ def test_samples_are_reproducible() -> None:
     for kind in vorn.SampleKind:
         assert vorn.sample(kind, 3, 7).to_bytes() == vorn.sample(kind, 3, 7).to_bytes()
     assert vorn.sample(seed=1).to_bytes() != vorn.sample(seed=2).to_bytes()
+
+
+def test_a_document_with_more_to_carry_over_than_allowed_is_refused() -> None:
+    text = vorn.DesignDocument(vorn.Edition.V4_1).to_bytes() + b"<!-- a --><!-- b -->"
+    assert vorn.DesignDocument.from_bytes(text, most_carried_items=2) is not None
+    with pytest.raises(vorn.DocumentError, match="more than 1 "):
+        vorn.DesignDocument.from_bytes(text, most_carried_items=1)

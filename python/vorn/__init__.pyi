@@ -1709,15 +1709,16 @@ class DesignDocument:
     def __init__(self, edition: Edition = ...) -> None:
         """A new document."""
     @staticmethod
-    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignDocument:
+    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ..., most_carried_items: int = ...) -> DesignDocument:
         """Reads a document. Other threads go on meanwhile.
 
         :param assume: edition of a document that is not recognised; without one it is refused
         :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing the document
-        :param most_bytes: a larger one is refused; reading may take a hundred times as much memory
+        :param most_bytes: a larger one is refused; reading takes memory in proportion
+        :param most_carried_items: a document with more that is not of a design is refused
         :raises DocumentError: it cannot be read"""
     @staticmethod
-    def from_bytes(data: bytes, name: str = ..., *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignDocument:
+    def from_bytes(data: bytes, name: str = ..., *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ..., most_carried_items: int = ...) -> DesignDocument:
         """Reads the bytes of a document as `read` does; the name stands for the file in messages."""
     def write(self, path: Union[str, os.PathLike[str]], *, encoding: Encoding = ..., lossy: bool = ...) -> WriteReport:
         """Writes the document in its edition, whole or not at all, and never over a project. Other threads go on meanwhile.
@@ -1941,13 +1942,14 @@ class DesignFile:
     def __init__(self, design: DesignDocument, project: Optional[Project] = ...) -> None:
         """A design to be written, with the project that gave it, if one did."""
     @staticmethod
-    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ...) -> DesignFile:
+    def read(path: Union[str, os.PathLike[str]], *, assume: Optional[Edition] = ..., lossy: bool = ..., most_bytes: int = ..., most_carried_items: int = ...) -> DesignFile:
         """Reads a project when the file is named or begins like one, otherwise a document. Other threads go
         on meanwhile.
 
         :param assume: edition of a document that is not recognised; without one it is refused
         :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them
         :param most_bytes: a larger file is refused
+        :param most_carried_items: a document with more that is not of a design is refused
         :raises DocumentError: it cannot be read"""
     @property
     def design(self) -> DesignDocument:
