@@ -41,6 +41,20 @@ class Examples(unittest.TestCase):
         self.assertEqual([], self.run_example("read_document", self.file("none.xml"), code=1))
         self.assertIn("none.xml", self.stderr)
 
+    def test_examples_say_what_they_cannot_take(self):
+        design = os.path.join(SAMPLES, "road-4.1.xml")
+        for name, arguments, code, words in [
+            ("recompute_crossings", [design, "7x", self.file("o.xml")], 1, "HEIGHT is in metres: 7x"),
+            ("recompute_crossings", [design, "nan", self.file("o.xml")], 1, "HEIGHT is in metres: nan"),
+            ("check_folder", [self.file("none")], 2, "none"),
+            ("own_settings_store", [design], 2, "of this program"),
+            ("read_old_project", [self.file("none.vorn"), self.file("o.vorn")], 1, "none.vorn"),
+        ]:
+            with self.subTest(name=name, arguments=arguments):
+                self.assertEqual([], self.run_example(name, *arguments, code=code))
+                self.assertIn(words, self.stderr)
+        self.assertEqual([], os.listdir(self.folder))
+
     def test_build_section(self):
         editions = ["2.0", "4.0", "4.1", "maff-1.0"]
         self.assertEqual(
