@@ -88,6 +88,21 @@ File Open(const fs::path& place, Opening opening, const fs::path& path, const ch
   return file;
 }
 
+/// What a path names; messages name `path`. That nothing is there is an answer, that it cannot be told is an error.
+fs::file_status StatusOf(const fs::path& place, const fs::path& path, const char* what) {
+  std::error_code error;
+  const fs::file_status status = fs::status(place, error);
+  if (status.type() == fs::file_type::none) ThrowFileError(path, what, error);
+  return status;
+}
+
+/// A file to be read; null when it was taken away since it was looked at.
+File OpenToRead(const fs::path& path) {
+  File file = TryOpen(path, Opening::Read);
+  if (!file && errno != ENOENT) ThrowFileError(path, "cannot be opened", LastError());
+  return file;
+}
+
 /// Asks for large pages of memory: the system gives out a large text in far fewer steps then. Does nothing
 /// where it has none.
 void UseLargePages([[maybe_unused]] std::string& text) {
@@ -420,9 +435,7 @@ void CopyRightsAndOwner(std::FILE* temporary, const fs::path& former, const fs::
 
 /// Fills a temporary file that is to replace `former` or to be its copy; `path` is what messages name.
 void Fill(TemporaryFile& temporary, const Producer& produce, const fs::path& former, const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(former, error);
-  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
+  const fs::file_status status = StatusOf(former, path, "cannot be written");
   File file = temporary.Create(path, fs::exists(status) ? Rights::OwnerOnly : Rights::Usual);
   if (fs::exists(status)) CopyRightsAndOwner(file.get(), former, path);
   WriteAll(std::move(file), produce, path);
@@ -484,9 +497,7 @@ void PutInPlaceKeepingFormer(TemporaryFile& temporary, const fs::path& target, c
 }
 
 void Save(const fs::path& path, const Producer& produce, FormerFile former) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be written", error);
+  const fs::file_status status = StatusOf(path, path, "cannot be written");
   if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     WriteAll(Open(path, Opening::Overwrite, path, "cannot be opened for writing"), produce, path);
@@ -513,13 +524,9 @@ std::string TooLarge(const std::string& name, std::uint64_t most) {
 }
 
 std::string ReadBeginning(const fs::path& path, std::size_t size) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
-  if (!fs::is_regular_file(status)) return {};
-  const File file = TryOpen(path, Opening::Read);
-  if (!file && errno == ENOENT) return {};  // taken away since it was looked at
-  if (!file) ThrowFileError(path, "cannot be opened", LastError());
+  if (!fs::is_regular_file(StatusOf(path, path, "cannot be opened"))) return {};
+  const File file = OpenToRead(path);
+  if (!file) return {};
   std::string beginning(size, '\0');
   errno = 0;
   beginning.resize(std::fread(beginning.data(), 1, size, file.get()));
@@ -528,15 +535,13 @@ std::string ReadBeginning(const fs::path& path, std::size_t size) {
 }
 
 std::optional<std::string> ReadFileIfThere(const fs::path& path, std::uint64_t most) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) ThrowFileError(path, "cannot be opened", error);
+  const fs::file_status status = StatusOf(path, path, "cannot be opened");
   if (!fs::exists(status)) return std::nullopt;
   if (fs::is_directory(status)) throw DocumentError(Utf8Text(path) + ": this is a directory, not a file");
 
-  const File file = TryOpen(path, Opening::Read);
-  if (!file && errno == ENOENT) return std::nullopt;  // taken away since it was looked at
-  if (!file) ThrowFileError(path, "cannot be opened", LastError());
+  const File file = OpenToRead(path);
+  if (!file) return std::nullopt;
+  std::error_code error;
   const std::uintmax_t size = fs::is_regular_file(status) ? fs::file_size(path, error) : 0;
   RequireAtMost(most, error ? 0 : size, path);
   return ReadToEnd(file.get(), error ? 0 : static_cast<std::size_t>(size), most, path);
