@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -111,6 +112,72 @@ void ExpectFull(std::int64_t position) {
 TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenAppendedTo) { ExpectFull(3); }
 TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenWrittenOverItsEnd) { ExpectFull(1); }
 TEST(CMemFileWithoutMemory, IsFullAndAsItWasWhenWrittenBehindItsEnd) { ExpectFull(50); }
+
+// --- archives --------------------------------------------------------------------------------------------------------
+
+TEST(CArchiveWithoutMemory, ForItsBufferLeavesTheFile) {
+  const test_support::Bytes bytes = {1, 2, 3};
+  for (const auto mode : {CArchive::load, CArchive::store}) {
+    CMemFile file(bytes);
+    file.Seek(1, CFile::begin);
+    FailEachAllocation([] {}, [&] { const CArchive ar(&file, mode, 100); },
+                       [&] {
+                         EXPECT_EQ(file.Bytes(), bytes);
+                         EXPECT_EQ(file.GetPosition(), 1u);
+                       });
+  }
+}
+
+/// Stores, in an archive with a buffer of 8 bytes, so many numbers that it goes to the file many times.
+void StoreNumbers(CArchive& ar) {
+  for (std::uint32_t i = 0; i < 100; ++i) ar << i << static_cast<std::uint8_t>(i);
+  ar.Close();
+}
+
+TEST(CArchiveWithoutMemory, InTheFileGivesThatUp) {
+  CMemFile whole;
+  CArchive complete(&whole, CArchive::store, 8);
+  StoreNumbers(complete);
+  CMemFile file;
+  std::optional<CArchive> ar;
+  FailEachAllocation<CFileException>(
+      [&] {
+        ar.reset();
+        file.Attach({});
+        ar.emplace(&file, CArchive::store, 8);
+      },
+      [&] { StoreNumbers(*ar); },
+      [&] {
+        const test_support::Bytes taken = file.Bytes();
+        EXPECT_LT(taken.size(), whole.Bytes().size());
+        EXPECT_TRUE(std::equal(taken.begin(), taken.end(), whole.Bytes().begin()));
+        const auto refused = CArchiveException::genericException;
+        EXPECT_EQ(test_support::ArchiveRefusal([&] { *ar << std::uint64_t{5} << std::uint64_t{5}; }), refused);
+        EXPECT_EQ(test_support::ArchiveRefusal([&] { ar->Close(); }), refused);
+        EXPECT_EQ(file.Bytes(), taken);
+      });
+  EXPECT_EQ(file.Bytes(), whole.Bytes());
+}
+
+TEST(CArchiveMemory, IsAskedForByItsBufferAlone) {
+  CMemFile stored(test_support::Bytes(500));  // so long that it need not grow
+  EXPECT_EQ(AllocationsOf([&] {
+              CArchive ar(&stored, CArchive::store, 8);
+              StoreNumbers(ar);
+            }),
+            1u);
+  test_support::StreamedFile loaded(stored.Detach());
+  EXPECT_EQ(AllocationsOf([&] {
+              CArchive ar(&loaded, CArchive::load, 8);
+              for (std::uint32_t i = 0; i < 100; ++i) {
+                EXPECT_EQ(ar.Load<std::uint32_t>(), i);
+                EXPECT_EQ(ar.Load<std::uint8_t>(), i);
+              }
+              ar.Flush();
+            }),
+            1u);
+  EXPECT_EQ(AllocationsOf([&] { const CArchive unbuffered(&loaded, CArchive::load, 0); }), 0u);
+}
 
 // --- members made on demand ------------------------------------------------------------------------------------------
 

@@ -6,6 +6,7 @@
 
 #include "tests/allocation_failure/full_objects.h"
 #include "tests/allocation_failure/old_or_new.h"
+#include "tests/support/parted_run.h"
 #include "tests/support/xml_tree.h"
 
 // What elements keep when memory runs out while they are read from documents and written to them.
@@ -106,6 +107,47 @@ TEST(DocumentWithoutMemory, GathersTheTargetsOfASetOnce) {
     XmlTreeCursor cursor(tree);
     EXPECT_TRUE(set.toXML(&cursor));
   });
+}
+
+TEST(DocumentWithoutMemory, ReadInPartsGivesTheWholeRunOrNoneOfIt) {
+  const test_support::EditionScope scope(VornSchema::Version41);
+  const auto sectionAt = [](double station) {
+    VornXSection section = model_test::SectionAt(station);
+    section.SetName(kNewName);
+    return section;
+  };
+  const auto part = [&](std::initializer_list<double> stations) {
+    std::string xml;
+    for (const double station : stations) {
+      VornXSection section = sectionAt(station);
+      xml += test_support::WriteXml(section);
+    }
+    return xml;
+  };
+  test_support::PartedRun run({part({20.0, 40.0}), part({60.0}), part({80.0, 100.0})});
+  const auto read = [&](Vorn_XSectionArray& sections) {
+    test_support::PartedRun::Cursor cursor(run);
+    EXPECT_TRUE(sections.fromXML(&cursor));
+  };
+  Vorn_XSectionArray sections;
+  ExpectOldOrNew(sections, read);
+  sections.Add(sectionAt(0.0));
+  ExpectOldOrNew(sections, read);
+}
+
+TEST(ElementTextWithoutMemory, LeavesTheOutput) {
+  XmlTree words = XmlTree::Parse("<a>a text of an element, which takes more memory than the other one</a>");
+  const XmlTreeCursor text(words);
+  ExpectOldOrNew(CString("a text that is there from the beginning"),
+                 [&](CString& output) { EXPECT_TRUE(Vorn_Base::QueryValue(&text, output)); });
+  XmlTree time = XmlTree::Parse("<a>2024-04-01T09:30:00</a>");
+  const XmlTreeCursor cursor(time);
+  const COleDateTime before(2000, 1, 2, 3, 4, 5);
+  COleDateTime date;
+  allocation_test::FailEachAllocation([&] { date = before; },
+                                      [&] { EXPECT_TRUE(Vorn_Base::QueryValue(&cursor, date)); },
+                                      [&] { EXPECT_EQ(date.m_dt, before.m_dt); });
+  EXPECT_EQ(date.Format("%Y-%m-%dT%H:%M:%S"), "2024-04-01T09:30:00");
 }
 
 TEST(AttributeWithoutMemory, LeavesTheOutput) {

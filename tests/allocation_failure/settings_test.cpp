@@ -54,6 +54,26 @@ TEST_F(SettingsWithoutMemory, KeepTheirText) {
   EXPECT_EQ(m_key.GetInt(kNewName, -1), 5);
 }
 
+TEST_F(SettingsWithoutMemory, StayWhenTheyAreRead) {
+  constexpr const char* kNumber = "the name of a number that is kept";
+  const auto prepare = [&] {
+    Prepare();
+    ASSERT_TRUE(m_key.SetInt(kNumber, 5));
+  };
+  const auto expectAll = [&] {
+    ExpectOldKey();
+    EXPECT_EQ(m_key.GetInt(kNumber, 7), 5);
+  };
+  FailEachAllocation(
+      prepare, [&] { EXPECT_EQ(m_key.GetString(kName, kNewText), kOldText); }, expectAll);
+  FailEachAllocation(
+      prepare, [&] { EXPECT_EQ(m_key.GetString(kNumber, kNewText), kNewText); }, expectAll);
+  FailEachAllocation(
+      prepare, [&] { EXPECT_EQ(m_key.GetInt(kNumber, 7), 5); }, expectAll);
+  FailEachAllocation(
+      prepare, [&] { EXPECT_TRUE(m_store->KeyExists("App\\a key that is there from the beginning")); }, expectAll);
+}
+
 TEST_F(SettingsWithoutMemory, LeaveAClosedKeyClosed) {
   const auto close = [&] { m_key.Close(); };
   const auto expectClosed = [&] { EXPECT_FALSE(m_key.IsOpen()); };

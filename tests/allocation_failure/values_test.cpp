@@ -156,6 +156,8 @@ void ExpectWholeArrays(const Array& array, const Item& item) {
   // One more than the array has: it has to grow twice for them.
   ExpectOldOrNew(array, [&](Array& changing) { changing.Append(longer); });
   arrays.ExpectForRoom([&](Array& changing) { changing.SetSize(20); });
+  arrays.ExpectForRoom([](Array& changing) { changing.AddDefault(); });
+  ExpectOldOrNew(Array(), [](Array& changing) { changing.AddDefault(); });
   ExpectNoAllocation(array, [](Array& changing) { changing.RemoveIndices([](int index) { return index == 0; }); });
   ExpectNoAllocation(array, [](Array& changing) { changing.RemoveIf([](const Item&) { return true; }); });
   ExpectNoAllocation(array, [](Array& changing) { changing.RemoveAt(0); });

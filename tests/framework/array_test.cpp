@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/parted_run.h"
 #include "tests/support/xml_tree.h"
 #include "vorn/control/form_ctrl_target.h"
 #include "vorn/model/build_form_array.h"
@@ -386,32 +387,11 @@ TEST_F(ArrayTest, FailsWhenTheTagOfTheRunCannotBeRead) {
   EXPECT_EQ(cursor.Position(), "tsf:Item b");
 }
 
-/// A cursor on the first of some items, of a host that hands them out in parts, the last part first.
-class PartsCursor : public XmlTreeCursor {
- public:
-  PartsCursor(XmlTree& run, std::vector<std::string> parts) : XmlTreeCursor(run), m_parts(std::move(parts)) { Child(); }
-
-  [[nodiscard]] int CountParts() const override { return static_cast<int>(m_parts.size()); }
-  void ReadParts(PartReader read) override {
-    if (m_parts.size() < 2) ADD_FAILURE() << "one part is no parts";
-    for (int part = CountParts() - 1; part >= 0; --part) {
-      RunCursor cursor(m_parts[static_cast<std::size_t>(part)]);
-      read(part, *(&cursor));
-    }
-    while (NextSibling()) continue;
-  }
-
- private:
-  std::vector<std::string> m_parts;
-};
-
 class ArrayParts : public ArrayTest {
  protected:
-  bool Read(std::vector<std::string> parts) {
-    std::string content;
-    for (const std::string& part : parts) content += part;
-    XmlTree tree = XmlTree::Parse("<root>" + content + "</root>");
-    PartsCursor cursor(tree, std::move(parts));
+  bool Read(const std::vector<std::string>& parts) {
+    test_support::PartedRun run(parts);
+    test_support::PartedRun::Cursor cursor(run);
     const bool read = m_items.fromXML(&cursor);
     if (read) {
       EXPECT_FALSE(cursor.NextSibling()) << "the cursor is not on the last element";

@@ -112,7 +112,7 @@ class Vorn_Array : public VornArray<Type, ArgType> {
     });
     int size = 0;
     for (const Part& part : parts) size += part.items.GetSize();
-    if (this->IsEmpty()) this->Reserve(size);  // else every run would move all that came before
+    this->ReserveMore(size);  // before the first element leaves its part: without memory, none of the run is here
     for (Part& part : parts) {
       for (Type& item : part.items) this->Add(std::move(item));
       if (!part.read) return false;

@@ -16,6 +16,8 @@ using VornIndexArray = KelArraySerial<int>;
 ///
 /// Every point that comes in through `Add`, `InsertAt` or `SetAt` is numbered: a centre point gets serial 0, a point
 /// without a serial the next one, and one that brings its own raises the next serial above it.
+///
+/// A query without the memory for its answer throws `std::bad_alloc` and leaves its outputs as they were.
 class Vorn_ComposedPntArray : public Vorn_Array<VornComposedPnt> {
  public:
   [[nodiscard]] VORN_Occurs occurs() const override { return VORN_Occurs::TwoOrMore; }

@@ -69,7 +69,8 @@ class CArchive {
     bNoFlushOnDelete = 2,  ///< the destructor writes nothing: only `Close` and `Flush` do
   };
 
-  /// With a buffer of 0 bytes everything goes straight to or from the file.
+  /// With a buffer of 0 bytes everything goes straight to or from the file. Without the memory for the buffer it throws
+  /// `std::bad_alloc`, and the file is as it was; later calls take no memory but for the values that they load.
   CArchive(CFile* file, std::uint32_t mode, std::uint32_t bufferSize = 4096);
   CArchive(const CArchive&) = delete;
   CArchive& operator=(const CArchive&) = delete;

@@ -51,6 +51,12 @@ class CArray {
   void Reserve(int size) {
     if (size > 0) Items().reserve(static_cast<std::size_t>(size));
   }
+  /// Makes room for a number of elements more. An array that does so again and again moves its elements seldom.
+  void ReserveMore(int count) {
+    if (count <= 0) return;
+    const std::size_t size = Items().size() + static_cast<std::size_t>(count);
+    if (size > Items().capacity()) Items().reserve(std::max(size, 2 * Items().capacity()));
+  }
   /// Removes all elements, and keeps their room.
   void RemoveAll() {
     if (m_items) m_items->clear();
@@ -97,8 +103,7 @@ class CArray {
     }
     if (other.IsEmpty()) return first;
     // Room first: a vector that grows while it copies has moved its own elements away when a copy fails.
-    const std::size_t size = Items().size() + other.m_items->size();
-    if (size > Items().capacity()) Items().reserve(std::max(size, 2 * Items().capacity()));
+    ReserveMore(other.GetSize());
     Items().insert(Items().end(), other.begin(), other.end());
     return first;
   }

@@ -11,6 +11,9 @@
 ///
 /// A key starts closed. On a closed key reading gives the default and writing gives false, so a caller who is content
 /// with the defaults need not ask whether a key could be opened.
+///
+/// Without the memory that a call takes it throws `std::bad_alloc`, and the key is open or closed where it was. What is
+/// stored is then the store's to tell.
 class WexKey {
  public:
   /// Opens a key below the parent, or below the application's own key when there is no parent. False, with this key
@@ -61,7 +64,8 @@ class WexKeyGroup {
 };
 
 /// Installs the process's settings store and the path of the application's own key in it. Until then settings are
-/// kept in memory only. Keys that are open stay in the store they were opened in.
+/// kept in memory only. Keys that are open stay in the store they were opened in. Without memory, which throws
+/// `std::bad_alloc`, the store and the path before stay.
 void WexSetApplicationStore(std::shared_ptr<WexStore> store, std::string_view rootPath);
 
 /// Opens a sub-key of the parent, or of the application's own key when there is no parent, and creates it if needed.

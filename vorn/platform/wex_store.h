@@ -44,7 +44,8 @@ class WexStore {
   virtual void EndGroup() {}
 };
 
-/// A store that lasts as long as the object.
+/// A store that lasts as long as the object. A lack of memory throws `std::bad_alloc` and leaves every key and value as
+/// it was: a path comes with all the keys above it or not at all.
 class WexMemoryStore final : public WexStore {
  public:
   [[nodiscard]] bool KeyExists(std::string_view path) const override;

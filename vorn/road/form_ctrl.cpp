@@ -34,7 +34,8 @@ constexpr std::array<VornIntegerSetting, VornFormCtrl::MarkCount> VornFormCtrl::
     {{"norimark", 0}, {"widthmark", 0}, {"roadmark", 0}, {"othermark", 0}}};
 
 void VornFormCtrl::Init() {
-  for (std::size_t i = 0; i < NameCount; ++i) m_names[i] = kItemNames[i].initial;
+  auto name = m_names.begin();
+  for (const ItemName& item : kItemNames) *name++ = item.initial;
 }
 
 void VornFormCtrl::LoadRegistry(WexKey* parent) {
@@ -43,8 +44,10 @@ void VornFormCtrl::LoadRegistry(WexKey* parent) {
   if (!key.Open(parent, kSettingsKey)) return;
   Names names;
   Marks marks{};
-  for (std::size_t i = 0; i < NameCount; ++i) names[i] = kItemNames[i].setting.Load(key);
-  for (std::size_t i = 0; i < MarkCount; ++i) marks[i] = static_cast<CtrlMarkType>(kMarkSettings[i].Load(key));
+  auto name = names.begin();
+  for (const ItemName& item : kItemNames) *name++ = item.setting.Load(key);
+  auto mark = marks.begin();
+  for (const VornIntegerSetting& setting : kMarkSettings) *mark++ = static_cast<CtrlMarkType>(setting.Load(key));
   m_names = std::move(names);
   m_marks = marks;
 }
@@ -53,8 +56,10 @@ void VornFormCtrl::StoreRegistry(WexKey* parent) const {
   const WexKeyGroup together(parent);
   WexKey key;
   if (!key.Create(parent, kSettingsKey)) return;
-  for (std::size_t i = 0; i < NameCount; ++i) kItemNames[i].setting.Store(key, m_names[i]);
-  for (std::size_t i = 0; i < MarkCount; ++i) kMarkSettings[i].Store(key, static_cast<std::int32_t>(m_marks[i]));
+  auto name = m_names.begin();
+  for (const ItemName& item : kItemNames) item.setting.Store(key, *name++);
+  auto mark = m_marks.begin();
+  for (const VornIntegerSetting& setting : kMarkSettings) setting.Store(key, static_cast<std::int32_t>(*mark++));
 }
 
 CString VornFormCtrl::GetMarkTypeStr(CtrlMarkType type) { return EnumToText(kMarkTypes, type); }
