@@ -42,9 +42,10 @@ EQUIVALENT_MUTANTS = os.path.join("tools", "equivalent_mutants.toml")
 
 DATA_TABLES = "vorn/platform/code_page_932*table.h"  # numbers by the thousand, which no one wrote by hand
 
-# Of headers only those that few objects include: each of these is compiled anew.
+# What includes a header is compiled anew: of wide ones, which many objects include, only a few mutants are tried.
 MOST_DEPENDENTS = 14
 HEADER_SHARE = 0.1
+WIDE_HEADER_SHARE = 1 / 30
 
 # What mutants run does not count as covered: where it would be written to is no folder.
 UNCOUNTED = dict(os.environ, GCOV_PREFIX="/dev/null", CCACHE_DISABLE="1")
@@ -306,6 +307,13 @@ def mutants_of(path):
     return [Mutant(path, text, mutation) for mutation in mutations_of(text)]
 
 
+def draw_few_mutants(paths, count, seed):
+    """No more than so many mutants, of whichever files."""
+    drawn = draw_mutants(paths, count, seed)
+    random.Random(seed).shuffle(drawn)
+    return drawn[:count]
+
+
 def draw_mutants(paths, count, seed):
     """So many mutants, at least one of every file, otherwise as many of each as there is to change in it."""
     everything = {}
@@ -452,14 +460,15 @@ class Workshop:
         for option in ("-MF", "-MT"):
             at = command.index(option)
             del command[at : at + 2]
-        command.remove("-MD")
+        for option in ("-MD", "--coverage"):  # nobody counts what mutants run, and it takes time
+            command.remove(option)
         if mutant:
             changed = {os.path.join(ROOT, mutant.path): os.path.join(folder, mutant.path)}
             command = [changed.get(word, word) for word in command]
             own = next(at for at, word in enumerate(command) if word.startswith("-I"))
             command.insert(own, "-I" + folder)  # a changed header takes the place of the original
         if optimize:
-            command += ["-O2", "-fno-profile-arcs", "-fno-test-coverage"]
+            command.append("-O2")
         done = run_limited([*command, "-w"], COMPILER_SECONDS, cwd=self.build, env=UNCOUNTED) == 0
         return output if done else None
 
@@ -469,26 +478,51 @@ class Workshop:
         command = ["g++", "--coverage", "-shared", "-Wl,-soname," + LIBRARY, "-o", os.path.join(folder, LIBRARY)]
         return run_limited(command + objects, COMPILER_SECONDS, cwd=self.build) == 0
 
-    def link_program(self, program, folder, replaced):
-        """A test program that loads the library, with some of its objects replaced."""
-        command = [replaced.get(word, word) for word in self.commands["tests/" + program]]
+    def link_program(self, program, folder, replaced, only=None):
+        """A test program that loads the library, with some of its objects replaced, and of only some if these are said."""
+        words = self.commands["tests/" + program]
+        left_out = {word for word in words if only is not None and word.endswith(".o") and word not in only}
+        command = [replaced.get(word, word) for word in words if word not in left_out]
         command = [os.path.join(folder, LIBRARY) if word.endswith("libvorn.a") else word for word in command]
         command[command.index("-o") + 1] = os.path.join(folder, program)
         return run_limited(command, COMPILER_SECONDS, cwd=self.build) == 0
 
 
-def tests_of(workshop, path):
-    """A filter of the tests that stand where the file's own would: those of its name, or of its folder."""
+INCLUDED = re.compile(r'^#include "((?:vorn|tests)/[^"]*)"', re.MULTILINE)
+
+
+def included_by_test(path):
+    """The headers of vorn/ that a test includes, itself or by what it has from tests/."""
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        names = INCLUDED.findall(file.read())
+    below = [included_by_test(name) for name in names if name.startswith("tests/")]
+    return set().union(*below, (name for name in names if name.startswith("vorn/")))
+
+
+def near_tests(workshop, program, path):
+    """The sources of the tests of a program that a file is asked first."""
+    sources = [test for test in workshop.tests if f"tests/CMakeFiles/{program}.dir/{test[6:]}.o" in workshop.commands]
     folder, name = os.path.split(os.path.splitext(path)[0])
-    folder = folder.replace("vorn/", "tests/", 1)
-    stem = re.sub(r"_record$", "", name)
-    near = [test for test in workshop.tests if os.path.basename(test) == stem + "_test.cpp"]
-    near = near or [test for test in workshop.tests if test.startswith(folder + "/")]
+    if program == "vorn_tests":  # those that stand where the file's own would: those of its name, or of its folder
+        stem = re.sub(r"_record$", "", name)
+        near = [test for test in sources if os.path.basename(test) == stem + "_test.cpp"]
+        return near or [test for test in sources if test.startswith(folder.replace("vorn/", "tests/", 1) + "/")]
+    included = {test: included_by_test(test) for test in sources}
+    near = [test for test in sources if f"{folder}/{name}.h" in included[test]]
+    return near or [test for test in sources if any(os.path.dirname(header) == folder for header in included[test])]
+
+
+def filter_of(tests):
+    """What the test framework takes for the tests of some sources."""
     suites = set()
-    for test in near:
+    for test in tests:
         with open(os.path.join(ROOT, test), encoding="utf-8") as file:
             suites.update(re.findall(r"^\s*(?:TYPED_)?TEST(?:_[FP])?\(\s*(\w+),", file.read(), re.MULTILINE))
     return ":".join(pattern for suite in sorted(suites) for pattern in (f"{suite}.*", f"*/{suite}.*", f"{suite}/*.*"))
+
+
+class DoesNotCompile(Exception):
+    """A mutant that is no program."""
 
 
 class Trial:
@@ -499,6 +533,8 @@ class Trial:
         self.lines_run = lines_run
         self.mutant = mutant
         self.folder = os.path.join(workshop.directory, "trials", mutant.key)
+        self.targets = [t for t in workshop.dependents.get(mutant.path, ()) if t in workshop.commands]
+        self.replaced = {}  # what was compiled in place of an object
 
     def outcome(self):
         """What became of it, and which tests caught it."""
@@ -509,27 +545,36 @@ class Trial:
             copy.write(self.mutant.text)
         try:
             return self._try()
+        except DoesNotCompile:
+            return "does not compile", ""
         finally:
             shutil.rmtree(self.folder, ignore_errors=True)
 
     def _try(self):
-        targets = [t for t in self.workshop.dependents.get(self.mutant.path, ()) if t in self.workshop.commands]
-        replaced = {}
-        for target in targets:
-            compiled = self.workshop.compile(target, self.folder, self.mutant)
-            if not compiled:
-                return "does not compile", ""
-            replaced[target] = compiled
-        if not self.workshop.link_library(self.folder, replaced):
-            return "does not compile", ""
+        self._compile("vorn/")
+        if not self.workshop.link_library(self.folder, self.replaced):
+            raise DoesNotCompile
         programs = [p for p in PROGRAMS if self._runs_line(p)]
+        if len(self.targets) > MOST_DEPENDENTS and PROGRAMS[0] in programs:
+            caught = self._ask_near_alone(PROGRAMS[0])
+            if caught:
+                return caught, PROGRAMS[0]
         for program in programs:
-            caught = self._ask(program, replaced)
+            caught = self._ask(program)
             if caught:
                 return caught, program
-        if self._same_code(targets):
+        if self._same_code():
             return "same code", ""
         return ("survived", "") if programs else ("survived", "no test runs the line")
+
+    def _compile(self, below):
+        """Compiles what includes the file and begins so."""
+        for target in self.targets:
+            if target.startswith(below) and target not in self.replaced:
+                compiled = self.workshop.compile(target, self.folder, self.mutant)
+                if not compiled:
+                    raise DoesNotCompile
+                self.replaced[target] = compiled
 
     def _runs_line(self, program):
         """Lines that no program knows are no code, such as constants: anybody may use these."""
@@ -538,35 +583,49 @@ class Trial:
         known = any(count is not None for of_program in counts.values() for count in of_program)
         return not known or any(counts[program])
 
-    def _ask(self, program, replaced):
-        folder = self.workshop.directory
-        seconds = self.workshop.test_seconds(program)
-        if any(f"/{program}.dir/" in target for target in replaced):
-            folder = self.folder
-            if not self.workshop.link_program(program, folder, replaced):
-                return "does not compile"
-        environment = dict(UNCOUNTED, LD_LIBRARY_PATH=self.folder, TMPDIR=self.folder)
-        command = [os.path.join(folder, program), "--gtest_fail_fast", "--gtest_brief=1"]
-        near = tests_of(self.workshop, self.mutant.path)
-        runs = [(["--gtest_filter=-" + SLOW_TESTS], 3 * seconds + 2)]
-        if program == "vorn_tests" and near:
-            runs.insert(0, ([f"--gtest_filter={near}"], 2 * seconds + 2))
-        for arguments, limit in runs:
-            code = run_limited(command + arguments, limit, env=environment, cwd=self.folder)
-            if code is None:
-                return "took too long"
-            if code != 0:
-                return "caught"
-        return None
+    def _ask_near_alone(self, program):
+        """Asks the near tests in a program of their own: where a header is wide, compiling all others takes minutes. All
+        of that program has the mutant. Where it cannot be linked without the other tests, there is no answer."""
+        objects = f"tests/CMakeFiles/{program}.dir/"
+        near = near_tests(self.workshop, program, self.mutant.path)
+        own = [f"{objects}{test[6:]}.o" for test in near]
+        own += [t for t in self.workshop.commands if t.startswith(objects + "support/")]
+        for target in own:
+            self._compile(target)
+        if not near or not self.workshop.link_program(program, self.folder, self.replaced, own):
+            return None
+        return self._run(self.folder, program, filter_of(near), 2)
 
-    def _same_code(self, targets):
+    def _ask(self, program):
+        folder = self.workshop.directory
+        own = f"tests/CMakeFiles/{program}.dir/"
+        self._compile(own)
+        if any(target.startswith(own) for target in self.replaced):
+            folder = self.folder
+            if not self.workshop.link_program(program, folder, self.replaced):
+                raise DoesNotCompile
+        near = filter_of(near_tests(self.workshop, program, self.mutant.path))
+        caught = self._run(folder, program, near, 2) if near else None
+        return caught or self._run(folder, program, f"-{SLOW_TESTS}:{near}", 3)
+
+    def _run(self, folder, program, tests, times):
+        """Runs tests of a program: how they caught the mutant, or None. They may take so many times what all take."""
+        limit = times * self.workshop.test_seconds(program) + 2
+        environment = dict(UNCOUNTED, LD_LIBRARY_PATH=self.folder, TMPDIR=self.folder)
+        command = [os.path.join(folder, program), "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={tests}"]
+        code = run_limited(command, limit, env=environment, cwd=self.folder)
+        if code is None:
+            return "took too long"
+        return "caught" if code != 0 else None
+
+    def _same_code(self):
         """Whether the optimizer makes the same of it: then it is the same program."""
-        for target in targets:
+        for target in self.targets:
             changed = self.workshop.compile(target, self.folder, self.mutant, optimize=True)
             content = read_code(changed)
             if content != read_code(self.workshop.compile(target, self.folder, None, optimize=True)):
                 return False
-        return bool(targets)
+        return bool(self.targets)
 
 
 def read_code(path):
@@ -600,6 +659,17 @@ def checksum_of_tests():
     return digest.hexdigest()[:16]
 
 
+def outcomes_path(directory):
+    return os.path.join(directory, "outcomes.jsonl")
+
+
+def forget_outcomes(directory):
+    """Puts what is known aside: no test catches for ever what it caught once."""
+    path = outcomes_path(directory)
+    if os.path.exists(path):
+        os.replace(path, path + ".former")
+
+
 def former_outcomes(path, tests, equivalent):
     """What is known already; what survived is asked again when the tests have changed, if anybody could notice it."""
     if not os.path.exists(path):
@@ -615,7 +685,7 @@ def former_outcomes(path, tests, equivalent):
 def try_mutants(workshop, mutants, lines_run, equivalent, jobs, minutes):
     """The outcomes of as many mutants as the time allows."""
     deadline = time.monotonic() + 60 * minutes
-    path = os.path.join(workshop.directory, "outcomes.jsonl")
+    path = outcomes_path(workshop.directory)
     tests = checksum_of_tests()
     outcomes = former_outcomes(path, tests, equivalent)
     waiting = [mutant for mutant in mutants if mutant.key not in outcomes]
@@ -671,26 +741,30 @@ def main():
     parser.add_argument("--jobs", type=int, default=1, help="how many mutants at a time")
     parser.add_argument("--minutes", type=float, default=math.inf, help="how long to go on; the next run resumes")
     parser.add_argument("--build", default=os.path.join(ROOT, "build", "coverage"), help="of the preset coverage")
+    parser.add_argument("--again", action="store_true", help="forget what is known; resume such a run without this")
     parser.add_argument("--list", action="store_true", help="show the mutants and try none")
     options = parser.parse_args()
 
     workshop = Workshop(os.path.abspath(options.build))
     named = {path for path in workshop.dependents if fnmatch.fnmatch(path, options.file) and path.startswith("vorn/")}
     units = [path for path in named if path.endswith(".cpp")]
-    headers = [
-        path for path in named if path.endswith(".h") and len(workshop.dependents[path]) <= MOST_DEPENDENTS
-        and not fnmatch.fnmatch(path, DATA_TABLES)
-    ]  # fmt: skip
-    of_headers = round(options.count * HEADER_SHARE) if units else options.count
+    every_header = [path for path in named if path.endswith(".h") and not fnmatch.fnmatch(path, DATA_TABLES)]
+    wide = [path for path in every_header if len(workshop.dependents[path]) > MOST_DEPENDENTS]
+    headers = [path for path in every_header if path not in wide]
+    of_wide = round(options.count * WIDE_HEADER_SHARE) if units or headers else options.count
+    of_headers = round(options.count * HEADER_SHARE) if units else options.count - of_wide
     mutants = draw_mutants(units, options.count - of_headers, options.seed)
     mutants += draw_mutants(headers, of_headers, options.seed)
+    mutants += draw_few_mutants(wide, of_wide, options.seed)
     # Whatever was tried when the time is up stands for all of it; those of headers, which take long, come last.
     random.Random(options.seed).shuffle(mutants)
-    mutants.sort(key=lambda mutant: mutant.path in headers)
+    mutants.sort(key=lambda mutant: (mutant.path in wide, mutant.path in headers))
     if options.list:
         for mutant in mutants:
             print(f"{mutant.path}:{mutant.line}: {mutant.mutation.kind}: {mutant.change}")
         return 0
+    if options.again:
+        forget_outcomes(workshop.directory)
     equivalent = EquivalentMutants()
     lines_run = lines_that_run(workshop.build)
     outcomes = try_mutants(workshop, mutants, lines_run, equivalent.keys, options.jobs, options.minutes)
