@@ -39,6 +39,7 @@ TEST(CArrayMemory, IsNotAskedForWhileThereAreNoElements) {
               CStringArray array;
               array.SetSize(0);
               array.Reserve(0);
+              array.ReserveMore(0);
               array.RemoveAll();
               array.RemoveAt(0, 0);
               array.InsertAt(0, item, 0);
@@ -51,6 +52,24 @@ TEST(CArrayMemory, IsNotAskedForWhileThereAreNoElements) {
               EXPECT_TRUE(moved == array);
             }),
             0u);
+}
+
+TEST(CArrayMemory, IsThereForAsManyElementsMoreAsRoomWasMadeFor) {
+  CArray<int> array;
+  array.Add(0);
+  array.ReserveMore(40);
+  EXPECT_EQ(AllocationsOf([&] {
+              for (int i = 0; i < 40; ++i) array.Add(i);
+            }),
+            0u);
+  EXPECT_LE(AllocationsOf([&] {
+              for (int i = 0; i < 10'000; ++i) {
+                array.ReserveMore(1);
+                array.Add(i);
+              }
+            }),
+            20u);
+  EXPECT_EQ(array.GetSize(), 10'041);
 }
 
 // --- counted elements ------------------------------------------------------------------------------------------------

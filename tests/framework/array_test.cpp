@@ -414,6 +414,11 @@ TEST_F(ArrayParts, AreReadUpToTheElementThatFails) {
   EXPECT_THAT(m_items.Names(), ElementsAre("a", "b"));
 }
 
+TEST_F(ArrayParts, GiveNothingWhenTheFirstElementFails) {
+  EXPECT_FALSE(Read({"<tsf:Item name='broken'/>", "<tsf:Item name='b'/>"}));
+  EXPECT_TRUE(m_items.IsEmpty());
+}
+
 TEST_F(ArrayParts, AreNotAskedForWhenTheHostHasNoThreads) {
   EXPECT_TRUE(Read({"<tsf:Item name='a'/><tsf:Item name='b'/>"}));
   EXPECT_THAT(m_items.Names(), ElementsAre("a", "b"));
