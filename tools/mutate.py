@@ -559,13 +559,12 @@ class Trial:
             caught = self._ask_near_alone(PROGRAMS[0])
             if caught:
                 return caught, PROGRAMS[0]
-        for program in programs:
-            caught = self._ask(program)
-            if caught:
-                return caught, program
-        if self._same_code():
+        caught = self._ask_each(programs[:1])
+        if caught:
+            return caught
+        if self._same_code():  # told sooner than by the other programs, which take longer
             return "same code", ""
-        return ("survived", "") if programs else ("survived", "no test runs the line")
+        return self._ask_each(programs[1:]) or ("survived", "" if programs else "no test runs the line")
 
     def _compile(self, below):
         """Compiles what includes the file and begins so."""
@@ -595,6 +594,14 @@ class Trial:
         if not near or not self.workshop.link_program(program, self.folder, self.replaced, own):
             return None
         return self._run(self.folder, program, filter_of(near), 2)
+
+    def _ask_each(self, programs):
+        """How the first program that notices the mutant caught it, and which it is."""
+        for program in programs:
+            caught = self._ask(program)
+            if caught:
+                return caught, program
+        return None
 
     def _ask(self, program):
         folder = self.workshop.directory
@@ -756,16 +763,17 @@ def main():
     mutants = draw_mutants(units, options.count - of_headers, options.seed)
     mutants += draw_mutants(headers, of_headers, options.seed)
     mutants += draw_few_mutants(wide, of_wide, options.seed)
-    # Whatever was tried when the time is up stands for all of it; those of headers, which take long, come last.
+    # Whatever was tried when the time is up stands for all of it. What takes long comes last: mutants of headers, and
+    # those that every test is asked about, as none will notice them.
+    equivalent = EquivalentMutants()
     random.Random(options.seed).shuffle(mutants)
-    mutants.sort(key=lambda mutant: (mutant.path in wide, mutant.path in headers))
+    mutants.sort(key=lambda mutant: (mutant.key in equivalent.keys, mutant.path in wide, mutant.path in headers))
     if options.list:
         for mutant in mutants:
             print(f"{mutant.path}:{mutant.line}: {mutant.mutation.kind}: {mutant.change}")
         return 0
     if options.again:
         forget_outcomes(workshop.directory)
-    equivalent = EquivalentMutants()
     lines_run = lines_that_run(workshop.build)
     outcomes = try_mutants(workshop, mutants, lines_run, equivalent.keys, options.jobs, options.minutes)
     equivalent.excuse(outcomes)

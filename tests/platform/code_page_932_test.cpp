@@ -201,12 +201,15 @@ TEST(CodePage932, FindsCharacterStartsFromAnywhereAsAWalkFromTheBeginningDoes) {
 }
 
 TEST(CodePage932Conversion, KeepsAsciiOfEveryLengthAndPlace) {
-  for (std::size_t before = 0; before < 20; ++before) {
-    for (std::size_t after = 0; after < 20; ++after) {
-      const std::string cp932 = std::string(before, 'x') + std::string(u8"土"_cp932) + std::string(after, 'y');
-      const std::string utf8 = std::string(before, 'x') + std::string(Chars(u8"土")) + std::string(after, 'y');
-      EXPECT_EQ(Utf8(cp932), utf8);
-      EXPECT_EQ(Cp932(utf8), cp932);
+  for (const std::string_view other : {Chars(u8"土"), Chars(u8"\u0080")}) {  // the latter has the least byte of all
+    const std::string otherBytes = Cp932(other);
+    for (std::size_t before = 0; before < 20; ++before) {
+      for (std::size_t after = 0; after < 20; ++after) {
+        const std::string cp932 = std::string(before, 'x') + otherBytes + std::string(after, 'y');
+        const std::string utf8 = std::string(before, 'x') + std::string(other) + std::string(after, 'y');
+        EXPECT_EQ(Utf8(cp932), utf8);
+        EXPECT_EQ(Cp932(utf8), cp932);
+      }
     }
   }
 }
@@ -258,6 +261,20 @@ TEST(CodePage932Conversion, TellsInvalidUtf8FromUnmappableCharacters) {
   EXPECT_EQ(invalid.fault, Conversion::Fault::kInvalid);
   EXPECT_EQ(invalid.position, 3u);
   EXPECT_EQ(invalid.length, 1u);
+}
+
+TEST(CodePage932Conversion, TellsTheFirstAndTheLastCharacterOfEachLengthFromBrokenUtf8) {
+  const std::map<std::string, char32_t> characters = {
+      {"\xC2\x81", 0x81},       {"\xDF\xBF", 0x7FF},           {"\xE0\xA0\x80", 0x800},        {"\xED\x9F\xBF", 0xD7FF},
+      {"\xEF\xBF\xBF", 0xFFFF}, {"\xF0\x90\x80\x80", 0x10000}, {"\xF4\x8F\xBF\xBF", 0x10FFFF},
+  };
+  for (const auto& [text, codePoint] : characters) {
+    std::string cp932;
+    const Conversion result = AppendFromUtf8(text, cp932);
+    EXPECT_EQ(result.fault, Conversion::Fault::kUnmappable);
+    EXPECT_EQ(result.codePoint, codePoint);
+    EXPECT_EQ(result.length, text.size());
+  }
 }
 
 TEST(CodePage932Conversion, RefusesEveryKindOfBrokenUtf8) {
