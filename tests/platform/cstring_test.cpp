@@ -144,6 +144,8 @@ TEST(CString, FindsTheLastSingleByte) {
   EXPECT_EQ(CString("/").ReverseFind('/'), 0);
   EXPECT_EQ(CString("abc").ReverseFind('/'), -1);
   EXPECT_EQ(CString().ReverseFind('/'), -1);
+  EXPECT_EQ(CString("abc").ReverseFind('\0'), -1) << "the terminator is no part of the text";
+  EXPECT_EQ(CString(std::string_view("a\0bc", 4)).ReverseFind('\0'), 1);
   // A lead byte is no character of its own unless it stands alone.
   EXPECT_EQ(CString("\x83\x41").ReverseFind('\x83'), -1);
   EXPECT_EQ(CString("\x83\x41\x83").ReverseFind('\x83'), 2);
