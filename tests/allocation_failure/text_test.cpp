@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,7 @@
 namespace {
 
 using allocation_test::AllocationsOf;
+using allocation_test::AllowAllocations;
 using allocation_test::FailEachAllocation;
 
 /// Within the object, and in memory of its own.
@@ -90,6 +92,14 @@ TEST(TextMemory, IsAskedForOnceByALoadedText) {
     EXPECT_EQ(AllocationsOf([&] { *ar >> text; }), 1u) << test_support::ToText(reading);
     EXPECT_EQ(text.View(), kLong);
   }
+}
+
+TEST(TextMemory, IsAskedForByNoTextThatItsSizeCannotTell) {
+  constexpr std::size_t kLongest = 0xFFFFFFFF - 5;  // the block, its terminator and the room before it included
+  SmallText text;
+  EXPECT_THROW(AllowAllocations(0, [&] { (void)text.resize(kLongest); }), std::bad_alloc);
+  EXPECT_THROW((void)text.resize(kLongest + 1), std::length_error);
+  EXPECT_EQ(text.size(), 0u);
 }
 
 TEST(TextMemory, GrowsGeometrically) {

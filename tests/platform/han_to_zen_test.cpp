@@ -49,6 +49,11 @@ TEST(HanToZen, LeavesAMarkAloneThatNoLetterTakes) {
   EXPECT_EQ(SilString::HanToZen(u8"Aﾞ"_cp932), u8"Ａ゛"_cp932);
 }
 
+TEST(HanToZen, DoesNotLookBehindTheText) {
+  const std::string text(u8"ｶﾞ"_cp932);
+  EXPECT_EQ(SilString::HanToZen(std::string_view(text).substr(0, 1)), u8"カ"_cp932);
+}
+
 TEST(HanToZen, JoinsExactlyTheLettersThatHaveAVoicedForm) {
   const std::string_view voiceable = u8"ｳｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾊﾋﾌﾍﾎ"_cp932;
   const std::string_view semiVoiceable = u8"ﾊﾋﾌﾍﾎ"_cp932;

@@ -178,6 +178,11 @@ TEST(NurGetCrossTenFrom2Lin, MeasuresHowShortAnEndStopsAlongItsSegment) {
   EXPECT_FALSE(Crosses(wall, {{-std::sqrt(3.0) * shortOfWall, 0.0}, {0.0, shortOfWall}}));
 }
 
+TEST(NurGetCrossTenFrom2Lin, TellsTheEndsInTheBitsThatHostsKnow) {
+  EXPECT_EQ(kNurCrossAtEndOfFirst, 1);
+  EXPECT_EQ(kNurCrossAtEndOfSecond, 2);
+}
+
 TEST(NurGetCrossTenFrom2Lin, TellsWhichSegmentsEndAtTheCrossing) {
   const Segment level = {{0.0, 0.0}, {0.0, 10.0}};
   const std::uint16_t first = kNurCrossAtEndOfFirst;

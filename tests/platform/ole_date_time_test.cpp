@@ -50,6 +50,7 @@ TEST(OleDateTime, CountsTheTimeOfDayForwardBeforeDayZero) {
   EXPECT_EQ(Text(-1.0), "1899-12-29 00:00:00");
   EXPECT_EQ(Text(-1.75), "1899-12-29 18:00:00");
   EXPECT_EQ(Text(-0.25), "1899-12-30 06:00:00");
+  EXPECT_EQ(COleDateTime(1899, 12, 30, 6, 0, 0).m_dt, 0.25) << "on day zero itself the time counts from zero up";
   EXPECT_EQ(COleDateTime(100, 1, 1, 23, 59, 59).GetSecond(), 59);
   EXPECT_EQ(COleDateTime(100, 1, 1, 23, 59, 59).GetYear(), 100);
 }

@@ -54,6 +54,7 @@ TEST(SilString, CutsNumbersThatADoubleCannotHold) {
   EXPECT_EQ(SilString::ToDouble("1e-99999999999999999999"), 0.0);
   EXPECT_EQ(SilString::ToDouble("0." + std::string(400, '0') + "1"), 0.0);
   EXPECT_EQ(SilString::ToDouble(std::string(300, '9') + "e-700"), 0.0);
+  EXPECT_EQ(SilString::ToDouble(std::string(500, '0') + "1e-400"), 0.0);
   EXPECT_EQ(SilString::ToDouble("0e999999"), 0.0);
   EXPECT_FALSE(std::signbit(SilString::ToDouble("-1e-400")));
   EXPECT_FALSE(std::signbit(SilString::ToDouble("-0")));
