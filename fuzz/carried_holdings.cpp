@@ -23,11 +23,22 @@ using Holdings = std::vector<std::string>;
 
 std::string Quoted(std::string_view text) { return " \"" + std::string(text) + '"'; }
 
+/// What a comment becomes when it is written: no two dashes may stand in a row there, nor one at its end.
+std::string WithDashesApart(std::string_view comment) {
+  std::string text;
+  for (std::size_t i = 0; i < comment.size(); ++i) {
+    text += comment[i];
+    if (comment[i] == '-' && (i + 1 == comment.size() || comment[i + 1] == '-')) text += ' ';
+  }
+  return text;
+}
+
 /// A node with all below it, each node with its level.
 std::string TextOf(pugi::xml_node top) {
   std::string text;
   vorn_host::WalkNodes(top, [&](pugi::xml_node node, int level) {
-    text += std::to_string(level) + ':' + std::to_string(node.type()) + Quoted(node.name()) + Quoted(node.value());
+    const std::string value = node.type() == pugi::node_comment ? WithDashesApart(node.value()) : node.value();
+    text += std::to_string(level) + ':' + std::to_string(node.type()) + Quoted(node.name()) + Quoted(value);
     for (const pugi::xml_attribute attribute : node.attributes()) {
       text += Quoted(attribute.name()) + '=' + Quoted(attribute.value());
     }
