@@ -386,8 +386,7 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, source);
   document.replacedCharacters = problems.count;
   if (!document.carried.Collect(tree, scan, document.sets, IsEdition20(document.edition), options.mostCarriedItems)) {
-    throw DocumentError(name + ": this holds more than " + std::to_string(options.mostCarriedItems) +
-                        " attributes, comments and elements that are not of a design, the most that are carried over");
+    throw DocumentError(TooManyCarried(name, options.mostCarriedItems));
   }
   document.unreadValues = std::move(scan.unreadValues);
   return document;

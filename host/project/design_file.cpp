@@ -82,7 +82,7 @@ DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOpti
   std::string content = ReadFile(path, options.mostBytes);
   DesignFile file;
   if (IsProjectName(path) || ProjectFile::IsProject(content)) {
-    file.project = Project::FromBytes(content, Utf8Text(path));
+    file.project = Project::FromBytes(content, Utf8Text(path), {options.mostBytes, options.mostCarriedItems});
     file.design = file.project->GiveDesign();
   } else {
     file.design = DesignDocument::FromBytes(std::move(content), Utf8Text(path), options);
