@@ -51,7 +51,9 @@ bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
 bool HoldsDesign(const fs::path& path) {
   constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there, mostly
   const std::string beginning = ReadBeginning(path, kBeforeRoot);
-  if (ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning)) return true;
+  if (ProjectFile::IsProject(beginning)) return true;
+  const std::optional<bool> told = DesignDocument::BeginsAsDocument(beginning);
+  if (told) return *told;
   if (beginning.size() < kBeforeRoot || !DesignDocument::IsMarkup(beginning)) return false;
   return DesignDocument::IsDocument(ReadFile(path));
 }
