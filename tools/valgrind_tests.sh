@@ -17,5 +17,6 @@ check=(valgrind --quiet --error-exitcode=9 --leak-check=full --show-leak-kinds=d
   --gtest_filter='-HostileDocument.*:ReadFile.Refuses*:*InTime:*InAMoment:Editor.TakesTime*'
 # In these, memory runs out on purpose.
 "${check[@]}" "$build/tests/vorn_allocation_failure_tests" --gtest_brief=1
+"${check[@]}" "$build/tests/vorn_host_allocation_failure_tests" --gtest_brief=1
 "${check[@]}" "$build/tests/vorn_archive_memory_tests" --gtest_brief=1
 echo "valgrind found nothing"
