@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <initializer_list>
 #include <string_view>
+#include <utility>
 
+#include "fuzz/carried_holdings.h"
+#include "host/document/carried_item.h"
+#include "host/document/element_knowledge.h"
 #include "host/document/written_forms.h"
 #include "vorn/framework/numerical_precision.h"
 
@@ -12,6 +16,7 @@ namespace vorn_fuzz {
 namespace {
 
 using vorn_host::DesignDocument;
+using vorn_host::TextEncoding;
 using Holdings = std::vector<std::string>;
 
 constexpr std::string_view kTrue = "true";
@@ -95,71 +100,120 @@ std::string ItemOf(const VornXSections& set, bool edition20) {
                                 set.GetProjectPhase().View()});
 }
 
-void AddTargets(const Vorn_FormCtrlTargetArray& targets, bool edition20, Holdings& holdings) {
-  for (const VornFormCtrlTarget& target : targets) {
-    if (target.GetExport() == 0 && !edition20) continue;
-    holdings.push_back(ItemOf(target, edition20));
-    if (edition20) continue;
-    for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) holdings.push_back(ItemOf(point));
+/// Goes through a design as its document has it, and tells each element and what is carried over in it.
+class Teller {
+ public:
+  Teller(const DesignDocument& document, TextEncoding encoding)
+      : m_edition20(IsEdition20(document.edition)), m_carried(document, encoding), m_holdings(m_carried.OfRoot()) {}
+
+  void Tell(const DesignDocument& document) {
+    if (!m_edition20) {
+      int index = 0;
+      for (const VornFileInfo& info : document.fileInfos) Tell(vorn_host::kFileInfoTag, index++, ItemOf(info));
+      if (document.hasStructureType) Tell(vorn_host::kStructureTypeTag, 0, ItemOf(document.structureType));
+    }
+    int index = 0;
+    for (const VornXSections& set : document.sets) TellSet(set, index++);
   }
-}
 
-void AddForm(const VornBuildForm& form, bool edition20, Holdings& holdings) {
-  if (!vorn_host::IsWritten(form, edition20)) return;
-  holdings.push_back(
-      Item("tsf:BuildForm", {form.GetName().View(), edition20 ? std::string_view() : form.GetXSectType().View()}));
-  for (const VornComposedPnt& point : form.GetComposedPntArray()) holdings.push_back(ItemOf(point, edition20));
-  if (edition20) AddTargets(form.GetFormCtrlTargetArray(), edition20, holdings);
-}
+  [[nodiscard]] Holdings Take() { return std::move(m_holdings); }
+  /// How many carried items have had no place.
+  [[nodiscard]] int CountLeft() const { return m_carried.CountLeft(); }
 
-/// Later editions have the targets of the forms behind those of the set, even where a form itself is not written.
-void AddGatheredTargets(const VornXSections& set, Holdings& holdings) {
-  AddTargets(set.GetFormCtrlTargetArray(), false, holdings);
-  for (const VornXSection& section : set.GetXSectionArray()) {
-    for (const VornBuildForm& form : section.GetBuildFormArray()) {
-      AddTargets(form.GetFormCtrlTargetArray(), false, holdings);
+ private:
+  /// An element with what it holds.
+  /// @param index among the elements of the same tag and parent in the model
+  template <typename TellBelow>
+  void Tell(std::string_view tag, int index, std::string item, TellBelow&& tellBelow) {
+    m_path.push_back({tag, index});
+    m_holdings.push_back(std::move(item));
+    const Holdings carried = m_carried.Take(m_path);
+    m_holdings.insert(m_holdings.end(), carried.begin(), carried.end());
+    tellBelow();
+    m_path.pop_back();
+  }
+  void Tell(std::string_view tag, int index, std::string item) {
+    Tell(tag, index, std::move(item), [] {});
+  }
+
+  void TellSet(const VornXSections& set, int index) {
+    Tell(vorn_host::kXSectionsTag, index, ItemOf(set, m_edition20), [&] {
+      int section = 0;
+      for (const VornXSection& one : set.GetXSectionArray()) TellSection(one, section++);
+      if (!m_edition20) TellGatheredTargets(set);
+    });
+  }
+
+  void TellSection(const VornXSection& section, int index) {
+    Tell(vorn_host::kXSectionTag, index, ItemOf(section, m_edition20), [&] {
+      int form = 0;
+      for (const VornBuildForm& one : section.GetBuildFormArray()) TellForm(one, form++);
+      if (m_edition20 || section.GetExistingFlag() == 0) return;
+      int ground = 0;
+      for (const VornExistingBuildForm& one : section.GetExistingBuildFormArray()) TellGround(one, ground++);
+    });
+  }
+
+  void TellForm(const VornBuildForm& form, int index) {
+    if (!vorn_host::IsWritten(form, m_edition20)) return;
+    const std::string_view sectionType = m_edition20 ? std::string_view() : form.GetXSectType().View();
+    Tell(vorn_host::kBuildFormTag, index, Item("tsf:BuildForm", {form.GetName().View(), sectionType}), [&] {
+      int point = 0;
+      for (const VornComposedPnt& one : form.GetComposedPntArray()) {
+        Tell(vorn_host::kComposedPntTag, point++, ItemOf(one, m_edition20));
+      }
+      int target = 0;
+      if (m_edition20) TellTargets(form.GetFormCtrlTargetArray(), target);
+    });
+  }
+
+  void TellGround(const VornExistingBuildForm& ground, int index) {
+    if (!vorn_host::IsWritten(ground)) return;
+    Tell(vorn_host::kExistingBuildFormTag, index, Item("tsf:ExistingBuildForm", {ground.GetName().View()}), [&] {
+      int point = 0;
+      for (const VornExistingComposedPnt& one : ground.GetComposedPntArray()) {
+        Tell(vorn_host::kExistingComposedPntTag, point++,
+             Item("tsf:ExistingComposedPnt", {one.GetName().View(), TextOf(one.GetCLDist()), TextOf(one.GetGh())}));
+      }
+    });
+  }
+
+  /// Later editions have the targets of the forms behind those of the set, even where a form itself is not written.
+  void TellGatheredTargets(const VornXSections& set) {
+    int target = 0;
+    TellTargets(set.GetFormCtrlTargetArray(), target);
+    for (const VornXSection& section : set.GetXSectionArray()) {
+      for (const VornBuildForm& form : section.GetBuildFormArray()) TellTargets(form.GetFormCtrlTargetArray(), target);
     }
   }
-}
 
-void AddGround(const VornExistingBuildForm& ground, Holdings& holdings) {
-  if (!vorn_host::IsWritten(ground)) return;
-  holdings.push_back(Item("tsf:ExistingBuildForm", {ground.GetName().View()}));
-  for (const VornExistingComposedPnt& point : ground.GetComposedPntArray()) {
-    holdings.push_back(
-        Item("tsf:ExistingComposedPnt", {point.GetName().View(), TextOf(point.GetCLDist()), TextOf(point.GetGh())}));
+  /// @param index of the next target
+  void TellTargets(const Vorn_FormCtrlTargetArray& targets, int& index) {
+    for (const VornFormCtrlTarget& target : targets) {
+      if (target.GetExport() == 0 && !m_edition20) continue;
+      Tell(vorn_host::kFormCtrlTargetTag, index++, ItemOf(target, m_edition20), [&] {
+        if (m_edition20) return;
+        int point = 0;
+        for (const VornFormCtrlTargetPnt& one : target.GetTargetPntArray()) {
+          Tell(vorn_host::kFormCtrlTargetPntTag, point++, ItemOf(one));
+        }
+      });
+    }
   }
-}
 
-void AddSection(const VornXSection& section, bool edition20, Holdings& holdings) {
-  holdings.push_back(ItemOf(section, edition20));
-  for (const VornBuildForm& form : section.GetBuildFormArray()) AddForm(form, edition20, holdings);
-  if (edition20 || section.GetExistingFlag() == 0) return;
-  for (const VornExistingBuildForm& ground : section.GetExistingBuildFormArray()) AddGround(ground, holdings);
-}
+  bool m_edition20;
+  CarriedHoldings m_carried;
+  Holdings m_holdings;
+  vorn_host::ElementPath m_path;
+};
 
 }  // namespace
 
-Holdings HoldingsOf(const DesignDocument& document) {
+DocumentHoldings HoldingsOf(const DesignDocument& document, TextEncoding encoding) {
   const vorn_host::EditionScope scope(document.edition);
-  const bool edition20 = IsEdition20(document.edition);
-  Holdings holdings;
-  if (!edition20) {
-    for (const VornFileInfo& info : document.fileInfos) holdings.push_back(ItemOf(info));
-    if (document.hasStructureType) holdings.push_back(ItemOf(document.structureType));
-  }
-  for (const VornXSections& set : document.sets) {
-    holdings.push_back(ItemOf(set, edition20));
-    for (const VornXSection& section : set.GetXSectionArray()) AddSection(section, edition20, holdings);
-    if (!edition20) AddGatheredTargets(set, holdings);
-  }
-  return holdings;
-}
-
-int CarriedItems(const std::vector<vorn_host::CarriedContent::Row>& rows) {
-  int count = 0;
-  for (const vorn_host::CarriedContent::Row& row : rows) count += row.count;
-  return count;
+  Teller teller(document, encoding);
+  teller.Tell(document);
+  return {teller.Take(), teller.CountLeft()};
 }
 
 std::string FirstDifference(const Holdings& held, const Holdings& again) {

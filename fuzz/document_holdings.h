@@ -10,12 +10,15 @@
 
 namespace vorn_fuzz {
 
-/// Everything that a document of the design's edition holds of the model, an item for each element with all that is
-/// said of it, in the order of the document.
-[[nodiscard]] std::vector<std::string> HoldingsOf(const vorn_host::DesignDocument& document);
-
-/// How many elements, attributes and comments are carried over.
-[[nodiscard]] int CarriedItems(const std::vector<vorn_host::CarriedContent::Row>& rows);
+/// Everything that a document of the design's edition holds.
+struct DocumentHoldings {
+  /// One for each element with all that is said of it, and one for each thing that is carried over in it, in the order
+  /// of the document.
+  std::vector<std::string> items;
+  int carriedWithoutPlace = 0;  ///< carried items whose element the document does not hold
+};
+/// @param encoding of the document: characters of carried items that it lacks are replaced there
+[[nodiscard]] DocumentHoldings HoldingsOf(const vorn_host::DesignDocument& document, vorn_host::TextEncoding encoding);
 
 /// What is not the same in two lists of holdings, "tsf:XSection No.1 20.000 became nothing"; empty when they are equal.
 [[nodiscard]] std::string FirstDifference(const std::vector<std::string>& held, const std::vector<std::string>& again);

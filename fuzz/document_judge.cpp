@@ -1,5 +1,7 @@
 #include "fuzz/document_judge.h"
 
+#include <algorithm>
+#include <numeric>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,6 +13,7 @@
 #include "host/document/document_check.h"
 #include "host/document/document_error.h"
 #include "host/document/edition_conversion.h"
+#include "host/document/root_namespaces.h"
 
 namespace vorn_fuzz {
 
@@ -36,7 +39,7 @@ std::string Written(DesignDocument& document, TextEncoding encoding) {
 
 /// What a design becomes when it is written and read.
 struct SettledDesign {
-  std::vector<std::string> holdings;
+  DocumentHoldings holdings;
   std::string text;  ///< what it is written as from then on
 };
 
@@ -47,26 +50,42 @@ SettledDesign Settled(DesignDocument& document, TextEncoding encoding) {
   Settle(document);
   SettledDesign settled;
   settled.text = Written(document, encoding);
-  settled.holdings = HoldingsOf(document);
+  settled.holdings = HoldingsOf(document, encoding);
   document.fileInfos = fileInfos;
   document.sets = sets;
   return settled;
 }
 
-/// How much of what is carried over has a place in what is written.
-int CarriedOver(DesignDocument& document, TextEncoding encoding) {
+/// How many carried items the writer tells to have had no place.
+int ToldWithoutPlace(DesignDocument& document, TextEncoding encoding) {
   DesignDocument::WriteReport report;
   (void)document.ToBytes(kName, {encoding, encoding == TextEncoding::ShiftJis}, report);
-  return CarriedItems(document.carried.Rows()) - CarriedItems(report.unplaced);
+  return std::accumulate(report.unplaced.begin(), report.unplaced.end(), 0,
+                         [](int count, const vorn_host::CarriedContent::Row& row) { return count + row.count; });
+}
+
+/// An attribute of the root that tells the edition, and that a document lacks or has otherwise; empty when there is
+/// none. A pure road-geometry document tells its edition by its root alone.
+std::string LostRootAttribute(const DesignDocument& document, const DesignDocument& again) {
+  if (document.edition == Edition::RoadGm) return {};
+  const vorn_host::EditionScope scope(document.edition);
+  const vorn_host::XmlAttributes& held = again.carried.RootAttributes();
+  for (const auto& attribute : vorn_host::AttributesOfHost(document.carried.RootAttributes())) {
+    if (std::find(held.begin(), held.end(), attribute) == held.end()) return attribute.first + " of the root";
+  }
+  return {};
 }
 
 std::string WhatIsLost(DesignDocument& document, const SettledDesign& settled, const DesignDocument& again,
                        TextEncoding encoding) {
   if (again.edition != document.edition) return "the edition";
-  std::string difference = FirstDifference(settled.holdings, HoldingsOf(again));
+  const std::string attribute = LostRootAttribute(document, again);
+  if (!attribute.empty()) return attribute;
+  std::string difference = FirstDifference(settled.holdings.items, HoldingsOf(again, encoding).items);
   if (!difference.empty()) return difference;
-  if (CarriedItems(again.carried.Rows()) == CarriedOver(document, encoding)) return {};
-  return "of what was carried over, there is only " + Describe(again.carried.Rows());
+  const int told = ToldWithoutPlace(document, encoding);
+  const int lost = settled.holdings.carriedWithoutPlace;
+  return told == lost ? std::string() : std::to_string(lost) + " carried items, but tells of " + std::to_string(told);
 }
 
 std::string JudgeWriting(DesignDocument& document, TextEncoding encoding) {

@@ -10,6 +10,7 @@
 #include "fuzz/document_judge.h"
 #include "fuzz/editing_model.h"
 #include "fuzz/editing_steps.h"
+#include "fuzz/project_judge.h"
 #include "fuzz/target.h"
 #include "host/document/document_check.h"
 #include "host/document/document_error.h"
@@ -94,14 +95,10 @@ void AddSplitForms(const DesignDocument& design, Serials& splitForms) {
 }
 
 void JudgeStoring(DesignDocument design) {
+  const std::vector<std::string> held = HeldByProject(design);
   Project project;
   project.TakeDesign(std::move(design));
-  std::vector<Project::Loss> losses;
-  const std::vector<std::uint8_t> stored = project.ToBytes("project", Project::kNewestStoreVersion, losses);
-  Project again = Project::FromBytes({reinterpret_cast<const char*>(stored.data()), stored.size()}, "project");
-  if (again.ToBytes("project", Project::kNewestStoreVersion, losses) != stored) {
-    Finding("project", "what was saved, read and saved again is not the same");
-  }
+  JudgeSaving(project, Project::kNewestStoreVersion, held);
 }
 
 }  // namespace

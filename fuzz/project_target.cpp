@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "fuzz/document_judge.h"
+#include "fuzz/project_judge.h"
 #include "fuzz/target.h"
 #include "host/document/document_check.h"
 #include "host/document/document_error.h"
@@ -61,23 +62,6 @@ std::optional<Project> TryRead(std::string_view content) {
   }
 }
 
-/// What was saved is read again as what it was, and lacks nothing more.
-void JudgeSaving(Project& project, std::string_view storeVersion) {
-  const std::string where = "store version " + std::string(storeVersion);
-  try {
-    std::vector<Project::Loss> losses;
-    const std::string saved = TextOf(project.ToBytes(kName, storeVersion, losses));
-    if (TextOf(project.ToBytes(kName, storeVersion, losses)) != saved) Finding(where, "saving twice differs");
-    Project again = Project::FromBytes(saved, kName);
-    if (TextOf(again.ToBytes(kName, storeVersion, losses)) != saved) {
-      Finding(where, "what was saved, read and saved again is not the same");
-    }
-    if (!losses.empty()) Finding(where, "what the version cannot hold is still there: " + losses[0].what);
-  } catch (const DocumentError& error) {
-    Finding(where, error.what());
-  }
-}
-
 /// The design as a document. Records may hold what no document can, such as bytes that are no text: then it is refused.
 void JudgeDesign(DesignDocument& design) {
   (void)CheckDocument(design);
@@ -108,14 +92,19 @@ Seed SampleSeed(SampleKind kind, std::string_view name, std::string_view storeVe
 bool Judge(std::span<const std::uint8_t> input) {
   const std::string content(input.begin(), input.end());
   (void)TryRead(content);
-  std::optional<Project> project = TryRead(Mended(content));
+  const std::string mended = Mended(content);
+  std::optional<Project> project = TryRead(mended);
   if (!project) return false;
-  for (const std::string_view storeVersion : Project::kWritableStoreVersions) JudgeSaving(*project, storeVersion);
+  // Handing the design out changes the project: another one tells what it is.
+  DesignDocument design = Project::FromBytes(mended, kName).GiveDesign();
+  const std::vector<std::string> held = HeldByProject(design);
+  for (const std::string_view storeVersion : Project::kWritableStoreVersions) JudgeSaving(*project, storeVersion, held);
+  design = project->GiveDesign();
   (void)project->HoldsRoadData();
-  DesignDocument design = project->GiveDesign();
   JudgeDesign(design);
+  const std::vector<std::string> heldNow = HeldByProject(design);
   project->TakeDesign(std::move(design));
-  JudgeSaving(*project, Project::kNewestStoreVersion);
+  JudgeSaving(*project, Project::kNewestStoreVersion, heldNow);
   return true;
 }
 

@@ -22,6 +22,7 @@
 #include <sys/stat.h>
 #include <windows.h>
 #else
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -52,32 +53,52 @@ enum class Opening { Read, Overwrite, Create };
 /// not got the rights of the file that it replaces.
 enum class Rights { Usual, OwnerOnly };
 
-/// A file of bytes, none of which the C library may change; null, with `errno` set, where it cannot be opened.
-File TryOpen(const fs::path& place, Opening opening, [[maybe_unused]] Rights rights = Rights::Usual) {
-  errno = 0;
+/// A file's number, negative with `errno` set where it cannot be opened.
+int OpenNumber(const fs::path& place, Opening opening, [[maybe_unused]] Rights rights) {
 #ifdef _WIN32
   // Names are UTF-16 here, and not every runtime knows the mode that creates.
   constexpr int kBytes = _O_BINARY | _O_NOINHERIT;
   constexpr int kFlags[] = {_O_RDONLY, _O_WRONLY | _O_CREAT | _O_TRUNC, _O_WRONLY | _O_CREAT | _O_EXCL};
-  const int handle = _wopen(place.c_str(), kFlags[static_cast<int>(opening)] | kBytes, _S_IREAD | _S_IWRITE);
-  if (handle < 0) return nullptr;
-  File file(_fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
-  if (!file) _close(handle);
-  return file;
+  return _wopen(place.c_str(), kFlags[static_cast<int>(opening)] | kBytes, _S_IREAD | _S_IWRITE);
 #else
   constexpr int kFlags[] = {O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, O_WRONLY | O_CREAT | O_EXCL};
-  const int handle = open(place.c_str(), kFlags[static_cast<int>(opening)] | O_CLOEXEC,
-                          rights == Rights::OwnerOnly ? S_IRUSR | S_IWUSR : 0666);
-  if (handle < 0) return nullptr;
-  File file(fdopen(handle, opening == Opening::Read ? "rb" : "wb"));
+  return open(place.c_str(), kFlags[static_cast<int>(opening)] | O_CLOEXEC,
+              rights == Rights::OwnerOnly ? S_IRUSR | S_IWUSR : 0666);
+#endif
+}
+
+/// The file of a number, which is the file's to close from then on.
+std::FILE* StreamOf(int number, const char* mode) {
+#ifdef _WIN32
+  return _fdopen(number, mode);
+#else
+  return fdopen(number, mode);
+#endif
+}
+
+void CloseNumber(int number) {
+#ifdef _WIN32
+  _close(number);
+#else
+  close(number);
+#endif
+}
+
+/// A file of bytes, none of which the C library may change; null, with `errno` set, where it cannot be opened. What was
+/// created for nothing goes away again.
+File TryOpen(const fs::path& place, Opening opening, Rights rights = Rights::Usual) {
+  errno = 0;
+  const int number = OpenNumber(place, opening, rights);
+  if (number < 0) return nullptr;
+  File file(StreamOf(number, opening == Opening::Read ? "rb" : "wb"));
   if (!file) {
     const int error = errno;
-    close(handle);
-    if (opening == Opening::Create) unlink(place.c_str());
+    CloseNumber(number);
+    std::error_code ignored;
+    if (opening == Opening::Create) fs::remove(place, ignored);
     errno = error;
   }
   return file;
-#endif
 }
 
 /// Opens a file; messages name `path`, which is what the user asked for.
@@ -246,11 +267,11 @@ std::uintmax_t NameCount(const fs::path& file) {
 
 /// Whether a temporary is left over from a program that was killed: nobody takes an hour to write one. A second name
 /// of a file has that file's age and may be in use now; it is left over once no other name leads there.
-bool IsStale(const fs::directory_entry& temporary) {
+bool IsStale(const fs::path& temporary) {
   constexpr std::chrono::hours kLongestUse{1};
   std::error_code error;
-  if (!fs::is_regular_file(temporary.symlink_status(error)) || NameCount(temporary.path()) != 1) return false;
-  const fs::file_time_type written = temporary.last_write_time(error);
+  if (!fs::is_regular_file(fs::symlink_status(temporary, error)) || NameCount(temporary) != 1) return false;
+  const fs::file_time_type written = fs::last_write_time(temporary, error);
   return !error && written < fs::file_time_type::clock::now() - kLongestUse;
 }
 
@@ -261,19 +282,50 @@ bool IsNewerThan(const fs::path& file, const fs::path& backup) {
   return error || fs::last_write_time(file, error) > kept;
 }
 
+#ifdef _WIN32
+struct CloseDirectory {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+using Directory = std::unique_ptr<void, CloseDirectory>;
+#else
+struct CloseDirectory {
+  void operator()(DIR* directory) const { closedir(directory); }
+};
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
+#endif
+
+/// The temporaries in a directory, as far as it can be read. Memory may run out meanwhile: `fs::directory_iterator`
+/// would end the program.
+std::vector<fs::path> TemporariesIn(const fs::path& directory, const fs::path& prefix) {
+  std::vector<fs::path> found;
+  const auto add = [&](const fs::path& name) {
+    if (IsTemporaryName(name, prefix)) found.push_back(directory / name);
+  };
+#ifdef _WIN32
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW((directory / "*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return found;
+  const Directory open(search);
+  do {
+    add(entry.cFileName);
+  } while (FindNextFileW(search, &entry) != 0);
+#else
+  const Directory open(opendir(directory.c_str()));
+  if (!open) return found;
+  while (const dirent* entry = readdir(open.get())) add(entry->d_name);
+#endif
+  return found;
+}
+
 /// Takes away what saves of the file that were killed left behind; a former file that was to become the backup becomes
 /// it. It matters to no save whether that can be done.
 void TidyUpAfterKilledSaves(const fs::path& target) try {
   const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
-  const fs::path prefix = TemporaryPrefix(target);
-  std::vector<fs::path> stale;
-  std::error_code ignored;
-  for (fs::directory_iterator entry(directory, ignored), end; entry != end; entry.increment(ignored)) {
-    if (IsTemporaryName(entry->path().filename(), prefix) && IsStale(*entry)) stale.push_back(entry->path());
-  }
   const fs::path backup = BackupOf(target);
-  for (const fs::path& path : stale) {
+  for (const fs::path& path : TemporariesIn(directory, TemporaryPrefix(target))) {
+    if (!IsStale(path)) continue;
     const bool isFormer = path.extension() == kBackupEnding && IsNewerThan(path, backup);
+    std::error_code ignored;
     isFormer ? fs::rename(path, backup, ignored) : static_cast<void>(fs::remove(path, ignored));
   }
 } catch (const DocumentError&) {
@@ -505,6 +557,7 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   }
 
   const fs::path target = ThroughLinks(path);
+  const fs::path directory = target.parent_path();  // once the file is in place, nothing may fail any more
   if (fs::exists(status)) RequireWritable(target, path);
   TidyUpAfterKilledSaves(target);
   TemporaryFile temporary(target);
@@ -514,7 +567,7 @@ void Save(const fs::path& path, const Producer& produce, FormerFile former) {
   } else {
     PutInPlace(temporary, target, path);
   }
-  FlushDirectory(target.parent_path());
+  FlushDirectory(directory);
 }
 
 }  // namespace

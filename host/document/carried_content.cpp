@@ -196,11 +196,7 @@ bool CarriedContent::Collect(const pugi::xml_document& source, const DocumentSca
   const pugi::xml_node root = source.document_element();
   m_impl->rootTag = root.name();
   for (const pugi::xml_attribute attribute : root.attributes()) {
-    constexpr std::size_t kUsualAttributes = 16;  // namespaces and the like, which every document has
-    if (m_impl->rootAttributes.size() >= kUsualAttributes &&
-        m_impl->rootAttributes.size() - kUsualAttributes >= mostItems) {
-      return false;
-    }
+    if (!m_impl->HasRoomAtRoot(mostItems)) return false;
     m_impl->rootAttributes.emplace_back(attribute.name(), attribute.value());
   }
   for (const pugi::xml_node child : root.children()) {
@@ -349,6 +345,11 @@ void CarriedContent::RearrangeSets(const std::vector<int>& formers, int formerCo
     return next == left.begin() ? -1 : *std::prev(next);
   };
   (void)MoveElements({follow, siblingBefore});
+}
+
+std::string TooManyCarried(const std::string& name, std::size_t mostItems) {
+  return name + ": this holds more than " + std::to_string(mostItems) +
+         " attributes, comments and elements that are not of a design, the most that are carried over";
 }
 
 std::string Describe(const std::vector<CarriedContent::Row>& rows) {

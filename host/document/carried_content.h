@@ -99,15 +99,19 @@ class CarriedContent {
   /// Writes everything below an element of another document, so that it can be kept apart from the design.
   void Store(pugi::xml_node parent) const;
   /// Reads what `Store` wrote. Throws `DocumentError` when it is damaged, or such that the document written from it
-  /// could not be read again; name stands for the file.
+  /// could not be read again, or when it is more than so many items; name stands for the file.
   /// @param parent names the document's edition in its attribute "edition": what the library models depends on it
-  [[nodiscard]] static CarriedContent Load(pugi::xml_node parent, const std::string& name);
+  [[nodiscard]] static CarriedContent Load(pugi::xml_node parent, const std::string& name,
+                                           std::size_t mostItems = kMostItems);
 
   struct Impl;
 
  private:
   std::unique_ptr<Impl> m_impl;
 };
+
+/// What the user is told of a file with more carried items than that.
+[[nodiscard]] std::string TooManyCarried(const std::string& name, std::size_t mostItems);
 
 /// "rgm:RoadGm, comment (3)".
 [[nodiscard]] std::string Describe(const std::vector<CarriedContent::Row>& rows);

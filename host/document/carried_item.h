@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -41,6 +42,13 @@ struct CarriedContent::Impl {
   XmlAttributes rootAttributes;                 ///< as they stood, in order
   std::vector<std::string_view> rootOrder;      ///< of `kRootChildren`
   std::vector<std::vector<int>> sectionOrders;  ///< of each set
+
+  /// Whether the root may have one attribute more. A few do not count: namespaces and the like, which every document
+  /// has.
+  [[nodiscard]] bool HasRoomAtRoot(std::size_t mostItems) const {
+    constexpr std::size_t kUsualAttributes = 16;
+    return rootAttributes.size() < kUsualAttributes || rootAttributes.size() - kUsualAttributes < mostItems;
+  }
 };
 
 }  // namespace vorn_host

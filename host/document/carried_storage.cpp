@@ -114,8 +114,8 @@ bool IsUtf8(std::string_view bytes) {
 /// would make the document unreadable or change the design.
 class Loader {
  public:
-  Loader(CarriedContent::Impl& into, const std::string& name, bool edition20)
-      : m_into(into), m_name(name), m_edition20(edition20) {}
+  Loader(CarriedContent::Impl& into, const std::string& name, bool edition20, std::size_t mostItems)
+      : m_into(into), m_name(name), m_edition20(edition20), m_mostItems(mostItems) {}
 
   void LoadRoot(pugi::xml_node root) {
     if (m_hasRoot) Damaged("there is a second root");
@@ -124,6 +124,7 @@ class Loader {
     if (!m_into.rootTag.empty()) RequireName(m_into.rootTag);
     std::set<std::string> names;
     for (const pugi::xml_node attribute : root.children("attribute")) {
+      if (!m_into.HasRoomAtRoot(m_mostItems)) throw DocumentError(TooManyCarried(m_name, m_mostItems));
       std::string name = attribute.attribute("name").value();
       std::string value = attribute.attribute("value").value();
       RequireName(name);
@@ -140,6 +141,7 @@ class Loader {
   }
 
   void LoadItem(pugi::xml_node element) {
+    if (m_into.items.size() >= m_mostItems) throw DocumentError(TooManyCarried(m_name, m_mostItems));
     CarriedItem item;
     item.place = Place(element.attribute("place"));
     item.parent = Steps(element.attribute("in").value());
@@ -314,6 +316,7 @@ class Loader {
   CarriedContent::Impl& m_into;
   const std::string& m_name;
   bool m_edition20;
+  std::size_t m_mostItems;
   bool m_hasRoot = false;
   bool m_hasDocumentType = false;
   std::set<std::string> m_attributes;  ///< of the items so far, with the paths of their elements
@@ -340,10 +343,10 @@ void CarriedContent::Store(pugi::xml_node parent) const {
   for (const CarriedItem& item : Items()) StoreItem(parent, item);
 }
 
-CarriedContent CarriedContent::Load(pugi::xml_node parent, const std::string& name) {
+CarriedContent CarriedContent::Load(pugi::xml_node parent, const std::string& name, std::size_t mostItems) {
   CarriedContent carried;
   const std::optional<Edition> edition = ParseEdition(parent.attribute("edition").value());
-  Loader loader(*carried.m_impl, name, !edition || IsEdition20(*edition));
+  Loader loader(*carried.m_impl, name, !edition || IsEdition20(*edition), mostItems);
   for (const pugi::xml_node child : parent.children()) {
     const std::string_view tag = child.name();
     if (tag == "root") loader.LoadRoot(child);

@@ -363,11 +363,20 @@ bool DesignDocument::IsMarkup(std::string_view content) {
   return first != std::string_view::npos && content[first] == '<';
 }
 
-bool DesignDocument::IsDocument(std::string_view content) {
-  pugi::xml_document tree;  // what stands before a fault is in the tree, and the content may end anywhere
-  RequireMemory(tree.load_buffer(content.data(), content.size()));
+bool DesignDocument::IsDocument(std::string_view content) { return BeginsAsDocument(content).value_or(false); }
+
+std::optional<bool> DesignDocument::BeginsAsDocument(std::string_view beginning) {
+  pugi::xml_document tree;  // what stands before a fault is in the tree
+  const pugi::xml_parse_result result = tree.load_buffer(beginning.data(), beginning.size());
+  RequireMemory(result);
   const pugi::xml_node root = tree.document_element();
-  return std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root);
+  if (std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root)) return true;
+  const bool endsInTag = result.status == pugi::status_bad_start_element || result.status == pugi::status_bad_attribute;
+  if (!root || (endsInTag && !root.first_child())) return std::nullopt;
+  const bool mayHoldDesign = std::any_of(root.attributes_begin(), root.attributes_end(), [](auto attribute) {
+    return std::string_view(attribute.name()) == "xmlns:tsf";
+  });
+  return mayHoldDesign ? std::nullopt : std::optional(false);
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {
@@ -386,8 +395,7 @@ DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& n
   if (problems.count > 0 && !options.lossy) RequireNoProblems(problems, source);
   document.replacedCharacters = problems.count;
   if (!document.carried.Collect(tree, scan, document.sets, IsEdition20(document.edition), options.mostCarriedItems)) {
-    throw DocumentError(name + ": this holds more than " + std::to_string(options.mostCarriedItems) +
-                        " attributes, comments and elements that are not of a design, the most that are carried over");
+    throw DocumentError(TooManyCarried(name, options.mostCarriedItems));
   }
   document.unreadValues = std::move(scan.unreadValues);
   return document;

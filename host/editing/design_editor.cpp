@@ -46,11 +46,6 @@ int CountMoved(const std::vector<TamWorld2>& before, const std::vector<TamWorld2
 /// Inserted crossing points are named for their side: "XL" is "XR" on the other one. All other codes stay.
 CString MirroredCode(const CString& code) { return code == "XL" ? "XR" : code == "XR" ? "XL" : code; }
 
-/// Whether a form of that name has a point of that code: control targets that named nothing before stay as they are.
-bool IsCodeOf(const VornXSection& section, const CString& formName, const CString& code) {
-  return section.Find(formName, &code) >= 0;
-}
-
 /// @param withTargets whether the form's control targets name the codes as texts
 void SwapCrossingCodes(VornBuildForm& form, bool withTargets) {
   for (VornComposedPnt& point : form.GetComposedPntArray()) {
@@ -127,6 +122,21 @@ std::vector<std::string> DesignEditor::LostTargets() const {
   return lost;
 }
 
+void DesignEditor::FollowDangling(const std::vector<std::string>& before) {
+  const std::vector<std::string> after = DanglingTargets(m_document);
+  if (after.size() != before.size()) return;
+  std::multiset<std::string_view> known(m_danglingBefore.begin(), m_danglingBefore.end());
+  std::vector<std::string> followed;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const auto same = known.find(before[i]);
+    if (same == known.end()) continue;
+    known.erase(same);
+    followed.push_back(after[i]);
+  }
+  followed.insert(followed.end(), known.begin(), known.end());
+  m_danglingBefore = std::move(followed);
+}
+
 // --- steps on whole sections -----------------------------------------------------------------------------------------
 
 EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
@@ -152,6 +162,7 @@ EditReport DesignEditor::Recalc(const NurReal& centerHeight) {
 
 EditReport DesignEditor::Mirror() {
   const EditionScope scope(m_document.edition);
+  const std::vector<std::string> dangling = DanglingTargets(m_document);
   EditReport report;
   ForEachSection(
       report,
@@ -166,14 +177,13 @@ EditReport DesignEditor::Mirror() {
         return "left and right exchanged";
       },
       true);
+  // A crossing that is not there changes its side too: a target that names it and the other one still names both.
   if (!IsEdition20(m_document.edition)) {
     for (VornXSections& set : m_document.sets) {
-      ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
-        const CString mirrored = MirroredCode(point.GetCode());
-        if (IsCodeOf(set.GetXSectionArray()[section], point.GetBuildFormName(), mirrored)) point.SetCode(mirrored);
-      });
+      ForEachTargetPoint(set, [](VornFormCtrlTargetPnt& point, int) { point.SetCode(MirroredCode(point.GetCode())); });
     }
   }
+  FollowDangling(dangling);
   NoteRoadGeometry(report);
   Finish(report);
   return report;

@@ -72,6 +72,11 @@ class DesignEditor {
   /// Ends a step.
   void Finish(EditReport& report);
 
+  /// Notes how control targets that named nothing before a step are called after it. For steps that leave their number
+  /// and order.
+  /// @param before `DanglingTargets` before the step
+  void FollowDangling(const std::vector<std::string>& before);
+
   /// Tells where control targets stand on points that do not exist (any more).
   void RemarkOnMissingPoints(EditReport& report) const;
   /// @param crossing the crossing point of a side, empty when there is none

@@ -278,6 +278,7 @@ EditReport DesignEditor::RemoveForm(const CString& name) {
 
 EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& oldName, const CString& newName) {
   const EditionScope scope(m_document.edition);
+  const std::vector<std::string> dangling = DanglingTargets(m_document);
   EditReport report;
   BySection<bool> renamed(m_document.sets);
   ForEachSection(report, [&](const Site& site) -> std::string {
@@ -302,6 +303,7 @@ EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& old
       ++points;
     });
   }
+  FollowDangling(dangling);
   report.Add("points of control targets renamed", points);
   Finish(report);
   return report;

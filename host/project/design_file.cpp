@@ -51,7 +51,9 @@ bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
 bool HoldsDesign(const fs::path& path) {
   constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there, mostly
   const std::string beginning = ReadBeginning(path, kBeforeRoot);
-  if (ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning)) return true;
+  if (ProjectFile::IsProject(beginning)) return true;
+  const std::optional<bool> told = DesignDocument::BeginsAsDocument(beginning);
+  if (told) return *told;
   if (beginning.size() < kBeforeRoot || !DesignDocument::IsMarkup(beginning)) return false;
   return DesignDocument::IsDocument(ReadFile(path));
 }
@@ -82,7 +84,7 @@ DesignFile DesignFile::Read(const fs::path& path, const DesignDocument::ReadOpti
   std::string content = ReadFile(path, options.mostBytes);
   DesignFile file;
   if (IsProjectName(path) || ProjectFile::IsProject(content)) {
-    file.project = Project::FromBytes(content, Utf8Text(path));
+    file.project = Project::FromBytes(content, Utf8Text(path), {options.mostBytes, options.mostCarriedItems});
     file.design = file.project->GiveDesign();
   } else {
     file.design = DesignDocument::FromBytes(std::move(content), Utf8Text(path), options);

@@ -129,7 +129,7 @@ std::string DocumentPart::ToText() const {
   return std::move(text).str();
 }
 
-DocumentPart DocumentPart::Parse(std::string_view text, const std::string& name) {
+DocumentPart DocumentPart::Parse(std::string_view text, const std::string& name, std::size_t mostCarriedItems) {
   const Reader reader(name);
   pugi::xml_document tree;
   const pugi::xml_parse_result result = tree.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
@@ -149,7 +149,7 @@ DocumentPart DocumentPart::Parse(std::string_view text, const std::string& name)
   if (!std::is_sorted(part.emptySets.begin(), part.emptySets.end(), std::less_equal<>())) {
     reader.Damaged("a set has no alignment of its own");
   }
-  part.carried = CarriedContent::Load(element, name);
+  part.carried = CarriedContent::Load(element, name, mostCarriedItems);
   return part;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +16,10 @@ struct DocumentPart {
   /// The part as it is written: UTF-8, without layout.
   [[nodiscard]] std::string ToText() const;
   /// Reads what `ToText` wrote. Throws `DocumentError` for anything else, in however little it differs: what a newer
-  /// program added would be gone after the next save. Name stands for the file in messages.
-  [[nodiscard]] static DocumentPart Parse(std::string_view text, const std::string& name);
+  /// program added would be gone after the next save; and for more carried items than that. Name stands for the file in
+  /// messages.
+  [[nodiscard]] static DocumentPart Parse(std::string_view text, const std::string& name,
+                                          std::size_t mostCarriedItems = CarriedContent::kMostItems);
 
   Edition edition = Edition::V41;      ///< of the document
   std::string encodingName = "UTF-8";  ///< what the document calls its encoding

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 #include "host/document/atomic_file.h"
@@ -238,9 +239,12 @@ Project::Project() {
   data.GetRoadCenter().SetStoreVersion(newest);
 }
 
-Project Project::Read(const std::filesystem::path& path) { return FromBytes(ReadFile(path), Utf8Text(path)); }
+Project Project::Read(const std::filesystem::path& path, const ReadOptions& options) {
+  return FromBytes(ReadFile(path, options.mostBytes), Utf8Text(path), options);
+}
 
-Project Project::FromBytes(std::string_view content, const std::string& name) {
+Project Project::FromBytes(std::string_view content, const std::string& name, const ReadOptions& options) {
+  if (content.size() > options.mostBytes) throw DocumentError(TooLarge(name, options.mostBytes));
   const ProjectFile file = ProjectFile::Parse(content, name);
   if (!IsStoreVersion(file.storeVersion)) {
     throw DocumentError(name + ": \"" + file.storeVersion + "\" is no store version");
@@ -251,7 +255,7 @@ Project Project::FromBytes(std::string_view content, const std::string& name) {
   Project project;
   project.m_storeVersion = file.storeVersion;
   project.m_isOfDocument = !file.document.empty();
-  if (project.m_isOfDocument) project.m_document = DocumentPart::Parse(file.document, name);
+  if (project.m_isOfDocument) project.m_document = DocumentPart::Parse(file.document, name, options.mostCarriedItems);
   {
     const EditionScope scope(project.m_document.edition);
     project.LoadRecord(file.record, name);
@@ -309,7 +313,8 @@ std::vector<std::uint8_t> Project::ToBytes(const std::string& name, std::string_
   std::string document;
   if (m_isOfDocument) {
     document = m_document.ToText();
-    (void)DocumentPart::Parse(document, name);  // what could not be read again is not written
+    // What could not be read again is not written. How much of it there may be is for the host to say that reads it.
+    (void)DocumentPart::Parse(document, name, std::numeric_limits<std::size_t>::max());
   }
   const EditionScope scope(m_document.edition);
   losses.clear();

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/document/atomic_file.h"
 #include "host/document/design_document.h"
 #include "host/project/document_part.h"
 #include "host/project/set_places.h"
@@ -30,6 +33,14 @@ class Project {
   /// Oldest first.
   static constexpr std::array<std::string_view, 3> kWritableStoreVersions = {"05.00", "05.50", kNewestStoreVersion};
 
+  /// What a project file may hold. Reading takes memory in proportion: whoever takes projects from strangers sets what
+  /// the machine can bear.
+  struct ReadOptions {
+    std::uint64_t mostBytes = kLargestFile;  ///< the largest file that is read, in bytes
+    /// How many things that are not of the design it may carry over of its document.
+    std::size_t mostCarriedItems = CarriedContent::kMostItems;
+  };
+
   /// Something that an older store version cannot hold, and how often.
   struct Loss {
     std::string what;  ///< as the user is told it
@@ -39,11 +50,15 @@ class Project {
   /// A new project: no road data, and the built-in names of the as-built control items.
   Project();
 
-  /// Reads a project file of any store version. Throws `DocumentError` when it cannot be read, is damaged, or was
-  /// written by a newer library.
-  [[nodiscard]] static Project Read(const std::filesystem::path& path);
+  /// Reads a project file of any store version. Throws `DocumentError` when it cannot be read, is damaged, was written
+  /// by a newer library, or holds more than the options allow.
+  [[nodiscard]] static Project Read(const std::filesystem::path& path, const ReadOptions& options);
+  [[nodiscard]] static Project Read(const std::filesystem::path& path) { return Read(path, ReadOptions()); }
   /// Reads a project file's content; name stands for the file in messages.
-  [[nodiscard]] static Project FromBytes(std::string_view content, const std::string& name);
+  [[nodiscard]] static Project FromBytes(std::string_view content, const std::string& name, const ReadOptions& options);
+  [[nodiscard]] static Project FromBytes(std::string_view content, const std::string& name) {
+    return FromBytes(content, name, ReadOptions());
+  }
 
   /// Writes the project, whole or not at all; the file that was there before is kept beside it as
   /// `BackupOf(path)`. Throws `DocumentError`, also while the design is out. An older store version cannot hold

@@ -16,21 +16,29 @@ using vorn_host::Project;
 void AddReading(Class<Project>& cls) {
   cls.def_static(
          "read",
-         [](const std::filesystem::path& path) {
-           return Alone(
-               OnFile(vorn_host::Utf8Text(path), [&] { return WithoutPython([&] { return Project::Read(path); }); }));
+         [](const std::filesystem::path& path, std::uint64_t mostBytes, std::size_t mostCarriedItems) {
+           return Alone(OnFile(vorn_host::Utf8Text(path), [&] {
+             return WithoutPython([&] { return Project::Read(path, {mostBytes, mostCarriedItems}); });
+           }));
          },
-         py::arg("path"),
+         py::arg("path"), py::kw_only(), py::arg("most_bytes") = vorn_host::kLargestFile,
+         py::arg("most_carried_items") = vorn_host::CarriedContent::kMostItems,
          "Reads a project of any store version. Other threads go on meanwhile.\n\n"
+         ":param most_bytes: a larger one is refused; reading takes memory in proportion\n"
+         ":param most_carried_items: a project with more that is not of a design is refused\n"
          ":raises DocumentError: it cannot be read, is damaged, or was written by a newer program")
       .def_static(
           "from_bytes",
-          [](const py::bytes& data, const std::string& name) {
+          [](const py::bytes& data, const std::string& name, std::uint64_t mostBytes, std::size_t mostCarriedItems) {
             const auto bytes = static_cast<std::string>(data);
-            return Alone(OnFile(name, [&] { return WithoutPython([&] { return Project::FromBytes(bytes, name); }); }));
+            return Alone(OnFile(name, [&] {
+              return WithoutPython([&] { return Project::FromBytes(bytes, name, {mostBytes, mostCarriedItems}); });
+            }));
           },
-          py::arg("data"), py::arg("name") = "project.vorn",
-          "Reads the bytes of a project; the name stands for the file in messages.");
+          py::arg("data"), py::arg("name") = "project.vorn", py::kw_only(),
+          py::arg("most_bytes") = vorn_host::kLargestFile,
+          py::arg("most_carried_items") = vorn_host::CarriedContent::kMostItems,
+          "Reads the bytes of a project as `read` does; the name stands for the file in messages.");
 }
 
 void AddSaving(Class<Project>& cls) {
@@ -186,7 +194,7 @@ void AddFile(py::module_& module) {
                   ":param assume: edition of a document that is not recognised; without one it is refused\n"
                   ":param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them\n"
                   ":param most_bytes: a larger file is refused\n"
-                  ":param most_carried_items: a document with more that is not of a design is refused\n"
+                  ":param most_carried_items: a file with more that is not of a design is refused\n"
                   ":raises DocumentError: it cannot be read")
       .def_property_readonly("design", &File::Design, "The design.")
       .def_property_readonly("project", &File::GetProject,

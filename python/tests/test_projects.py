@@ -39,6 +39,24 @@ def test_saving_every_store_version(version: str, tmp_path: Path) -> None:
     assert not (tmp_path / "b.vorn").exists()
 
 
+def test_a_project_with_more_than_allowed_is_refused(tmp_path: Path) -> None:
+    text = vorn.DesignDocument(vorn.Edition.V4_1).to_bytes() + b"<!-- a --><!-- b -->"
+    project = vorn.Project()
+    project.take_design(vorn.DesignDocument.from_bytes(text))
+    project.save(tmp_path / "a.vorn")
+    data = (tmp_path / "a.vorn").read_bytes()
+    reads: list[Callable[..., object]] = [
+        lambda **most: vorn.Project.from_bytes(data, **most),
+        lambda **most: vorn.Project.read(tmp_path / "a.vorn", **most),
+        lambda **most: vorn.DesignFile.read(tmp_path / "a.vorn", **most)]
+    for read in reads:
+        assert read(most_bytes=len(data), most_carried_items=2) is not None
+        with pytest.raises(vorn.DocumentError, match="more than 1 "):
+            read(most_carried_items=1)
+        with pytest.raises(vorn.DocumentError, match="larger than"):
+            read(most_bytes=len(data) - 1)
+
+
 def test_the_design_goes_out_and_back(tmp_path: Path) -> None:
     project = vorn.Project()
     design = vorn.sample(sections=3)

@@ -1884,13 +1884,15 @@ class Project:
     def __init__(self) -> None:
         """A new project without road data."""
     @staticmethod
-    def read(path: Union[str, os.PathLike[str]]) -> Project:
+    def read(path: Union[str, os.PathLike[str]], *, most_bytes: int = ..., most_carried_items: int = ...) -> Project:
         """Reads a project of any store version. Other threads go on meanwhile.
 
+        :param most_bytes: a larger one is refused; reading takes memory in proportion
+        :param most_carried_items: a project with more that is not of a design is refused
         :raises DocumentError: it cannot be read, is damaged, or was written by a newer program"""
     @staticmethod
-    def from_bytes(data: bytes, name: str = ...) -> Project:
-        """Reads the bytes of a project; the name stands for the file in messages."""
+    def from_bytes(data: bytes, name: str = ..., *, most_bytes: int = ..., most_carried_items: int = ...) -> Project:
+        """Reads the bytes of a project as `read` does; the name stands for the file in messages."""
     def save(self, path: Union[str, os.PathLike[str]], store_version: str = ...) -> List[Tuple[str, int]]:
         """Saves the project, whole or not at all; the former file stays beside it with .bak behind its name. Other
         threads go on meanwhile.
@@ -1949,7 +1951,7 @@ class DesignFile:
         :param assume: edition of a document that is not recognised; without one it is refused
         :param lossy: replace characters that code page 932 cannot hold by 〓 instead of refusing them
         :param most_bytes: a larger file is refused
-        :param most_carried_items: a document with more that is not of a design is refused
+        :param most_carried_items: a file with more that is not of a design is refused
         :raises DocumentError: it cannot be read"""
     @property
     def design(self) -> DesignDocument:

@@ -510,6 +510,17 @@ TEST(EditorMirror, TellsNoTargetAsLostThatNamedNothingBefore) {
   EXPECT_THAT(editor.LostTargets(), IsEmpty());
 }
 
+TEST(EditorMirror, KeepsATargetOnTwoSidesWhereOneCrossingIsNotThere) {
+  const std::string form = FormXml("S", kFillType, FillPoints() + PointXml("XL", 'L', "Percent", "6.0000 -2.000"));
+  DesignDocument document = ReadText(DesignXml(SectionXml("20.0000", form) + WidthXml("20.0000", "S", "XL", "XR")));
+  DesignEditor editor(document);
+  editor.Mirror();
+  EXPECT_THAT(TargetsOf(document), ElementsAre("20 S XR, 20 S XL")) << "it would measure from a point to itself";
+  EXPECT_THAT(editor.LostTargets(), IsEmpty());
+  editor.Mirror();
+  EXPECT_THAT(TargetsOf(document), ElementsAre("20 S XL, 20 S XR"));
+}
+
 TEST(EditorMirror, NamesCrossingPointsForTheirSide) {
   const std::string crossed =
       WithCrossings(DesignXml(SectionXml("20.0000", FillForm() + FlatGround("8.0000")) +
@@ -1065,6 +1076,22 @@ TEST(Editor20, CountsTheTargetsThatGoWithTheirForm) {
   SectionOf(document).GetBuildFormArray().Add(Form("T", {}));
   EXPECT_THAT(CountsOf(DesignEditor(document).RemoveForm("S")),
               ElementsAre("1 forms removed", "2 control targets removed with their form"));
+}
+
+TEST(Editor20, TellsNoTargetAsLostThatNamedNothingBefore) {
+  DesignDocument document = In20(kFillSurface.View());
+  FormOf(document).GetFormCtrlTargetArray().Add(Target20("XL R1"));
+  DesignEditor editor(document);
+  editor.Mirror();
+  EXPECT_THAT(FormTargetsOf(document, 0), testing::Contains("XR R1")) << "the right crossing is the left one now";
+  EXPECT_THAT(editor.LostTargets(), IsEmpty()) << "mirrored";
+  const VornBuildForm& form = FormOf(document);
+  editor.RenameForm(form.GetXSectType(), form.GetName(), "T");
+  EXPECT_THAT(FormNames(document), ElementsAre("T"));
+  EXPECT_THAT(editor.LostTargets(), IsEmpty()) << "renamed";
+  FormOf(document).GetComposedPntArray()[1].SetCode("L9");
+  EXPECT_THAT(editor.LostTargets(), ElementsAre(HasSubstr("R1 R2) names R1"), HasSubstr("XR R1) names R1")))
+      << "what did name something is lost";
 }
 
 TEST(Editor20, NamesCrossingPointsInTargetsForTheirSide) {

@@ -700,6 +700,42 @@ TEST(Project, LeavesOutWhatIsCarriedWhereNothingIs) {
   EXPECT_EQ(report.unplaced.size(), 3u);
 }
 
+static_assert(Project::ReadOptions().mostCarriedItems == CarriedContent::kMostItems, "the limit of documents");
+
+TEST(Project, WithMoreToCarryOverThanTheHostAllowsIsRefused) {
+  // Of the root's attributes those that every document has do not count.
+  std::string attributes;
+  for (int i = 0; i < 18; ++i) attributes += "<attribute name=\"a" + std::to_string(i) + "\" value=\"\"/>";
+  const std::string content = WithDocumentPart("<document edition=\"4.1\"><root tag=\"tsf:TSFormControlData\">" +
+                                               attributes + "</root><item name=\"a\"><a><b/></a></item>" +
+                                               "<item name=\"comment\"><!-- c --></item></document>");
+  const std::string name(kProjectName);
+  EXPECT_NO_THROW((void)Project::FromBytes(content, name));
+  EXPECT_NO_THROW((void)Project::FromBytes(content, name, {.mostCarriedItems = 2}));
+  EXPECT_EQ(ErrorOf([&] { (void)Project::FromBytes(content, name, {.mostCarriedItems = 1}); }),
+            "ring.vorn: this holds more than 1 attributes, comments and elements that are not of a design, the most "
+            "that are carried over");
+  const std::string attributesOnly =
+      WithDocumentPart("<document edition=\"4.1\"><root tag=\"a\">" + attributes + "</root></document>");
+  EXPECT_NO_THROW((void)Project::FromBytes(attributesOnly, name, {.mostCarriedItems = 2}));
+  EXPECT_THAT(ErrorOf([&] { (void)Project::FromBytes(attributesOnly, name, {.mostCarriedItems = 1}); }),
+              HasSubstr("more than 1 attributes"));
+}
+
+TEST(Project, LargerThanTheHostAllowsIsRefused) {
+  Project project = ProjectOf(SmallDesign());
+  const std::string content = Stored(project);
+  const std::string name(kProjectName);
+  EXPECT_NO_THROW((void)Project::FromBytes(content, name, {.mostBytes = content.size()}));
+  EXPECT_THAT(ErrorOf([&] { (void)Project::FromBytes(content, name, {.mostBytes = content.size() - 1}); }),
+              HasSubstr("ring.vorn: this is larger than"));
+  const TemporaryDirectory directory;
+  directory.Write("ring.vorn", content);
+  EXPECT_NO_THROW((void)Project::Read(directory / "ring.vorn", {.mostBytes = content.size()}));
+  EXPECT_THAT(ErrorOf([&] { (void)Project::Read(directory / "ring.vorn", {.mostBytes = content.size() - 1}); }),
+              HasSubstr("this is larger than"));
+}
+
 // --- saving ----------------------------------------------------------------------------------------------------------
 
 TEST(Project, KeepsTheFormerFileBesideTheNewOne) {

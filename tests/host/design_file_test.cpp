@@ -1,0 +1,66 @@
+#include "host/project/design_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "host/document/atomic_file.h"
+#include "tests/host/documents.h"
+#include "tests/host/projects.h"
+#include "tests/host/temporary_directory.h"
+
+namespace vorn_host {
+namespace {
+
+using namespace host_test;  // NOLINT(google-build-using-namespace): the vocabulary of these tests
+using testing::HasSubstr;
+
+/// As much as no beginning of a file that is looked at first.
+const std::string kLong(100'000, ' ');
+
+/// Whether a file of that content holds a design.
+bool IsDesign(const std::string& content) {
+  const TemporaryDirectory directory;
+  directory.Write("former", content);
+  return HoldsDesign(directory / "former");
+}
+
+TEST(HoldsDesign, WhereverItsRootStands) {
+  const std::string document = Xml(Edition::V41, "<tsf:XSections/>");
+  EXPECT_TRUE(IsDesign(document));
+  EXPECT_TRUE(IsDesign("<!--" + kLong + "-->" + document));
+  EXPECT_TRUE(IsDesign("<RoadGmxml/>"));
+  EXPECT_TRUE(IsDesign("<RoadGmxml>" + kLong + "</RoadGmxml>"));
+  EXPECT_FALSE(IsDesign("<svg/>"));
+  EXPECT_FALSE(IsDesign("<!--" + kLong + "--><svg/>"));
+  EXPECT_FALSE(IsDesign(kLong));
+  EXPECT_FALSE(IsDesign(""));
+}
+
+TEST(HoldsDesign, WhereverTheFirstElementOfADesignStands) {
+  EXPECT_TRUE(IsDesign("<other><tsf:XSections/></other>"));
+  EXPECT_TRUE(IsDesign("<other a=\"" + kLong + "\"><tsf:XSections/></other>"));
+  EXPECT_TRUE(IsDesign("<other xmlns:tsf=\"urn:t\"><a/>" + kLong + "<tsf:XSections/></other>"));
+  EXPECT_FALSE(IsDesign("<other xmlns:tsf=\"urn:t\"><a/>" + kLong + "</other>"));
+}
+
+TEST(HoldsDesign, IsToldOfADrawingByItsBeginning) {
+  const TemporaryDirectory directory;
+  directory.Write("former.svg", "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\">" + kLong);
+  std::filesystem::resize_file(directory / "former.svg", kLargestFile + 1);
+  EXPECT_FALSE(HoldsDesign(directory / "former.svg")) << "read as a whole it would be refused as too large";
+}
+
+TEST(ReadDesignFile, HoldsProjectsToTheLimitsOfTheHost) {
+  const TemporaryDirectory directory;
+  Project project = ProjectOf(ReadText(Xml(Edition::V41, "<!-- a --><!-- b --><tsf:XSections/>")));
+  project.Save(directory / "ring.vorn");
+  EXPECT_EQ(DesignFile::Read(directory / "ring.vorn", {.mostCarriedItems = 2}).design.carried.Rows()[0].count, 2);
+  EXPECT_THAT(ErrorOf([&] { (void)DesignFile::Read(directory / "ring.vorn", {.mostCarriedItems = 1}); }),
+              HasSubstr("ring.vorn: this holds more than 1 attributes, comments and elements"));
+}
+
+}  // namespace
+}  // namespace vorn_host
