@@ -12,6 +12,9 @@ namespace {
 
 VornDefineManager& Manager() { return VornDefineManager::GetInstance(); }
 
+/// What the process begins with: every test of settings begins with the ordinary edition, whatever that is.
+const VornDefineManager kAtStart = Manager();
+
 class DefineManagerTest : public test_support::SettingsTest {};
 
 TEST_F(DefineManagerTest, IsOneObjectForTheProcess) {
@@ -20,8 +23,8 @@ TEST_F(DefineManagerTest, IsOneObjectForTheProcess) {
 }
 
 TEST_F(DefineManagerTest, ServesTheOrdinaryEditionAtStart) {
-  EXPECT_EQ(Manager().GetInfoConstRegKeyRoot(), u8"情報化施工"_cp932);
-  EXPECT_EQ(Manager().GetLandXmlRegKeyRoot(), u8"LandXML書込み"_cp932);
+  EXPECT_EQ(kAtStart.GetInfoConstRegKeyRoot(), u8"情報化施工"_cp932);
+  EXPECT_EQ(kAtStart.GetLandXmlRegKeyRoot(), u8"LandXML書込み"_cp932);
 }
 
 TEST_F(DefineManagerTest, ServesTheTotalStationEditionWithTheFlagSet) {

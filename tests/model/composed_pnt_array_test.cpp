@@ -99,8 +99,10 @@ TEST(ComposedPntArray, NumbersPointsFromOneOn) {
   EXPECT_EQ(array.Add(PointOn(VornLocation::Left)), 0);
   EXPECT_EQ(array.Add(PointOn(VornLocation::Right)), 1);
   EXPECT_EQ(array.Add(PointOn(VornLocation::Unset)), 2);
-  EXPECT_THAT(Serials(array), ElementsAre(1u, 2u, 3u));
-  EXPECT_EQ(array.GetNextSerialID(), 4u);
+  const VornComposedPnt point = PointOn(VornLocation::Left);
+  EXPECT_EQ(array.Add(point), 3);
+  EXPECT_THAT(Serials(array), ElementsAre(1u, 2u, 3u, 4u));
+  EXPECT_EQ(array.GetNextSerialID(), 5u);
 }
 
 TEST(ComposedPntArray, GivesACenterPointTheSerialZeroEvenWhenItHadOne) {
