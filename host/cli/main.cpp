@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,7 +49,12 @@ int Run(const std::vector<std::string>& arguments) {
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+      std::ostringstream help;
+      app.exit(error, help);
+      vorn_cli::PrintVerbatim(help.str());
+      return vorn_cli::kOk;
+    }
     vorn_cli::PrintError(std::string(error.what()) + " (--help shows how to use the command)");
     return vorn_cli::kFailed;
   }

@@ -367,16 +367,13 @@ bool DesignDocument::IsDocument(std::string_view content) { return BeginsAsDocum
 
 std::optional<bool> DesignDocument::BeginsAsDocument(std::string_view beginning) {
   pugi::xml_document tree;  // what stands before a fault is in the tree
-  const pugi::xml_parse_result result = tree.load_buffer(beginning.data(), beginning.size());
-  RequireMemory(result);
+  RequireMemory(tree.load_buffer(beginning.data(), beginning.size()));
   const pugi::xml_node root = tree.document_element();
-  if (std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root)) return true;
-  const bool endsInTag = result.status == pugi::status_bad_start_element || result.status == pugi::status_bad_attribute;
-  if (!root || (endsInTag && !root.first_child())) return std::nullopt;
-  const bool mayHoldDesign = std::any_of(root.attributes_begin(), root.attributes_end(), [](auto attribute) {
-    return std::string_view(attribute.name()) == "xmlns:tsf";
-  });
-  return mayHoldDesign ? std::nullopt : std::optional(false);
+  const std::string_view name = root.name();
+  if (name == kRoadGeometryRoot || IsReadable(root)) return true;
+  // Behind a name that is whole stands something: a drawing has its namespace there, a page its language.
+  const bool isDrawing = (name == "svg" || name == "html") && root.first_attribute();
+  return isDrawing ? std::optional(false) : std::nullopt;
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {

@@ -179,7 +179,6 @@ class FileFaults(unittest.TestCase):
         done = job.files()
         self.assertNotEqual(done, job.original, "the job does nothing")
 
-
         fatal = set()
 
         def judge(call, result):

@@ -411,9 +411,12 @@ TEST_F(Cli, SaysSoWhenTheDiskIsFull) {
   ExpectFailure({"convert", Sample("road-4.1.xml"), "/dev/full"}, HasSubstr("No space left"));
   EXPECT_TRUE(fs::is_character_file("/dev/full")) << "the device was replaced";
 
-  const ToolRun report = Shell(Command({"info", Sample("road-4.1.xml")}) + " >/dev/full");
-  EXPECT_EQ(report.exitCode, 2);
-  EXPECT_THAT(report.err, StartsWith("vorn: "));
+  const std::vector<std::vector<std::string>> reports = {{"info", Sample("road-4.1.xml")}, {"--version"}, {"--help"}};
+  for (const std::vector<std::string>& arguments : reports) {
+    const ToolRun report = Shell(Command(arguments) + " >/dev/full");
+    EXPECT_EQ(report.exitCode, 2) << arguments[0];
+    EXPECT_THAT(report.err, StartsWith("vorn: ")) << arguments[0];
+  }
 }
 
 TEST_F(Cli, LeavesTheFormerFileWhenThereIsNoRoomForTheNewOne) {

@@ -43,6 +43,7 @@ TEST(HoldsDesign, WhereverTheFirstElementOfADesignStands) {
   EXPECT_TRUE(IsDesign("<other><tsf:XSections/></other>"));
   EXPECT_TRUE(IsDesign("<other a=\"" + kLong + "\"><tsf:XSections/></other>"));
   EXPECT_TRUE(IsDesign("<other xmlns:tsf=\"urn:t\"><a/>" + kLong + "<tsf:XSections/></other>"));
+  EXPECT_TRUE(IsDesign("<other><a/>" + kLong + "<tsf:XSections xmlns:tsf=\"urn:t\"/></other>"));
   EXPECT_FALSE(IsDesign("<other xmlns:tsf=\"urn:t\"><a/>" + kLong + "</other>"));
 }
 
