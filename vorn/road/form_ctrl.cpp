@@ -1,5 +1,6 @@
 #include "vorn/road/form_ctrl.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "vorn/framework/enum_table.h"
@@ -34,8 +35,8 @@ constexpr std::array<VornIntegerSetting, VornFormCtrl::MarkCount> VornFormCtrl::
     {{"norimark", 0}, {"widthmark", 0}, {"roadmark", 0}, {"othermark", 0}}};
 
 void VornFormCtrl::Init() {
-  auto name = m_names.begin();
-  for (const ItemName& item : kItemNames) *name++ = item.initial;
+  std::transform(kItemNames.begin(), kItemNames.end(), m_names.begin(),
+                 [](const ItemName& item) { return item.initial; });
 }
 
 void VornFormCtrl::LoadRegistry(WexKey* parent) {
@@ -44,10 +45,10 @@ void VornFormCtrl::LoadRegistry(WexKey* parent) {
   if (!key.Open(parent, kSettingsKey)) return;
   Names names;
   Marks marks{};
-  auto name = names.begin();
-  for (const ItemName& item : kItemNames) *name++ = item.setting.Load(key);
-  auto mark = marks.begin();
-  for (const VornIntegerSetting& setting : kMarkSettings) *mark++ = static_cast<CtrlMarkType>(setting.Load(key));
+  std::transform(kItemNames.begin(), kItemNames.end(), names.begin(),
+                 [&](const ItemName& item) { return item.setting.Load(key); });
+  std::transform(kMarkSettings.begin(), kMarkSettings.end(), marks.begin(),
+                 [&](const VornIntegerSetting& setting) { return static_cast<CtrlMarkType>(setting.Load(key)); });
   m_names = std::move(names);
   m_marks = marks;
 }
