@@ -758,8 +758,8 @@ def main():
     every_header = [path for path in named if path.endswith(".h") and not fnmatch.fnmatch(path, DATA_TABLES)]
     wide = [path for path in every_header if len(workshop.dependents[path]) > MOST_DEPENDENTS]
     headers = [path for path in every_header if path not in wide]
-    of_wide = round(options.count * WIDE_HEADER_SHARE) if units or headers else options.count
-    of_headers = round(options.count * HEADER_SHARE) if units else options.count - of_wide
+    of_wide = (round(options.count * WIDE_HEADER_SHARE) if units or headers else options.count) if wide else 0
+    of_headers = (round(options.count * HEADER_SHARE) if units else options.count - of_wide) if headers else 0
     mutants = draw_mutants(units, options.count - of_headers, options.seed)
     mutants += draw_mutants(headers, of_headers, options.seed)
     mutants += draw_few_mutants(wide, of_wide, options.seed)

@@ -368,8 +368,12 @@ class RemovedOnSignals {
   }
   RemovedOnSignals(const RemovedOnSignals&) = delete;
   RemovedOnSignals& operator=(const RemovedOnSignals&) = delete;
-  ~RemovedOnSignals() {
+  ~RemovedOnSignals() { Forget(); }
+
+  /// From now on the file stays.
+  void Forget() {
     if (m_name != nullptr) *m_name = '\0';
+    m_name = nullptr;
     std::atomic_signal_fence(std::memory_order_seq_cst);
   }
 
@@ -392,6 +396,7 @@ class SignalsWait {
 #else
 struct RemovedOnSignals {
   explicit RemovedOnSignals(const std::string&) {}
+  void Forget() {}
 };
 struct SignalsWait {
   SignalsWait() {}
@@ -430,8 +435,11 @@ class TemporaryFile {
     fs::create_hard_link(target, m_path, error);
     return m_isOurs = !error;
   }
-  /// It stays, whatever becomes of the object.
-  void Leave() { m_isOurs = false; }
+  /// It stays, whatever becomes of the object, and whatever signal waits.
+  void Leave() {
+    m_isOurs = false;
+    m_removedOnSignals.Forget();
+  }
   /// Renames it, over what has the name. Where that is the same file already, nothing happens.
   std::error_code RenameTo(const fs::path& name) {
     std::error_code error;

@@ -50,6 +50,8 @@ enum class FormerFile { Drop, Keep };
 
 /// As above, and with `Keep` the file that was there before stays as `BackupOf` it, in place of an earlier one. At
 /// every moment either the former or the new file has the name; a save that fails leaves file and backup as they were.
+/// (Where the new file has the name, and the former one can be neither put back nor kept as the backup, it stays under
+/// the second name that the message tells.)
 /// Until the former file is the backup it has a second name, like that of a temporary file but with ".bak". A program
 /// that is killed just when the new file has its place leaves it under that; a save that comes an hour later then makes
 /// it the backup, unless there is a newer one.

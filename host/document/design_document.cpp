@@ -352,6 +352,14 @@ class GatheredTargets {
   std::vector<int> m_counts;
 };
 
+/// Whether the root is one that can be read, if need be with an assumed edition. The text may end anywhere.
+bool HasRootOfDocument(std::string_view text) {
+  pugi::xml_document tree;  // what stands before a fault is in the tree
+  RequireMemory(tree.load_buffer(text.data(), text.size()));
+  const pugi::xml_node root = tree.document_element();
+  return std::string_view(root.name()) == kRoadGeometryRoot || IsReadable(root);
+}
+
 }  // namespace
 
 DesignDocument DesignDocument::Read(const std::filesystem::path& path, const ReadOptions& options) {
@@ -363,17 +371,14 @@ bool DesignDocument::IsMarkup(std::string_view content) {
   return first != std::string_view::npos && content[first] == '<';
 }
 
-bool DesignDocument::IsDocument(std::string_view content) { return BeginsAsDocument(content).value_or(false); }
-
-std::optional<bool> DesignDocument::BeginsAsDocument(std::string_view beginning) {
-  pugi::xml_document tree;  // what stands before a fault is in the tree
-  RequireMemory(tree.load_buffer(beginning.data(), beginning.size()));
-  const pugi::xml_node root = tree.document_element();
-  const std::string_view name = root.name();
-  if (name == kRoadGeometryRoot || IsReadable(root)) return true;
-  // Behind a name that is whole stands something: a drawing has its namespace there, a page its language.
-  const bool isDrawing = (name == "svg" || name == "html") && root.first_attribute();
-  return isDrawing ? std::optional(false) : std::nullopt;
+bool DesignDocument::IsDocument(std::string_view content) {
+  if (HasRootOfDocument(content)) return true;
+  if (!IsMarkup(content)) return false;
+  try {  // in Shift_JIS half a character can be a sign of XML
+    return HasRootOfDocument(DecodeDocument(std::string(content), {}).utf8);
+  } catch (const DocumentError&) {
+    return false;
+  }
 }
 
 DesignDocument DesignDocument::FromBytes(std::string bytes, const std::string& name, const ReadOptions& options) {

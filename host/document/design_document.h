@@ -64,9 +64,6 @@ class DesignDocument {
   [[nodiscard]] static bool IsMarkup(std::string_view content);
   /// Whether a file's content begins as a document does, by its root element.
   [[nodiscard]] static bool IsDocument(std::string_view content);
-  /// The same of a file's beginning, which may end anywhere. None when that does not tell: elements of a design may
-  /// follow in any root but that of a drawing (`svg`) or a page (`html`).
-  [[nodiscard]] static std::optional<bool> BeginsAsDocument(std::string_view beginning);
 
   /// Writes the document in its edition, whole or not at all: an existing file stays as it is when anything fails.
   /// Throws `DocumentError`. It takes the place of whatever is there, a project too: where a person chooses the file,

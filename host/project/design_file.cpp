@@ -35,7 +35,7 @@ void RequireNoDocument(const fs::path& link, const fs::path& target) {
 
 /// Whether a name is that of a project or of the backup that stays beside one ("ring-road.vorn.bak").
 bool IsNamedLikeProject(const fs::path& path) {
-  return IsProjectName(path) || (path.extension() == ".bak" && IsProjectName(path.stem()));
+  return IsProjectName(path) || (EndsWith(path, ".bak") && IsProjectName(path.stem()));
 }
 
 std::string VersionToWrite(const std::optional<Project>& project) {
@@ -51,11 +51,10 @@ bool IsProjectName(const fs::path& path) { return EndsWith(path, ".vorn"); }
 bool HoldsDesign(const fs::path& path) {
   constexpr std::size_t kBeforeRoot = 65536;  // comments and the like have room there, mostly
   const std::string beginning = ReadBeginning(path, kBeforeRoot);
-  if (ProjectFile::IsProject(beginning)) return true;
-  const std::optional<bool> told = DesignDocument::BeginsAsDocument(beginning);
-  if (told) return *told;
-  if (beginning.size() < kBeforeRoot || !DesignDocument::IsMarkup(beginning)) return false;
-  return DesignDocument::IsDocument(ReadFile(path));
+  if (ProjectFile::IsProject(beginning) || DesignDocument::IsDocument(beginning)) return true;
+  // A design may follow behind blanks alone, and at the end of an element of any name.
+  const bool mayFollow = beginning.size() == kBeforeRoot && DesignDocument::IsMarkup(beginning + '<');
+  return mayFollow && DesignDocument::IsDocument(ReadFile(path));
 }
 
 std::optional<std::string> ReasonToKeep(const fs::path& path, const std::string& what) {

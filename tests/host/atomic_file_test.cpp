@@ -519,6 +519,15 @@ TEST_F(SavingAgain, PutsTheFormerFileBackWhenItIsStoppedAndCannotKeepIt) {
   ExpectFiles("former", "older");
 }
 
+TEST_F(SavingAgain, LeavesTheFormerFileUnderItsSecondNameWhenItIsStoppedAndCanHaveNeitherOther) {
+  int renames = 0;
+  m_calls.onRename = [&](const char*) { return ++renames == 1 ? 0 : std::raise(SIGINT) + EIO; };
+  SaveInAChild(SIGINT, [&] { Save(); });
+  const std::vector<std::string> names = m_directory.Names();
+  ASSERT_EQ(names.size(), 3u);
+  EXPECT_EQ(ReadFile(m_directory / names.front()), "former");
+}
+
 TEST_F(SavingAgain, LeavesTheFormerFileUnderItsSecondNameWhenItIsKilledBeforeTheBackup) {
   m_calls.onRename = [](const char* to) { return fs::path(to).filename() == "a.bak" ? std::raise(SIGKILL) : 0; };
   SaveInAChild(SIGKILL, [&] { Save(); });

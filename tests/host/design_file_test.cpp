@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <optional>
 #include <string>
 
-#include "host/document/atomic_file.h"
 #include "tests/host/documents.h"
 #include "tests/host/projects.h"
 #include "tests/host/temporary_directory.h"
@@ -47,11 +46,24 @@ TEST(HoldsDesign, WhereverTheFirstElementOfADesignStands) {
   EXPECT_FALSE(IsDesign("<other xmlns:tsf=\"urn:t\"><a/>" + kLong + "</other>"));
 }
 
-TEST(HoldsDesign, IsToldOfADrawingByItsBeginning) {
+TEST(HoldsDesign, BehindBlanksAndInEveryEncoding) {
+  const std::string document = "<tsf:XSections/>";
+  EXPECT_TRUE(IsDesign(kLong + document));
+  EXPECT_TRUE(IsDesign("\xEF\xBB\xBF" + kLong + document));
+  EXPECT_FALSE(IsDesign(kLong + "no markup"));
+  // The second byte of "ー" is that of a bracket.
+  const std::string shiftJis = "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?><other><\x83\x66\x81\x5B\x83\x5E/>";
+  EXPECT_TRUE(IsDesign(shiftJis + document + "</other>"));
+  EXPECT_TRUE(IsDesign(shiftJis + kLong + document + "</other>"));
+  EXPECT_FALSE(IsDesign(shiftJis + "</other>"));
+}
+
+TEST(ReasonToKeep, IsABackupsNameWhateverItsLetters) {
   const TemporaryDirectory directory;
-  directory.Write("former.svg", "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\">" + kLong);
-  std::filesystem::resize_file(directory / "former.svg", kLargestFile + 1);
-  EXPECT_FALSE(HoldsDesign(directory / "former.svg")) << "read as a whole it would be refused as too large";
+  for (const char* name : {"new.vorn", "new.vorn.bak", "new.vorn.BAK", "new.VORN.Bak"}) {
+    EXPECT_THAT(ReasonToKeep(directory / name, "a drawing").value_or(""), HasSubstr(name));
+  }
+  EXPECT_EQ(ReasonToKeep(directory / "new.bak", "a drawing"), std::nullopt);
 }
 
 TEST(ReadDesignFile, HoldsProjectsToTheLimitsOfTheHost) {
