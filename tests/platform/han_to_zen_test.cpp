@@ -50,8 +50,8 @@ TEST(HanToZen, LeavesAMarkAloneThatNoLetterTakes) {
 }
 
 TEST(HanToZen, DoesNotLookBehindTheText) {
-  const std::string text(u8"ｶﾞ"_cp932);
-  EXPECT_EQ(SilString::HanToZen(std::string_view(text).substr(0, 1)), u8"カ"_cp932);
+  const std::string_view text = u8"ｶﾞ"_cp932;
+  EXPECT_EQ(SilString::HanToZen(text.substr(0, 1)), u8"カ"_cp932);
 }
 
 TEST(HanToZen, JoinsExactlyTheLettersThatHaveAVoicedForm) {
