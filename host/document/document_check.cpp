@@ -124,16 +124,16 @@ class Checker {
     if (!reasons.IsEmpty()) AddNotEnabled(kXSectionsTag, path, reasons.Text());
 
     CheckStationOrder(set, index, path);
-    const SectionIndex sections(set);
+    SectionIndex sections(set);
     for (int i = 0; i < set.GetXSectionArray().GetSize(); ++i) {
       const VornXSection& section = set.GetXSectionArray()[i];
       const std::string sectionPath = SectionPath(path, section);
       m_place = {index, i};
       CheckDoubledStation(set.GetXSectionArray(), i, sectionPath);
-      CheckSection(section, sectionPath, set, sections);
+      CheckSection(section, sectionPath, sections);
     }
     m_place = {index};
-    CheckTargets(set.GetFormCtrlTargetArray(), path, nullptr, set, sections);
+    CheckTargets(set.GetFormCtrlTargetArray(), path, nullptr, sections);
     m_place = {};
   }
 
@@ -169,8 +169,7 @@ class Checker {
     }
   }
 
-  void CheckSection(const VornXSection& section, const std::string& path, const VornXSections& set,
-                    const SectionIndex& sections) {
+  void CheckSection(const VornXSection& section, const std::string& path, SectionIndex& sections) {
     Reasons reasons;
     reasons.AddIf(!section.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
     reasons.AddIf(section.GetBuildFormArray().IsEmpty(), "there is no build form; one or more are needed");
@@ -180,7 +179,7 @@ class Checker {
       const std::string formPath = FormPath(path, form.GetName());
       ++m_place.form;
       CheckForm(form, formPath);
-      CheckTargets(form.GetFormCtrlTargetArray(), formPath, &form, set, sections);
+      CheckTargets(form.GetFormCtrlTargetArray(), formPath, &form, sections);
     }
     m_place.form = -1;
     if (!m_edition20) {
@@ -242,7 +241,7 @@ class Checker {
 
   /// @param owner the form that holds the targets; null for those of the set
   void CheckTargets(const Vorn_FormCtrlTargetArray& targets, const std::string& ownerPath, const VornBuildForm* owner,
-                    const VornXSections& set, const SectionIndex& sections) {
+                    SectionIndex& sections) {
     for (int i = 0; i < targets.GetSize(); ++i) {
       const VornFormCtrlTarget& target = targets[i];
       const auto path = [&] { return TargetPath(ownerPath, target, i); };
@@ -251,11 +250,11 @@ class Checker {
       if (!reasons.IsEmpty()) AddNotEnabled(kFormCtrlTargetTag, path(), reasons.Text());
       NoteDeliberateLimits(target, path);
       if (m_edition20) {
-        CheckCodesOf20(target, owner, path);
+        CheckCodesOf20(target, owner, sections, path);
       } else {
         std::string told;
         for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-          CheckTargetPnt(point, set, sections, path, told);
+          CheckTargetPnt(point, sections, path, told);
         }
       }
       ++m_targetCount;
@@ -317,8 +316,7 @@ class Checker {
   }
 
   template <typename Path>
-  void CheckTargetPnt(const VornFormCtrlTargetPnt& point, const VornXSections& set, const SectionIndex& sections,
-                      const Path& path, std::string& told) {
+  void CheckTargetPnt(const VornFormCtrlTargetPnt& point, SectionIndex& sections, const Path& path, std::string& told) {
     Reasons reasons;
     reasons.AddIf(!point.GetCumulativeDist().IsSet(), "cumulativeDist is missing");
     reasons.AddIf(point.GetBuildFormName().IsEmpty(), "buildFormName is missing");
@@ -333,23 +331,24 @@ class Checker {
       Add(Severity::Error, "control target names what does not exist", path(), what);
       told = what;
     };
-    const Standing standing = FindStanding(point, set, sections);
+    const Standing standing = sections.FindStanding(point);
+    if (standing.point >= 0) return;
     if (!standing.missing.empty()) return missing(standing.missing);
-    if (set.GetXSectionArray()[standing.section].Find(point.GetBuildFormName(), &point.GetCode()) >= 0) return;
     missing("form " + ToUtf8(point.GetBuildFormName().View()) + " at " +
             StationPath(point.GetCumulativeDist(), point.GetXSectChg()) + " has no code " +
             ToUtf8(point.GetCode().View()));
   }
 
   template <typename Path>
-  void CheckCodesOf20(const VornFormCtrlTarget& target, const VornBuildForm* owner, const Path& path) {
+  void CheckCodesOf20(const VornFormCtrlTarget& target, const VornBuildForm* owner, SectionIndex& sections,
+                      const Path& path) {
     if (owner == nullptr) {
       Add(Severity::Error, "control target outside a build form", path(),
           "edition 2.0 keeps control targets in their form");
       return;
     }
     for (const CString& code : CodesOf(target)) {
-      if (code.IsEmpty() || owner->GetComposedPntArray().Find(code) >= 0) continue;
+      if (code.IsEmpty() || sections.FormsOf(m_place.section).FindPoint(m_place.form, code) >= 0) continue;
       Add(Severity::Error, "control target names what does not exist", path(),
           "form " + ToUtf8(owner->GetName().View()) + " has no code " + ToUtf8(code.View()));
     }

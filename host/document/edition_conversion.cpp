@@ -193,12 +193,12 @@ struct Destination {
   std::string reason;
 };
 
-Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set, const SectionIndex& sections) {
+Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set, SectionIndex& sections) {
   const VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
   if (points.IsEmpty()) return {nullptr, nullptr, "it has no target points"};
   if (!NamesOneForm(points)) return {nullptr, nullptr, "its points stand in several sections or forms"};
   if (!HasPlainCodes(points)) return {nullptr, nullptr, "one of its codes is empty or holds a blank"};
-  const Standing standing = FindStanding(points[0], set, sections);
+  const Standing standing = sections.FindStanding(points[0]);
   if (!standing.missing.empty()) return {nullptr, nullptr, standing.missing};
   VornXSection& section = set.GetXSectionArray()[standing.section];
   VornBuildForm& form = section.GetBuildFormArray()[standing.form];
@@ -237,7 +237,7 @@ void MoveTargetsToForms(VornXSections& set, const std::string& setPath, WorkType
       form.GetFormCtrlTargetArray().RemoveAll();
     }
   }
-  const SectionIndex sections(set);
+  SectionIndex sections(set);
   for (int i = 0; i < all.GetSize(); ++i) {
     const Destination destination = FindDestination(all[i], set, sections);
     if (destination.form == nullptr) {

@@ -1,7 +1,6 @@
 #include "host/document/section_index.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "host/document/design_path.h"
 #include "host/document/text_encoding.h"
@@ -9,42 +8,58 @@
 
 namespace vorn_host {
 
-SectionIndex::SectionIndex(const VornXSections& set) : m_sections(set.GetXSectionArray()) {
-  m_byStation.reserve(static_cast<std::size_t>(m_sections.GetSize()));
-  for (int i = 0; i < m_sections.GetSize(); ++i) {
-    const NurReal& station = m_sections[i].GetCumulativeDist();
-    if (station.IsSet()) {
-      m_byStation.emplace_back(station.Value(), i);
-    } else {
-      m_withoutStation.push_back(i);
+SectionIndex::SectionIndex(const VornXSections& set) : m_sections(&set.GetXSectionArray()) {
+  for (int i = 0; i < m_sections->GetSize(); ++i) {
+    const VornXSection& section = (*m_sections)[i];
+    Side& side = m_sides[section.GetXSectChg() ? 1 : 0];
+    if (section.GetCumulativeDist().IsSet()) {
+      side.byStation.emplace_back(section.GetCumulativeDist().Value(), i);
+    } else if (side.withoutStation < 0) {
+      side.withoutStation = i;
     }
   }
-  std::sort(m_byStation.begin(), m_byStation.end());
+  for (auto& [byStation, withoutStation] : m_sides) {
+    std::sort(byStation.begin(), byStation.end());
+    const auto isSame = [](const auto& a, const auto& b) { return a.first == b.first; };
+    byStation.erase(std::unique(byStation.begin(), byStation.end(), isSame), byStation.end());
+  }
 }
 
 int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
-  if (!station.IsSet()) {
-    const auto first = std::find_if(m_withoutStation.begin(), m_withoutStation.end(),
-                                    [&](int section) { return IsBehindChange(section) == xSectChg; });
-    return first == m_withoutStation.end() ? -1 : *first;
-  }
+  const auto& [byStation, withoutStation] = m_sides[xSectChg ? 1 : 0];
+  if (!station.IsSet()) return withoutStation;
   const double wanted = station.Value();
   int found = -1;
-  auto entry = std::lower_bound(m_byStation.begin(), m_byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
-  for (; entry != m_byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
-    const bool hit = IsSameStation(entry->first, wanted) && IsBehindChange(entry->second) == xSectChg;
-    if (hit && (found < 0 || entry->second < found)) found = entry->second;
+  auto entry = std::lower_bound(byStation.begin(), byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
+  for (; entry != byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
+    if (IsSameStation(entry->first, wanted) && (found < 0 || entry->second < found)) found = entry->second;
   }
   return found;
 }
 
-Standing FindStanding(const VornFormCtrlTargetPnt& point, const VornXSections& set, const SectionIndex& sections) {
-  const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
-  const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
-  if (section < 0) return {-1, -1, "there is no cross section at " + station};
-  const int form = set.GetXSectionArray()[section].Find(point.GetBuildFormName(), nullptr);
-  if (form >= 0) return {section, form, {}};
-  return {section, -1, "there is no form " + ToUtf8(point.GetBuildFormName().View()) + " at " + station};
+Standing SectionIndex::FindStanding(const VornFormCtrlTargetPnt& point) {
+  Standing standing;
+  const auto station = [&] { return StationPath(point.GetCumulativeDist(), point.GetXSectChg()); };
+  standing.section = Find(point.GetCumulativeDist(), point.GetXSectChg());
+  if (standing.section < 0) {
+    standing.missing = "there is no cross section at " + station();
+    return standing;
+  }
+  FormIndex& forms = FormsOf(standing.section);
+  standing.form = forms.Find(point.GetBuildFormName(), point.GetCode());
+  if (standing.form >= 0) {
+    standing.point = forms.FindPoint(standing.form, point.GetCode());
+    return standing;
+  }
+  standing.form = forms.Find(point.GetBuildFormName());
+  if (standing.form < 0) {
+    standing.missing = "there is no form " + ToUtf8(point.GetBuildFormName().View()) + " at " + station();
+  }
+  return standing;
+}
+
+FormIndex& SectionIndex::FormsOf(int section) {
+  return m_forms.try_emplace(section, (*m_sections)[section].GetBuildFormArray()).first->second;
 }
 
 }  // namespace vorn_host

@@ -493,7 +493,7 @@ SectionView SectionViewer::Of(int set, int section, const std::optional<double>&
       view.stationText = NumberedStation(*view.station, knowledge.numbers->prefix, knowledge.numbers->interval);
     }
   }
-  const TargetViewer viewer(IsEdition20(m_document.edition), &shown, SectionBuilder(shown).Build(view, centerHeight));
+  TargetViewer viewer(IsEdition20(m_document.edition), &shown, SectionBuilder(shown).Build(view, centerHeight));
   for (const Knowledge::HeldTarget& held : knowledge.targets[static_cast<std::size_t>(section)]) {
     viewer.Add(view, *held.target, held.owner);
   }
@@ -506,7 +506,7 @@ SectionView SectionViewer::WithoutSection(int set) const {
   view.set = set;
   view.section = -1;
   view.alignment = ToUtf8(m_document.sets[set].GetRefAlign());
-  const TargetViewer viewer(IsEdition20(m_document.edition), nullptr, {});
+  TargetViewer viewer(IsEdition20(m_document.edition), nullptr, {});
   for (const VornFormCtrlTarget* target : m_knowledge->sets[static_cast<std::size_t>(set)].unplaced) {
     viewer.Add(view, *target, -1);
   }

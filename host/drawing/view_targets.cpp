@@ -102,7 +102,12 @@ std::optional<double> DesignValue(const SectionView& view, const ViewTarget& tar
 
 }  // namespace
 
-void TargetViewer::Add(SectionView& view, const VornFormCtrlTarget& target, int owner) const {
+TargetViewer::TargetViewer(bool edition20, const VornXSection* section, ViewIndices indices)
+    : m_edition20(edition20), m_section(section), m_indices(std::move(indices)) {
+  if (section != nullptr) m_forms.emplace(section->GetBuildFormArray());
+}
+
+void TargetViewer::Add(SectionView& view, const VornFormCtrlTarget& target, int owner) {
   ViewTarget added;
   added.itemText = target.GetControlItemString().GetString();
   added.item = ItemOf(target.GetControlItem());
@@ -120,29 +125,29 @@ void TargetViewer::Add(SectionView& view, const VornFormCtrlTarget& target, int 
   view.targets.push_back(std::move(added));
 }
 
-ViewTarget::Pnt TargetViewer::PntOf(int form, const CString& code, std::string name) const {
+ViewTarget::Pnt TargetViewer::PntOf(int form, const CString& code, std::string name) {
   ViewTarget::Pnt pnt;
   pnt.name = std::move(name);
-  if (form < 0 || m_section == nullptr) return pnt;
-  const int point = m_section->GetBuildFormArray()[form].GetComposedPntArray().Find(code);
+  if (form < 0 || !m_forms) return pnt;
+  const int point = m_forms->FindPoint(form, code);
   if (point < 0) return pnt;
   pnt.point = m_indices.points[static_cast<std::size_t>(form)][static_cast<std::size_t>(point)];
   if (pnt.point >= 0) pnt.form = m_indices.forms[static_cast<std::size_t>(form)];
   return pnt;
 }
 
-void TargetViewer::AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const {
+void TargetViewer::AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) {
   for (const CString& code : CodesOf(target)) {
     if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + ToUtf8(code)));
   }
 }
 
-void TargetViewer::AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) const {
+void TargetViewer::AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) {
   for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
     const std::string formName = ToUtf8(point.GetBuildFormName());
     if (added.formName.empty()) added.formName = formName;
     const bool isHere = IsHere(point);
-    const int form = isHere ? m_section->Find(point.GetBuildFormName(), &point.GetCode()) : -1;
+    const int form = isHere ? m_forms->Find(point.GetBuildFormName(), point.GetCode()) : -1;
     added.points.push_back(PntOf(form, point.GetCode(), formName + " " + ToUtf8(point.GetCode())));
     if (!isHere) added.points.back().elsewhere = ElsewhereOf(point);
   }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "host/document/name_index.h"
 #include "host/drawing/section_view.h"
 #include "vorn/model/x_section.h"
 
@@ -19,22 +20,22 @@ struct ViewIndices {
 class TargetViewer {
  public:
   /// @param section null for targets that stand in no section; has to outlive the viewer
-  TargetViewer(bool edition20, const VornXSection* section, ViewIndices indices)
-      : m_edition20(edition20), m_section(section), m_indices(std::move(indices)) {}
+  TargetViewer(bool edition20, const VornXSection* section, ViewIndices indices);
 
   /// Adds a target to the view of the section.
   /// @param owner index of the form that holds it; -1 for a target of the set itself
-  void Add(SectionView& view, const VornFormCtrlTarget& target, int owner) const;
+  void Add(SectionView& view, const VornFormCtrlTarget& target, int owner);
 
  private:
   /// A point of a form of the section; -1 both where it is not there or has no place.
-  [[nodiscard]] ViewTarget::Pnt PntOf(int form, const CString& code, std::string name) const;
-  void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) const;
-  void AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) const;
+  [[nodiscard]] ViewTarget::Pnt PntOf(int form, const CString& code, std::string name);
+  void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner);
+  void AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target);
   [[nodiscard]] bool IsHere(const VornFormCtrlTargetPnt& point) const;
 
   bool m_edition20;
   const VornXSection* m_section;
+  std::optional<FormIndex> m_forms;  ///< of the section
   ViewIndices m_indices;
 };
 

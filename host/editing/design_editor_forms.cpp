@@ -100,9 +100,10 @@ void RequireFreeNames(const std::string& path, const Vorn_BuildFormArray& forms,
 }
 
 /// Leads a control target's point to the form that holds its code now. A form behind the halves keeps its name.
-void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, const Vorn_BuildFormArray& forms) {
+void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, const Vorn_BuildFormArray& forms,
+                    FormIndex& index) {
   const auto lead = [&](int form) {
-    if (form >= forms.GetSize() || forms[form].GetComposedPntArray().Find(point.GetCode()) < 0) return false;
+    if (form >= forms.GetSize() || index.FindPoint(form, point.GetCode()) < 0) return false;
     point.SetBuildFormName(forms[form].GetName());
     return true;
   };
@@ -201,8 +202,10 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   if (report.HasChanged()) NoteLostPlanSurfaces(left, right, report);
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
+    SectionIndex sections(set);
     ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
-      FollowRetyping(point, retypings.At(i, section), set.GetXSectionArray()[section].GetBuildFormArray());
+      FollowRetyping(point, retypings.At(i, section), set.GetXSectionArray()[section].GetBuildFormArray(),
+                     sections.FormsOf(section));
     });
   }
   Finish(report);
@@ -294,11 +297,11 @@ EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& old
   });
   int points = 0;
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
+    SectionIndex sections(m_document.sets[i]);
     ForEachTargetPoint(m_document.sets[i], [&](VornFormCtrlTargetPnt& point, int section) {
       if (point.GetBuildFormName() != oldName) return;
       if (!renamed.At(i, section)) return;
-      const CString& code = point.GetCode();
-      if (m_document.sets[i].GetXSectionArray()[section].Find(newName, &code) < 0) return;  // it named nothing before
+      if (sections.FormsOf(section).Find(newName, point.GetCode()) < 0) return;  // it named nothing before
       point.SetBuildFormName(newName);
       ++points;
     });

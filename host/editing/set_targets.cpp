@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "host/document/design_path.h"
@@ -17,40 +15,12 @@ namespace {
 
 using ControlItem = VornFormCtrlTarget::ControlItem;
 
-/// Finds the points of forms by code, the first of each. A form with many points is looked through only once.
-class CodeIndex {
- public:
-  [[nodiscard]] const VornComposedPnt* Find(const VornBuildForm& form, const CString& code) {
-    const Vorn_ComposedPntArray& points = form.GetComposedPntArray();
-    constexpr int kFew = 64;
-    if (points.GetSize() <= kFew) {
-      const int index = points.Find(code);
-      return index < 0 ? nullptr : &points[index];
-    }
-    const auto [codes, isNew] = m_codes.try_emplace(&points);
-    if (isNew) {
-      for (const VornComposedPnt& point : points) codes->second.try_emplace(point.GetCode().View(), &point);
-    }
-    const auto found = codes->second.find(code.View());
-    return found == codes->second.end() ? nullptr : found->second;
-  }
-
- private:
-  std::unordered_map<const Vorn_ComposedPntArray*, std::unordered_map<std::string_view, const VornComposedPnt*>>
-      m_codes;
-};
-
-/// The composed point that a target point stands on: in the first form of its name that has its code. Null when there
-/// is none.
-const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXSections& set,
-                                const SectionIndex& sections, CodeIndex& codes) {
-  const int section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
-  if (section < 0) return nullptr;
-  for (const VornBuildForm& form : set.GetXSectionArray()[section].GetBuildFormArray()) {
-    if (form.GetName() != point.GetBuildFormName()) continue;
-    if (const VornComposedPnt* under = codes.Find(form, point.GetCode())) return under;
-  }
-  return nullptr;
+/// The composed point that a target point stands on; null when there is none.
+const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXSections& set, SectionIndex& sections) {
+  const Standing standing = sections.FindStanding(point);
+  if (standing.point < 0) return nullptr;
+  const VornXSection& section = set.GetXSectionArray()[standing.section];
+  return &section.GetBuildFormArray()[standing.form].GetComposedPntArray()[standing.point];
 }
 
 void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
@@ -61,12 +31,11 @@ void AddDangling(const VornFormCtrlTarget& target, const std::string& place, con
 
 void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std::vector<std::string>& lines) {
   if (set.GetFormCtrlTargetArray().IsEmpty()) return;
-  const SectionIndex sections(set);
-  CodeIndex index;
+  SectionIndex sections(set);
   const std::string inSet = setPath + " > ";
   for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      if (StandsOn(point, set, sections, index) != nullptr) continue;
+      if (sections.FindStanding(point).point >= 0) continue;
       const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
       AddDangling(target, FormPath(inSet + station, point.GetBuildFormName()), point.GetCode(), lines);
     }
@@ -74,11 +43,11 @@ void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std:
 }
 
 void AddDanglingOfForms(const VornXSection& section, const std::string& setPath, std::vector<std::string>& lines) {
-  CodeIndex index;
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
+    PointIndex points(form.GetComposedPntArray());
     for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
       for (const CString& code : CodesOf(target)) {
-        if (code.IsEmpty() || index.Find(form, code) != nullptr) continue;
+        if (code.IsEmpty() || points.Find(code) >= 0) continue;
         AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
       }
     }
@@ -86,10 +55,10 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
 }
 
 /// Whether every code of a target is that of a point of its form.
-bool NamesPointsOf(const VornBuildForm& form, const VornFormCtrlTarget& target, CodeIndex& index) {
+/// @param points those of the form
+bool NamesPoints(const VornFormCtrlTarget& target, PointIndex& points) {
   const CStringArray codes = CodesOf(target);
-  return std::all_of(codes.begin(), codes.end(),
-                     [&](const CString& code) { return index.Find(form, code) != nullptr; });
+  return std::all_of(codes.begin(), codes.end(), [&](const CString& code) { return points.Find(code) >= 0; });
 }
 
 /// Gives a target point the place of the composed point under it.
@@ -128,16 +97,16 @@ std::string PlaceKey(const VornFormCtrlTarget& target) {
 
 /// Gives a target of edition 2.0, whose codes are the element's text, points that stand for them while the pair is put
 /// in order. Whether all of them stand on points of its form.
-bool LendPoints(VornFormCtrlTarget& target, VornBuildForm& form, const NurReal& station, CodeIndex& index) {
+bool LendPoints(VornFormCtrlTarget& target, VornBuildForm& form, const NurReal& station, PointIndex& index) {
   VornFormCtrlTargetPntArray& points = target.GetTargetPntArray();
   points.RemoveAll();
-  if (target.GetControlItem() == ControlItem::Height) return NamesPointsOf(form, target, index);  // in whatever order
+  if (target.GetControlItem() == ControlItem::Height) return NamesPoints(target, index);  // in whatever order
   target.RegulatePnt(station, &form);
   bool stands = true;
   for (VornFormCtrlTargetPnt& point : points) {
-    const VornComposedPnt* under = index.Find(form, point.GetCode());
-    if (under != nullptr) TakePlace(*under, point);
-    stands = stands && under != nullptr;
+    const int under = index.Find(point.GetCode());
+    if (under >= 0) TakePlace(form.GetComposedPntArray()[under], point);
+    stands = stands && under >= 0;
   }
   return stands;
 }
@@ -202,11 +171,10 @@ std::vector<std::string> DanglingTargets(const DesignDocument& document) {
 std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set) {
   std::vector<int> counts(static_cast<std::size_t>(set.GetXSectionArray().GetSize()), 0);
   if (set.GetFormCtrlTargetArray().IsEmpty()) return counts;
-  const SectionIndex sections(set);
-  CodeIndex index;
+  SectionIndex sections(set);
   for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      const VornComposedPnt* under = StandsOn(point, set, sections, index);
+      const VornComposedPnt* under = StandsOn(point, set, sections);
       if (under == nullptr || under->GetExistence() != VORN_Existence::False) continue;
       ++counts[static_cast<std::size_t>(sections.Find(point.GetCumulativeDist(), point.GetXSectChg()))];
       break;
@@ -216,16 +184,15 @@ std::vector<int> CountTargetsOnMissingPoints(const VornXSections& set) {
 }
 
 std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                          const SectionIndex& sections) {
+                                          SectionIndex& sections) {
   std::vector<TargetFate> fates;
   std::map<std::string, std::vector<int>> groups;
-  CodeIndex index;
   for (int i = 0; i < targets.GetSize(); ++i) {
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();
     bool stands = true;
     for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-      const VornComposedPnt* under = StandsOn(point, set, sections, index);
+      const VornComposedPnt* under = StandsOn(point, set, sections);
       if (under != nullptr) TakePlace(*under, point);
       stands = stands && under != nullptr;
       if (fate.section < 0) fate.section = sections.Find(point.GetCumulativeDist(), point.GetXSectChg());
@@ -242,7 +209,7 @@ std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& 
   Vorn_FormCtrlTargetArray& targets = form.GetFormCtrlTargetArray();
   std::vector<TargetFate> fates;
   std::vector<int> all;
-  CodeIndex index;
+  PointIndex index(form.GetComposedPntArray());
   for (int i = 0; i < targets.GetSize(); ++i) {
     VornFormCtrlTarget& target = targets[i];
     TargetFate& fate = fates.emplace_back();

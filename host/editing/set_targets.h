@@ -54,7 +54,7 @@ struct TargetFate {
 
 /// Regulates targets of a set or of a form in it, against the placed points of its sections.
 [[nodiscard]] std::vector<TargetFate> RegulateTargetsOf(Vorn_FormCtrlTargetArray& targets, const VornXSections& set,
-                                                        const SectionIndex& sections);
+                                                        SectionIndex& sections);
 /// Regulates the targets of a form, as edition 2.0 holds them.
 [[nodiscard]] std::vector<TargetFate> RegulateTargetsOf20(VornBuildForm& form, const NurReal& station);
 

@@ -69,5 +69,41 @@ TEST(SectionIndex, AnswersAsTheSetDoes) {
   }
 }
 
+VornFormCtrlTargetPnt TargetPnt(NurReal station, const char* form, const char* code) {
+  VornFormCtrlTargetPnt point;
+  point.Set(station, form, code, false);
+  return point;
+}
+
+TEST(SectionIndex, FindsWhereATargetsPointStands) {
+  const auto code = [](const char* text) {
+    return host_test::Point(text, VornLocation::Right, host_test::DataType::WidthHeight, 1.0, 0.0);
+  };
+  const VornXSections set =
+      SetOf({Section(0.0, {host_test::Form("A", {code("R1"), code("R2")})}),
+             Section(20.0, {host_test::Form("A", {code("R1")}), host_test::Form("B", {code("R1")}),
+                            host_test::Form("A", {code("R3"), code("R4")})})});
+  SectionIndex index(set);
+  struct Case {
+    VornFormCtrlTargetPnt point;
+    int section, form, at;
+    std::string missing;
+  };
+  for (const Case& wanted : {
+           Case{TargetPnt(0.0, "A", "R2"), 0, 0, 1, ""},
+           Case{TargetPnt(20.0, "B", "R1"), 1, 1, 0, ""},
+           Case{TargetPnt(20.0, "A", "R4"), 1, 2, 1, ""},   // of two forms of that name, the one that has the code
+           Case{TargetPnt(20.0, "A", "R9"), 1, 0, -1, ""},  // the first, where none has it
+           Case{TargetPnt(20.0, "C", "R1"), 1, -1, -1, "there is no form C at station 20.0000"},
+           Case{TargetPnt(40.0, "A", "R1"), -1, -1, -1, "there is no cross section at station 40.0000"},
+       }) {
+    const Standing standing = index.FindStanding(wanted.point);
+    EXPECT_EQ(standing.section, wanted.section) << wanted.missing;
+    EXPECT_EQ(standing.form, wanted.form) << wanted.missing;
+    EXPECT_EQ(standing.point, wanted.at) << wanted.missing;
+    EXPECT_EQ(standing.missing, wanted.missing);
+  }
+}
+
 }  // namespace
 }  // namespace vorn_host

@@ -31,7 +31,8 @@ DesignDocument TwoSections(const std::string& targets) {
 std::vector<TargetFate> Regulated(DesignDocument& document) {
   const EditionScope scope(document.edition);
   VornXSections& set = document.sets[0];
-  return RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, SectionIndex(set));
+  SectionIndex sections(set);
+  return RegulateTargetsOf(set.GetFormCtrlTargetArray(), set, sections);
 }
 
 TargetPntType TypeOf(const DesignDocument& document, int target = 0) {
