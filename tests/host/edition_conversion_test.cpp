@@ -225,6 +225,19 @@ TEST(TargetsTo20, GoToTheFormThatTheirPointsName) {
   EXPECT_TRUE(SetOf(document).GetFormCtrlTargetArray().IsEmpty());
 }
 
+TEST(TargetsTo20, GoToTheFormOfThatNameThatHasTheirFirstCode) {
+  const auto withCode = [](const char* code) {
+    return Form("A", {Center(), Point(code, VornLocation::Right, DataType::Percent, 3.5, -2.0)});
+  };
+  DesignDocument document = DocumentOf(Edition::V41, {Section(0.0, {withCode("R1"), withCode("R2")})});
+  for (const char* code : {"R1", "R2", "R3"}) {
+    SetOf(document).GetFormCtrlTargetArray().Add(TargetOn(0.0, "A", {code, "CL"}));
+  }
+  ConvertEdition(document, Edition::V20);
+  EXPECT_THAT(FormTargets(FormOf(document, 0)), ElementsAre("R1 CL", "R3 CL")) << "no form has R3";
+  EXPECT_THAT(FormTargets(FormOf(document, 0, 1)), ElementsAre("R2 CL"));
+}
+
 TEST(TargetsTo20, LoseTheirPointsAndAreNumberedInTheirForm) {
   DesignDocument document = Road41();
   for (int i = 0; i < 3; ++i) {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
 #include <functional>
 #include <string>
 #include <utility>
@@ -12,6 +11,7 @@
 
 #include "host/project/project.h"
 #include "tests/host/documents.h"
+#include "tests/host/processor_time.h"
 #include "tests/host/projects.h"
 
 namespace vorn_host {
@@ -20,6 +20,7 @@ namespace {
 using host_test::ErrorOf;
 using host_test::ExpectInOrder;
 using host_test::kProjectName;
+using host_test::ProcessorSeconds;
 using host_test::ProjectOf;
 using host_test::ReadText;
 using host_test::Reloaded;
@@ -337,14 +338,6 @@ TEST(ProjectTakingADesign, TellsSetsOnOneAlignmentApartByTheirProfiles) {
 }
 
 // --- great numbers ---------------------------------------------------------------------------------------------------
-
-/// How much of the processor an action takes, in seconds: whatever else runs on the machine does not count.
-template <typename Action>
-double ProcessorSeconds(Action&& action) {
-  const std::clock_t start = std::clock();
-  std::forward<Action>(action)();
-  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
 
 TEST(ProjectAlignments, OfManyEmptySetsTakeTimeInProportion) {
   constexpr int kFew = 20'000;
