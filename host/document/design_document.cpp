@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <cstring>
 #include <future>
+#include <map>
 #include <pugixml.hpp>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -185,14 +187,23 @@ void Parse(Source& source, pugi::xml_document& tree) {
 /// Value of the root's schemaLocation, whatever prefix the document gives to the schema-instance namespace; none when
 /// there is none.
 std::optional<std::string> SchemaLocation(pugi::xml_node root) {
+  constexpr std::string_view kName = ":schemaLocation";
+  std::map<std::string_view, const char*> locations;  // by prefix
+  for (const pugi::xml_attribute attribute : root.attributes()) {
+    std::string_view name = attribute.name();
+    if (!name.ends_with(kName)) continue;
+    name.remove_suffix(kName.size());
+    locations.try_emplace(name, attribute.value());
+  }
+  if (locations.empty()) return std::nullopt;
   for (const pugi::xml_attribute declaration : root.attributes()) {
     const std::string_view name = declaration.name();
     if (!DeclaresSchemaInstance(name, declaration.value())) continue;
-    const std::string attribute = std::string(DeclaredPrefix(name)) + ":schemaLocation";
-    if (root.attribute(attribute.c_str())) return root.attribute(attribute.c_str()).value();
+    const auto location = locations.find(DeclaredPrefix(name));
+    if (location != locations.end()) return location->second;
   }
-  const pugi::xml_attribute plain = root.attribute("xsi:schemaLocation");
-  return plain ? std::optional<std::string>(plain.value()) : std::nullopt;
+  const auto plain = locations.find("xsi");
+  return plain == locations.end() ? std::nullopt : std::optional<std::string>(plain->second);
 }
 
 std::string ExpectedLocations() {

@@ -1,6 +1,7 @@
 #include "host/document/design_path.h"
 
 #include "host/document/text_encoding.h"
+#include "vorn/platform/code_page_932.h"
 #include "vorn/platform/sil_string.h"
 
 namespace vorn_host {
@@ -11,18 +12,26 @@ std::string InParentheses(const std::string& text) { return text.empty() ? std::
 
 /// The text, or what number it is when it has none.
 std::string NameOr(const CString& text, int index) {
-  return text.IsEmpty() ? "no. " + std::to_string(index + 1) : ToUtf8(text.View());
+  return text.IsEmpty() ? "no. " + std::to_string(index + 1) : NameText(text);
 }
 
 /// "Width L1 R1": what a target controls, and its codes.
 std::string ItemAndCodes(const VornFormCtrlTarget& target) {
   std::string text = target.GetControlItemString().GetString();
   const CString codes = target.GetCode();
-  if (!codes.IsEmpty()) text += (text.empty() ? "" : " ") + ToUtf8(codes.View());
+  if (!codes.IsEmpty()) text += (text.empty() ? "" : " ") + NameText(codes);
   return text;
 }
 
 }  // namespace
+
+std::string NameText(const CString& name) {
+  constexpr std::size_t kLongest = 200;
+  const std::string_view text = name.View();
+  std::size_t end = 0;
+  while (end < text.size() && end < kLongest) end += code_page_932::CharacterLength(text, end);
+  return ToUtf8(text.substr(0, end)) + (end < text.size() ? "..." : "");
+}
 
 std::string StationText(const NurReal& station) {
   return station.IsSet() ? SilString::StrDouble(station.Value(), 4).GetString() : "unset";
@@ -33,16 +42,16 @@ std::string StationPath(const NurReal& station, bool xSectChg) {
 }
 
 std::string SetPath(const VornXSections& set, int index) {
-  return "set " + std::to_string(index + 1) + InParentheses(ToUtf8(set.GetRefAlign().View()));
+  return "set " + std::to_string(index + 1) + InParentheses(NameText(set.GetRefAlign()));
 }
 
 std::string SectionPath(const std::string& setPath, const VornXSection& section) {
   return setPath + " > " + StationPath(section.GetCumulativeDist(), section.GetXSectChg()) +
-         InParentheses(ToUtf8(section.GetName().View()));
+         InParentheses(NameText(section.GetName()));
 }
 
 std::string FormPath(const std::string& sectionPath, const CString& formName) {
-  return sectionPath + " > form " + (formName.IsEmpty() ? "without a name" : ToUtf8(formName.View()));
+  return sectionPath + " > form " + (formName.IsEmpty() ? "without a name" : NameText(formName));
 }
 
 std::string PointPath(const std::string& formPath, const CString& code, int index) {

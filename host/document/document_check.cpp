@@ -1,6 +1,7 @@
 #include "host/document/document_check.h"
 
 #include <cmath>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -106,9 +107,9 @@ class Checker {
     withType.SetType(VornStructureType::Type::RoadEarthwork);
     const bool badStationType = !withType.IsEnable();
     Reasons reasons;
-    reasons.AddIf(badType, "type \"" + ToUtf8(type.GetTypeStr().View()) + "\" is none of the nine work types");
+    reasons.AddIf(badType, "type \"" + NameText(type.GetTypeStr()) + "\" is none of the nine work types");
     reasons.AddIf(badStationType,
-                  "stationType \"" + ToUtf8(type.GetStationType().View()) + "\" is none of NO, SP, STA and 距離標");
+                  "stationType \"" + NameText(type.GetStationType()) + "\" is none of NO, SP, STA and 距離標");
     AddNotEnabled(kStructureTypeTag, "structure type", reasons.Text());
   }
 
@@ -205,7 +206,7 @@ class Checker {
       const std::string_view code = point.GetCode().View();
       if (!code.empty() && !codes.insert(code).second && reported.insert(code).second) {
         Add(Severity::Error, "code used twice", PointPath(path, point.GetCode(), i),
-            "another point of the form has the code " + ToUtf8(code));
+            "another point of the form has the code " + NameText(point.GetCode()));
       }
     }
     m_place.point = -1;
@@ -221,7 +222,7 @@ class Checker {
 
   void CheckExistingForm(const VornExistingBuildForm& form, const std::string& sectionPath) {
     if (form.IsEnable()) return;
-    const std::string name = form.GetName().IsEmpty() ? "without a name" : ToUtf8(form.GetName().View());
+    const std::string name = form.GetName().IsEmpty() ? "without a name" : NameText(form.GetName());
     const std::string path = sectionPath + " > existing ground " + name;
     const VornExistingComposedPntArray& points = form.GetComposedPntArray();
     Reasons reasons;
@@ -242,15 +243,21 @@ class Checker {
   /// @param owner the form that holds the targets; null for those of the set
   void CheckTargets(const Vorn_FormCtrlTargetArray& targets, const std::string& ownerPath, const VornBuildForm* owner,
                     SectionIndex& sections) {
+    std::optional<PointIndex> codes;
+    if (owner != nullptr) codes.emplace(owner->GetComposedPntArray());
     for (int i = 0; i < targets.GetSize(); ++i) {
       const VornFormCtrlTarget& target = targets[i];
-      const auto path = [&] { return TargetPath(ownerPath, target, i); };
+      std::string pathOnceAsked;
+      const auto path = [&]() -> const std::string& {
+        if (pathOnceAsked.empty()) pathOnceAsked = TargetPath(ownerPath, target, i);
+        return pathOnceAsked;
+      };
       if (owner == nullptr) m_place.section = SectionOf(target, sections);
       const Reasons reasons = WhyNotEnabled(target);
       if (!reasons.IsEmpty()) AddNotEnabled(kFormCtrlTargetTag, path(), reasons.Text());
       NoteDeliberateLimits(target, path);
       if (m_edition20) {
-        CheckCodesOf20(target, owner, sections, path);
+        CheckCodesOf20(target, owner, codes, path);
       } else {
         std::string told;
         for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
@@ -334,23 +341,22 @@ class Checker {
     const Standing standing = sections.FindStanding(point);
     if (standing.point >= 0) return;
     if (!standing.missing.empty()) return missing(standing.missing);
-    missing("form " + ToUtf8(point.GetBuildFormName().View()) + " at " +
-            StationPath(point.GetCumulativeDist(), point.GetXSectChg()) + " has no code " +
-            ToUtf8(point.GetCode().View()));
+    missing("form " + NameText(point.GetBuildFormName()) + " at " +
+            StationPath(point.GetCumulativeDist(), point.GetXSectChg()) + " has no code " + NameText(point.GetCode()));
   }
 
   template <typename Path>
-  void CheckCodesOf20(const VornFormCtrlTarget& target, const VornBuildForm* owner, SectionIndex& sections,
+  void CheckCodesOf20(const VornFormCtrlTarget& target, const VornBuildForm* owner, std::optional<PointIndex>& codes,
                       const Path& path) {
-    if (owner == nullptr) {
+    if (!codes) {
       Add(Severity::Error, "control target outside a build form", path(),
           "edition 2.0 keeps control targets in their form");
       return;
     }
     for (const CString& code : CodesOf(target)) {
-      if (code.IsEmpty() || sections.FormsOf(m_place.section).FindPoint(m_place.form, code) >= 0) continue;
+      if (code.IsEmpty() || codes->Find(code) >= 0) continue;
       Add(Severity::Error, "control target names what does not exist", path(),
-          "form " + ToUtf8(owner->GetName().View()) + " has no code " + ToUtf8(code.View()));
+          "form " + NameText(owner->GetName()) + " has no code " + NameText(code));
     }
   }
 

@@ -203,7 +203,7 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   VornXSection& section = set.GetXSectionArray()[standing.section];
   VornBuildForm& form = section.GetBuildFormArray()[standing.form];
   if (const std::string_view why = WhyNotWritten(form, true); !why.empty()) {
-    const std::string name = ToUtf8(points[0].GetBuildFormName().View());
+    const std::string name = NameText(points[0].GetBuildFormName());
     return {nullptr, nullptr, "its form " + name + " " + std::string(why) + " and is not written"};
   }
   return {&section, &form, {}};

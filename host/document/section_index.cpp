@@ -1,9 +1,9 @@
 #include "host/document/section_index.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "host/document/design_path.h"
-#include "host/document/text_encoding.h"
 #include "vorn/framework/tolerance.h"
 
 namespace vorn_host {
@@ -12,10 +12,11 @@ SectionIndex::SectionIndex(const VornXSections& set) : m_sections(&set.GetXSecti
   for (int i = 0; i < m_sections->GetSize(); ++i) {
     const VornXSection& section = (*m_sections)[i];
     Side& side = m_sides[section.GetXSectChg() ? 1 : 0];
-    if (section.GetCumulativeDist().IsSet()) {
-      side.byStation.emplace_back(section.GetCumulativeDist().Value(), i);
-    } else if (side.withoutStation < 0) {
-      side.withoutStation = i;
+    const NurReal& station = section.GetCumulativeDist();
+    if (!station.IsSet()) {
+      if (side.withoutStation < 0) side.withoutStation = i;
+    } else if (!std::isnan(station.Value())) {  // which is found by nothing
+      side.byStation.emplace_back(station.Value(), i);
     }
   }
   for (auto& [byStation, withoutStation] : m_sides) {
@@ -31,7 +32,7 @@ int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
   const double wanted = station.Value();
   int found = -1;
   auto entry = std::lower_bound(byStation.begin(), byStation.end(), std::pair(wanted - 2 * kSameStation, 0));
-  for (; entry != byStation.end() && entry->first < wanted + 2 * kSameStation; ++entry) {
+  for (; entry != byStation.end() && entry->first <= wanted + 2 * kSameStation; ++entry) {
     if (IsSameStation(entry->first, wanted) && (found < 0 || entry->second < found)) found = entry->second;
   }
   return found;
@@ -53,7 +54,7 @@ Standing SectionIndex::FindStanding(const VornFormCtrlTargetPnt& point) {
   }
   standing.form = forms.Find(point.GetBuildFormName());
   if (standing.form < 0) {
-    standing.missing = "there is no form " + ToUtf8(point.GetBuildFormName().View()) + " at " + station();
+    standing.missing = "there is no form " + NameText(point.GetBuildFormName()) + " at " + station();
   }
   return standing;
 }

@@ -19,8 +19,9 @@ struct Standing {
   std::string missing;  ///< "there is no form A at station 20.0000"; empty when there are section and form
 };
 
-/// Finds the cross sections of a set by station: the answers of `VornXSections::Find`, in O(log n) each. But a section
-/// without a station is not taken for one at station 0: what is measured there would be shown in the wrong section.
+/// Finds the cross sections of a set by station: the answers of `VornXSections::Find`, in O(log n) each where stations
+/// are apart. But a section without a station is not taken for one at station 0: what is measured there would be shown
+/// in the wrong section. What control targets name in the sections is found too.
 class SectionIndex {
  public:
   /// The set has to outlive the index and to stay as it is meanwhile, but for its control targets.

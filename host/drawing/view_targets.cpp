@@ -103,8 +103,11 @@ std::optional<double> DesignValue(const SectionView& view, const ViewTarget& tar
 }  // namespace
 
 TargetViewer::TargetViewer(bool edition20, const VornXSection* section, ViewIndices indices)
-    : m_edition20(edition20), m_section(section), m_indices(std::move(indices)) {
-  if (section != nullptr) m_forms.emplace(section->GetBuildFormArray());
+    : m_edition20(edition20), m_section(section), m_indices(std::move(indices)) {}
+
+FormIndex& TargetViewer::Forms() {
+  if (!m_forms) m_forms.emplace(m_section->GetBuildFormArray());
+  return *m_forms;
 }
 
 void TargetViewer::Add(SectionView& view, const VornFormCtrlTarget& target, int owner) {
@@ -128,8 +131,8 @@ void TargetViewer::Add(SectionView& view, const VornFormCtrlTarget& target, int 
 ViewTarget::Pnt TargetViewer::PntOf(int form, const CString& code, std::string name) {
   ViewTarget::Pnt pnt;
   pnt.name = std::move(name);
-  if (form < 0 || !m_forms) return pnt;
-  const int point = m_forms->FindPoint(form, code);
+  if (form < 0 || m_section == nullptr) return pnt;
+  const int point = Forms().FindPoint(form, code);
   if (point < 0) return pnt;
   pnt.point = m_indices.points[static_cast<std::size_t>(form)][static_cast<std::size_t>(point)];
   if (pnt.point >= 0) pnt.form = m_indices.forms[static_cast<std::size_t>(form)];
@@ -147,7 +150,7 @@ void TargetViewer::AddPointsByStation(ViewTarget& added, const VornFormCtrlTarge
     const std::string formName = ToUtf8(point.GetBuildFormName());
     if (added.formName.empty()) added.formName = formName;
     const bool isHere = IsHere(point);
-    const int form = isHere ? m_forms->Find(point.GetBuildFormName(), point.GetCode()) : -1;
+    const int form = isHere ? Forms().Find(point.GetBuildFormName(), point.GetCode()) : -1;
     added.points.push_back(PntOf(form, point.GetCode(), formName + " " + ToUtf8(point.GetCode())));
     if (!isHere) added.points.back().elsewhere = ElsewhereOf(point);
   }

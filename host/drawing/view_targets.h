@@ -27,6 +27,8 @@ class TargetViewer {
   void Add(SectionView& view, const VornFormCtrlTarget& target, int owner);
 
  private:
+  /// Finds forms and points of the section, which has to be there.
+  [[nodiscard]] FormIndex& Forms();
   /// A point of a form of the section; -1 both where it is not there or has no place.
   [[nodiscard]] ViewTarget::Pnt PntOf(int form, const CString& code, std::string name);
   void AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner);
@@ -35,7 +37,7 @@ class TargetViewer {
 
   bool m_edition20;
   const VornXSection* m_section;
-  std::optional<FormIndex> m_forms;  ///< of the section
+  std::optional<FormIndex> m_forms;  ///< of the section, once it was asked for
   ViewIndices m_indices;
 };
 

@@ -180,7 +180,8 @@ EditReport DesignEditor::Mirror() {
   // A crossing that is not there changes its side too: a target that names it and the other one still names both.
   if (!IsEdition20(m_document.edition)) {
     for (VornXSections& set : m_document.sets) {
-      ForEachTargetPoint(set, [](VornFormCtrlTargetPnt& point, int) { point.SetCode(MirroredCode(point.GetCode())); });
+      ForEachTargetPoint(set, SectionIndex(set),
+                         [](VornFormCtrlTargetPnt& point, int) { point.SetCode(MirroredCode(point.GetCode())); });
     }
   }
   FollowDangling(dangling);

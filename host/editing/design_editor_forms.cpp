@@ -114,14 +114,43 @@ void FollowRetyping(VornFormCtrlTargetPnt& point, const Retyping& retyping, cons
   if (isOnSecond) lead(retyping.formsAdded < 0 ? 0 : 1);
 }
 
+/// Finds the sides of a form's points by code: the answers of `VornBuildForm::GetLRFromCode`, which looks through the
+/// points for each.
+class SideIndex {
+ public:
+  explicit SideIndex(const Vorn_ComposedPntArray& points) {
+    for (int i = 1; i < points.GetSize(); ++i) m_points.push_back(&points[i]);
+    std::stable_sort(m_points.begin(), m_points.end(),
+                     [](const VornComposedPnt* a, const VornComposedPnt* b) { return IsBefore(*a, b->GetCode()); });
+  }
+
+  /// The side of the first point with that code, in whatever case; unset without one.
+  [[nodiscard]] VornLocation Of(const CString& code) const {
+    const auto found =
+        std::lower_bound(m_points.begin(), m_points.end(), code,
+                         [](const VornComposedPnt* point, const CString& wanted) { return IsBefore(*point, wanted); });
+    const bool isThere = found != m_points.end() && (*found)->GetCode().CompareNoCase(code.View()) == 0;
+    return isThere ? (*found)->GetLocation() : VornLocation::Unset;
+  }
+
+ private:
+  [[nodiscard]] static bool IsBefore(const VornComposedPnt& point, const CString& code) {
+    return point.GetCode().CompareNoCase(code.View()) < 0;
+  }
+
+  std::vector<const VornComposedPnt*> m_points;  ///< in the order of their codes; not the start point, on both sides
+};
+
 /// Tells the control targets of a form their side, which documents do not: the one that their codes lie on. The start
 /// point belongs to both sides, and so does a target that names points on both.
 void TellSides(VornBuildForm& form) {
+  if (form.GetFormCtrlTargetArray().IsEmpty()) return;
+  const SideIndex sides(form.GetComposedPntArray());
   for (VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
     bool left = false;
     bool right = false;
     for (const CString& code : CodesOf(target)) {
-      const VornLocation side = form.GetLRFromCode(code);
+      const VornLocation side = sides.Of(code);
       left = left || side == VornLocation::Left;
       right = right || side == VornLocation::Right;
     }
@@ -203,7 +232,7 @@ EditReport DesignEditor::Retype(const CString& left, const CString& right) {
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
     VornXSections& set = m_document.sets[i];
     SectionIndex sections(set);
-    ForEachTargetPoint(set, [&](VornFormCtrlTargetPnt& point, int section) {
+    ForEachTargetPoint(set, sections, [&](VornFormCtrlTargetPnt& point, int section) {
       FollowRetyping(point, retypings.At(i, section), set.GetXSectionArray()[section].GetBuildFormArray(),
                      sections.FormsOf(section));
     });
@@ -297,8 +326,9 @@ EditReport DesignEditor::RenameForm(const CString& xsectType, const CString& old
   });
   int points = 0;
   for (int i = 0; i < m_document.sets.GetSize(); ++i) {
-    SectionIndex sections(m_document.sets[i]);
-    ForEachTargetPoint(m_document.sets[i], [&](VornFormCtrlTargetPnt& point, int section) {
+    VornXSections& set = m_document.sets[i];
+    SectionIndex sections(set);
+    ForEachTargetPoint(set, sections, [&](VornFormCtrlTargetPnt& point, int section) {
       if (point.GetBuildFormName() != oldName) return;
       if (!renamed.At(i, section)) return;
       if (sections.FormsOf(section).Find(newName, point.GetCode()) < 0) return;  // it named nothing before

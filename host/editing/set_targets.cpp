@@ -23,21 +23,32 @@ const VornComposedPnt* StandsOn(const VornFormCtrlTargetPnt& point, const VornXS
   return &section.GetBuildFormArray()[standing.form].GetComposedPntArray()[standing.point];
 }
 
-void AddDangling(const VornFormCtrlTarget& target, const std::string& place, const CString& code,
-                 std::vector<std::string>& lines) {
-  lines.push_back(place + ": " + TargetText(target) + " names " +
-                  (code.IsEmpty() ? std::string("no code") : ToUtf8(code.View())));
-}
+/// The lines of what a target names and is not there.
+class DanglingLines {
+ public:
+  DanglingLines(const VornFormCtrlTarget& target, std::vector<std::string>& lines) : m_target(target), m_lines(lines) {}
+
+  void Add(const std::string& place, const CString& code) {
+    if (m_text.empty()) m_text = TargetText(m_target);
+    m_lines.push_back(place + ": " + m_text + " names " + (code.IsEmpty() ? std::string("no code") : NameText(code)));
+  }
+
+ private:
+  const VornFormCtrlTarget& m_target;
+  std::vector<std::string>& m_lines;
+  std::string m_text;  ///< of the target, which may have many codes: it is made once
+};
 
 void AddDanglingOfSet(const VornXSections& set, const std::string& setPath, std::vector<std::string>& lines) {
   if (set.GetFormCtrlTargetArray().IsEmpty()) return;
   SectionIndex sections(set);
   const std::string inSet = setPath + " > ";
   for (const VornFormCtrlTarget& target : set.GetFormCtrlTargetArray()) {
+    DanglingLines dangling(target, lines);
     for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
       if (sections.FindStanding(point).point >= 0) continue;
       const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
-      AddDangling(target, FormPath(inSet + station, point.GetBuildFormName()), point.GetCode(), lines);
+      dangling.Add(FormPath(inSet + station, point.GetBuildFormName()), point.GetCode());
     }
   }
 }
@@ -46,9 +57,10 @@ void AddDanglingOfForms(const VornXSection& section, const std::string& setPath,
   for (const VornBuildForm& form : section.GetBuildFormArray()) {
     PointIndex points(form.GetComposedPntArray());
     for (const VornFormCtrlTarget& target : form.GetFormCtrlTargetArray()) {
+      DanglingLines dangling(target, lines);
       for (const CString& code : CodesOf(target)) {
         if (code.IsEmpty() || points.Find(code) >= 0) continue;
-        AddDangling(target, FormPath(SectionPath(setPath, section), form.GetName()), code, lines);
+        dangling.Add(FormPath(SectionPath(setPath, section), form.GetName()), code);
       }
     }
   }

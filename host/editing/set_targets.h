@@ -14,9 +14,9 @@ namespace vorn_host {
 
 /// Calls visit(target point, index of its section) for every target point of a set, and of the forms in it, that stands
 /// on a cross section.
+/// @param sections those of the set
 template <typename Visit>
-void ForEachTargetPoint(VornXSections& set, Visit&& visit) {
-  const SectionIndex sections(set);
+void ForEachTargetPoint(VornXSections& set, const SectionIndex& sections, Visit&& visit) {
   const auto visitAll = [&](Vorn_FormCtrlTargetArray& targets) {
     for (VornFormCtrlTarget& target : targets) {
       for (VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {

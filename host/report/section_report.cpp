@@ -210,9 +210,9 @@ Json ToJson(const ViewGround& ground, const Sheet& sheet) {
 /// Where the form or point with an index in the document stands among those shown; -1 where it is left out.
 template <typename Shown>
 int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
-  const auto found =
-      std::find_if(shown.begin(), shown.end(), [&](const Shown& one) { return one.documentIndex == documentIndex; });
-  return documentIndex < 0 || found == shown.end() ? -1 : static_cast<int>(found - shown.begin());
+  const auto found = std::lower_bound(shown.begin(), shown.end(), documentIndex,
+                                      [](const Shown& one, int wanted) { return one.documentIndex < wanted; });
+  return found == shown.end() || found->documentIndex != documentIndex ? -1 : static_cast<int>(found - shown.begin());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "host/document/carried_item.h"
 #include "host/document/design_document.h"
 #include "tests/host/documents.h"
+#include "tests/host/processor_time.h"
 
 // Documents that were made to bring a program down: they end in a sentence, or in what they hold.
 
@@ -13,7 +14,9 @@ namespace vorn_host {
 namespace {
 
 using host_test::ErrorOf;
+using host_test::ProcessorSeconds;
 using host_test::ReadText;
+using host_test::With;
 using host_test::Xml;
 using testing::HasSubstr;
 
@@ -68,6 +71,15 @@ TEST(HostileDocument, WithManyAttributesIsRead) {
   for (int i = 0; i < 100'000; ++i) attributes += " a" + std::to_string(i) + "=\"\"";
   const DesignDocument document = ReadText(Xml(Edition::V41, "<tsf:XSections" + attributes + "/>"));
   EXPECT_EQ(document.carried.Rows().size(), 100'000U);
+}
+
+TEST(HostileDocument, WithManyPrefixesOfTheSchemaInstanceIsRecognisedInTime) {
+  const std::string declaration = std::string("xmlns:xsi=\"") + VornSchema::Xsi().GetString() + "\"";
+  std::string declarations;
+  for (int i = 0; i < 100'000; ++i) declarations += With(declaration, "xsi", "p" + std::to_string(i)) + " ";
+  std::string text = With(Xml(Edition::V40, "<tsf:XSections/>"), declaration, declarations);
+  text = With(text, "xsi:schemaLocation", "p99999:schemaLocation");
+  EXPECT_LT(ProcessorSeconds([&] { EXPECT_EQ(ReadText(text).edition, Edition::V40); }), 10.0);
 }
 
 TEST(HostileDocument, WithManySiblingsIsRead) {

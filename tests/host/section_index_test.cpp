@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 #include <string>
 #include <vector>
@@ -73,6 +74,23 @@ VornFormCtrlTargetPnt TargetPnt(NurReal station, const char* form, const char* c
   VornFormCtrlTargetPnt point;
   point.Set(station, form, code, false);
   return point;
+}
+
+TEST(SectionIndex, FindsStationsAsFarAsNumbersGo) {
+  for (const double station : {3.5e10, 1e15, -1e15}) {
+    const VornXSections set = SetOf({Section(0.0, {}), Section(station, {})});
+    EXPECT_EQ(SectionIndex(set).Find(station, false), 1) << station;
+    EXPECT_EQ(set.Find(station, false), 1) << station;
+  }
+}
+
+TEST(SectionIndex, FindsTheOthersBesideAStationThatIsNoNumber) {
+  const VornXSections set = SetOf({Section(40.0, {}), Section(std::nan(""), {}), Section(0.0, {}), Section(20.0, {})});
+  const SectionIndex index(set);
+  EXPECT_EQ(index.Find(0.0, false), 2);
+  EXPECT_EQ(index.Find(20.0, false), 3);
+  EXPECT_EQ(index.Find(40.0, false), 0);
+  EXPECT_EQ(index.Find(std::nan(""), false), -1);
 }
 
 TEST(SectionIndex, FindsWhereATargetsPointStands) {

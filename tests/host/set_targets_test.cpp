@@ -44,7 +44,8 @@ TargetPntType TypeOf(const DesignDocument& document, int target = 0) {
 TEST(SetTargets, VisitsThePointsThatStandOnACrossSection) {
   DesignDocument document = TwoSections(WidthXml("20.0000", "S", "L1", "R1") + WidthXml("99.0000", "S", "L1", "R1"));
   std::vector<int> sections;
-  ForEachTargetPoint(document.sets[0], [&](VornFormCtrlTargetPnt&, int section) { sections.push_back(section); });
+  VornXSections& set = document.sets[0];
+  ForEachTargetPoint(set, SectionIndex(set), [&](VornFormCtrlTargetPnt&, int at) { sections.push_back(at); });
   EXPECT_THAT(sections, ElementsAre(1, 1));
 }
 
