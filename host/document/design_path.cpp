@@ -28,9 +28,10 @@ std::string ItemAndCodes(const VornFormCtrlTarget& target) {
 std::string NameText(const CString& name) {
   constexpr std::size_t kLongest = 200;
   const std::string_view text = name.View();
+  if (text.size() <= kLongest) return ToUtf8(text);
   std::size_t end = 0;
-  while (end < text.size() && end < kLongest) end += code_page_932::CharacterLength(text, end);
-  return ToUtf8(text.substr(0, end)) + (end < text.size() ? "..." : "");
+  for (std::size_t next = 0; next <= kLongest; next += code_page_932::CharacterLength(text, next)) end = next;
+  return ToUtf8(text.substr(0, end)) + "...";
 }
 
 std::string StationText(const NurReal& station) {

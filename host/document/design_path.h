@@ -8,8 +8,8 @@ namespace vorn_host {
 
 /// Places in a design as messages name them, in UTF-8: "set 1 (CL-1) > station 120.0000 (No.6) > form 路面".
 
-/// A name or a code; of one longer than 200 bytes in code page 932, the beginning with "..." behind it. Messages name a
-/// thing again and again: a file with long names would fill the memory.
+/// A name or a code; of one longer than 200 bytes in code page 932, the beginning with "..." behind it. Each message
+/// repeats the names above it: long ones would fill the memory.
 [[nodiscard]] std::string NameText(const CString& name);
 /// "set 1 (CL-1)".
 [[nodiscard]] std::string SetPath(const VornXSections& set, int index);

@@ -9,7 +9,6 @@
 #include "host/document/element_knowledge.h"
 #include "host/document/section_index.h"
 #include "host/document/target_codes.h"
-#include "host/document/text_encoding.h"
 #include "vorn/framework/tolerance.h"
 
 namespace vorn_host {
@@ -247,10 +246,10 @@ class Checker {
     if (owner != nullptr) codes.emplace(owner->GetComposedPntArray());
     for (int i = 0; i < targets.GetSize(); ++i) {
       const VornFormCtrlTarget& target = targets[i];
-      std::string pathOnceAsked;
+      std::string madePath;
       const auto path = [&]() -> const std::string& {
-        if (pathOnceAsked.empty()) pathOnceAsked = TargetPath(ownerPath, target, i);
-        return pathOnceAsked;
+        if (madePath.empty()) madePath = TargetPath(ownerPath, target, i);
+        return madePath;
       };
       if (owner == nullptr) m_place.section = SectionOf(target, sections);
       const Reasons reasons = WhyNotEnabled(target);
@@ -353,11 +352,17 @@ class Checker {
           "edition 2.0 keeps control targets in their form");
       return;
     }
+    constexpr int kMostTold = 100;
+    const auto tell = [&](const std::string& what) {
+      Add(Severity::Error, "control target names what does not exist", path(),
+          "form " + NameText(owner->GetName()) + what);
+    };
+    int missing = 0;
     for (const CString& code : CodesOf(target)) {
       if (code.IsEmpty() || codes->Find(code) >= 0) continue;
-      Add(Severity::Error, "control target names what does not exist", path(),
-          "form " + NameText(owner->GetName()) + " has no code " + NameText(code));
+      if (++missing <= kMostTold) tell(" has no code " + NameText(code));
     }
+    if (missing > kMostTold) tell(" has none of " + std::to_string(missing - kMostTold) + " more codes");
   }
 
   const DesignDocument& m_document;

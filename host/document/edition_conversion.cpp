@@ -9,7 +9,6 @@
 #include "host/document/point_conversion.h"
 #include "host/document/section_index.h"
 #include "host/document/target_codes.h"
-#include "host/document/text_encoding.h"
 #include "host/document/written_forms.h"
 #include "vorn/framework/tolerance.h"
 #include "vorn/platform/code_page_932.h"

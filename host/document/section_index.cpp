@@ -15,7 +15,7 @@ SectionIndex::SectionIndex(const VornXSections& set) : m_sections(&set.GetXSecti
     const NurReal& station = section.GetCumulativeDist();
     if (!station.IsSet()) {
       if (side.withoutStation < 0) side.withoutStation = i;
-    } else if (!std::isnan(station.Value())) {  // which is found by nothing
+    } else if (!std::isnan(station.Value())) {  // which no station finds
       side.byStation.emplace_back(station.Value(), i);
     }
   }

@@ -53,7 +53,7 @@ struct ViewPoint {
   bool exists = true;       ///< false: a point that the section does not build (beyond a crossing)
   bool isCrossing = false;  ///< the crossing with the existing ground
   ViewInput values = {};    ///< what `input` says, as exact as the document
-  int documentIndex = -1;   ///< among the points of the form in the document, which messages count by
+  int documentIndex = -1;   ///< among the points of the form in the document, which messages count by; ascending
 
   friend bool operator==(const ViewPoint&, const ViewPoint&) = default;
 };
@@ -73,7 +73,7 @@ struct ViewForm {
   std::vector<ViewPoint> points;    ///< in the order of the document
   /// The lines that the form draws, each from left to right: indices of points, one line where all are connected.
   std::vector<std::vector<int>> lines;
-  int documentIndex = -1;  ///< among the forms of the section in the document, which messages count by
+  int documentIndex = -1;  ///< among the forms of the section in the document, which messages count by; ascending
 
   friend bool operator==(const ViewForm&, const ViewForm&) = default;
 };

@@ -140,18 +140,20 @@ ViewTarget::Pnt TargetViewer::PntOf(int form, const CString& code, std::string n
 }
 
 void TargetViewer::AddPointsByCode(ViewTarget& added, const VornFormCtrlTarget& target, int owner) {
+  const bool hasForm = owner >= 0 && m_section != nullptr;
+  const std::string formName = hasForm ? NameText(m_section->GetBuildFormArray()[owner].GetName()) : std::string();
   for (const CString& code : CodesOf(target)) {
-    if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, added.formName + " " + ToUtf8(code)));
+    if (!code.IsEmpty()) added.points.push_back(PntOf(owner, code, formName + " " + NameText(code)));
   }
 }
 
 void TargetViewer::AddPointsByStation(ViewTarget& added, const VornFormCtrlTarget& target) {
   for (const VornFormCtrlTargetPnt& point : target.GetTargetPntArray()) {
-    const std::string formName = ToUtf8(point.GetBuildFormName());
-    if (added.formName.empty()) added.formName = formName;
+    if (added.formName.empty()) added.formName = ToUtf8(point.GetBuildFormName());
     const bool isHere = IsHere(point);
     const int form = isHere ? Forms().Find(point.GetBuildFormName(), point.GetCode()) : -1;
-    added.points.push_back(PntOf(form, point.GetCode(), formName + " " + ToUtf8(point.GetCode())));
+    added.points.push_back(
+        PntOf(form, point.GetCode(), NameText(point.GetBuildFormName()) + " " + NameText(point.GetCode())));
     if (!isHere) added.points.back().elsewhere = ElsewhereOf(point);
   }
 }

@@ -7,7 +7,6 @@
 
 #include "host/document/design_path.h"
 #include "host/document/target_codes.h"
-#include "host/document/text_encoding.h"
 
 namespace vorn_host {
 

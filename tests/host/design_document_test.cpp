@@ -57,6 +57,16 @@ TEST_P(DocumentsOfEachEdition, AreRecognised) {
   EXPECT_EQ(document.sets.GetSize(), 1);
 }
 
+TEST_P(DocumentsOfEachEdition, AreRecognisedByTheLocationUnderTheFirstPrefixOfTheSchemaInstance) {
+  const std::string declaration = std::string("xmlns:xsi=\"") + VornSchema::Xsi().GetString() + "\"";
+  const auto under = [&](const char* prefix) { return With(declaration, "xsi", prefix); };
+  // The attributes stand the other way round than the declarations, and a prefix without a location is passed over.
+  const std::string text = With(
+      With(Xml(GetParam(), kSet), "xsi:schemaLocation=", "b:schemaLocation=\"urn:other other.xsd\" a:schemaLocation="),
+      declaration, under("none") + " " + under("a") + " " + under("b"));
+  EXPECT_EQ(ReadText(text).edition, GetParam());
+}
+
 TEST_P(DocumentsOfEachEdition, AreRecognisedUnderAnyPrefixOfTheSchemaInstance) {
   std::string text = Xml(GetParam(), kSet);
   for (std::size_t at = text.find("xsi"); at != std::string::npos; at = text.find("xsi", at)) text.replace(at, 3, "i");

@@ -1224,6 +1224,29 @@ TEST_P(EditorOfEdition, EditsARoadWithoutMovingAPoint) {
   EXPECT_THAT(editor.LostTargets(), IsEmpty());
 }
 
+TEST(Editor, RetypesTargetsOfEdition20ToTheSideOfTheFirstPointThatHasTheirCodeInWhateverCase) {
+  using host_test::Point20;
+  using SlopeType = VornComposedPnt::SlopeType;
+  VornBuildForm form = host_test::Form("F", {host_test::Center()});
+  form.SetXSectType(kFill);
+  const auto add = [&](const char* code, VornLocation side) {
+    form.GetComposedPntArray().Add(Point20(code, side, SlopeType::Percent, 1.0, -2.0));
+  };
+  add("a1", VornLocation::Left);
+  add("A1", VornLocation::Right);
+  add("R1", VornLocation::Right);
+  add("cl", VornLocation::Left);
+  for (const char* codes : {"A1", "r1", "CL", "a1 R1", "absent"}) {
+    form.GetFormCtrlTargetArray().Add(host_test::Target20(codes));
+  }
+  DesignDocument document = host_test::DocumentOf(Edition::V20, {host_test::Section(0.0, {form})});
+  DesignEditor(document).Retype(kCut, kCut);
+  std::vector<VornLocation> sides;
+  for (const VornFormCtrlTarget& target : FormOf(document).GetFormCtrlTargetArray()) sides.push_back(target.GetLR());
+  EXPECT_THAT(sides, ElementsAre(VornLocation::Left, VornLocation::Right, VornLocation::Left, VornLocation::Unset,
+                                 VornLocation::Unset));
+}
+
 /// The text of a road with something carried over in every form and every control target: that has to follow, too.
 std::string CarryingRoad(int sections) {
   DesignDocument road = Road(sections);
