@@ -212,7 +212,9 @@ template <typename Shown>
 int ShownIndexOf(int documentIndex, const std::vector<Shown>& shown) {
   const auto found = std::lower_bound(shown.begin(), shown.end(), documentIndex,
                                       [](const Shown& one, int wanted) { return one.documentIndex < wanted; });
-  return documentIndex < 0 || found == shown.end() || found->documentIndex != documentIndex ? -1 : static_cast<int>(found - shown.begin());
+  return documentIndex < 0 || found == shown.end() || found->documentIndex != documentIndex
+             ? -1
+             : static_cast<int>(found - shown.begin());
 }
 
 }  // namespace
