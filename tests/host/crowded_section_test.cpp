@@ -138,9 +138,9 @@ void ExpectTimeInProportion(DesignDocument (*design)(int)) {
   constexpr int kFew = 1000;
   constexpr int kTimes = 16;
   for (const auto& [name, job] : Jobs()) {
-    const auto seconds = [&](int count) {
+    const auto seconds = [&, &work = job](int count) {
       DesignDocument document = design(count);
-      return ProcessorSeconds([&] { job(document); });
+      return ProcessorSeconds([&] { work(document); });
     };
     const double few = std::max(std::min({seconds(kFew), seconds(kFew), seconds(kFew)}), kProcessorTick);
     const double many = std::min(seconds(kFew * kTimes), seconds(kFew * kTimes));
