@@ -339,7 +339,7 @@ class Checker {
     };
     const Standing standing = sections.FindStanding(point);
     if (standing.point >= 0) return;
-    if (!standing.missing.empty()) return missing(standing.missing);
+    if (standing.form < 0) return missing(WhyWithoutForm(point, standing));
     missing("form " + NameText(point.GetBuildFormName()) + " at " +
             StationPath(point.GetCumulativeDist(), point.GetXSectChg()) + " has no code " + NameText(point.GetCode()));
   }

@@ -198,7 +198,7 @@ Destination FindDestination(const VornFormCtrlTarget& target, VornXSections& set
   if (!NamesOneForm(points)) return {nullptr, nullptr, "its points stand in several sections or forms"};
   if (!HasPlainCodes(points)) return {nullptr, nullptr, "one of its codes is empty or holds a blank"};
   const Standing standing = sections.FindStanding(points[0]);
-  if (!standing.missing.empty()) return {nullptr, nullptr, standing.missing};
+  if (standing.form < 0) return {nullptr, nullptr, WhyWithoutForm(points[0], standing)};
   VornXSection& section = set.GetXSectionArray()[standing.section];
   VornBuildForm& form = section.GetBuildFormArray()[standing.form];
   if (const std::string_view why = WhyNotWritten(form, true); !why.empty()) {

@@ -8,6 +8,13 @@
 
 namespace vorn_host {
 
+std::string WhyWithoutForm(const VornFormCtrlTargetPnt& point, const Standing& standing) {
+  if (standing.form >= 0) return {};
+  const std::string station = StationPath(point.GetCumulativeDist(), point.GetXSectChg());
+  if (standing.section < 0) return "there is no cross section at " + station;
+  return "there is no form " + NameText(point.GetBuildFormName()) + " at " + station;
+}
+
 SectionIndex::SectionIndex(const VornXSections& set) : m_sections(&set.GetXSectionArray()) {
   for (int i = 0; i < m_sections->GetSize(); ++i) {
     const VornXSection& section = (*m_sections)[i];
@@ -40,21 +47,14 @@ int SectionIndex::Find(const NurReal& station, bool xSectChg) const {
 
 Standing SectionIndex::FindStanding(const VornFormCtrlTargetPnt& point) {
   Standing standing;
-  const auto station = [&] { return StationPath(point.GetCumulativeDist(), point.GetXSectChg()); };
   standing.section = Find(point.GetCumulativeDist(), point.GetXSectChg());
-  if (standing.section < 0) {
-    standing.missing = "there is no cross section at " + station();
-    return standing;
-  }
+  if (standing.section < 0) return standing;
   FormIndex& forms = FormsOf(standing.section);
   standing.form = forms.Find(point.GetBuildFormName(), point.GetCode());
   if (standing.form >= 0) {
     standing.point = forms.FindPoint(standing.form, point.GetCode());
-    return standing;
-  }
-  standing.form = forms.Find(point.GetBuildFormName());
-  if (standing.form < 0) {
-    standing.missing = "there is no form " + NameText(point.GetBuildFormName()) + " at " + station();
+  } else {
+    standing.form = forms.Find(point.GetBuildFormName());
   }
   return standing;
 }

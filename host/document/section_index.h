@@ -13,11 +13,12 @@ namespace vorn_host {
 
 /// The section, the form and the point that a point of a control target stands on.
 struct Standing {
-  int section = -1;     ///< index in the set; -1 when there is none
-  int form = -1;        ///< index in the section: of the first of its name that has the code, else of the first; or -1
-  int point = -1;       ///< index in the form; -1 when no form of that name has the code
-  std::string missing;  ///< "there is no form A at station 20.0000"; empty when there are section and form
+  int section = -1;  ///< index in the set; -1 when there is none
+  int form = -1;     ///< index in the section: of the first of its name that has the code, else of the first; or -1
+  int point = -1;    ///< index in the form; -1 when no form of that name has the code
 };
+/// Why a target's point stands on no form: "there is no form A at station 20.0000". Empty when it stands on one.
+[[nodiscard]] std::string WhyWithoutForm(const VornFormCtrlTargetPnt& point, const Standing& standing);
 
 /// Finds the cross sections of a set by station: the answers of `VornXSections::Find`, in O(log n) each where stations
 /// are apart. But a section without a station is not taken for one at station 0: what is measured there would be shown
